@@ -1,0 +1,22 @@
+#!/bin/sh
+# Installs the Debian packages that building needs, if any is missing. Asks for rights only then.
+set -eu
+
+packages="g++ cmake ninja-build pkg-config libicu-dev libcli11-dev rapidjson-dev robin-map-dev"
+[ "${1:-}" = "--tests" ] && packages="$packages libgtest-dev flex locales"
+
+missing=""
+for package in $packages; do
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing="$missing $package"
+done
+[ -z "$missing" ] && exit 0
+
+as_root=""
+if [ "$(id -u)" != 0 ]; then
+    command -v sudo >/dev/null || { echo "Missing packages:$missing. Install them as root: apt-get install$missing" >&2; exit 1; }
+    as_root="sudo"
+fi
+echo "Installing:$missing"
+$as_root apt-get update -qq
+# shellcheck disable=SC2086 # the packages are words
+$as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null
