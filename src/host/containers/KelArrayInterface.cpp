@@ -1,0 +1,3 @@
+#include "host/containers/KelArrayInterface.h"
+
+KelArrayInterface::~KelArrayInterface() = default;

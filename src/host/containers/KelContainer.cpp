@@ -1,0 +1,27 @@
+#include "host/containers/KelContainer.h"
+
+#include <functional>
+
+namespace {
+
+// The difference of two addresses may not fit an int, so only its sign is given.
+int compareAddresses(const void* left, const void* right) {
+    const std::less<const void*> before;
+    return static_cast<int>(before(right, left)) - static_cast<int>(before(left, right));
+}
+
+} // namespace
+
+_KelContainer::~_KelContainer() = default;
+
+KelContainer::~KelContainer() = default;
+
+int KelContainer::compare2Object(const void* left, const void* right) const {
+    return compareAddresses(left, right);
+}
+
+int KelContainer::compare2Key(const void* element, const void* key) const {
+    return compareAddresses(element, key);
+}
+
+KelContainer::Iterator::~Iterator() = default;

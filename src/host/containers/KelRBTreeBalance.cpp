@@ -1,0 +1,158 @@
+#include "host/containers/KelRBTreeBalance.h"
+
+#include "host/containers/KelRBTreeNode.h"
+
+namespace {
+
+using Node = KelRBTree::Node;
+
+// A missing child counts as black.
+bool isRed(const Node* node) {
+    return node != nullptr && node->red;
+}
+
+// The mirror images of the textbook's cases are one case with the sides named by these.
+Node*& child(Node* node, bool left) {
+    return left ? node->left : node->right;
+}
+
+void replaceInParent(Node*& root, const Node* node, Node* replacement) {
+    Node* parent = node->parent;
+    if (parent == nullptr) {
+        root = replacement;
+    } else {
+        child(parent, parent->left == node) = replacement;
+    }
+    if (replacement != nullptr) {
+        replacement->parent = parent;
+    }
+}
+
+// Brings the child on the other side up to the node's place and the node down to `toLeft`.
+void rotate(Node*& root, Node* node, bool toLeft) {
+    Node* raised = child(node, !toLeft);
+    Node* moved = child(raised, toLeft);
+    replaceInParent(root, node, raised);
+    child(raised, toLeft) = node;
+    node->parent = raised;
+    child(node, !toLeft) = moved;
+    if (moved != nullptr) {
+        moved->parent = node;
+    }
+    raised->size = node->size;
+    node->size = 1 + subtreeSize(node->left) + subtreeSize(node->right);
+}
+
+void addToSizes(Node* from, int difference) {
+    for (Node* node = from; node != nullptr; node = node->parent) {
+        node->size += difference;
+    }
+}
+
+void repairAfterLink(Node*& root, Node* node) {
+    while (isRed(node->parent)) {
+        Node* parent = node->parent;
+        Node* grandparent = parent->parent; // there is one, since the root is black
+        const bool onLeft = grandparent->left == parent;
+        Node* uncle = child(grandparent, !onLeft);
+        if (isRed(uncle)) {
+            parent->red = false;
+            uncle->red = false;
+            grandparent->red = true;
+            node = grandparent;
+            continue;
+        }
+        if (child(parent, !onLeft) == node) {
+            rotate(root, parent, onLeft);
+            parent = node;
+        }
+        parent->red = false;
+        grandparent->red = true;
+        rotate(root, grandparent, !onLeft);
+        break;
+    }
+    root->red = false;
+}
+
+// The ways through `node`, a child of `parent` that may be missing, are short of one black node.
+void repairAfterUnlink(Node*& root, Node* node, Node* parent) {
+    while (parent != nullptr && !isRed(node)) {
+        const bool onLeft = parent->left == node;
+        Node* sibling = child(parent, !onLeft); // there is one, since its side has more black nodes
+        if (sibling->red) {
+            sibling->red = false;
+            parent->red = true;
+            rotate(root, parent, onLeft);
+            sibling = child(parent, !onLeft);
+        }
+        if (!isRed(sibling->left) && !isRed(sibling->right)) {
+            sibling->red = true;
+            node = parent;
+            parent = node->parent;
+            continue;
+        }
+        if (!isRed(child(sibling, !onLeft))) {
+            child(sibling, onLeft)->red = false;
+            sibling->red = true;
+            rotate(root, sibling, !onLeft);
+            sibling = child(parent, !onLeft);
+        }
+        sibling->red = parent->red;
+        parent->red = false;
+        child(sibling, !onLeft)->red = false;
+        rotate(root, parent, onLeft);
+        return;
+    }
+    if (node != nullptr) {
+        node->red = false;
+    }
+}
+
+} // namespace
+
+void linkNode(Node*& root, Node* parent, bool asLeft, Node* node) noexcept {
+    node->parent = parent;
+    node->left = nullptr;
+    node->right = nullptr;
+    node->size = 1;
+    node->red = true;
+    if (parent == nullptr) {
+        root = node;
+    } else {
+        child(parent, asLeft) = node;
+    }
+    addToSizes(parent, 1);
+    repairAfterLink(root, node);
+}
+
+void unlinkNode(Node*& root, Node* node) noexcept {
+    Node* raised = nullptr; // what comes to where a node was taken away, below `raisedParent`
+    Node* raisedParent = nullptr;
+    bool tookRed = false;
+    if (node->left == nullptr || node->right == nullptr) {
+        raised = node->left != nullptr ? node->left : node->right;
+        raisedParent = node->parent;
+        tookRed = node->red;
+        addToSizes(raisedParent, -1);
+        replaceInParent(root, node, raised);
+    } else {
+        Node* successor = leftmost(node->right);
+        raised = successor->right;
+        raisedParent = successor->parent == node ? successor : successor->parent;
+        tookRed = successor->red;
+        addToSizes(successor->parent, -1);
+        if (successor->parent != node) {
+            replaceInParent(root, successor, raised);
+            successor->right = node->right;
+            successor->right->parent = successor;
+        }
+        replaceInParent(root, node, successor);
+        successor->left = node->left;
+        successor->left->parent = successor;
+        successor->red = node->red;
+        successor->size = node->size;
+    }
+    if (!tookRed) {
+        repairAfterUnlink(root, raised, raisedParent);
+    }
+}

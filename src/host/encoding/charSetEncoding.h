@@ -1,0 +1,8 @@
+#pragma once
+
+#include "host/KelApi.h"
+
+/// The encoding of a model file whose header names the Windows character set `charSet`: an identifier of
+/// `BLIB::BP_ENCODING_ENUM`, alive as long as the program. Null for a number that says nothing about the encoding
+/// or stands for one that the conversion service does not have.
+[[nodiscard]] KEL_API const char* charSetEncoding(int charSet);

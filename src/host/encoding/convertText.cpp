@@ -1,0 +1,114 @@
+#include "host/encoding/convertText.h"
+
+#include "host/encoding/KelEncodingConverter.h"
+#include "host/text/KelString.h"
+
+#include <unicode/ucnv.h>
+#include <unicode/ucnv_cb.h>
+#include <unicode/ucnv_err.h>
+
+#include <array>
+#include <new>
+#include <utility>
+
+namespace {
+
+constexpr UChar replacementCharacter = 0xFFFD;
+constexpr UChar byteOrderMark = 0xFEFF;
+
+// The service calls these back for what it cannot convert, but also when a converter is reset or closed.
+bool isConversionProblem(UConverterCallbackReason reason) {
+    return reason <= UCNV_IRREGULAR;
+}
+
+// The service's own substitution writes U+001A for some encodings.
+void writeReplacement(const void* context, UConverterToUnicodeArgs* arguments, const char*, std::int32_t,
+                      UConverterCallbackReason reason, UErrorCode* error) {
+    if (isConversionProblem(reason)) {
+        *static_cast<bool*>(const_cast<void*>(context)) = false;
+        *error = U_ZERO_ERROR;
+        ucnv_cbToUWriteUChars(arguments, &replacementCharacter, 1, 0, error);
+    }
+}
+
+void writeSubstitute(const void* context, UConverterFromUnicodeArgs* arguments, const UChar* units, std::int32_t length,
+                     UChar32 character, UConverterCallbackReason reason, UErrorCode* error) {
+    if (isConversionProblem(reason)) {
+        *static_cast<bool*>(const_cast<void*>(context)) = false;
+        UCNV_FROM_U_CALLBACK_SUBSTITUTE(nullptr, arguments, units, length, character, reason, error);
+    }
+}
+
+// Has the problems of one conversion handled as above; `valid` becomes false at the first.
+class ProblemHandling {
+public:
+    ProblemHandling(UConverter* reader, UConverter* writer, bool& valid) : reader_(reader), writer_(writer) {
+        handle(writeReplacement, writeSubstitute, &valid);
+    }
+    ProblemHandling(const ProblemHandling&) = delete;
+    ProblemHandling& operator=(const ProblemHandling&) = delete;
+    ~ProblemHandling() { handle(UCNV_TO_U_CALLBACK_SUBSTITUTE, UCNV_FROM_U_CALLBACK_SUBSTITUTE, nullptr); }
+
+private:
+    void handle(UConverterToUCallback reading, UConverterFromUCallback writing, const void* context) const {
+        UErrorCode error = U_ZERO_ERROR;
+        ucnv_setToUCallBack(reader_, reading, context, nullptr, nullptr, &error);
+        ucnv_setFromUCallBack(writer_, writing, context, nullptr, nullptr, &error);
+    }
+
+    UConverter* reader_;
+    UConverter* writer_;
+};
+
+// Says whether the call is to be repeated because its output was full.
+bool isToContinue(UErrorCode error) {
+    if (U_FAILURE(error) && error != U_BUFFER_OVERFLOW_ERROR) {
+        throw std::bad_alloc(); // all else is handled by the callbacks
+    }
+    return error == U_BUFFER_OVERFLOW_ERROR;
+}
+
+// Appends the converted `text` to `converted`; with `isLast` also what the writer has kept back so far.
+void write(UConverter* writer, const UChar* text, const UChar* end, bool isLast, KelString& converted) {
+    std::array<char, 4096> buffer;
+    bool more = true;
+    while (more) {
+        char* filled = buffer.data();
+        UErrorCode error = U_ZERO_ERROR;
+        ucnv_fromUnicode(writer, &filled, buffer.data() + buffer.size(), &text, end, nullptr, isLast, &error);
+        more = isToContinue(error);
+        converted.append({buffer.data(), static_cast<std::size_t>(filled - buffer.data())});
+    }
+}
+
+} // namespace
+
+bool convertText(KelEncodingConverter& from, KelEncodingConverter& to, KelString& text) {
+    if (from.isPlainText(text) && to.isPlainText(text)) {
+        return true;
+    }
+    bool valid = true;
+    UConverter* const reader = from.getHandle();
+    UConverter* const writer = to.getWriter();
+    ucnv_reset(reader);
+    ucnv_reset(writer);
+    const ProblemHandling handling(reader, writer, valid);
+
+    KelString converted;
+    std::array<UChar, 2048> pivot;
+    const char* source = text.text();
+    const char* const sourceEnd = source + text.length();
+    bool atStart = true;
+    bool more = true;
+    while (more) {
+        UChar* filled = pivot.data();
+        UErrorCode error = U_ZERO_ERROR;
+        ucnv_toUnicode(reader, &filled, pivot.data() + pivot.size(), &source, sourceEnd, nullptr, true, &error);
+        more = isToContinue(error);
+        const bool marked = atStart && filled != pivot.data() && pivot.front() == byteOrderMark;
+        atStart = atStart && filled == pivot.data();
+        write(writer, pivot.data() + (marked ? 1 : 0), filled, !more, converted);
+    }
+    text = std::move(converted);
+    return valid;
+}

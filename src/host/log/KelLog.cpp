@@ -1,0 +1,3 @@
+#include "host/log/KelLog.h"
+
+KelLog::~KelLog() = default;

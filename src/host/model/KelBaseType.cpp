@@ -1,0 +1,7 @@
+#include "host/model/KelBaseType.h"
+
+KelBaseType::KelBaseType() : KelConcreteType(KelElementType::baseType) {}
+
+KelBaseType::~KelBaseType() {
+    dissolve();
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+
+/// The kind of a class.
+enum class KelClassCategoryType : std::int32_t {
+    classObject = 1,
+    parameterizedClass = 2,
+    instantiatedClass = 3,
+    classUtility = 4,
+    parameterizedClassUtility = 5,
+    instantiatedClassUtility = 6,
+    metaclass = 8,
+    interface = 9,
+};

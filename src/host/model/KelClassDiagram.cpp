@@ -1,0 +1,7 @@
+#include "host/model/KelClassDiagram.h"
+
+KelClassDiagram::KelClassDiagram() : KelDiagram(KelElementType::classDiagram) {}
+
+KelClassDiagram::~KelClassDiagram() {
+    dissolve();
+}

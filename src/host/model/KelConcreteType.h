@@ -1,0 +1,49 @@
+#pragma once
+
+#include "host/model/KelType.h"
+
+class KelDerivedType;
+
+/// A type with a data type of its own.
+class KEL_API KelConcreteType : public KelType {
+public:
+    ~KelConcreteType() override;
+
+    const KelString& getDataType() const override { return dataType; }
+    int getLength() const override { return length; }
+    int getScale() const override { return scale; }
+    const KelString& getInitialValue() const override { return initialValue; }
+    const KelString& getLowerBound() const override { return lowerBound; }
+    const KelString& getUpperBound() const override { return upperBound; }
+    bool getUserDefined() const override { return userDefined; }
+    const KelString& getNativeDataType() const override { return nativeDataType; }
+    const KelString& getUserDataType() const override { return userDataType; }
+    const KelString& getNativeLogicalDataType() const override { return nativeLogicalDataType; }
+    const KelConcreteType* getActualType() const override { return this; }
+    int getTypeValueCount() const override { return 0; }
+    bool containsTypeValue(const KelTypeValue* value) const override;
+    KelTypeValue* getTypeValue(int index) const override;
+    KelTypeValue* getTypeValue(const KelString& name, int* index) const override;
+    void getTypeValueByPosition(KelTypeValueByPosition& values) const override;
+
+    /// The types derived from this one.
+    [[nodiscard]] KelLinks<KelDerivedType> derivedTypes() const { return KelLinks<KelDerivedType>(derivedTypes_); }
+
+    KelString dataType;
+    std::int32_t length = 0;
+    std::int32_t scale = 0;
+    bool userDefined = false;
+    KelString initialValue;
+    KelString lowerBound;
+    KelString upperBound;
+    KelString nativeDataType;
+    KelString userDataType;
+    KelString nativeLogicalDataType;
+
+protected:
+    using KelType::KelType;
+
+private:
+    friend struct KelRelations;
+    KelMany derivedTypes_;
+};

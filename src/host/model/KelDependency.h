@@ -1,0 +1,23 @@
+#pragma once
+
+#include "host/model/KelRelationship.h"
+
+class KelClass;
+
+/// A dependency: a client class uses a supplier class.
+class KEL_API KelDependency final : public KelRelationship {
+public:
+    KelDependency();
+    ~KelDependency() override;
+
+    /// Each makes the class that end in place of an earlier one.
+    bool addClientClass(KelClass* client);
+    [[nodiscard]] KelClass* getClientClass() const;
+    bool addSupplierClass(KelClass* supplier);
+    [[nodiscard]] KelClass* getSupplierClass() const;
+
+private:
+    friend struct KelRelations;
+    KelOne clientClass_;
+    KelOne supplierClass_;
+};

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "host/model/KelModelObject.h"
+#include "host/model/links/KelOne.h"
+
+class KelType;
+
+/// A feature of a classifier. Refers to its type.
+class KEL_API KelFeature : public KelModelObject {
+public:
+    ~KelFeature() override;
+
+    /// Makes `type` the feature's type in place of an earlier one.
+    bool addType(KelType* type);
+    [[nodiscard]] KelType* getType() const;
+
+protected:
+    using KelModelObject::KelModelObject;
+
+private:
+    friend struct KelRelations;
+    KelOne type_;
+};
+
+/// A feature that holds a value.
+class KEL_API KelStructuralFeature : public KelFeature {
+protected:
+    using KelFeature::KelFeature;
+};

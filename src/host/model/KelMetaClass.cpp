@@ -1,0 +1,232 @@
+#include "host/model/KelMetaClass.h"
+
+#include "host/model/KelArgument.h"
+#include "host/model/KelAssociation.h"
+#include "host/model/KelAssociationRole.h"
+#include "host/model/KelAttribute.h"
+#include "host/model/KelClass.h"
+#include "host/model/KelConcreteType.h"
+#include "host/model/KelDesignPackage.h"
+#include "host/model/KelGeneralization.h"
+#include "host/model/KelKey.h"
+#include "host/model/KelMetadataOrigin.h"
+#include "host/model/KelNote.h"
+#include "host/model/KelOperation.h"
+#include "host/model/KelTypeValue.h"
+#include "host/model/links/KelRelations.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+namespace {
+
+template <class T, class Value>
+KelField field(const char* name, Value T::*member) {
+    return {name, static_cast<Value KelObject::*>(member)};
+}
+
+template <class T>
+KelField hostEncoded(const char* name, KelString T::*member) {
+    return {name, static_cast<KelString KelObject::*>(member), true};
+}
+
+/// One row of the class table.
+struct ClassRow {
+    const char* name;
+    KelElementType code;
+    KelElementType base; // its own code for the root
+    std::vector<KelField> fields;
+};
+
+/// Every class after its base.
+std::vector<ClassRow> classRows() {
+    using enum KelElementType;
+    return {
+        {"KelObject", object, object, {}},
+        {"KelNote", note, object, {field("description", &KelNote::description)}},
+        {"KelElement", element, object, {}},
+        {"KelMetadataOrigin",
+         metadataOrigin,
+         element,
+         {hostEncoded("sourceEncoding", &KelMetadataOrigin::sourceEncoding),
+          hostEncoded("sourceFormat", &KelMetadataOrigin::sourceFormat),
+          hostEncoded("sourcePath", &KelMetadataOrigin::sourcePath),
+          hostEncoded("sourceKind", &KelMetadataOrigin::sourceKind),
+          hostEncoded("vendorName", &KelMetadataOrigin::vendorName),
+          hostEncoded("toolName", &KelMetadataOrigin::toolName),
+          hostEncoded("toolVersions", &KelMetadataOrigin::toolVersions),
+          hostEncoded("toolWeb", &KelMetadataOrigin::toolWeb),
+          hostEncoded("methodologySummary", &KelMetadataOrigin::methodologySummary),
+          hostEncoded("bridgeId", &KelMetadataOrigin::bridgeId)}},
+        {"KelMappingObject", mappingObject, element, {}},
+        {"KelClassifierMap", classifierMap, mappingObject, {}},
+        {"KelTransformation", transformation, mappingObject, {}},
+        {"KelModelObject",
+         modelObject,
+         element,
+         {field("description", &KelModelObject::description), field("physicalName", &KelModelObject::physicalName)}},
+        {"KelPackage", package, modelObject, {}},
+        {"KelModel", model, package, {}},
+        {"KelDesignPackage", designPackage, package, {field("stereotype", &KelDesignPackage::stereotype)}},
+        {"KelDiagram", diagram, modelObject, {}},
+        {"KelClassDiagram", classDiagram, diagram, {}},
+        {"KelModelElement", modelElement, modelObject, {}},
+        {"KelClassifier", classifier, modelElement, {}},
+        {"KelClass",
+         classObject,
+         classifier,
+         {field("isAbstract", &KelClass::isAbstract), field("isPersistent", &KelClass::isPersistent),
+          field("space", &KelClass::space), field("categoryType", &KelClass::categoryType),
+          field("concurrency", &KelClass::concurrency), field("stereotype", &KelClass::stereotype),
+          field("multiplicity", &KelClass::multiplicity)}},
+        {"KelJoin", join, classifier, {}},
+        {"KelRelationship", relationship, modelElement, {}},
+        {"KelAssociation", association, relationship, {field("isAggregation", &KelAssociation::isAggregation)}},
+        {"KelGeneralization",
+         generalization,
+         relationship,
+         {field("visibility", &KelGeneralization::visibility), field("isVirtual", &KelGeneralization::isVirtual),
+          field("isFriend", &KelGeneralization::isFriend)}},
+        {"KelDependency", dependency, relationship, {}},
+        {"KelRealization", realization, relationship, {}},
+        {"KelFeature", feature, modelObject, {}},
+        {"KelStructuralFeature", structuralFeature, feature, {}},
+        {"KelAttribute",
+         attribute,
+         structuralFeature,
+         {field("visibility", &KelAttribute::visibility), field("containment", &KelAttribute::containment),
+          field("isStatic", &KelAttribute::isStatic), field("isDerived", &KelAttribute::isDerived),
+          field("position", &KelAttribute::position), field("initialValue", &KelAttribute::initialValue)}},
+        {"KelOperation",
+         operation,
+         modelObject,
+         {field("visibility", &KelOperation::visibility), field("concurrency", &KelOperation::concurrency),
+          field("isFriend", &KelOperation::isFriend), field("isStatic", &KelOperation::isStatic),
+          field("isVirtual", &KelOperation::isVirtual), field("semantics", &KelOperation::semantics),
+          field("precondition", &KelOperation::precondition), field("postcondition", &KelOperation::postcondition)}},
+        {"KelArgument",
+         argument,
+         modelObject,
+         {field("position", &KelArgument::position), field("initialValue", &KelArgument::initialValue)}},
+        {"KelAssociationRole",
+         associationRole,
+         modelObject,
+         {field("isAggregate", &KelAssociationRole::isAggregate),
+          field("isNavigable", &KelAssociationRole::isNavigable), field("isStatic", &KelAssociationRole::isStatic),
+          field("isFriend", &KelAssociationRole::isFriend), field("isSource", &KelAssociationRole::isSource),
+          field("containment", &KelAssociationRole::containment),
+          field("multiplicity", &KelAssociationRole::multiplicity)}},
+        {"KelAssociationRoleNameMap", associationRoleNameMap, modelObject, {}},
+        {"KelJoinRole", joinRole, modelObject, {}},
+        {"KelKey", key, modelObject, {field("userDefined", &KelKey::userDefined)}},
+        {"KelCandidateKey", candidateKey, key, {}},
+        {"KelForeignKey", foreignKey, key, {}},
+        {"KelType", type, modelObject, {}},
+        {"KelConcreteType",
+         concreteType,
+         type,
+         {field("dataType", &KelConcreteType::dataType), field("length", &KelConcreteType::length),
+          field("scale", &KelConcreteType::scale), field("userDefined", &KelConcreteType::userDefined),
+          field("initialValue", &KelConcreteType::initialValue), field("lowerBound", &KelConcreteType::lowerBound),
+          field("upperBound", &KelConcreteType::upperBound), field("nativeDataType", &KelConcreteType::nativeDataType),
+          field("userDataType", &KelConcreteType::userDataType),
+          field("nativeLogicalDataType", &KelConcreteType::nativeLogicalDataType)}},
+        {"KelBaseType", baseType, concreteType, {}},
+        {"KelDerivedType", derivedType, concreteType, {}},
+        {"KelAliasType", aliasType, type, {}},
+        {"KelTypeValue",
+         typeValue,
+         modelObject,
+         {field("value", &KelTypeValue::value), field("position", &KelTypeValue::position)}},
+    };
+}
+
+/// Appends the ends of one kind; their span is taken when the vector has stopped growing.
+template <class Condition>
+void appendEnds(std::vector<KelRelationEnd>& ends, const KelMetaClass& metaClass, Condition condition) {
+    for (const KelRelation* relation : KelRelations::all()) {
+        for (const bool isHolder : {true, false}) {
+            const KelElementType standsHere = isHolder ? relation->holderType : relation->targetType;
+            if (metaClass.isA(standsHere) && condition(relation->hold == KelHold::owns, isHolder)) {
+                ends.push_back({relation, isHolder});
+            }
+        }
+    }
+}
+
+} // namespace
+
+/// All classes, and where each code stands among them.
+class KelMetaClassTable {
+public:
+    KelMetaClassTable() {
+        const std::vector<ClassRow> rows = classRows();
+        classes_.reserve(rows.size());
+        for (const ClassRow& row : rows) {
+            add(row);
+        }
+    }
+
+    [[nodiscard]] const KelMetaClass& of(KelElementType code) const { return *byCode_[static_cast<std::size_t>(code)]; }
+    [[nodiscard]] std::span<const KelMetaClass> all() const { return classes_; }
+
+private:
+    void add(const ClassRow& row) {
+        KelMetaClass made;
+        made.code_ = row.code;
+        made.name_ = row.name;
+        if (row.base != row.code) {
+            made.base_ = byCode_[static_cast<std::size_t>(row.base)];
+            made.fields_ = made.base_->fields_;
+        }
+        std::copy(row.fields.begin(), row.fields.end(), std::back_inserter(made.fields_));
+
+        appendEnds(made.ends_, made, [](bool owns, bool) { return !owns; });
+        const std::size_t owned = made.ends_.size();
+        appendEnds(made.ends_, made, [](bool owns, bool isHolder) { return owns && !isHolder; });
+        const std::size_t owning = made.ends_.size();
+        appendEnds(made.ends_, made, [](bool owns, bool isHolder) { return owns && isHolder; });
+
+        classes_.push_back(std::move(made));
+        KelMetaClass& kept = classes_.back();
+        const std::span<const KelRelationEnd> ends(kept.ends_);
+        kept.referringEnds_ = ends.first(owned);
+        kept.ownedEnds_ = ends.subspan(owned, owning - owned);
+        kept.owningEnds_ = ends.subspan(owning);
+        byCode_[static_cast<std::size_t>(row.code)] = &kept;
+    }
+
+    static constexpr std::size_t codeCount = static_cast<std::size_t>(KelElementType::package) + 1;
+
+    std::vector<KelMetaClass> classes_;
+    std::array<const KelMetaClass*, codeCount> byCode_{};
+};
+
+namespace {
+
+const KelMetaClassTable& table() {
+    static const KelMetaClassTable made;
+    return made;
+}
+
+// Made while the library is loaded: later, in a destructor, running out of memory could not be reported.
+[[maybe_unused]] const KelMetaClassTable& madeAtLoad = table();
+
+} // namespace
+
+const KelMetaClass& KelMetaClass::of(KelElementType code) {
+    return table().of(code);
+}
+
+std::span<const KelMetaClass> KelMetaClass::all() {
+    return table().all();
+}
+
+bool KelMetaClass::isA(KelElementType code) const noexcept {
+    const KelMetaClass* at = this;
+    while (at != nullptr && at->code_ != code) {
+        at = at->base_;
+    }
+    return at != nullptr;
+}

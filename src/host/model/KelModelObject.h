@@ -1,0 +1,16 @@
+#pragma once
+
+#include "host/model/KelElement.h"
+
+#include <cstdint>
+
+/// An object that is part of a model.
+class KEL_API KelModelObject : public KelElement {
+public:
+    std::int32_t toolId = 0; // for the use of whoever builds the model; not copied
+    KelString description;   // documentation
+    KelString physicalName;
+
+protected:
+    using KelElement::KelElement;
+};

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "host/model/links/KelLinkCollection.h"
+
+#include <cstdint>
+#include <memory>
+
+/// The end of a relation that holds any number of objects. Changed by `KelRelation` alone.
+///
+/// Takes one word in the object: nothing, the single object held, or the collection of several.
+class KEL_API KelMany {
+public:
+    explicit KelMany(KelOrder order = KelOrder::byAdding) noexcept : word_(order == KelOrder::byName ? byNameBit : 0) {}
+    KelMany(const KelMany&) = delete;
+    KelMany& operator=(const KelMany&) = delete;
+    ~KelMany();
+
+    [[nodiscard]] int count() const noexcept;
+    /// The object at `index`, or null when there is none.
+    [[nodiscard]] KelObject* at(int index) const;
+    [[nodiscard]] bool holds(const KelObject& object) const;
+    /// The index of the object, or -1.
+    [[nodiscard]] int indexOf(const KelObject& object) const;
+    /// The index of the first object named `name` at or after the index `from`, or -1.
+    [[nodiscard]] int indexOfName(const KelString& name, int from) const;
+    /// The same objects as an array; good until this end next changes.
+    [[nodiscard]] const KelArrayInterface& array() const;
+
+private:
+    friend struct KelRelation;
+
+    // The word: null, a KelObject* or a KelLinkCollection*, whose two lowest bits say which, and in what order.
+    static constexpr std::uintptr_t collectionBit = 1;
+    static constexpr std::uintptr_t byNameBit = 2;
+    static constexpr std::uintptr_t pointerBits = ~(collectionBit | byNameBit);
+
+    [[nodiscard]] KelOrder order() const noexcept;
+    [[nodiscard]] KelObject* single() const noexcept;
+    [[nodiscard]] KelLinkCollection* collection() const noexcept;
+    void hold(KelObject* single) const noexcept;
+    void hold(std::unique_ptr<KelLinkCollection> collection) const noexcept;
+    /// A collection of what is held now that has room for one object more.
+    [[nodiscard]] KelLinkCollection& growing();
+
+    void insert(KelObject& object);
+    void erase(KelObject& object) noexcept;
+    void beforeRename(KelObject& object) const noexcept;
+    void afterRename(KelObject& object) const noexcept;
+
+    mutable std::uintptr_t word_;
+};

@@ -1,0 +1,3 @@
+#include "host/options/KelBridgeEnumValueLiteral.h"
+
+KelBridgeEnumValueLiteral::~KelBridgeEnumValueLiteral() = default;

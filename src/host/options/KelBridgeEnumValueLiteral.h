@@ -1,0 +1,10 @@
+#pragma once
+
+#include "host/literals/KelTextLiteral.h"
+
+/// One allowed value of an enumerated option: the identifier is the value, the text the label a person reads.
+class KEL_API KelBridgeEnumValueLiteral : public KelTextLiteral {
+public:
+    KelBridgeEnumValueLiteral(const KelString& identifier, const KelString& text) : KelTextLiteral(identifier, text) {}
+    ~KelBridgeEnumValueLiteral() override;
+};
