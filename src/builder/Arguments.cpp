@@ -1,0 +1,43 @@
+#include "builder/Arguments.h"
+
+#include "builder/BuilderState.h"
+#include "builder/Unattached.h"
+#include "host/model/KelArgument.h"
+#include "host/model/KelClass.h"
+#include "host/model/KelOperation.h"
+
+#include <memory>
+
+namespace rose {
+
+namespace {
+
+bool takesTemplateArguments(const KelClass* owner) {
+    return owner != nullptr && (owner->categoryType == KelClassCategoryType::parameterizedClass ||
+                                owner->categoryType == KelClassCategoryType::parameterizedClassUtility);
+}
+
+/// Adds the argument to its owner at the place behind those the owner has.
+template <class Owner>
+bool append(Owner& owner, KelArgument& argument) {
+    const bool added = owner.addArgument(&argument);
+    argument.position = static_cast<std::int16_t>(owner.arguments().count() - 1);
+    return added;
+}
+
+} // namespace
+
+void CreateArgument(char* name) {
+    auto made = std::make_unique<KelArgument>();
+    made->setName(name);
+    aArgument = attach(std::move(made), [](KelArgument* argument) {
+        if (keepOperation != nullptr) {
+            return append(*aOperation, *argument);
+        }
+        return takesTemplateArguments(aClass) && append(*aClass, *argument);
+    });
+    InNoteView = false;
+    activeObject = aArgument;
+}
+
+} // namespace rose

@@ -1,0 +1,135 @@
+#include "builder/Associations.h"
+
+#include "builder/BuilderState.h"
+#include "builder/ClassLookup.h"
+#include "builder/Unattached.h"
+#include "builder/indexes/Containers.h"
+#include "builder/report.h"
+#include "builder/unnamed.h"
+#include "host/model/KelAssociation.h"
+#include "host/model/KelAssociationRole.h"
+#include "host/model/KelClass.h"
+#include "host/model/KelDesignPackage.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <string_view>
+
+namespace rose {
+
+namespace {
+
+struct MultiplicityRow {
+    std::string_view cardinality;
+    const char* multiplicity;
+};
+
+constexpr std::array<MultiplicityRow, 4> multiplicities{{
+    {"0..n", "0..*"},
+    {"1..n", "1..*"},
+    {"1..1", "1"},
+    {"0..0", "0"},
+}};
+
+const char* multiplicityOf(const char* cardinality) {
+    const auto* row = std::find_if(multiplicities.begin(), multiplicities.end(), [cardinality](const auto& at) {
+        return at.cardinality == cardinality;
+    });
+    return row != multiplicities.end() ? row->multiplicity : cardinality;
+}
+
+/// One end of an association that stands for part of an association with a class of its own.
+struct End {
+    KelClass* associatedClass;
+    KelString multiplicity;
+};
+
+void addRole(KelAssociation& association, const End& end) {
+    auto made = std::make_unique<KelAssociationRole>();
+    made->multiplicity = end.multiplicity;
+    KelAssociationRole* role =
+        attach(std::move(made), [&](KelAssociationRole* added) { return association.addAssociationRole(added); });
+    role->addAssociatedClass(end.associatedClass);
+}
+
+/// Puts an association named after the classes at its ends into the current package.
+void createAssociationBetween(const End& first, const End& second) {
+    auto made = std::make_unique<KelAssociation>();
+    made->setName(first.associatedClass->getName() + "_" + second.associatedClass->getName());
+    addRole(*made, first);
+    addRole(*made, second);
+    attach(std::move(made), [](KelAssociation* association) { return place(*aPackage, *association); });
+}
+
+} // namespace
+
+void CreateAssociation(char* name) {
+    aRealization = nullptr;
+    aGeneral = nullptr;
+    aDependency = nullptr;
+    auto made = std::make_unique<KelAssociation>();
+    if (!isUnnamed(name)) {
+        made->setName(name);
+    }
+    aAssociation = attach(std::move(made), [name](KelAssociation* association) {
+        const bool placed = place(*aPackage, *association);
+        if (!placed) {
+            report(QEV_RRSE::ROS_I_ASSOCIATION_NOT_IN_PACKAGE, name);
+        }
+        return placed;
+    });
+    InNoteView = false;
+    activeObject = aAssociation;
+    aClass = nullptr;
+    candKey = nullptr;
+    forKey = nullptr;
+}
+
+void CreateAssociationRole(char* name) {
+    if (aAssociation == nullptr) {
+        return;
+    }
+    auto made = std::make_unique<KelAssociationRole>();
+    if (!isUnnamed(name)) {
+        made->setName(name);
+    }
+    aAssociationRole =
+        attach(std::move(made), [](KelAssociationRole* role) { return aAssociation->addAssociationRole(role); });
+    aAssociationRole->isNavigable = false;
+    activeObject = aAssociationRole;
+}
+
+void SetCardinality(char* text) {
+    if (activeObject == nullptr) {
+        return;
+    }
+    const char* multiplicity = multiplicityOf(text);
+    if (aAssociation != nullptr) {
+        if (aAssociationRole != nullptr) {
+            aAssociationRole->multiplicity = multiplicity;
+        }
+    } else if (aClass != nullptr) {
+        aClass->multiplicity = multiplicity;
+    }
+}
+
+void CreateAssociationClass(char* name) {
+    const KelAssociationRole* first = aAssociation != nullptr ? aAssociation->associationRoles()[0] : nullptr;
+    const KelAssociationRole* second = aAssociation != nullptr ? aAssociation->associationRoles()[1] : nullptr;
+    if (first == nullptr || second == nullptr || first->getAssociatedClass() == nullptr ||
+        second->getAssociatedClass() == nullptr) {
+        return;
+    }
+    keepOperation = nullptr;
+    const char* simpleName = stripDoubleColon(name);
+    report(QEV_RRSE::ROS_I_CREATING_ASSOCIATION, simpleName);
+    KelClass* associationClass = findAClass(simpleName, 0);
+    if (associationClass == nullptr) {
+        associationClass = createWaitingClass(simpleName);
+    }
+    createAssociationBetween({first->getAssociatedClass(), "1"}, {associationClass, second->multiplicity});
+    createAssociationBetween({associationClass, first->multiplicity}, {second->getAssociatedClass(), "1"});
+}
+
+} // namespace rose

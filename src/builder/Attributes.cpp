@@ -1,0 +1,51 @@
+#include "builder/Attributes.h"
+
+#include "builder/BuilderState.h"
+#include "builder/Unattached.h"
+#include "builder/report.h"
+#include "host/model/KelArgument.h"
+#include "host/model/KelAttribute.h"
+#include "host/model/KelClass.h"
+
+#include <memory>
+
+namespace rose {
+
+namespace {
+
+constexpr int privateVisibility = 2;
+
+} // namespace
+
+void CreateAttribute(char* name) {
+    report(QEV_RRSE::ROS_I_CREATING_ATTRIBUTE, name);
+    shadowAttribute = nullptr;
+    auto made = std::make_unique<KelAttribute>();
+    made->setName(name);
+    made->visibility = privateVisibility;
+    KelClass* owner = InQualifier ? nullptr : aClass;
+    aAttribute = attach(std::move(made),
+                        [owner](KelAttribute* added) { return owner != nullptr && owner->addAttribute(added); });
+    if (owner != nullptr) {
+        // A refused attribute gets a position, too.
+        aAttribute->position = static_cast<std::int16_t>(owner->getAttributeCount() - 1);
+    }
+    InNoteView = false;
+    activeObject = aAttribute;
+}
+
+void SetInitialValue(char* text) {
+    if (activeObject == nullptr) {
+        return;
+    }
+    if (activeObject->elementType == KelElementType::attribute) {
+        aAttribute->initialValue = text;
+        if (shadowAttribute != nullptr) {
+            shadowAttribute->initialValue = text;
+        }
+    } else if (activeObject->elementType == KelElementType::argument) {
+        aArgument->initialValue = text;
+    }
+}
+
+} // namespace rose

@@ -1,0 +1,64 @@
+#include "builder/ImportWatch.h"
+
+#include "builder/BuilderState.h"
+#include "builder/Unattached.h"
+#include "builder/indexes/Containers.h"
+#include "builder/indexes/PackageClasses.h"
+#include "builder/indexes/QuidRegistry.h"
+#include "builder/indexes/Relationships.h"
+#include "host/model/KelArgument.h"
+#include "host/model/KelAssociation.h"
+#include "host/model/KelAssociationRole.h"
+#include "host/model/KelAttribute.h"
+#include "host/model/KelCandidateKey.h"
+#include "host/model/KelClass.h"
+#include "host/model/KelClassDiagram.h"
+#include "host/model/KelDependency.h"
+#include "host/model/KelDesignPackage.h"
+#include "host/model/KelForeignKey.h"
+#include "host/model/KelGeneralization.h"
+#include "host/model/KelOperation.h"
+#include "host/model/KelRealization.h"
+#include "host/model/KelType.h"
+
+namespace rose {
+
+namespace {
+
+/// Sets every pointer that points to the object to null.
+template <class... Pointers>
+void forgetIn(const KelObject& object, Pointers&... pointers) noexcept {
+    ((pointers = pointers == &object ? nullptr : pointers), ...);
+}
+
+void leave(KelLinkTree& waiting, const KelObject& object) noexcept {
+    if (waiting.getCount() > 0) {
+        if (KelRBTree::Node* node = waiting.getNodeOf(&object); node != nullptr) {
+            waiting.removeNode(node);
+        }
+    }
+}
+
+} // namespace
+
+void ImportWatch::deleting(KelObject& object) noexcept {
+    forgetIn(object, aPackage, logicalViewPackage, aDiagram, aClass, aAttribute, shadowAttribute, aOperation,
+             keepOperation, aArgument, aBaseType, aAssociation, aAssociationRole, candKey, forKey, aGeneral,
+             aRealization, aDependency, activeObject);
+    forgetUnattached(object);
+    if (!object.isInstanceOf(KelElementType::modelElement)) {
+        return;
+    }
+    auto& element = static_cast<KelModelElement&>(object);
+    forgetElement(element);
+    forgetRelationships(element);
+    if (object.elementType == KelElementType::classObject) {
+        leave(toBeClasses, object);
+        PackageClasses::forget(static_cast<KelClass&>(object));
+    } else if (object.elementType == KelElementType::association) {
+        leave(toBeAssociations, object);
+        QuidRegistry::forget(static_cast<KelAssociation&>(object));
+    }
+}
+
+} // namespace rose

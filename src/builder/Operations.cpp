@@ -1,0 +1,59 @@
+#include "builder/Operations.h"
+
+#include "builder/BuilderState.h"
+#include "builder/Unattached.h"
+#include "host/model/KelClass.h"
+#include "host/model/KelOperation.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <string_view>
+
+namespace rose {
+
+namespace {
+
+struct ConcurrencyRow {
+    std::string_view text;
+    int onOperation;
+    int onClass;
+};
+
+constexpr std::array<ConcurrencyRow, 3> concurrencyCodes{{
+    {"Sequential", 0, 3},
+    {"Seqtial", 3, 0},
+    {"Guarded", 1, 1},
+}};
+constexpr ConcurrencyRow anyOtherText{"", 3, 3};
+
+const ConcurrencyRow& concurrencyOf(std::string_view text) {
+    const auto* row = std::find_if(concurrencyCodes.begin(), concurrencyCodes.end(),
+                                   [text](const ConcurrencyRow& at) { return at.text == text; });
+    return row != concurrencyCodes.end() ? *row : anyOtherText;
+}
+
+} // namespace
+
+void CreateOperation(char* name) {
+    auto made = std::make_unique<KelOperation>();
+    made->setName(name);
+    aOperation = attach(std::move(made),
+                        [](KelOperation* added) { return aClass != nullptr && aClass->addOperation(added); });
+    keepOperation = aOperation;
+    InNoteView = false;
+    activeObject = aOperation;
+}
+
+void Concurrency(char* text) {
+    if (text == nullptr) {
+        return;
+    }
+    if (keepOperation != nullptr) {
+        aOperation->concurrency = concurrencyOf(text).onOperation;
+    } else if (aClass != nullptr) {
+        aClass->concurrency = concurrencyOf(text).onClass;
+    }
+}
+
+} // namespace rose

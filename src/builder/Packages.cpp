@@ -1,0 +1,84 @@
+#include "builder/Packages.h"
+
+#include "builder/BuilderState.h"
+#include "builder/Unattached.h"
+#include "builder/report.h"
+#include "host/model/KelDesignPackage.h"
+#include "host/model/KelModel.h"
+
+#include <memory>
+
+namespace rose {
+
+namespace {
+
+// While the file is read, a package's toolId says how far its reading has come.
+constexpr int openMark = 1;
+constexpr int closedMark = -1;
+
+/// The parent that the current package, when the new one begins, gives it; null when it gives none.
+KelPackage* parentFor(const KelDesignPackage& created, KelDesignPackage* current) {
+    if (current == nullptr) {
+        return &created != logicalViewPackage ? logicalViewPackage : nullptr;
+    }
+    return current->toolId == closedMark ? current->getParentPackage() : current;
+}
+
+KelDesignPackage* asDesignPackage(KelPackage* package) {
+    const bool isDesign = package != nullptr && package->elementType == KelElementType::designPackage;
+    return isDesign ? static_cast<KelDesignPackage*>(package) : nullptr;
+}
+
+} // namespace
+
+void CreatePackage(char* name) {
+    const std::string_view category(name);
+    if (!startPackages) {
+        if (category != "Logical View") {
+            return;
+        }
+        startPackages = true;
+    }
+    if (category == "Use Case View" || InUseCaseView > 0) {
+        ++InUseCaseView;
+        return;
+    }
+    report(QEV_RRSE::ROS_I_CREATING_PACKAGE, category);
+
+    auto made = std::make_unique<KelDesignPackage>();
+    KelDesignPackage* created = made.get();
+    KelDesignPackage* previous = aPackage;
+    aPackage = created;
+    if (category == "Logical View") {
+        logicalViewPackage = created;
+    }
+    if (KelPackage* parent = parentFor(*created, previous); parent != nullptr) {
+        parent->addChildPackage(created);
+    }
+    created->setName(name);
+    // Refused for a package that has a parent, so only one without becomes a top-level package.
+    aModel->addChildPackage(created);
+    static_cast<void>(made.release());
+    packages.add(created, true, nullptr);
+    created->toolId = openMark;
+    activeObject = created;
+    InNoteView = false;
+    aDiagram = nullptr;
+}
+
+void ClosePackage() {
+    if (InUseCaseView > 0) {
+        --InUseCaseView;
+    }
+    if (aPackage == nullptr) {
+        return;
+    }
+    if (aPackage->toolId == closedMark) {
+        aPackage = asDesignPackage(aPackage->getParentPackage());
+    }
+    if (aPackage != nullptr) {
+        aPackage->toolId = closedMark;
+    }
+}
+
+} // namespace rose

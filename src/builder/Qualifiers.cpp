@@ -1,0 +1,98 @@
+#include "builder/Qualifiers.h"
+
+#include "builder/Attributes.h"
+#include "builder/BuilderState.h"
+#include "builder/Unattached.h"
+#include "builder/placeAttribute.h"
+#include "host/model/KelAssociation.h"
+#include "host/model/KelAssociationRole.h"
+#include "host/model/KelAttribute.h"
+#include "host/model/KelCandidateKey.h"
+#include "host/model/KelClass.h"
+#include "host/model/KelForeignKey.h"
+
+#include <memory>
+
+namespace rose {
+
+namespace {
+
+/// The primary key of the class, made with the qualifier's name if the class has none.
+KelCandidateKey* primaryKeyOf(KelClass& qualified, const char* name) {
+    if (KelCandidateKey* primary = qualified.getPrimaryKey(); primary != nullptr) {
+        return primary;
+    }
+    auto made = std::make_unique<KelCandidateKey>();
+    made->setName(name);
+    made->userDefined = true;
+    KelCandidateKey* key = attach(std::move(made), [&](KelCandidateKey* added) { return qualified.addKey(added); });
+    key->addPrimaryOfClass(&qualified);
+    return key;
+}
+
+/// A copy of the qualifier, to stand for it in the class at the other end. It belongs to nothing yet.
+KelAttribute* createShadow(const KelAttribute& qualifier) {
+    auto made = std::make_unique<KelAttribute>(qualifier);
+    KelAttribute* shadow = made.get();
+    keepUnattached(std::move(made));
+    return shadow;
+}
+
+/// The first role of the association that is not the given one, or null.
+KelAssociationRole* otherRole(const KelAssociationRole& role) {
+    if (role.getAssociation() != nullptr) {
+        for (KelAssociationRole* other : role.getAssociation()->associationRoles()) {
+            if (other != &role) {
+                return other;
+            }
+        }
+    }
+    return nullptr;
+}
+
+/// The class at the other end of the association, or null as long as there is none.
+KelClass* classOf(const KelAssociationRole* role) { return role != nullptr ? role->getAssociatedClass() : nullptr; }
+
+/// A new foreign key for the qualified key, which the other end gets if it is known.
+KelForeignKey* createForeignKey(KelCandidateKey& qualified, KelAssociationRole* other) {
+    auto made = std::make_unique<KelForeignKey>();
+    made->addCandidateKey(&qualified);
+    KelForeignKey* key = attach(std::move(made), [&](KelForeignKey* added) {
+        return classOf(other) != nullptr && classOf(other)->addKey(added);
+    });
+    if (other != nullptr) {
+        other->addForeignKey(key);
+    }
+    return key;
+}
+
+} // namespace
+
+void CreateKeyAttribute(char* name) {
+    KelClass* qualified = classOf(aAssociationRole);
+    if (qualified == nullptr) {
+        return;
+    }
+    aGeneral = nullptr;
+    aRealization = nullptr;
+    aDependency = nullptr;
+    CreateAttribute(name);
+    if (candKey == nullptr) {
+        candKey = primaryKeyOf(*qualified, name);
+    }
+    aAttribute = placeAttribute(*aAttribute, *qualified);
+    activeObject = aAttribute;
+    candKey->addAttribute(aAttribute);
+
+    shadowAttribute = createShadow(*aAttribute);
+    KelAssociationRole* other = otherRole(*aAssociationRole);
+    if (forKey == nullptr) {
+        forKey = createForeignKey(*candKey, other);
+    }
+    if (KelClass* opposite = classOf(other); opposite != nullptr) {
+        shadowAttribute = placeAttribute(*shadowAttribute, *opposite);
+    }
+    forKey->addAttribute(shadowAttribute);
+}
+
+} // namespace rose

@@ -1,0 +1,41 @@
+#include "builder/Types.h"
+
+#include "builder/BuilderState.h"
+#include "builder/ClassLookup.h"
+#include "builder/ModelTypes.h"
+#include "builder/report.h"
+#include "host/model/KelArgument.h"
+#include "host/model/KelAttribute.h"
+#include "host/model/KelOperation.h"
+#include "host/model/KelType.h"
+
+namespace rose {
+
+void ConnectType(char* text) {
+    if (text == nullptr) {
+        return;
+    }
+    report(QEV_RRSE::ROS_I_CONNECTING_TYPE, text);
+    aBaseType = findOrCreateType(stripDoubleColon(text));
+    if (activeObject == nullptr) {
+        return;
+    }
+    if (activeObject->elementType == KelElementType::attribute) {
+        aAttribute->addType(aBaseType);
+        if (shadowAttribute != nullptr) {
+            shadowAttribute->addType(aBaseType);
+        }
+    } else if (activeObject->elementType == KelElementType::argument) {
+        aArgument->addType(aBaseType);
+    }
+}
+
+void ConnectReturnType(char* text) {
+    if (aOperation == nullptr) {
+        return;
+    }
+    aBaseType = findOrCreateType(text);
+    aOperation->addReturnType(aBaseType);
+}
+
+} // namespace rose

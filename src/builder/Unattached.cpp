@@ -1,0 +1,36 @@
+#include "builder/Unattached.h"
+
+#include "host/model/links/KelPointerHash.h"
+
+#include <tsl/robin_set.h>
+
+namespace rose {
+
+namespace {
+
+tsl::robin_set<const KelObject*, KelPointerHash> unattached;
+
+} // namespace
+
+void keepUnattached(std::unique_ptr<KelObject> object) {
+    unattached.insert(object.get());
+    static_cast<void>(object.release());
+}
+
+void forgetUnattached(const KelObject& object) noexcept {
+    if (!unattached.empty()) {
+        unattached.erase(&object);
+    }
+}
+
+void deleteUnattached() noexcept {
+    while (!unattached.empty()) {
+        const KelObject* object = *unattached.begin();
+        unattached.erase(unattached.begin());
+        if (object->getParent() == nullptr) {
+            delete object;
+        }
+    }
+}
+
+} // namespace rose
