@@ -1,0 +1,113 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+namespace rose {
+
+/// The stream that the scanner reads. Set by `RoseLexImport`; neither rewound nor closed here.
+extern std::FILE* yyin;
+/// The current match, NUL-terminated while an action runs and valid until it returns. Moves when the buffer does.
+extern char* yytext;
+/// The length of the current match in bytes, at least 1.
+extern std::size_t yyleng;
+
+/// The next byte of the input, 0 to 255, which is thereby consumed; -1 at the end of the input.
+int yyinput();
+/// Puts `character` in front of the current input position: the next `yyinput` or the next match starts with it.
+/// `matchStart` is the start of the current match (`yytext`), which follows when the buffered text has to move.
+void yyunput(int character, char* matchStart);
+
+/// A place in the input: bytes since the scan began. It stays good when the buffered text moves.
+using Position = std::int64_t;
+
+/// The buffered window on the stream `yyin`: the text that must stay, and what was read behind it.
+///
+/// The text lies between two margins, so that bytes just outside it can be loaded; those right behind it are NUL.
+/// The buffer is made by the first `refill`, doubles when the text that must stay fills it, and is kept for the next
+/// scan; it is never freed. What goes wrong here ends the process (FatalConditions.h).
+class InputLayer {
+public:
+    /// Room for loads in front of the text and behind it.
+    static constexpr std::size_t frontMargin = 16;
+    static constexpr std::size_t backMargin = 64;
+
+    constexpr InputLayer() = default;
+    InputLayer(const InputLayer&) = delete;
+    InputLayer& operator=(const InputLayer&) = delete;
+
+    /// Forgets the buffered text, the current match and the end of the input: the next byte is read from `yyin`.
+    void startOver();
+
+    [[nodiscard]] char* at(Position position) const { return text_ + (position - origin_); }
+    /// The first byte that no match and no `get` has consumed.
+    [[nodiscard]] Position cursor() const { return cursor_; }
+    /// Where the buffered text ends.
+    [[nodiscard]] Position limit() const { return limit_; }
+    /// Whether the stream has no more than what is buffered.
+    [[nodiscard]] bool ended() const { return ended_; }
+
+    void moveCursor(Position position) { cursor_ = position; }
+
+    /// Reads on behind the buffered text. Text before `keep` is dropped. Reads at least as much as was kept, so that
+    /// starting a search again after each refill costs no more than twice the text; false at the end of the input.
+    bool refill(Position keep);
+
+    /// Makes [`begin`, `end`) the current match and `end` the cursor.
+    void beginMatch(Position begin, Position end);
+    /// Ends the current match; its text is no longer NUL-terminated.
+    void endMatch();
+
+    /// Makes sure that a byte is left to consume; false at the end of the input. The current match stays as it is.
+    bool fill();
+    /// The bytes that are left of the buffered text, until the next call that is not const.
+    /// PRECONDITION: something was consumed since the current match began; the first byte behind it is covered.
+    [[nodiscard]] std::string_view unread() const { return {at(cursor_), static_cast<std::size_t>(limit_ - cursor_)}; }
+    /// As `yyinput`; the current match stays as it is.
+    int get();
+    /// As `yyunput`; returns by how many bytes the buffered text moved.
+    std::ptrdiff_t unget(char character);
+    /// Whether `unget` has put anything but what had been there since the last call.
+    bool takeRewritten();
+
+    /// What a test may set before a scan: the sizes of a new buffer and of one read, and who allocates.
+    struct TestSettings {
+        std::size_t bufferSize = 16384;
+        std::size_t readSize = 8192;
+        void* (*reallocate)(void*, std::size_t) = std::realloc;
+    };
+    /// Frees the buffer, so that the next scan starts with one made to these settings.
+    void TESTING_ONLY_rebuild(const TestSettings& settings);
+
+private:
+    void terminateMatch();
+    void unterminateMatch();
+    void allocate();
+    void grow();
+    void moveTextTo(std::ptrdiff_t offset);
+    std::ptrdiff_t moveTextToEnd();
+    std::size_t read(char* target, std::size_t size);
+
+    char* buffer_ = nullptr; // frontMargin, capacity_, backMargin bytes; never freed
+    char* text_ = nullptr;   // buffer_ + frontMargin
+    std::size_t capacity_ = 0;
+    Position origin_ = 0; // the position of text_[0]
+    Position begin_ = 0;  // the first buffered byte
+    Position limit_ = 0;
+    Position cursor_ = 0;
+    Position matchBegin_ = 0;
+    Position matchEnd_ = 0;
+    bool inMatch_ = false;
+    char behindMatch_ = 0; // the byte that the match's NUL stands on
+    bool ended_ = false;
+    bool rewritten_ = false;
+    TestSettings settings_{};
+};
+
+/// The scanner's only input: like the rest of its state there is one in the process, unlocked.
+extern InputLayer scannerInput;
+
+} // namespace rose

@@ -1,0 +1,24 @@
+#include "scanner/Actions.h"
+
+#include "builder/BuilderState.h"
+#include "builder/ClassDiagrams.h"
+#include "builder/Packages.h"
+#include "scanner/actionParts.h"
+
+namespace rose {
+
+void closePackage(const Reading&) { ClosePackage(); }
+
+void createPackage(const Reading& reading) {
+    objectMechanism = false;
+    give(CreatePackage, reading);
+}
+
+void createClassDiagram(const Reading& reading) {
+    objectMechanism = false;
+    give(CreateClassDiagram, reading);
+}
+
+void enterMechanism(const Reading&) { objectMechanism = true; }
+
+} // namespace rose

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "scanner/ByteRuns.h"
+#include "scanner/Keywords.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
+namespace rose {
+
+/// A pattern made ready for comparing: where its keyword's family has been seen, `isAt` compares the rest of the
+/// literal's first part in a fixed number of steps.
+struct Probe {
+    static constexpr std::size_t chunks = 3;
+
+    std::uint64_t prefix = 0; ///< the eight bytes before the keyword, those of no concern masked out
+    std::uint64_t prefixMask = 0;
+    std::array<std::uint64_t, chunks> rest{}; ///< the bytes behind the letters of the family, likewise
+    std::array<std::uint64_t, chunks> restMask{};
+    std::uint8_t prefixLength = 0;
+    std::uint8_t keywordLength = 0;
+    char leadBlank = ' '; ///< what the lead may hold besides spaces
+    Tail tail = Tail::noTail;
+    std::ptrdiff_t leadMinimum = 0; ///< the length of the lead
+    std::ptrdiff_t leadMaximum = 0;
+    std::uint8_t index = 0; ///< into `patterns`
+
+    Probe() = default;
+    explicit constexpr Probe(std::uint8_t patternIndex);
+
+    /// Whether the literal's first part stands around the keyword whose first letters are at `word`. Reads 8 bytes
+    /// before it and `startLength` + 8 * `chunks` bytes from it on.
+    [[nodiscard]] bool isAt(const char* word) const {
+        std::uint64_t difference = (bytes::load64(word - 8) ^ prefix) & prefixMask;
+        for (std::size_t chunk = 0; chunk < chunks; ++chunk) {
+            difference |= (bytes::load64(word + keywords::startLength + 8 * chunk) ^ rest[chunk]) & restMask[chunk];
+        }
+        return difference == 0;
+    }
+};
+
+constexpr Probe::Probe(std::uint8_t patternIndex) : index(patternIndex) {
+    constexpr std::ptrdiff_t any = std::numeric_limits<std::ptrdiff_t>::max();
+    const Pattern& pattern = patterns[patternIndex];
+    const auto place = [](std::uint64_t& word, std::uint64_t& mask, std::size_t at, char byte) {
+        word |= static_cast<std::uint64_t>(static_cast<unsigned char>(byte)) << (8 * at);
+        mask |= std::uint64_t{0xFF} << (8 * at);
+    };
+    const std::string_view literal = pattern.literal.first;
+    prefixLength = static_cast<std::uint8_t>(keywords::prefixLength(pattern));
+    keywordLength = static_cast<std::uint8_t>(literal.size() - prefixLength);
+    for (std::size_t at = 0; at < prefixLength; ++at) {
+        place(prefix, prefixMask, 8 - prefixLength + at, literal[at]);
+    }
+    for (std::size_t at = keywords::startLength; at < keywordLength; ++at) {
+        const std::size_t offset = at - keywords::startLength;
+        place(rest[offset / 8], restMask[offset / 8], offset % 8, literal[prefixLength + at]);
+    }
+    tail = pattern.tail;
+    leadMinimum = pattern.lead == Lead::oneBlank || pattern.lead == Lead::blanks ? 1 : 0;
+    leadMaximum = pattern.lead == Lead::noLead ? 0 : pattern.lead == Lead::oneBlank ? 1 : any;
+    leadBlank = pattern.lead == Lead::optionalSpaces ? ' ' : '\t';
+}
+
+static_assert(keywords::longestPrefix <= 8);
+static_assert(keywords::longestKeyword <= keywords::startLength + 8 * Probe::chunks);
+
+/// The probes of all patterns, each family's side by side.
+inline constexpr std::array<Probe, ruleCount> probes = [] {
+    std::array<Probe, ruleCount> result{};
+    for (std::size_t place = 0; place < ruleCount; ++place) {
+        result[place] = Probe(keywords::byFamily[place]);
+    }
+    return result;
+}();
+
+} // namespace rose

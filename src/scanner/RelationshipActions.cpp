@@ -1,0 +1,67 @@
+#include "scanner/Actions.h"
+
+#include "builder/Associations.h"
+#include "builder/Binding.h"
+#include "builder/BuilderState.h"
+#include "builder/Quids.h"
+#include "builder/Relationships.h"
+#include "host/model/KelAssociation.h"
+#include "host/model/KelAssociationRole.h"
+#include "scanner/actionParts.h"
+
+namespace rose {
+
+void createAssociation(const Reading& reading) {
+    objectMechanism = false;
+    give(CreateAssociation, reading);
+}
+
+void createAssociationRole(const Reading& reading) { give(CreateAssociationRole, reading); }
+
+void createAssociationClass(const Reading& reading) { give(CreateAssociationClass, reading); }
+
+void setCardinality(const Reading& reading) { give(SetCardinality, reading); }
+
+void setNavigable(const Reading& reading) {
+    if (aAssociationRole != nullptr && saysTrue(reading)) {
+        aAssociationRole->isNavigable = true;
+    }
+}
+
+/// Of an association with both roles only the current one is the aggregate.
+void markAggregation(const Reading& reading) {
+    if (aAssociation == nullptr || aAssociationRole == nullptr || !saysTrue(reading)) {
+        return;
+    }
+    aAssociation->isAggregation = true;
+    const KelLinks<KelAssociationRole> roles = aAssociation->associationRoles();
+    if (roles.count() < 2) {
+        return;
+    }
+    aAssociationRole->isAggregate = true;
+    for (KelAssociationRole* role : roles) {
+        if (role != aAssociationRole) {
+            role->isAggregate = false;
+        }
+    }
+}
+
+void enterQualifier(const Reading&) { InQualifier = true; }
+
+void setQuid(const Reading& reading) { give(SetQuid, reading); }
+
+void createGeneralization(const Reading&) { CreateGeneralization(); }
+
+void createRealization(const Reading&) { CreateRealization(); }
+
+void createDependency(const Reading&) { CreateDependency(); }
+
+void bindSupplier(const Reading& reading) {
+    give(CreateBinding, reading);
+    InGeneralizationView = false;
+    InRealizationView = false;
+    InUsesView = false;
+    InAssociationRoleView = false;
+}
+
+} // namespace rose

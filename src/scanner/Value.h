@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+
+namespace rose {
+
+/// A value read from the input: a NUL-terminated byte array of the file's raw bytes, or nothing.
+///
+/// Owns its array. `text()` stays good until the value is destroyed, moved from or assigned to; whoever is given that
+/// pointer copies what it keeps. All of a value's memory is managed here.
+class Value {
+public:
+    /// No value.
+    Value() = default;
+    /// An empty value with room for `capacity` bytes.
+    explicit Value(std::size_t capacity) : text_(new char[capacity + 1]) { text_[0] = 0; }
+    /// A copy of `text`; throws `std::bad_alloc` as the other constructor does.
+    explicit Value(std::string_view text) : Value(text.size()) { append(text); }
+
+    /// The array, or null when there is no value.
+    [[nodiscard]] char* text() const { return text_.get(); }
+    [[nodiscard]] explicit operator bool() const { return text_ != nullptr; }
+
+    /// Adds `text` at the end. PRECONDITION: the room given at construction suffices.
+    void append(std::string_view text) {
+        text.copy(text_.get() + length_, text.size());
+        length_ += text.size();
+        text_[length_] = 0;
+    }
+
+private:
+    std::unique_ptr<char[]> text_;
+    std::size_t length_ = 0;
+};
+
+} // namespace rose
