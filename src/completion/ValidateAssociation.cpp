@@ -1,0 +1,113 @@
+#include "completion/ValidateAssociation.h"
+
+#include "builder/Unattached.h"
+#include "builder/unnamed.h"
+#include "completion/checkToBeClasses.h"
+#include "host/model/KelAssociation.h"
+#include "host/model/KelAssociationRole.h"
+#include "host/model/KelAttribute.h"
+#include "host/model/KelCandidateKey.h"
+#include "host/model/KelClass.h"
+#include "host/model/KelForeignKey.h"
+
+#include <memory>
+
+namespace rose {
+
+namespace {
+
+bool isOrphan(const KelAssociationRole& role) {
+    const KelClass* associated = role.getAssociatedClass();
+    return associated == nullptr || findClassInRemainingFoodStuffs(associated->getName());
+}
+
+/// Detaches the association when one of its roles has no class in a package; whether it did.
+bool detachOrphan(KelAssociation& association) {
+    for (const KelAssociationRole* role : association.associationRoles()) {
+        if (isOrphan(*role)) {
+            while (association.removeDiagram(association.diagrams().count() - 1)) {
+            }
+            association.removeDesignPackage();
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Deletes the qualifiers that the foreign key and its candidate key stand for, and the candidate key when nothing
+/// is left of it.
+void deleteQualifiers(KelForeignKey& key) {
+    while (KelAttribute* shadow = key.attributes().first()) {
+        const KelCandidateKey* candidate = key.getCandidateKey();
+        KelAttribute* qualifier = candidate != nullptr ? candidate->attributes().findNamed(shadow->getName()) : nullptr;
+        if (qualifier != shadow) {
+            delete qualifier;
+        }
+        delete shadow;
+    }
+    if (KelCandidateKey* candidate = key.getCandidateKey();
+        candidate != nullptr && candidate->attributes().isEmpty()) {
+        delete candidate;
+    }
+}
+
+void deleteAssociation(KelAssociation* association) {
+    for (const KelAssociationRole* role : association->associationRoles()) {
+        if (KelForeignKey* key = role->foreignKeys().first(); key != nullptr) {
+            deleteQualifiers(*key);
+        }
+    }
+    delete association;
+}
+
+/// The first key of the class; a primary key is made if it has none.
+KelKey* classKeyOf(KelClass& owner) {
+    if (KelKey* key = owner.keys().first(); key != nullptr) {
+        return key;
+    }
+    auto made = std::make_unique<KelCandidateKey>();
+    made->userDefined = true;
+    KelCandidateKey* key = attach(std::move(made), [&](KelCandidateKey* added) { return owner.addKey(added); });
+    key->addPrimaryOfClass(&owner);
+    return key;
+}
+
+/// Makes the attributes of the foreign key part of the key of their class.
+void addToClassKey(const KelForeignKey& key) {
+    const KelAttribute* first = key.attributes().first();
+    KelClass* owner = first != nullptr ? first->getAssociatedClass() : nullptr;
+    if (owner == nullptr) {
+        return;
+    }
+    KelKey* classKey = classKeyOf(*owner);
+    for (KelAttribute* attribute : key.attributes()) {
+        classKey->addAttribute(attribute);
+    }
+}
+
+} // namespace
+
+bool ValidateAssociation(KelAssociation* association) {
+    const auto roles = association->associationRoles();
+    bool removed = detachOrphan(*association);
+    if (roles.count() < 2) {
+        removed = true;
+    } else {
+        setSourceProperty(roles[0], roles[1]);
+    }
+    if (removed) {
+        deleteAssociation(association);
+        return true;
+    }
+    for (KelAssociationRole* role : roles) {
+        if (const KelForeignKey* key = role->foreignKeys().first(); association->isAggregation && key != nullptr) {
+            addToClassKey(*key);
+        }
+        if (role->getName().view().starts_with(unnamedMark)) {
+            role->setName(emptyString);
+        }
+    }
+    return false;
+}
+
+} // namespace rose

@@ -1,0 +1,33 @@
+#include "completion/checkToBeClasses.h"
+
+#include "builder/BuilderState.h"
+#include "builder/Unattached.h"
+#include "builder/report.h"
+#include "host/model/KelClass.h"
+#include "host/model/KelDesignPackage.h"
+#include "host/model/KelModel.h"
+
+#include <memory>
+
+namespace rose {
+
+void checkToBeClasses() {
+    if (toBeClasses.getCount() == 0) {
+        return;
+    }
+    KelDesignPackage* home =
+        attach(std::make_unique<KelDesignPackage>(), [](KelDesignPackage* made) { return aModel->addChildPackage(made); });
+    home->setName("Use Case Classes in Class Diagrams");
+    for (KelRBTree::Node* node = toBeClasses.firstNode(); node != nullptr; node = KelRBTree::nextNode(node)) {
+        aClass = static_cast<KelClass*>(const_cast<void*>(KelRBTree::element(node)));
+        home->addModelElement(aClass);
+    }
+    toBeClasses.empty();
+}
+
+bool findClassInRemainingFoodStuffs(const KelString& name) {
+    report(QEV_RRSE::ROS_I_CLASS_NAME_TO_BE_FOUND, name.view());
+    return toBeClasses.findFirst(&name, nullptr) != nullptr;
+}
+
+} // namespace rose

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace rose {
+
+/// Ends an import, whichever way it went: frees the quids, resets the view numbers, deletes what still waits or
+/// was attached to nothing, empties the lists and indexes, and closes the file. To be called with `aModel` set.
+void cleanup();
+
+} // namespace rose

@@ -1,0 +1,98 @@
+#include "types/setRoseTypes.h"
+
+#include "builder/BuilderState.h"
+#include "host/model/KelArgument.h"
+#include "host/model/KelBaseType.h"
+#include "host/model/KelDerivedType.h"
+#include "host/model/KelModel.h"
+#include "host/model/KelOperation.h"
+#include "host/options/KelOptionList.h"
+#include "host/types/createBaseType.h"
+#include "literals/QEV_RRSE.h"
+#include "types/BaseTypes.h"
+#include "types/ConvertedTypes.h"
+#include "types/ReferenceCounts.h"
+#include "types/convertCPLUSPLUStype.h"
+#include "types/convertORACLEtype.h"
+
+#include <memory>
+
+namespace rose {
+
+namespace {
+
+using Converter = KelConcreteType* (*)(KelModel*, KelDerivedType*);
+
+/// The converter for the target system that the user chose.
+Converter chosenConverter() {
+    const KelString target = theOptions->getValue(QEV_RRSE::BP_SUPPORTED_TYPES.getName());
+    const bool isOracle = target == QEV_RRSE::BP_SUPPORTED_TYPES_ENUM_ORACLE_7_X___8.getIdentifier();
+    return isOracle ? convertORACLEtype : convertCPLUSPLUStype;
+}
+
+/// A new base type in the conversion model.
+KelBaseType* makeBase(KelModel& conversion, const char* name) {
+    std::unique_ptr<KelBaseType> made(createBaseType(name));
+    conversion.addType(made.get());
+    return made.release();
+}
+
+void makeBases(KelModel& conversion) {
+    undefined = makeBase(conversion, "undefined");
+    charBase = makeBase(conversion, "char");
+    intBase = makeBase(conversion, "int");
+    numberBase = makeBase(conversion, "number");
+    binBase = makeBase(conversion, "binary");
+}
+
+/// Moves the arguments of the old type that something else knows as well; the others stay without a type.
+void moveArguments(KelType& from, KelType& to) {
+    while (KelArgument* argument = from.arguments().first()) {
+        const unsigned int links = ArgumentIsReferenced(*argument);
+        from.removeArgument(0);
+        if (links - 1 > 0) {
+            to.addArgument(argument);
+        }
+    }
+}
+
+void moveOperations(KelType& from, KelType& to) {
+    while (KelOperation* operation = from.operations().first()) {
+        from.removeOperation(0);
+        to.addOperation(operation);
+    }
+}
+
+/// Replaces one declared type. What becomes of it is its converter's choice: it goes into the conversion model, or
+/// it is deleted here.
+void convert(KelModel& conversion, std::unique_ptr<KelDerivedType> declared, Converter converter) {
+    KelType* converted = converter(&conversion, declared.get());
+    KelDerivedType& old = *declared;
+    if (declared->getModel() == &conversion) {
+        static_cast<void>(declared.release());
+    }
+    moveArguments(old, *converted);
+    moveOperations(old, *converted);
+}
+
+} // namespace
+
+void setRoseTypes(KelModel* model) {
+    KelModel conversion;
+    const ConvertedTypes::Scope results;
+    makeBases(conversion);
+    const Converter converter = chosenConverter();
+    while (KelType* declared = model->types().first()) {
+        model->removeType(0);
+        convert(conversion, std::unique_ptr<KelDerivedType>(static_cast<KelDerivedType*>(declared)), converter);
+    }
+    while (KelType* converted = conversion.types().first()) {
+        conversion.removeType(converted);
+        std::unique_ptr<KelType> kept(converted);
+        if (kept->isReferenced() && model->addType(kept.get())) {
+            static_cast<void>(kept.release());
+        }
+    }
+}
+
+} // namespace rose
