@@ -1,0 +1,77 @@
+#include "bridge/EncodingConversion.h"
+#include "bridge/KelIbmRationalRose40ImportDllInterface.h"
+#include "bridge/ModelFile.h"
+#include "builder/BuilderState.h"
+#include "builder/ImportWatch.h"
+#include "completion/checkToBeClasses.h"
+#include "completion/cleanup.h"
+#include "completion/ValidateModel.h"
+#include "host/bridge/HOLST.h"
+#include "host/bridge/generateMetadataOrigin.h"
+#include "host/encoding/localeText.h"
+#include "host/literals/HOCM.h"
+#include "host/log/KelException.h"
+#include "host/model/KelMetadataOrigin.h"
+#include "host/model/KelModel.h"
+#include "host/options/KelOption.h"
+#include "host/options/KelOptionList.h"
+#include "literals/QEV_RRSE.h"
+#include "scanner/RoseLexImport.h"
+#include "types/setRoseTypes.h"
+
+namespace {
+
+/// The path of the model file in the local encoding; empty when the options do not give one.
+KelString modelPath(const KelOptionList& options) {
+    const void* found = options.getOptions().findFirst(&QEV_RRSE::BP_FILE.getName(), nullptr);
+    return found != nullptr ? utf8ToLocale(static_cast<const KelOption*>(found)->getValue().text()) : KelString();
+}
+
+/// Notes on the model where it comes from. The model owns the origin.
+KelMetadataOrigin& addOrigin(KelModel& model, const KelString& bridgeId, const KelString& path) {
+    KelMetadataOrigin* origin = generateMetadataOrigin(HOLST::BRIDGE_SPEC_IBMRATIONALROSE40_IMPORT, bridgeId);
+    model.addMetadataOrigin(origin);
+    origin->sourceFormat = "MDL";
+    origin->sourceKind = "OBJ";
+    origin->sourcePath = path;
+    return *origin;
+}
+
+/// Fills the model; whatever fails leaves as an exception.
+void import(const KelString& bridgeId, KelModel& model, KelOptionList& options, KelLog& log,
+            const KelString& encodingName) {
+    const KelString localPath = modelPath(options);
+    rose::openModelFile(localPath);
+    model.setName(computeNameFromPath(localPath, encodingName));
+    rose::RoseLexImport(rose::theFile);
+    rose::checkToBeClasses();
+    rose::ValidateModel();
+    rose::setRoseTypes(&model);
+    KelMetadataOrigin& origin = addOrigin(model, bridgeId, localPath);
+    rose::convertTexts(model, origin, encodingName, log);
+}
+
+} // namespace
+
+bool KelIbmRationalRose40ImportDllInterface::run(const KelString& bridgeId, KelModel& model, KelOptionList& options,
+                                                 KelLog& log) {
+    rose::localLog = &log;
+    rose::aModel = &model;
+    const KelString encodingName = options.getValue(QEV_RRSE::BP_ENCODING.getName());
+    rose::theOptions = &options;
+    rose::resetBuilderState();
+    const rose::ImportWatch watch;
+    try {
+        import(bridgeId, model, options, log, encodingName);
+    } catch (const KelException&) {
+        rose::cleanup();
+        model.recursiveDelete();
+        throw;
+    } catch (...) {
+        rose::cleanup();
+        model.recursiveDelete();
+        HOCM::BRIDGE_UNEXPECTED_ERROR.throwException(QEV_RRSE::DOCUMENT_ID);
+    }
+    rose::cleanup();
+    return true;
+}
