@@ -1,0 +1,35 @@
+#include "export/BufferedOutput.h"
+
+#include <algorithm>
+
+namespace exporter {
+
+BufferedOutput::BufferedOutput(Output& output) : output_(output), buffer_(std::make_unique<char[]>(capacity)) {}
+
+void BufferedOutput::put(std::string_view bytes) {
+    if (bytes.size() > capacity - length_) {
+        flush();
+    }
+    if (bytes.size() > capacity) {
+        output_.write(bytes);
+        return;
+    }
+    std::copy(bytes.begin(), bytes.end(), buffer_.get() + length_);
+    length_ += bytes.size();
+}
+
+void BufferedOutput::putRepeated(char byte, std::size_t count) {
+    for (; count > 0; --count) {
+        put(byte);
+    }
+}
+
+void BufferedOutput::flush() {
+    const std::string_view gathered(buffer_.get(), length_);
+    length_ = 0;
+    if (!gathered.empty()) {
+        output_.write(gathered);
+    }
+}
+
+} // namespace exporter

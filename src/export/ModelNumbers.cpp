@@ -1,0 +1,54 @@
+#include "export/ModelNumbers.h"
+
+#include "export/JsonMembers.h"
+#include "export/jsonForms.h"
+#include "export/utf8.h"
+#include "host/model/KelModel.h"
+
+namespace exporter {
+
+namespace {
+
+/// Looks at every text that a form writes.
+class TextCheck final : public JsonMembers {
+public:
+    explicit TextCheck(bool& allValid) : allValid_(allValid) {}
+
+    void text(const char* /*member*/, const KelString& value) override { entry(value); }
+    void entry(const KelString& text) override { allValid_ = allValid_ && isValidUtf8(text.view()); }
+    void word(const char* /*member*/, const char* /*value*/) override {}
+    void number(const char* /*member*/, std::int32_t /*value*/) override {}
+    void trueFlag(const char* /*member*/) override {}
+    void reference(const char* /*member*/, const KelObject* /*target*/) override {}
+    void references(const char* /*member*/, std::span<const KelObject* const> /*targets*/) override {}
+    void startList(const char* /*member*/) override {}
+    void endList() override {}
+    void startEntry() override {}
+    void endEntry() override {}
+    void startObject(const char* /*member*/) override {}
+    void endObject() override {}
+
+private:
+    bool& allValid_;
+};
+
+} // namespace
+
+ModelNumbers::ModelNumbers(const KelModel& model) {
+    walkModel(model, documentParts, *this);
+}
+
+std::uint32_t ModelNumbers::numberOf(const KelObject* object) const {
+    const auto found = numbers_.find(object);
+    return found != numbers_.end() ? found->second : 0;
+}
+
+void ModelNumbers::enter(const KelObject& object) {
+    numbers_.try_emplace(&object, static_cast<std::uint32_t>(numbers_.size()) + 1);
+    if (textsValid_) {
+        TextCheck check(textsValid_);
+        jsonFormOf(object).writeMembers(object, check);
+    }
+}
+
+} // namespace exporter

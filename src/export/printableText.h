@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace exporter {
+
+/// `text` so that a terminal only shows it: every character that could move the cursor, start an escape sequence
+/// or turn the direction of writing is spelled out ("\n", "\x1b", "\u{202e}"), and so is every byte that is not
+/// part of valid UTF-8 ("\xe9"). The result is valid UTF-8 of one line.
+[[nodiscard]] std::string printableText(std::string_view text);
+
+} // namespace exporter

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace exporter {
+
+/// An invalid sequence is the longest run of bytes that begins a valid one, or a single byte if none does.
+
+/// Takes the character at `at`, moving `at` behind it. Returns its number, or -1 for an invalid sequence.
+[[nodiscard]] int nextCharacter(std::string_view text, std::size_t& at);
+
+[[nodiscard]] bool isValidUtf8(std::string_view text);
+
+/// The text with U+FFFD for each invalid sequence.
+[[nodiscard]] std::string repairedUtf8(std::string_view text);
+
+} // namespace exporter

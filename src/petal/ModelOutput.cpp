@@ -1,0 +1,54 @@
+#include "petal/ModelOutput.h"
+
+#include "petal/DescriptorOutput.h"
+#include "petal/ReplacingOutput.h"
+#include "petal/namedDescriptor.h"
+#include "petal/writeFully.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace petal {
+
+namespace {
+
+using std::filesystem::path;
+
+constexpr int mostLinks = 40; // as many as the system itself follows
+
+/// What a path stands for when it is a symbolic link, which may lead to a file that does not exist yet.
+path followLinks(path file) {
+    for (int links = 0; std::filesystem::is_symlink(std::filesystem::symlink_status(file)); ++links) {
+        if (links == mostLinks) {
+            throw std::system_error(ELOOP, std::generic_category());
+        }
+        file = file.parent_path() / std::filesystem::read_symlink(file);
+    }
+    return file;
+}
+
+} // namespace
+
+std::unique_ptr<ModelOutput> ModelOutput::open(const std::optional<std::string>& given) {
+    const int descriptor = !given || *given == "-" ? STDOUT_FILENO : namedDescriptor(*given);
+    if (descriptor >= 0) {
+        return std::make_unique<DescriptorOutput>(duplicate(descriptor));
+    }
+    struct stat existing {};
+    const bool exists = ::stat(given->c_str(), &existing) == 0;
+    if (exists && !S_ISREG(existing.st_mode)) {
+        const int opened = ::open(given->c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
+        if (opened < 0) {
+            throwErrno();
+        }
+        return std::make_unique<DescriptorOutput>(opened);
+    }
+    if (exists && ::access(given->c_str(), W_OK) != 0) {
+        throwErrno();
+    }
+    return std::make_unique<ReplacingOutput>(followLinks(*given));
+}
+
+} // namespace petal

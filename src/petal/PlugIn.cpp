@@ -1,0 +1,47 @@
+#include "petal/PlugIn.h"
+
+#include "petal/Failure.h"
+
+#include <dlfcn.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace petal {
+
+namespace {
+
+constexpr const char* libraryName = "libKelIbmRationalRose40Import.so";
+constexpr const char* factoryName = "getKelIbmRationalRose40ImportInterface";
+
+std::filesystem::path libraryPath() {
+    const char* given = std::getenv(PlugIn::pathVariable);
+    if (given != nullptr && *given != '\0') {
+        return std::filesystem::absolute(given); // a bare name would be searched for elsewhere
+    }
+    const auto program = std::filesystem::read_symlink("/proc/self/exe");
+    return program.parent_path().parent_path() / "lib" / libraryName;
+}
+
+[[noreturn]] void fail(const std::string& reason) {
+    throw Failure(Outcome::bridgeNotLoaded, "the bridge cannot be loaded: " + reason,
+                  std::string("Set the environment variable ") + PlugIn::pathVariable + " to the path of " +
+                      libraryName + ", or install it in the folder lib next to petal's bin.");
+}
+
+} // namespace
+
+PlugIn PlugIn::load() {
+    void* library = dlopen(libraryPath().c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (library == nullptr) {
+        fail(dlerror());
+    }
+    void* factory = dlsym(library, factoryName);
+    if (factory == nullptr) {
+        fail(dlerror());
+    }
+    auto* bridge = reinterpret_cast<KelModelBridgeDllInterface* (*)()>(factory)();
+    return PlugIn(static_cast<KelModelBridgeImportDllInterface&>(*bridge)); // the factory is an import bridge's
+}
+
+} // namespace petal

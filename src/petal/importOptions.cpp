@@ -1,0 +1,96 @@
+#include "petal/importOptions.h"
+
+#include "host/encoding/KelEncodingConverter.h"
+#include "host/encoding/charSetEncoding.h"
+#include "host/options/KelOption.h"
+#include "host/options/KelOptionList.h"
+#include "petal/Failure.h"
+#include "petal/fileOption.h"
+#include "petal/headerCharSet.h"
+
+#include <array>
+
+namespace petal {
+
+namespace {
+
+constexpr OptionArgument fileArgument{"FILE", "File", nullptr};
+constexpr OptionArgument typesArgument{"--types", "Supported types", nullptr};
+constexpr OptionArgument encodingArgument{
+    "--encoding", "Encoding",
+    "Unless given, or with auto, petal takes the encoding that the charSet in the file's header stands for, and the "
+    "default without one. Other names that ICU knows are taken as well."};
+constexpr std::array arguments{fileArgument, typesArgument, encodingArgument};
+
+constexpr const char* optionsAdvice = "Run 'petal options' to see the values.";
+
+[[noreturn]] void refuse(const OptionArgument& argument, const std::string& reason) {
+    throw Failure(Outcome::wrongUsage, std::string(argument.argument) + ": " + reason, optionsAdvice);
+}
+
+KelOption& findOption(const OptionArgument& argument, const KelOptionList& options) {
+    KelOption* option = options.findOption(argument.option);
+    if (option == nullptr) {
+        refuse(argument, "this bridge has no option '" + std::string(argument.option) + "'");
+    }
+    return *option;
+}
+
+std::string allowedValues(const KelOption& option) {
+    std::string values;
+    for (const KelOptionChoice& choice : option.getDescription().choices) {
+        values += (values.empty() ? "\"" : ", \"") + std::string(choice.identifier.view()) + "\"";
+    }
+    return values;
+}
+
+void setTypes(const std::string& types, const KelOptionList& options) {
+    KelOption& option = findOption(typesArgument, options);
+    if (!option.setValue(KelString(std::string_view(types)))) {
+        refuse(typesArgument, "'" + types + "' is none of " + allowedValues(option));
+    }
+}
+
+void setEncoding(const std::string& name, const KelOptionList& options) {
+    KelOption& option = findOption(encodingArgument, options);
+    const KelString value{std::string_view(name)};
+    if (option.setValue(value)) {
+        return;
+    }
+    if (name != "unknown" && KelEncodingConverter(value).getHandle() == nullptr) {
+        refuse(encodingArgument, "there is no encoding '" + name + "'");
+    }
+    option.setFreeValue(value);
+}
+
+void setEncodingOfHeader(const std::string& file, KelOptionList& options) {
+    const std::optional<int> charSet = headerCharSet(readHead(file));
+    const char* encoding = charSet ? charSetEncoding(*charSet) : nullptr;
+    if (encoding != nullptr) {
+        options.setFreeValue(encodingArgument.option, encoding);
+    }
+}
+
+} // namespace
+
+std::span<const OptionArgument> optionArguments() {
+    return arguments;
+}
+
+void setImportOptions(const ImportRequest& request, KelOptionList& options) {
+    findOption(fileArgument, options).setFreeValue(fileOption(request.file));
+    if (request.types) {
+        setTypes(*request.types, options);
+    }
+    if (request.encoding == "auto") {
+        setEncodingOfHeader(request.file, options);
+    } else {
+        setEncoding(request.encoding, options);
+    }
+}
+
+KelString chosenEncoding(const KelOptionList& options) {
+    return options.getValue(encodingArgument.option);
+}
+
+} // namespace petal

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "petal/Request.h"
+
+#include <span>
+
+class KelOptionList;
+class KelString;
+
+namespace petal {
+
+/// Which argument of the command line sets which option of the bridge.
+struct OptionArgument {
+    const char* argument;
+    const char* option; // the name in the option list
+    const char* remark; // what petal adds to it, for people; or null
+};
+[[nodiscard]] std::span<const OptionArgument> optionArguments();
+
+/// Sets the options of an import, which hold their defaults. Throws a `Failure`: with the outcome `wrongUsage`
+/// for a value that the bridge does not take.
+void setImportOptions(const ImportRequest& request, KelOptionList& options);
+
+/// The encoding that the options say the file is in.
+[[nodiscard]] KelString chosenEncoding(const KelOptionList& options);
+
+} // namespace petal

@@ -1,0 +1,5 @@
+#include "petal/run.h"
+
+int main(int argc, char** argv) {
+    return petal::run(argc, argv);
+}

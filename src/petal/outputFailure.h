@@ -1,0 +1,13 @@
+#pragma once
+
+#include "petal/Failure.h"
+
+#include <string>
+#include <system_error>
+
+namespace petal {
+
+/// The failure to write `what`, which is shown as it is: a quoted path, say, or "standard output".
+[[nodiscard]] Failure outputFailure(const std::string& what, const std::system_error& error);
+
+} // namespace petal

@@ -1,0 +1,89 @@
+#include "petal/commands.h"
+
+#include "host/options/KelOption.h"
+#include "host/options/KelOptionList.h"
+#include "petal/PlugIn.h"
+#include "petal/importOptions.h"
+#include "petal/standardOutput.h"
+
+#include <algorithm>
+
+namespace petal {
+
+namespace {
+
+std::string text(const KelString& bytes) {
+    return std::string(bytes.view());
+}
+
+/// The lines of a text without the blanks around them, each indented; empty lines are left out.
+std::string indentedLines(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r";
+    std::string lines;
+    while (!text.empty()) {
+        std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        line.remove_prefix(std::min(line.find_first_not_of(blanks), line.size()));
+        line = line.substr(0, line.find_last_not_of(blanks) + 1);
+        if (!line.empty()) {
+            lines += "  " + std::string(line) + "\n";
+        }
+    }
+    return lines;
+}
+
+std::string choicesOf(const KelOptionDescription& description) {
+    std::size_t width = 0;
+    for (const KelOptionChoice& choice : description.choices) {
+        width = std::max(width, choice.identifier.view().size());
+    }
+    std::string lines;
+    for (const KelOptionChoice& choice : description.choices) {
+        std::string value = text(choice.identifier);
+        if (!(choice.label == choice.identifier)) {
+            value.append(width - value.size() + 2, ' ').append(choice.label.view());
+        }
+        lines += "    " + value + "\n";
+    }
+    return lines.empty() ? lines : "  Values:\n" + lines;
+}
+
+std::string filesOf(const KelOptionFiles& files) {
+    std::string names;
+    for (const KelString& extension : files.extensions) {
+        names += (names.empty() ? "*." : ", *.") + text(extension);
+    }
+    return names.empty() ? names : "  Files: " + names + "\n";
+}
+
+std::string describe(const KelOption& option) {
+    const KelOptionDescription& description = option.getDescription();
+    const auto found = std::ranges::find_if(optionArguments(),
+                                            [&](const OptionArgument& row) { return description.name == row.option; });
+    const bool isOffered = found != optionArguments().end();
+    std::string lines = text(description.name) + (isOffered ? std::string(" (") + found->argument + ")" : "") + "\n";
+    lines += indentedLines(description.text.view());
+    if (isOffered && found->remark != nullptr) {
+        lines += indentedLines(found->remark);
+    }
+    lines += choicesOf(description) + filesOf(description.files);
+    if (!description.defaultValue.isEmpty()) {
+        lines += "  Default: " + text(description.defaultValue) + "\n";
+    }
+    return lines + (description.required ? "  Required.\n" : "");
+}
+
+} // namespace
+
+void printOptions() {
+    KelOptionList options;
+    PlugIn::load().getBridge().getOptionList(options);
+    std::string lines;
+    const KelVector& all = options.getOptions();
+    for (int index = 0; index < all.getCount(); ++index) {
+        lines += (lines.empty() ? "" : "\n") + describe(*static_cast<const KelOption*>(all[index]));
+    }
+    writeToStandardOutput(lines);
+}
+
+} // namespace petal
