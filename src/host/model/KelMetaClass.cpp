@@ -26,11 +26,6 @@ KelField field(const char* name, Value T::*member) {
     return {name, static_cast<Value KelObject::*>(member)};
 }
 
-template <class T>
-KelField hostEncoded(const char* name, KelString T::*member) {
-    return {name, static_cast<KelString KelObject::*>(member), true};
-}
-
 /// One row of the class table.
 struct ClassRow {
     const char* name;
@@ -49,16 +44,13 @@ std::vector<ClassRow> classRows() {
         {"KelMetadataOrigin",
          metadataOrigin,
          element,
-         {hostEncoded("sourceEncoding", &KelMetadataOrigin::sourceEncoding),
-          hostEncoded("sourceFormat", &KelMetadataOrigin::sourceFormat),
-          hostEncoded("sourcePath", &KelMetadataOrigin::sourcePath),
-          hostEncoded("sourceKind", &KelMetadataOrigin::sourceKind),
-          hostEncoded("vendorName", &KelMetadataOrigin::vendorName),
-          hostEncoded("toolName", &KelMetadataOrigin::toolName),
-          hostEncoded("toolVersions", &KelMetadataOrigin::toolVersions),
-          hostEncoded("toolWeb", &KelMetadataOrigin::toolWeb),
-          hostEncoded("methodologySummary", &KelMetadataOrigin::methodologySummary),
-          hostEncoded("bridgeId", &KelMetadataOrigin::bridgeId)}},
+         {field("sourceEncoding", &KelMetadataOrigin::sourceEncoding),
+          field("sourceFormat", &KelMetadataOrigin::sourceFormat), field("sourcePath", &KelMetadataOrigin::sourcePath),
+          field("sourceKind", &KelMetadataOrigin::sourceKind), field("vendorName", &KelMetadataOrigin::vendorName),
+          field("toolName", &KelMetadataOrigin::toolName), field("toolVersions", &KelMetadataOrigin::toolVersions),
+          field("toolWeb", &KelMetadataOrigin::toolWeb),
+          field("methodologySummary", &KelMetadataOrigin::methodologySummary),
+          field("bridgeId", &KelMetadataOrigin::bridgeId)}},
         {"KelMappingObject", mappingObject, element, {}},
         {"KelClassifierMap", classifierMap, mappingObject, {}},
         {"KelTransformation", transformation, mappingObject, {}},

@@ -21,7 +21,6 @@ struct KelField {
     std::variant<KelString KelObject::*, bool KelObject::*, std::int32_t KelObject::*, std::int16_t KelObject::*,
                  KelClassCategoryType KelObject::*>
         member;
-    bool hostEncoded = false; // a text that is in the host's encoding already and is never transcoded
 };
 
 /// One end of a relation as a class has it.

@@ -1,5 +1,6 @@
 #include "host/model/KelObject.h"
 
+#include "host/encoding/KelEncodingConverter.h"
 #include "host/encoding/convertText.h"
 #include "host/model/KelDeletionObserver.h"
 #include "host/model/KelTraversalOperation.h"
@@ -31,10 +32,13 @@ public:
         : from_(from), to_(to), stringCount_(stringCount), errorCount_(errorCount) {}
 
     void post_process(KelObject* object, void* /*userData*/) override {
+        if (object->elementType == KelElementType::metadataOrigin) {
+            return; // in the host's encoding already
+        }
         convertName(*object);
         for (const KelField& field : object->getMetaClass().fields()) {
             const auto* text = std::get_if<KelString KelObject::*>(&field.member);
-            if (text != nullptr && !field.hostEncoded) {
+            if (text != nullptr) {
                 convert(object->*(*text));
             }
         }

@@ -51,9 +51,10 @@ public:
     virtual bool equals(const KelObject& other) const;
     /// Whether another object refers to this one. Being owned is not being referred to.
     virtual bool isReferenced() const;
-    /// Converts every text of this object and of everything it aggregates between two encodings. `stringCount`
-    /// grows by one for every text that is not empty, `errorCount` by one for each of them that held bytes
-    /// invalid in the source encoding; such a text is converted all the same, with U+FFFD for what was invalid.
+    /// Converts every text of this object and of everything it aggregates between two encodings, but for metadata
+    /// origins, which are in the host's encoding. `stringCount` grows by one for every text that is not empty,
+    /// `errorCount` by one for each of them that held bytes invalid in the source encoding; such a text is converted
+    /// all the same, with U+FFFD for what was invalid.
     virtual void transcode(KelEncodingConverter* from, KelEncodingConverter* to, int& stringCount, int& errorCount);
     /// Visits this object and everything it aggregates, depth first. `userData` is handed to `pre_process`,
     /// which may replace it for the object's children and for its own `post_process`. An argument that two owners
