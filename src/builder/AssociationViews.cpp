@@ -5,6 +5,7 @@
 #include "builder/copyNotes.h"
 #include "builder/indexes/Containers.h"
 #include "builder/indexes/QuidRegistry.h"
+#include "builder/indexes/WaitingNodes.h"
 #include "builder/unnamed.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelClassDiagram.h"
@@ -25,7 +26,7 @@ KelAssociation* findAssociation(const KelString& quid) {
 /// Makes the view's association the placeholder for that quid.
 void park(KelAssociation& view, const KelString& quid) {
     QuidRegistry::hang(view, quid);
-    toBeAssociations.addElement(&view, true);
+    WaitingNodes::add(toBeAssociations, view);
 }
 
 } // namespace

@@ -35,7 +35,9 @@ struct Supplier {
     Found found = Found::byName;
 };
 
-int numberIn(const char* text) { return static_cast<int>(std::strtol(text, nullptr, 10)); }
+int numberIn(const char* text) {
+    return static_cast<int>(std::strtol(text, nullptr, 10));
+}
 
 KelClass* findByName(const char* name) {
     return aDiagram != nullptr ? getClassFromViewelement(aDiagram, KelString(name)) : findAClass(name, 0);
@@ -116,8 +118,8 @@ void bindView(KelClass& supplier, char* viewNumber) {
         addANote(viewNumber);
         return;
     }
-    if (const RelationshipIndex::Pair* pair = generalizationIndex().find(*clientClass, supplier); pair != nullptr) {
-        aGeneral = static_cast<KelGeneralization*>(pair->relationships.front());
+    if (KelGeneralization* found = generalizationIndex().first(*clientClass, supplier); found != nullptr) {
+        aGeneral = found;
         draw(*aDiagram, *aGeneral);
     }
 }

@@ -4,6 +4,7 @@
 #include "builder/indexes/ContainerIndex.h"
 #include "builder/indexes/Containers.h"
 #include "builder/indexes/PackageClasses.h"
+#include "builder/indexes/WaitingNodes.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelDiagram.h"
@@ -31,13 +32,9 @@ KelClass* findAClass(const char* name, int remove) {
     if (KelClass* found = PackageClasses::find(wanted); found != nullptr) {
         return found;
     }
-    KelRBTree::Node* node = toBeClasses.findFirstNode(&wanted);
-    if (node == nullptr) {
-        return nullptr;
-    }
-    auto* waiting = static_cast<KelClass*>(const_cast<void*>(KelRBTree::element(node)));
-    if (remove != 0) {
-        toBeClasses.removeNode(node);
+    auto* waiting = static_cast<KelClass*>(const_cast<void*>(toBeClasses.findFirst(&wanted, nullptr)));
+    if (waiting != nullptr && remove != 0) {
+        WaitingNodes::remove(toBeClasses, *waiting);
     }
     return waiting;
 }
@@ -52,7 +49,7 @@ KelClass* getClassFromViewelement(KelModelObject* container, const KelString& na
 KelClass* createWaitingClass(const char* name) {
     auto made = std::make_unique<KelClass>();
     made->setName(name);
-    toBeClasses.addElement(made.get(), true);
+    WaitingNodes::add(toBeClasses, *made);
     return made.release();
 }
 

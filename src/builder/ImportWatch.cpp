@@ -6,6 +6,7 @@
 #include "builder/indexes/PackageClasses.h"
 #include "builder/indexes/QuidRegistry.h"
 #include "builder/indexes/Relationships.h"
+#include "builder/indexes/WaitingNodes.h"
 #include "host/model/KelArgument.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelAssociationRole.h"
@@ -31,14 +32,6 @@ void forgetIn(const KelObject& object, Pointers&... pointers) noexcept {
     ((pointers = pointers == &object ? nullptr : pointers), ...);
 }
 
-void leave(KelLinkTree& waiting, const KelObject& object) noexcept {
-    if (waiting.getCount() > 0) {
-        if (KelRBTree::Node* node = waiting.getNodeOf(&object); node != nullptr) {
-            waiting.removeNode(node);
-        }
-    }
-}
-
 } // namespace
 
 void ImportWatch::deleting(KelObject& object) noexcept {
@@ -53,10 +46,10 @@ void ImportWatch::deleting(KelObject& object) noexcept {
     forgetElement(element);
     forgetRelationships(element);
     if (object.elementType == KelElementType::classObject) {
-        leave(toBeClasses, object);
+        WaitingNodes::remove(toBeClasses, element);
         PackageClasses::forget(static_cast<KelClass&>(object));
     } else if (object.elementType == KelElementType::association) {
-        leave(toBeAssociations, object);
+        WaitingNodes::remove(toBeAssociations, element);
         QuidRegistry::forget(static_cast<KelAssociation&>(object));
     }
 }

@@ -38,35 +38,33 @@ ViewEnds findEnds(const ContainerIndex& elements, int clientView, int supplierVi
 
 /// Draws every relationship between the two ends of the view; the last of them becomes the current one.
 template <class Relationship>
-void drawRelationships(RelationshipIndex& index, int supplierView, Relationship*& current) {
+void drawRelationships(RelationshipIndex<Relationship>& index, int supplierView, Relationship*& current) {
     if (aDiagram == nullptr) {
         return;
     }
     const ViewEnds ends = findEnds(indexOf(*aDiagram), client, supplierView);
-    if (ends.client == nullptr || ends.supplier == nullptr ||
-        ends.client->elementType != KelElementType::classObject) {
+    if (ends.client == nullptr || ends.supplier == nullptr || ends.client->elementType != KelElementType::classObject) {
         return;
     }
-    RelationshipIndex::Pair* pair = index.find(static_cast<KelClass&>(*ends.client), *ends.supplier);
-    if (pair == nullptr) {
-        return;
-    }
-    current = static_cast<Relationship*>(pair->relationships.back());
-    if (pair->drawnOn != aDiagram) {
-        pair->drawnOn = aDiagram;
-        pair->drawn = 0;
-    }
-    for (; pair->drawn < pair->relationships.size(); ++pair->drawn) {
-        draw(*aDiagram, *pair->relationships[pair->drawn]);
+    const auto drawOne = [](Relationship& relationship) { draw(*aDiagram, relationship); };
+    Relationship* last = index.drawAll(static_cast<KelClass&>(*ends.client), *ends.supplier, *aDiagram, drawOne);
+    if (last != nullptr) {
+        current = last;
     }
 }
 
 } // namespace
 
-void addGeneralizationToDiagram(int supplierView) { drawRelationships(generalizationIndex(), supplierView, aGeneral); }
+void addGeneralizationToDiagram(int supplierView) {
+    drawRelationships(generalizationIndex(), supplierView, aGeneral);
+}
 
-void addRealizationToDiagram(int supplierView) { drawRelationships(realizationIndex(), supplierView, aRealization); }
+void addRealizationToDiagram(int supplierView) {
+    drawRelationships(realizationIndex(), supplierView, aRealization);
+}
 
-void addDependencyToDiagram(int supplierView) { drawRelationships(dependencyIndex(), supplierView, aDependency); }
+void addDependencyToDiagram(int supplierView) {
+    drawRelationships(dependencyIndex(), supplierView, aDependency);
+}
 
 } // namespace rose

@@ -2,13 +2,14 @@
 
 #include "host/model/links/KelPointerHash.h"
 
-#include <tsl/robin_set.h>
+#include <unordered_set>
 
 namespace rose {
 
 namespace {
 
-tsl::robin_set<const KelObject*, KelPointerHash> unattached;
+// Emptied from its beginning, which this kind of set finds at once however empty it has become.
+std::unordered_set<const KelObject*, KelPointerHash> unattached;
 
 } // namespace
 

@@ -2,6 +2,7 @@
 
 #include "builder/BuilderState.h"
 #include "builder/Unattached.h"
+#include "builder/indexes/WaitingNodes.h"
 #include "builder/report.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDesignPackage.h"
@@ -15,14 +16,14 @@ void checkToBeClasses() {
     if (toBeClasses.getCount() == 0) {
         return;
     }
-    KelDesignPackage* home =
-        attach(std::make_unique<KelDesignPackage>(), [](KelDesignPackage* made) { return aModel->addChildPackage(made); });
+    KelDesignPackage* home = attach(std::make_unique<KelDesignPackage>(),
+                                    [](KelDesignPackage* made) { return aModel->addChildPackage(made); });
     home->setName("Use Case Classes in Class Diagrams");
-    for (KelRBTree::Node* node = toBeClasses.firstNode(); node != nullptr; node = KelRBTree::nextNode(node)) {
-        aClass = static_cast<KelClass*>(const_cast<void*>(KelRBTree::element(node)));
+    while (const void* waiting = toBeClasses[0]) {
+        aClass = static_cast<KelClass*>(const_cast<void*>(waiting));
         home->addModelElement(aClass);
+        WaitingNodes::remove(toBeClasses, *aClass);
     }
-    toBeClasses.empty();
 }
 
 bool findClassInRemainingFoodStuffs(const KelString& name) {

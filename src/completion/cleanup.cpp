@@ -7,12 +7,14 @@
 #include "builder/indexes/PackageClasses.h"
 #include "builder/indexes/QuidRegistry.h"
 #include "builder/indexes/Relationships.h"
+#include "builder/indexes/WaitingNodes.h"
 #include "completion/KelResetGeneralPointer.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelModel.h"
 
 #include <cstdio>
+#include <new>
 #include <utility>
 
 namespace rose {
@@ -25,6 +27,7 @@ void dropIndexes() noexcept {
     NoteTexts::clear();
     PackageClasses::clear();
     QuidRegistry::clear();
+    WaitingNodes::clear();
 }
 
 void freeNotes() noexcept {
@@ -47,13 +50,23 @@ void emptyWaiting(KelLinkTree& waiting) noexcept {
     }
 }
 
+/// Removes from the model what the builder has hung on its objects; false when there is no memory to walk it.
+bool resetModel() noexcept {
+    try {
+        KelResetGeneralPointer reset;
+        aModel->depthTraversal(reset, nullptr);
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
 } // namespace
 
 void cleanup() {
     // The indexes hold on to the quids that the traversal frees.
     dropIndexes();
-    KelResetGeneralPointer reset;
-    aModel->depthTraversal(reset, nullptr);
+    const bool isReset = resetModel();
     freeNotes();
     emptyWaiting<KelClass>(toBeClasses);
     emptyWaiting<KelAssociation>(toBeAssociations);
@@ -61,6 +74,10 @@ void cleanup() {
     deleteUnattached();
     if (std::FILE* file = std::exchange(theFile, nullptr); file != nullptr) {
         std::fclose(file);
+    }
+    if (!isReset) {
+        aModel->recursiveDelete(); // every object that is deleted frees its quid
+        throw std::bad_alloc();
     }
 }
 

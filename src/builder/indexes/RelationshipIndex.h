@@ -1,44 +1,101 @@
 #pragma once
 
-#include <functional>
+#include "host/model/links/KelPointerHash.h"
+
+#include <cstdint>
 #include <map>
+#include <set>
+#include <tsl/robin_map.h>
 #include <utility>
-#include <vector>
 
 class KelClass;
 class KelDiagram;
 class KelModelElement;
-class KelRelationship;
 
 namespace rose {
 
 /// The relationships of one kind by the classes at their two ends.
 ///
-/// A walk through the client's relationships would find the same ones in the same order: those of a pair are kept
-/// in the order in which the client has them, which is the order of their creation.
+/// A walk through the client's relationships would find the same ones in the same order: a relationship is bound for
+/// the first time while it is the one made last, so those of a pair, kept in the order of their first binding, are in
+/// the client's order.
+template <class Relationship>
 class RelationshipIndex {
 public:
-    /// The relationships between two classes.
-    struct Pair {
-        std::vector<KelRelationship*> relationships; // in the client's order
-        const KelDiagram* drawnOn = nullptr;         // the diagram they were last drawn on, ...
-        std::size_t drawn = 0;                       // ... and how many of them, from the first on
-    };
+    /// Notes a relationship between the two; does nothing if it is noted already.
+    void add(const KelClass& client, const KelClass& supplier, Relationship& relationship) {
+        const auto [known, isNew] = orders_.try_emplace(&relationship, next_);
+        next_ += isNew ? 1 : 0;
+        Pair& pair = pairs_[Ends(&client, &supplier)];
+        const Entry entry(known->second, &relationship);
+        if (pair.all.insert(entry).second) {
+            pair.undrawn.insert(entry);
+        }
+    }
 
-    /// The place of a relationship among those of the client.
-    using PlaceOf = std::function<int(const KelRelationship&)>;
+    /// The relationship is no longer one between the two. Does nothing if it was not.
+    void remove(const KelClass& client, const KelClass& supplier, Relationship& relationship) noexcept {
+        const auto found = pairs_.find(Ends(&client, &supplier));
+        const auto known = orders_.find(&relationship);
+        if (found == pairs_.end() || known == orders_.end()) {
+            return;
+        }
+        const Entry entry(known->second, &relationship);
+        found->second.all.erase(entry);
+        found->second.undrawn.erase(entry);
+        if (found->second.all.empty()) {
+            pairs_.erase(found);
+        }
+    }
 
-    /// Notes a relationship between the two.
-    void add(const KelClass& client, const KelClass& supplier, KelRelationship& relationship, const PlaceOf& placeOf);
-    void remove(const KelClass& client, const KelClass& supplier, KelRelationship& relationship) noexcept;
-    /// The relationships between the two, or null when there is none. `supplier` may be an element of any kind.
-    [[nodiscard]] Pair* find(const KelClass& client, const KelModelElement& supplier);
-    void clear() noexcept { pairs_.clear(); }
+    /// The relationship, which is between no two any more, is being deleted.
+    void forget(const Relationship& relationship) noexcept { orders_.erase(&relationship); }
+
+    /// The first relationship between the two, or null.
+    [[nodiscard]] Relationship* first(const KelClass& client, const KelClass& supplier) const {
+        const auto found = pairs_.find(Ends(&client, &supplier));
+        return found != pairs_.end() ? found->second.all.begin()->second : nullptr;
+    }
+
+    /// Calls `draw` for every relationship between the two that this has not drawn on the diagram before, in their
+    /// order. Returns the last of all between the two, or null when there is none. `supplier` may be an element of
+    /// any kind.
+    template <class Draw>
+    Relationship* drawAll(const KelClass& client, const KelModelElement& supplier, const KelDiagram& diagram,
+                          Draw draw) {
+        const auto found = pairs_.find(Ends(&client, &supplier));
+        if (found == pairs_.end()) {
+            return nullptr;
+        }
+        Pair& pair = found->second;
+        for (const Entry& entry : pair.drawnOn == &diagram ? pair.undrawn : pair.all) {
+            draw(*entry.second);
+        }
+        pair.drawnOn = &diagram;
+        pair.undrawn.clear();
+        return pair.all.rbegin()->second;
+    }
+
+    void clear() noexcept {
+        pairs_.clear();
+        orders_.clear();
+        next_ = 0;
+    }
 
 private:
-    using Ends = std::pair<const KelModelElement*, const KelModelElement*>;
+    using Ends = std::pair<const void*, const void*>; // a client and a supplier
+    using Order = std::uint64_t;                      // of being bound for the first time
+    using Entry = std::pair<Order, Relationship*>;
+
+    struct Pair {
+        std::set<Entry> all;
+        const KelDiagram* drawnOn = nullptr; // the diagram they were last drawn on, ...
+        std::set<Entry> undrawn;             // ... and those that joined since then
+    };
 
     std::map<Ends, Pair> pairs_;
+    tsl::robin_map<const Relationship*, Order, KelPointerHash> orders_;
+    Order next_ = 0;
 };
 
 } // namespace rose

@@ -5,48 +5,58 @@
 #include "host/model/KelGeneralization.h"
 #include "host/model/KelRealization.h"
 
+#include <array>
+
 namespace rose {
 
 namespace {
 
-RelationshipIndex generalizations;
-RelationshipIndex realizations;
-RelationshipIndex dependencies;
+RelationshipIndex<KelGeneralization> generalizations;
+RelationshipIndex<KelRealization> realizations;
+RelationshipIndex<KelDependency> dependencies;
 
-void forget(KelGeneralization& generalization) noexcept {
-    for (const KelClass* subtype : generalization.subtypeClasses()) {
-        for (const KelClass* supertype : generalization.supertypeClasses()) {
-            generalizations.remove(*subtype, *supertype, generalization);
-        }
-    }
-}
-
-void forget(KelRealization& realization) noexcept {
+void unbind(KelRealization& realization) noexcept {
     if (realization.getRealizationClass() != nullptr && realization.getSpecificationClass() != nullptr) {
         realizations.remove(*realization.getRealizationClass(), *realization.getSpecificationClass(), realization);
     }
 }
 
-void forget(KelDependency& dependency) noexcept {
+void unbind(KelDependency& dependency) noexcept {
     if (dependency.getClientClass() != nullptr && dependency.getSupplierClass() != nullptr) {
         dependencies.remove(*dependency.getClientClass(), *dependency.getSupplierClass(), dependency);
     }
 }
 
-/// Notes a relationship of type `Relationship`, whose place is that among `clients`.
-template <class Relationship>
-void addTo(RelationshipIndex& index, const KelClass& client, const KelClass& supplier, Relationship& relationship,
-           const KelLinks<Relationship>& clients) {
-    index.add(client, supplier, relationship, [&](const KelRelationship& other) {
-        return clients.indexOf(static_cast<const Relationship&>(other));
-    });
+/// Takes the generalization away from each of these ends.
+template <class Subtypes, class Supertypes>
+void unbind(KelGeneralization& generalization, const Subtypes& subtypes, const Supertypes& supertypes) noexcept {
+    for (const KelClass* subtype : subtypes) {
+        for (const KelClass* supertype : supertypes) {
+            generalizations.remove(*subtype, *supertype, generalization);
+        }
+    }
 }
 
 template <class Links>
-void forgetAll(const Links& links) noexcept {
+void unbindAll(const Links& links) noexcept {
     for (auto* relationship : links) {
-        forget(*relationship);
+        unbind(*relationship);
     }
+}
+
+/// A class takes with it only the ends that it is at itself.
+void forgetClass(const KelClass& deleted) noexcept {
+    const std::array self{&deleted};
+    for (KelGeneralization* generalization : deleted.generalizationsAsSubtype()) {
+        unbind(*generalization, self, generalization->supertypeClasses());
+    }
+    for (KelGeneralization* generalization : deleted.generalizationsAsSupertype()) {
+        unbind(*generalization, generalization->subtypeClasses(), self);
+    }
+    unbindAll(deleted.realizationsAsRealization());
+    unbindAll(deleted.realizationsAsSpecification());
+    unbindAll(deleted.dependenciesAsClient());
+    unbindAll(deleted.dependenciesAsSupplier());
 }
 
 } // namespace
@@ -54,54 +64,62 @@ void forgetAll(const Links& links) noexcept {
 void bindSupertype(KelGeneralization& generalization, KelClass& supertype) {
     if (generalization.addSupertypeClass(&supertype)) {
         for (const KelClass* subtype : generalization.subtypeClasses()) {
-            addTo(generalizations, *subtype, supertype, generalization, subtype->generalizationsAsSubtype());
+            generalizations.add(*subtype, supertype, generalization);
         }
     }
 }
 
 void bindSpecification(KelRealization& realization, KelClass& specification) {
-    forget(realization);
+    unbind(realization);
     realization.addSpecificationClass(&specification);
     if (const KelClass* client = realization.getRealizationClass(); client != nullptr) {
-        addTo(realizations, *client, specification, realization, client->realizationsAsRealization());
+        realizations.add(*client, specification, realization);
     }
 }
 
 void bindSupplier(KelDependency& dependency, KelClass& supplier) {
-    forget(dependency);
+    unbind(dependency);
     dependency.addSupplierClass(&supplier);
     if (const KelClass* client = dependency.getClientClass(); client != nullptr) {
-        addTo(dependencies, *client, supplier, dependency, client->dependenciesAsClient());
+        dependencies.add(*client, supplier, dependency);
     }
 }
 
-RelationshipIndex& generalizationIndex() { return generalizations; }
+RelationshipIndex<KelGeneralization>& generalizationIndex() {
+    return generalizations;
+}
 
-RelationshipIndex& realizationIndex() { return realizations; }
+RelationshipIndex<KelRealization>& realizationIndex() {
+    return realizations;
+}
 
-RelationshipIndex& dependencyIndex() { return dependencies; }
+RelationshipIndex<KelDependency>& dependencyIndex() {
+    return dependencies;
+}
 
 void forgetRelationships(KelModelElement& element) noexcept {
     switch (element.elementType) {
-    case KelElementType::generalization:
-        forget(static_cast<KelGeneralization&>(element));
-        break;
-    case KelElementType::realization:
-        forget(static_cast<KelRealization&>(element));
-        break;
-    case KelElementType::dependency:
-        forget(static_cast<KelDependency&>(element));
-        break;
-    case KelElementType::classObject: {
-        const auto& deleted = static_cast<KelClass&>(element);
-        forgetAll(deleted.generalizationsAsSubtype());
-        forgetAll(deleted.generalizationsAsSupertype());
-        forgetAll(deleted.realizationsAsRealization());
-        forgetAll(deleted.realizationsAsSpecification());
-        forgetAll(deleted.dependenciesAsClient());
-        forgetAll(deleted.dependenciesAsSupplier());
+    case KelElementType::generalization: {
+        auto& deleted = static_cast<KelGeneralization&>(element);
+        unbind(deleted, deleted.subtypeClasses(), deleted.supertypeClasses());
+        generalizations.forget(deleted);
         break;
     }
+    case KelElementType::realization: {
+        auto& deleted = static_cast<KelRealization&>(element);
+        unbind(deleted);
+        realizations.forget(deleted);
+        break;
+    }
+    case KelElementType::dependency: {
+        auto& deleted = static_cast<KelDependency&>(element);
+        unbind(deleted);
+        dependencies.forget(deleted);
+        break;
+    }
+    case KelElementType::classObject:
+        forgetClass(static_cast<KelClass&>(element));
+        break;
     default:
         break;
     }

@@ -14,9 +14,9 @@ void bindSupertype(KelGeneralization& generalization, KelClass& supertype);
 void bindSpecification(KelRealization& realization, KelClass& specification);
 void bindSupplier(KelDependency& dependency, KelClass& supplier);
 
-[[nodiscard]] RelationshipIndex& generalizationIndex();
-[[nodiscard]] RelationshipIndex& realizationIndex();
-[[nodiscard]] RelationshipIndex& dependencyIndex();
+[[nodiscard]] RelationshipIndex<KelGeneralization>& generalizationIndex();
+[[nodiscard]] RelationshipIndex<KelRealization>& realizationIndex();
+[[nodiscard]] RelationshipIndex<KelDependency>& dependencyIndex();
 
 /// Takes a class or a relationship that is being deleted out of the indexes.
 void forgetRelationships(KelModelElement& element) noexcept;
