@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -34,52 +35,62 @@ inline std::uint64_t load64(const char* text) {
 
 constexpr std::uint64_t repeated(char byte) { return lowBits * static_cast<unsigned char>(byte); }
 
-/// The high bit of every zero byte of `word`, and nothing else.
-constexpr std::uint64_t zeroBytes(std::uint64_t word) {
-    return ~(((word & ~highBits) + ~highBits) | word | ~highBits);
+/// The high bit of every byte of `word` that is not zero, and nothing else.
+constexpr std::uint64_t nonzeroBytes(std::uint64_t word) {
+    return (((word & ~highBits) + ~highBits) | word) & highBits;
 }
 
-/// As `zeroBytes` for the lowest zero byte; bits above it may be set wrongly.
-constexpr std::uint64_t lowestZeroByte(std::uint64_t word) { return (word - lowBits) & ~word & highBits; }
+/// The high bit of every zero byte of `word`, and perhaps of bytes above the lowest of them.
+constexpr std::uint64_t zeroBytes(std::uint64_t word) { return (word - lowBits) & ~word & highBits; }
 
 constexpr bool isBlank(char byte) { return (byte == ' ') | (byte == '\t'); }
 
-/// The first byte at or after `text` that is neither a space nor `otherBlank`.
+/// The high bit of every byte of `word` that is neither a space nor `otherBlank`.
+constexpr std::uint64_t nonBlanks(std::uint64_t word, char otherBlank) {
+    return nonzeroBytes(word ^ repeated(' ')) & nonzeroBytes(word ^ repeated(otherBlank));
+}
+
+/// The first byte at or after `text` that is neither a space nor `otherBlank`. There must be one.
 inline const char* afterBlanks(const char* text, char otherBlank) {
     for (;; text += 8) {
-        const std::uint64_t word = load64(text);
-        const std::uint64_t blanks = zeroBytes(word ^ repeated(' ')) | zeroBytes(word ^ repeated(otherBlank));
-        if (blanks != highBits) {
-            return text + std::countr_zero(blanks ^ highBits) / 8;
+        if (const std::uint64_t others = nonBlanks(load64(text), otherBlank); others != 0) {
+            return text + std::countr_zero(others) / 8;
         }
     }
 }
 
-/// How many of the bytes just before `text` are spaces or `otherBlank`, counting no further than `limit`.
+/// How many of the bytes just before `text` are spaces or `otherBlank`, counting no further than `limit`;
+/// `limit` itself when that is negative.
 inline std::ptrdiff_t blanksBefore(const char* text, char otherBlank, std::ptrdiff_t limit) {
     for (std::ptrdiff_t count = 0; count < limit; count += 8) {
-        const std::uint64_t word = load64(text - count - 8);
-        const std::uint64_t blanks = zeroBytes(word ^ repeated(' ')) | zeroBytes(word ^ repeated(otherBlank));
-        if (blanks != highBits) {
-            const std::ptrdiff_t found = count + std::countl_zero(blanks ^ highBits) / 8;
-            return found < limit ? found : limit;
+        if (const std::uint64_t others = nonBlanks(load64(text - count - 8), otherBlank); others != 0) {
+            return std::min<std::ptrdiff_t>(count + std::countl_zero(others) / 8, limit);
         }
     }
     return limit;
 }
 
-/// The first byte of [`text`, `end`) that is one of the three stops; `end` when there is none.
-inline const char* firstStop(const char* text, const char* end, char stop1, char stop2, char stop3) {
+/// The first double quote or newline in [`text`, `end`); `end` when there is none.
+inline const char* firstQuoteOrNewline(const char* text, const char* end) {
+    // The two, and few other bytes, become the same byte when the bits in which they differ are masked out.
+    constexpr char mask = ~('"' ^ '\n');
     for (; text < end; text += 8) {
         const std::uint64_t word = load64(text);
-        const std::uint64_t stops = lowestZeroByte(word ^ repeated(stop1)) | lowestZeroByte(word ^ repeated(stop2)) |
-                                    lowestZeroByte(word ^ repeated(stop3));
-        if (stops != 0) {
-            text += std::countr_zero(stops) / 8;
-            return text < end ? text : end;
+        for (std::uint64_t stops = zeroBytes((word & repeated(mask)) ^ repeated('"' & '\n')); stops != 0;
+             stops &= stops - 1) {
+            const char* const stop = text + std::countr_zero(stops) / 8;
+            if (*stop == '"' || *stop == '\n') {
+                return stop < end ? stop : end;
+            }
         }
     }
     return end;
+}
+
+/// The first `byte` in [`text`, `end`); `end` when there is none.
+inline const char* first(char byte, const char* text, const char* end) {
+    const void* const found = std::memchr(text, byte, static_cast<std::size_t>(end - text));
+    return found != nullptr ? static_cast<const char*>(found) : end;
 }
 
 } // namespace rose::bytes

@@ -6,7 +6,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <utility>
 
 namespace rose {
 
@@ -24,11 +23,14 @@ void yyunput(int character, char* matchStart) {
 }
 
 void InputLayer::startOver() {
-    origin_ = begin_ = limit_ = cursor_ = matchBegin_ = matchEnd_ = 0;
-    inMatch_ = ended_ = rewritten_ = false;
+    origin_ = 0;
+    begin_ = cursor_ = limit_ = text_;
+    matchEnd_ = nullptr;
+    ended_ = rewritten_ = false;
+    firstRead_ = true;
 }
 
-bool InputLayer::refill(Position keep) {
+bool InputLayer::refill(const char* keep) {
     if (cursor_ > limit_) {
         stopProcess(FatalCondition::endOfBufferMissed);
     }
@@ -37,9 +39,10 @@ bool InputLayer::refill(Position keep) {
     }
     if (buffer_ == nullptr) {
         allocate();
+    } else {
+        begin_ += keep - begin_;
+        moveTextTo(0);
     }
-    begin_ = keep;
-    moveTextTo(0);
     const auto kept = static_cast<std::size_t>(limit_ - begin_);
     if (kept == capacity_) {
         grow();
@@ -47,40 +50,26 @@ bool InputLayer::refill(Position keep) {
     std::size_t held = kept;
     const std::size_t wanted = kept + std::max(kept, settings_.readSize);
     while (!ended_ && held < wanted && held < capacity_) {
-        const std::size_t size = std::min(settings_.readSize, capacity_ - held);
+        const std::size_t size = std::min(nextReadSize(), capacity_ - held);
         if (size < settings_.readSize && held > kept) {
-            break; // reads of other sizes than the stream's own blocks cost twice as much
+            break; // short reads leave the stream between its blocks, where every later one costs twice as much
         }
         const std::size_t count = read(text_ + held, size);
         ended_ = count == 0;
         held += count;
     }
-    limit_ = begin_ + static_cast<Position>(held);
-    std::memset(text_ + held, 0, backMargin);
+    limit_ = text_ + held;
+    std::memset(limit_, 0, backMargin);
     return held > kept;
-}
-
-void InputLayer::beginMatch(Position begin, Position end) {
-    matchBegin_ = begin;
-    matchEnd_ = end;
-    cursor_ = end;
-    inMatch_ = true;
-    yyleng = static_cast<std::size_t>(end - begin);
-    terminateMatch();
-}
-
-void InputLayer::endMatch() {
-    unterminateMatch();
-    inMatch_ = false;
 }
 
 bool InputLayer::fill() {
     if (cursor_ < limit_) {
         return true;
     }
-    unterminateMatch();
-    const bool found = refill(inMatch_ ? std::min(matchBegin_, cursor_) : cursor_);
-    terminateMatch();
+    uncoverByteBehindMatch();
+    const bool found = refill(matchEnd_ != nullptr ? std::min(yytext, cursor_) : cursor_);
+    coverByteBehindMatch();
     return found;
 }
 
@@ -88,31 +77,28 @@ int InputLayer::get() {
     if (!fill()) {
         return -1;
     }
-    const bool covered = inMatch_ && cursor_ == matchEnd_;
-    const char byte = covered ? behindMatch_ : *at(cursor_);
+    const char byte = cursor_ == matchEnd_ ? behindMatch_ : *cursor_;
     ++cursor_;
     return static_cast<unsigned char>(byte);
 }
 
 std::ptrdiff_t InputLayer::unget(char character) {
-    unterminateMatch();
     if (buffer_ == nullptr) {
         allocate();
     }
+    uncoverByteBehindMatch();
     std::ptrdiff_t moved = 0;
     if (cursor_ == begin_) {
-        moved = begin_ == origin_ ? moveTextToEnd() : 0;
+        moved = begin_ == text_ ? moveTextToEnd() : 0;
         --begin_;
         rewritten_ = true;
     }
     --cursor_;
-    rewritten_ = rewritten_ || *at(cursor_) != character;
-    *at(cursor_) = character;
-    terminateMatch();
+    rewritten_ = rewritten_ || *cursor_ != character;
+    *cursor_ = character;
+    coverByteBehindMatch();
     return moved;
 }
-
-bool InputLayer::takeRewritten() { return std::exchange(rewritten_, false); }
 
 void InputLayer::TESTING_ONLY_rebuild(const TestSettings& settings) {
     std::free(buffer_);
@@ -122,22 +108,6 @@ void InputLayer::TESTING_ONLY_rebuild(const TestSettings& settings) {
     startOver();
 }
 
-/// Puts the match's NUL behind it; the byte it covers is kept aside.
-void InputLayer::terminateMatch() {
-    if (inMatch_) {
-        yytext = at(matchBegin_);
-        char* const end = at(matchEnd_);
-        behindMatch_ = *end;
-        *end = 0;
-    }
-}
-
-void InputLayer::unterminateMatch() {
-    if (inMatch_) {
-        *at(matchEnd_) = behindMatch_;
-    }
-}
-
 void InputLayer::allocate() {
     const std::size_t size = frontMargin + settings_.bufferSize + backMargin;
     buffer_ = static_cast<char*>(settings_.reallocate(nullptr, size));
@@ -145,36 +115,66 @@ void InputLayer::allocate() {
         stopProcess(FatalCondition::bufferCannotBeAllocated);
     }
     std::memset(buffer_, 0, size);
-    text_ = buffer_ + frontMargin;
     capacity_ = settings_.bufferSize;
+    begin_ = cursor_ = limit_ = text_ = buffer_ + frontMargin;
 }
 
+/// Doubles the buffer, which holds its text from the front.
 void InputLayer::grow() {
-    const std::size_t capacity = capacity_ * 2;
-    void* const grown = settings_.reallocate(buffer_, frontMargin + capacity + backMargin);
+    const std::ptrdiff_t cursor = cursor_ - text_;
+    const std::ptrdiff_t limit = limit_ - text_;
+    const std::ptrdiff_t match = yytext - text_;
+    const std::ptrdiff_t matchEnd = matchEnd_ - text_;
+    const bool inMatch = matchEnd_ != nullptr;
+    void* const grown = settings_.reallocate(buffer_, frontMargin + 2 * capacity_ + backMargin);
     if (grown == nullptr) {
         stopProcess(FatalCondition::bufferCannotGrow);
     }
+    capacity_ *= 2;
     buffer_ = static_cast<char*>(grown);
-    text_ = buffer_ + frontMargin;
-    capacity_ = capacity;
+    begin_ = text_ = buffer_ + frontMargin;
+    cursor_ = text_ + cursor;
+    limit_ = text_ + limit;
+    if (inMatch) {
+        yytext = text_ + match;
+        matchEnd_ = text_ + matchEnd;
+    }
 }
 
-/// Moves [begin_, limit_) so that it starts at text_[offset].
-void InputLayer::moveTextTo(std::ptrdiff_t offset) {
-    std::memmove(text_ + offset, at(begin_), static_cast<std::size_t>(limit_ - begin_));
-    origin_ = begin_ - offset;
+/// Moves the buffered text so that it starts `offset` bytes into the buffer; returns by how many bytes it moved.
+std::ptrdiff_t InputLayer::moveTextTo(std::size_t offset) {
+    char* const target = text_ + offset;
+    const std::ptrdiff_t distance = target - begin_;
+    std::memmove(target, begin_, static_cast<std::size_t>(limit_ - begin_));
+    origin_ -= distance;
+    begin_ += distance;
+    cursor_ += distance;
+    limit_ += distance;
+    if (matchEnd_ != nullptr) {
+        yytext += distance;
+        matchEnd_ += distance;
+    }
+    return distance;
 }
 
 /// Makes room in front of the buffered text; returns by how many bytes it moved.
 std::ptrdiff_t InputLayer::moveTextToEnd() {
-    const auto room = static_cast<std::ptrdiff_t>(capacity_) - (limit_ - begin_);
+    const std::size_t room = capacity_ - static_cast<std::size_t>(limit_ - begin_);
     if (room == 0) {
         stopProcess(FatalCondition::noRoomToPushBack);
     }
-    moveTextTo(room);
-    std::memset(at(limit_), 0, backMargin);
-    return room;
+    const std::ptrdiff_t moved = moveTextTo(room);
+    std::memset(limit_, 0, backMargin);
+    return moved;
+}
+
+/// The first read of a scan ends at a block of the stream, if it is known where the stream stands.
+std::size_t InputLayer::nextReadSize() {
+    if (!std::exchange(firstRead_, false)) {
+        return settings_.readSize;
+    }
+    const long place = std::ftell(yyin);
+    return place > 0 ? settings_.readSize - static_cast<std::size_t>(place) % settings_.readSize : settings_.readSize;
 }
 
 /// One read of at most `size` bytes; 0 at the end of the stream. Interrupted reads are made again.

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 
 namespace rose {
 
@@ -29,11 +30,13 @@ using Position = std::int64_t;
 /// The text lies between two margins, so that bytes just outside it can be loaded; those right behind it are NUL.
 /// The buffer is made by the first `refill`, doubles when the text that must stay fills it, and is kept for the next
 /// scan; it is never freed. What goes wrong here ends the process (FatalConditions.h).
+///
+/// Pointers into the text stay good until the next call that may read or put back: `refill`, `fill`, `get`, `unget`.
 class InputLayer {
 public:
     /// Room for loads in front of the text and behind it.
     static constexpr std::size_t frontMargin = 16;
-    static constexpr std::size_t backMargin = 64;
+    static constexpr std::size_t backMargin = 192;
 
     constexpr InputLayer() = default;
     InputLayer(const InputLayer&) = delete;
@@ -42,36 +45,49 @@ public:
     /// Forgets the buffered text, the current match and the end of the input: the next byte is read from `yyin`.
     void startOver();
 
-    [[nodiscard]] char* at(Position position) const { return text_ + (position - origin_); }
     /// The first byte that no match and no `get` has consumed.
-    [[nodiscard]] Position cursor() const { return cursor_; }
+    [[nodiscard]] char* cursor() const { return cursor_; }
     /// Where the buffered text ends.
-    [[nodiscard]] Position limit() const { return limit_; }
+    [[nodiscard]] char* limit() const { return limit_; }
     /// Whether the stream has no more than what is buffered.
     [[nodiscard]] bool ended() const { return ended_; }
 
-    void moveCursor(Position position) { cursor_ = position; }
+    [[nodiscard]] Position positionOf(const char* place) const { return origin_ + (place - text_); }
+    [[nodiscard]] char* at(Position position) const { return text_ + (position - origin_); }
 
-    /// Reads on behind the buffered text. Text before `keep` is dropped. Reads at least as much as was kept, so that
-    /// starting a search again after each refill costs no more than twice the text; false at the end of the input.
-    bool refill(Position keep);
+    /// Consumes the text up to `place`.
+    void moveCursor(char* place) { cursor_ = place; }
 
-    /// Makes [`begin`, `end`) the current match and `end` the cursor.
-    void beginMatch(Position begin, Position end);
-    /// Ends the current match; its text is no longer NUL-terminated.
-    void endMatch();
+    /// Reads on behind the buffered text. Text before `keep` is dropped. Reads about as
+    /// much as was kept, so that starting a search again after each refill costs a small multiple of the text; false at
+    /// the end of the input. PRECONDITION: there is no current match.
+    bool refill(const char* keep);
+
+    /// Makes [`begin`, `end`) the current match, NUL-terminated, and `end` the cursor.
+    void beginMatch(char* begin, char* end) {
+        yytext = begin;
+        yyleng = static_cast<std::size_t>(end - begin);
+        cursor_ = end;
+        matchEnd_ = end;
+        coverByteBehindMatch();
+    }
+    /// Ends the current match, if there is one.
+    void endMatch() {
+        uncoverByteBehindMatch();
+        matchEnd_ = nullptr;
+    }
 
     /// Makes sure that a byte is left to consume; false at the end of the input. The current match stays as it is.
     bool fill();
-    /// The bytes that are left of the buffered text, until the next call that is not const.
-    /// PRECONDITION: something was consumed since the current match began; the first byte behind it is covered.
-    [[nodiscard]] std::string_view unread() const { return {at(cursor_), static_cast<std::size_t>(limit_ - cursor_)}; }
+    /// The bytes that are left of the buffered text. PRECONDITION: something was consumed since the current match began,
+    /// whose NUL covers the first byte behind it.
+    [[nodiscard]] std::string_view unread() const { return {cursor_, static_cast<std::size_t>(limit_ - cursor_)}; }
     /// As `yyinput`; the current match stays as it is.
     int get();
     /// As `yyunput`; returns by how many bytes the buffered text moved.
     std::ptrdiff_t unget(char character);
     /// Whether `unget` has put anything but what had been there since the last call.
-    bool takeRewritten();
+    bool takeRewritten() { return std::exchange(rewritten_, false); }
 
     /// What a test may set before a scan: the sizes of a new buffer and of one read, and who allocates.
     struct TestSettings {
@@ -83,27 +99,36 @@ public:
     void TESTING_ONLY_rebuild(const TestSettings& settings);
 
 private:
-    void terminateMatch();
-    void unterminateMatch();
+    void coverByteBehindMatch() {
+        if (matchEnd_ != nullptr) {
+            behindMatch_ = *matchEnd_;
+            *matchEnd_ = 0;
+        }
+    }
+    void uncoverByteBehindMatch() {
+        if (matchEnd_ != nullptr) {
+            *matchEnd_ = behindMatch_;
+        }
+    }
     void allocate();
     void grow();
-    void moveTextTo(std::ptrdiff_t offset);
+    std::ptrdiff_t moveTextTo(std::size_t offset);
     std::ptrdiff_t moveTextToEnd();
+    std::size_t nextReadSize();
     std::size_t read(char* target, std::size_t size);
 
     char* buffer_ = nullptr; // frontMargin, capacity_, backMargin bytes; never freed
     char* text_ = nullptr;   // buffer_ + frontMargin
     std::size_t capacity_ = 0;
-    Position origin_ = 0; // the position of text_[0]
-    Position begin_ = 0;  // the first buffered byte
-    Position limit_ = 0;
-    Position cursor_ = 0;
-    Position matchBegin_ = 0;
-    Position matchEnd_ = 0;
-    bool inMatch_ = false;
-    char behindMatch_ = 0; // the byte that the match's NUL stands on
+    Position origin_ = 0;      // the position of text_[0]
+    char* begin_ = nullptr;    // the first buffered byte
+    char* cursor_ = nullptr;
+    char* limit_ = nullptr;
+    char* matchEnd_ = nullptr; // the end of the current match, which starts at yytext; null without one
+    char behindMatch_ = 0;     // the byte that the match's NUL covers
     bool ended_ = false;
     bool rewritten_ = false;
+    bool firstRead_ = true; // of a scan
     TestSettings settings_{};
 };
 

@@ -44,10 +44,10 @@ inline constexpr std::size_t startLength = 3;
 
 constexpr std::string_view keywordStart(const Pattern& pattern) { return keyword(pattern).substr(0, startLength); }
 
-/// The patterns whose keywords share their first letters. Nothing but these letters, and for some families a blank
-/// before them, has to be seen before one of the patterns is worth trying.
+/// The patterns whose keywords share their first letters. When all the letters that they share are there, and for some
+/// families a blank before them, one of the patterns is worth trying.
 struct Family {
-    std::string_view start;
+    std::string_view start; ///< what all the keywords begin with, eight letters at the most
     bool followsBlank = true;
     std::uint8_t first = 0; ///< where its patterns begin in `byFamily`
     std::uint8_t count = 0;
@@ -99,9 +99,12 @@ inline constexpr std::array<Family, familyCount> families = [] {
     for (std::size_t place = 0; place < ruleCount; ++place) {
         const Pattern& pattern = patterns[byFamily[place]];
         if (detail::startsFamily(place)) {
-            result[count++] = {keywordStart(pattern), true, static_cast<std::uint8_t>(place), 0};
+            result[count++] = {keyword(pattern).substr(0, 8), true, static_cast<std::uint8_t>(place), 0};
         }
         Family& family = result[count - 1];
+        while (!keyword(pattern).starts_with(family.start)) {
+            family.start.remove_suffix(1);
+        }
         family.followsBlank = family.followsBlank && followsBlank(pattern);
         ++family.count;
     }

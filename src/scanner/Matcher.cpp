@@ -1,38 +1,104 @@
 #include "scanner/Matcher.h"
 
+#include "scanner/ByteRuns.h"
+#include "scanner/Probe.h"
 #include "scanner/Tails.h"
 
 #include <algorithm>
 
 namespace rose {
 
-bool Matcher::next(Match& match) {
-    if (input_.takeRewritten()) {
-        place_ = filter_.end();
-        searched_ = input_.cursor();
+namespace {
+
+static_assert(InputLayer::backMargin >= KeywordFilter::overread);
+static_assert(InputLayer::frontMargin >= KeywordFilter::reach + 8); // a probe loads eight bytes before the keyword
+
+enum class Outcome : std::uint8_t { matched, mismatched, undecided };
+
+/// A match as far as it is known.
+struct Growth {
+    const char* begin;
+    const char* end;
+    int rule;
+};
+
+/// Grows the match of `probe` around its keyword. Its `begin` is known in every outcome but a mismatch.
+Outcome grow(const Probe& probe, const char* word, const Window& window, Growth& growth) {
+    const char* const literal = word - probe.prefixLength;
+    // Negative for a keyword that has been consumed: then so is the lead, which is too short for any pattern.
+    const std::ptrdiff_t room = literal - window.begin;
+    const std::ptrdiff_t lead = bytes::blanksBefore(literal, probe.leadBlank, std::min(room, probe.leadMaximum));
+    if (lead < probe.leadMinimum) {
+        return Outcome::mismatched;
     }
-    for (;;) {
-        while (place_ != filter_.end()) {
-            const Outcome outcome = tryFamily(*place_, match);
-            if (outcome == Outcome::undecided) {
-                input_.refill(match.begin);
-                continue;
-            }
-            ++place_;
-            if (outcome == Outcome::matched) {
-                return true;
+    growth.rule = probe.rule;
+    growth.begin = literal - lead;
+    const char* end = word + probe.keywordLength;
+    if (!probe.secondPart.empty()) {
+        end = secondPartEnd(probe.secondPart, end, window);
+        if (end == nullptr) {
+            return Outcome::mismatched;
+        }
+        if (end == window.limit && !window.ended) {
+            return Outcome::undecided;
+        }
+    }
+    end = probe.tail == Tail::valueTail ? runTailEnd(true, '\t', end, window) : tailEnd(probe.tail, end, window);
+    if (end == nullptr) {
+        return Outcome::mismatched;
+    }
+    growth.end = end;
+    return end == window.limit && !window.ended ? Outcome::undecided : Outcome::matched;
+}
+
+Outcome growAny(const keywords::Family& family, const char* word, const Window& window, Growth& growth) {
+    const Probe* const end = probes.data() + family.first + family.count;
+    for (const Probe* probe = end - family.count; probe != end; ++probe) {
+        if (probe->isAt(word)) {
+            if (const Outcome outcome = grow(*probe, word, window, growth); outcome != Outcome::mismatched) {
+                return outcome;
             }
         }
-        if (!searchOn()) {
-            return false;
+    }
+    return Outcome::mismatched;
+}
+
+} // namespace
+
+int Matcher::next() {
+    input_.endMatch();
+    if (input_.takeRewritten()) {
+        place_ = filter_.end();
+        searched_ = input_.positionOf(input_.cursor());
+    }
+    for (;;) {
+        const Window window{input_.cursor(), input_.limit(), input_.ended()};
+        const char* const block = input_.at(block_);
+        Outcome outcome = Outcome::mismatched;
+        Growth growth{};
+        while (outcome == Outcome::mismatched && place_ != filter_.end()) {
+            outcome = growAny(keywords::families[place_->family], block + place_->offset, window, growth);
+            ++place_;
+        }
+        if (outcome == Outcome::matched) {
+            char* const begin = input_.cursor() + (growth.begin - window.begin);
+            input_.beginMatch(begin, begin + (growth.end - growth.begin));
+            return growth.rule;
+        }
+        if (outcome == Outcome::undecided) {
+            --place_;
+            input_.refill(growth.begin);
+        } else if (!searchOn()) {
+            return 0;
         }
     }
 }
 
 /// Looks for keywords in the next block; false at the end of the input.
 bool Matcher::searchOn() {
-    searched_ = std::max(searched_, input_.cursor());
-    const Position stop = input_.ended() ? input_.limit() : input_.limit() - lookahead;
+    const Position limit = input_.positionOf(input_.limit());
+    const Position stop = input_.ended() ? limit : limit - lookahead;
+    searched_ = std::max(searched_, input_.positionOf(input_.cursor()));
     if (searched_ < stop) {
         const Position size = std::min<Position>(stop - searched_, KeywordFilter::blockSize);
         filter_.search(input_.at(searched_), static_cast<std::size_t>(size));
@@ -50,55 +116,11 @@ bool Matcher::searchOn() {
 }
 
 /// The first byte that a match may start with whose keyword has not been looked for.
-Position Matcher::undecidedFrom() const {
+const char* Matcher::undecidedFrom() const {
     constexpr Position reach = KeywordFilter::reach + keywords::longestPrefix;
-    const Position literal = std::max(searched_ - reach, input_.cursor());
-    return literal - bytes::blanksBefore(input_.at(literal), '\t', literal - input_.cursor());
-}
-
-Matcher::Outcome Matcher::tryFamily(const KeywordFilter::Place& place, Match& match) const {
-    const keywords::Family& family = keywords::families[place.family];
-    const char* const word = input_.at(block_ + place.offset);
-    for (const Probe *probe = &probes[family.first], *end = probe + family.count; probe != end; ++probe) {
-        if (probe->isAt(word)) {
-            const Outcome outcome = tryProbe(*probe, word, match);
-            if (outcome != Outcome::mismatched) {
-                return outcome;
-            }
-        }
-    }
-    return Outcome::mismatched;
-}
-
-/// Grows the match of `probe` around its keyword. The match's `begin` is stored as soon as the lead is known.
-Matcher::Outcome Matcher::tryProbe(const Probe& probe, const char* word, Match& match) const {
-    const Window window{input_.at(input_.cursor()), input_.at(input_.limit()), input_.ended()};
-    const char* const literal = word - probe.prefixLength;
-    const std::ptrdiff_t room = literal - window.begin;
-    const std::ptrdiff_t lead =
-        room < 0 ? -1 : bytes::blanksBefore(literal, probe.leadBlank, std::min(room, probe.leadMaximum));
-    if (lead < probe.leadMinimum) {
-        return Outcome::mismatched;
-    }
-    match.rule = patterns[probe.index].number;
-    match.begin = input_.cursor() + (literal - lead - window.begin);
-    const char* end = word + probe.keywordLength;
-    const Literal& text = patterns[probe.index].literal;
-    if (!text.second.empty()) {
-        end = secondLiteralEnd(text, end, window);
-    }
-    const auto unfinished = [&] { return end == window.limit && !window.ended; };
-    if (end != nullptr && !unfinished()) {
-        end = tailEnd(probe.tail, end, window);
-    }
-    if (end == nullptr) {
-        return Outcome::mismatched;
-    }
-    if (unfinished()) {
-        return Outcome::undecided;
-    }
-    match.end = match.begin + (end - (literal - lead));
-    return Outcome::matched;
+    const char* const cursor = input_.cursor();
+    const char* const literal = input_.at(std::max(searched_ - reach, input_.positionOf(cursor)));
+    return literal - bytes::blanksBefore(literal, '\t', literal - cursor);
 }
 
 } // namespace rose

@@ -3,18 +3,10 @@
 #include "scanner/InputLayer.h"
 #include "scanner/KeywordFilter.h"
 #include "scanner/Keywords.h"
-#include "scanner/Probe.h"
 
 #include <cstdint>
 
 namespace rose {
-
-/// One match of a keyword pattern: the rule's number and the matched bytes.
-struct Match {
-    int rule;
-    Position begin;
-    Position end;
-};
 
 /// Finds the matches of the rule table in an input, one after the other: at every position that no match has consumed
 /// the longest text that matches a pattern; positions where none matches are skipped.
@@ -26,21 +18,18 @@ struct Match {
 /// Between two calls of `next` the input may be consumed, and bytes may be put back, by `get` and `unget`.
 class Matcher {
 public:
-    explicit Matcher(InputLayer& input) : input_(input), searched_(input.cursor()) {}
+    explicit Matcher(InputLayer& input) : input_(input), searched_(input.positionOf(input.cursor())) {}
 
-    /// Moves to the next match and stores it; false at the end of the input, which is then consumed.
-    bool next(Match& match);
+    /// Makes the next match the input's current one and returns its rule's number; 0 at the end of the input, which then
+    /// is consumed. The match that was current ends.
+    int next();
 
 private:
-    enum class Outcome : std::uint8_t { matched, mismatched, undecided };
-
     bool searchOn();
-    Position undecidedFrom() const;
-    Outcome tryFamily(const KeywordFilter::Place& place, Match& match) const;
-    Outcome tryProbe(const Probe& probe, const char* word, Match& match) const;
+    const char* undecidedFrom() const;
 
-    /// What must be buffered behind a place before it is looked at.
-    static constexpr Position lookahead = keywords::longestKeyword + KeywordFilter::overlap + 1;
+    /// What must be buffered behind a place before it is looked at: the keyword and a byte behind it.
+    static constexpr Position lookahead = keywords::longestKeyword + 1;
 
     InputLayer& input_;
     KeywordFilter filter_;
@@ -54,10 +43,8 @@ private:
 template <class Sink>
 void scan(InputLayer& input, Sink&& sink) {
     Matcher matcher(input);
-    for (Match match{}; matcher.next(match);) {
-        input.beginMatch(match.begin, match.end);
-        sink(match.rule, yytext, yyleng);
-        input.endMatch();
+    for (int rule = matcher.next(); rule != 0; rule = matcher.next()) {
+        sink(rule, yytext, yyleng);
     }
 }
 

@@ -35,7 +35,7 @@ void takeLine(Value& text, std::size_t& room) {
         const std::size_t kept = std::min(length, room);
         text.append(rest.substr(0, kept));
         room -= kept;
-        scannerInput.moveCursor(scannerInput.cursor() + static_cast<Position>(length));
+        scannerInput.moveCursor(scannerInput.cursor() + length);
         if (length < rest.size()) {
             return;
         }

@@ -19,31 +19,32 @@ struct Probe {
     std::uint64_t prefixMask = 0;
     std::array<std::uint64_t, chunks> rest{}; ///< the bytes behind the letters of the family, likewise
     std::array<std::uint64_t, chunks> restMask{};
+    bool isLong = false; ///< whether the keyword fills more than the first chunk
     std::uint8_t prefixLength = 0;
     std::uint8_t keywordLength = 0;
     char leadBlank = ' '; ///< what the lead may hold besides spaces
     Tail tail = Tail::noTail;
     std::ptrdiff_t leadMinimum = 0; ///< the length of the lead
     std::ptrdiff_t leadMaximum = 0;
-    std::uint8_t index = 0; ///< into `patterns`
+    std::string_view secondPart{}; ///< of the literal
+    int rule = 0;
 
     Probe() = default;
-    explicit constexpr Probe(std::uint8_t patternIndex);
+    explicit constexpr Probe(const Pattern& pattern);
 
     /// Whether the literal's first part stands around the keyword whose first letters are at `word`. Reads 8 bytes
     /// before it and `startLength` + 8 * `chunks` bytes from it on.
     [[nodiscard]] bool isAt(const char* word) const {
-        std::uint64_t difference = (bytes::load64(word - 8) ^ prefix) & prefixMask;
-        for (std::size_t chunk = 0; chunk < chunks; ++chunk) {
-            difference |= (bytes::load64(word + keywords::startLength + 8 * chunk) ^ rest[chunk]) & restMask[chunk];
-        }
-        return difference == 0;
+        const auto differs = [&](std::size_t chunk) {
+            return (bytes::load64(word + keywords::startLength + 8 * chunk) ^ rest[chunk]) & restMask[chunk];
+        };
+        const std::uint64_t prefixDiffers = (bytes::load64(word - 8) ^ prefix) & prefixMask;
+        return (prefixDiffers | differs(0)) == 0 && (!isLong || (differs(1) | differs(2)) == 0);
     }
 };
 
-constexpr Probe::Probe(std::uint8_t patternIndex) : index(patternIndex) {
+constexpr Probe::Probe(const Pattern& pattern) {
     constexpr std::ptrdiff_t any = std::numeric_limits<std::ptrdiff_t>::max();
-    const Pattern& pattern = patterns[patternIndex];
     const auto place = [](std::uint64_t& word, std::uint64_t& mask, std::size_t at, char byte) {
         word |= static_cast<std::uint64_t>(static_cast<unsigned char>(byte)) << (8 * at);
         mask |= std::uint64_t{0xFF} << (8 * at);
@@ -58,6 +59,9 @@ constexpr Probe::Probe(std::uint8_t patternIndex) : index(patternIndex) {
         const std::size_t offset = at - keywords::startLength;
         place(rest[offset / 8], restMask[offset / 8], offset % 8, literal[prefixLength + at]);
     }
+    secondPart = pattern.literal.second;
+    rule = pattern.number;
+    isLong = keywordLength > keywords::startLength + 8;
     tail = pattern.tail;
     leadMinimum = pattern.lead == Lead::oneBlank || pattern.lead == Lead::blanks ? 1 : 0;
     leadMaximum = pattern.lead == Lead::noLead ? 0 : pattern.lead == Lead::oneBlank ? 1 : any;
@@ -71,7 +75,7 @@ static_assert(keywords::longestKeyword <= keywords::startLength + 8 * Probe::chu
 inline constexpr std::array<Probe, ruleCount> probes = [] {
     std::array<Probe, ruleCount> result{};
     for (std::size_t place = 0; place < ruleCount; ++place) {
-        result[place] = Probe(keywords::byFamily[place]);
+        result[place] = Probe(patterns[keywords::byFamily[place]]);
     }
     return result;
 }();

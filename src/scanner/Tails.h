@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scanner/ByteRuns.h"
 #include "scanner/Pattern.h"
 
 namespace rose {
@@ -11,11 +12,25 @@ struct Window {
     bool ended;        ///< whether the input ends at `limit`
 };
 
+/// What a search says that came to the window's limit before it had all it needs.
+inline const char* unfinished(const Window& window) { return window.ended ? nullptr : window.limit; }
+
+/// As `tailEnd` for the tails that nearly all patterns have: optional blanks, of which there must be one where
+/// `blanksNeeded`, an optional quote and a run up to a quote or newline.
+inline const char* runTailEnd(bool blanksNeeded, char otherBlank, const char* text, const Window& window) {
+    const char* const blanksEnd = bytes::afterBlanks(text, otherBlank);
+    if (blanksNeeded && blanksEnd == text) {
+        return text < window.limit ? nullptr : unfinished(window);
+    }
+    // The byte at the limit is NUL.
+    return bytes::firstQuoteOrNewline(blanksEnd + (*blanksEnd == '"' ? 1 : 0), window.limit);
+}
+
 /// Where the tail that starts at `text` ends; null when the text there is no such tail. A result of `window.limit`
 /// while the input goes on behind it decides nothing: more text is needed.
 const char* tailEnd(Tail tail, const char* text, const Window& window);
 
 /// As `tailEnd` for the second part of a literal, with the optional blanks before it.
-const char* secondLiteralEnd(const Literal& literal, const char* text, const Window& window);
+const char* secondPartEnd(std::string_view secondPart, const char* text, const Window& window);
 
 } // namespace rose
