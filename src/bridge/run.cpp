@@ -3,9 +3,10 @@
 #include "bridge/ModelFile.h"
 #include "builder/BuilderState.h"
 #include "builder/ImportWatch.h"
+#include "builder/Unattached.h"
+#include "completion/ValidateModel.h"
 #include "completion/checkToBeClasses.h"
 #include "completion/cleanup.h"
-#include "completion/ValidateModel.h"
 #include "host/bridge/HOLST.h"
 #include "host/bridge/generateMetadataOrigin.h"
 #include "host/encoding/localeText.h"
@@ -19,6 +20,9 @@
 #include "scanner/RoseLexImport.h"
 #include "types/setRoseTypes.h"
 
+#include <memory>
+#include <new>
+
 namespace {
 
 /// The path of the model file in the local encoding; empty when the options do not give one.
@@ -29,8 +33,10 @@ KelString modelPath(const KelOptionList& options) {
 
 /// Notes on the model where it comes from. The model owns the origin.
 KelMetadataOrigin& addOrigin(KelModel& model, const KelString& bridgeId, const KelString& path) {
-    KelMetadataOrigin* origin = generateMetadataOrigin(HOLST::BRIDGE_SPEC_IBMRATIONALROSE40_IMPORT, bridgeId);
-    model.addMetadataOrigin(origin);
+    std::unique_ptr<KelMetadataOrigin> made(
+        generateMetadataOrigin(HOLST::BRIDGE_SPEC_IBMRATIONALROSE40_IMPORT, bridgeId));
+    KelMetadataOrigin* origin =
+        rose::attach(std::move(made), [&](KelMetadataOrigin* added) { return model.addMetadataOrigin(added); });
     origin->sourceFormat = "MDL";
     origin->sourceKind = "OBJ";
     origin->sourcePath = path;
@@ -51,6 +57,16 @@ void import(const KelString& bridgeId, KelModel& model, KelOptionList& options, 
     rose::convertTexts(model, origin, encodingName, log);
 }
 
+/// Ends an import that has failed: nothing is left of it.
+void giveUp(KelModel& model) noexcept {
+    try {
+        rose::cleanup();
+    } catch (const std::bad_alloc&) {
+        // There was no memory to walk the model, but all else has been cleaned up.
+    }
+    model.recursiveDelete();
+}
+
 } // namespace
 
 bool KelIbmRationalRose40ImportDllInterface::run(const KelString& bridgeId, KelModel& model, KelOptionList& options,
@@ -64,14 +80,16 @@ bool KelIbmRationalRose40ImportDllInterface::run(const KelString& bridgeId, KelM
     try {
         import(bridgeId, model, options, log, encodingName);
     } catch (const KelException&) {
-        rose::cleanup();
-        model.recursiveDelete();
+        giveUp(model);
         throw;
     } catch (...) {
-        rose::cleanup();
-        model.recursiveDelete();
+        giveUp(model);
         HOCM::BRIDGE_UNEXPECTED_ERROR.throwException(QEV_RRSE::DOCUMENT_ID);
     }
-    rose::cleanup();
+    try {
+        rose::cleanup();
+    } catch (const std::bad_alloc&) { // the model is empty
+        HOCM::BRIDGE_UNEXPECTED_ERROR.throwException(QEV_RRSE::DOCUMENT_ID);
+    }
     return true;
 }

@@ -12,10 +12,11 @@ namespace {
 
 std::FILE* openLog(const std::string& path) {
     const int descriptor = namedDescriptor(path);
-    std::FILE* file = descriptor >= 0 ? ::fdopen(duplicate(descriptor), "a") : std::fopen(path.c_str(), "we");
+    std::FILE* file = descriptor >= 0 ? ::fdopen(duplicate(descriptor), "w") : std::fopen(path.c_str(), "we");
     if (file == nullptr) {
         throwErrno();
     }
+    std::setvbuf(file, nullptr, _IOLBF, BUFSIZ); // each line is there at once, whatever becomes of the process
     return file;
 }
 

@@ -11,9 +11,8 @@
 
 namespace petal {
 
-/// Writes the events of an import to standard error or to a file.
-///
-/// What was logged reaches the file even when the bridge ends the process.
+/// Writes the events of an import to standard error or to a file, each as soon as it is recorded: a bridge may end
+/// the process.
 class LogWriter final : public KelLog {
 public:
     /// No path, or "-", stands for standard error; a file is emptied. `encoding` is the one that the events quote

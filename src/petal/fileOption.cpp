@@ -31,8 +31,8 @@ KelString toUtf8(const KelString& path) {
 } // namespace
 
 KelString fileOption(const std::string& path) {
-    const KelString bytes{std::string_view(path)};
-    const KelString converted = toUtf8(bytes);
+    KelString bytes{std::string_view(path)};
+    KelString converted = toUtf8(bytes);
     if (leadsTo(converted, bytes)) {
         return converted;
     }

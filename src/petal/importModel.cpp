@@ -10,6 +10,7 @@
 #include "petal/PlugIn.h"
 #include "petal/importOptions.h"
 #include "petal/inputAdvice.h"
+#include "petal/namedDescriptor.h"
 #include "petal/outputFailure.h"
 #include "petal/sameFile.h"
 
@@ -19,15 +20,20 @@ namespace {
 
 /// The model of the import. It is never deleted: the end of the process frees a big model at no cost.
 KelModel& keptModel() {
-    static KelModel* const model = new KelModel;
+    static auto* const model = new KelModel;
     return *model;
 }
 
-bool isFile(const std::optional<std::string>& path) {
-    return path && *path != "-";
+bool isPath(const std::optional<std::string>& given) {
+    return given && *given != "-";
 }
 
-/// What is read or written must be three files: each would be emptied or replaced while it is still needed.
+/// Whether a file there would be emptied or replaced, not written on where it is open already.
+bool isFile(const std::optional<std::string>& given) {
+    return isPath(given) && namedDescriptor(*given) < 0;
+}
+
+/// What is read or written must be different files: one would be lost.
 void refuseSameFiles(const ImportRequest& request) {
     const auto refuse = [](const std::optional<std::string>& written, const std::optional<std::string>& other) {
         if (isFile(written) && isFile(other) && areSameFile(*written, *other)) {
@@ -62,7 +68,7 @@ void writeModel(const ImportRequest& request) {
         chosenExporter(request, *output).write(keptModel(), *output);
         output->commit();
     } catch (const std::system_error& error) {
-        throw outputFailure(isFile(request.output) ? "'" + *request.output + "'" : "standard output", error);
+        throw outputFailure(isPath(request.output) ? "'" + *request.output + "'" : "standard output", error);
     }
 }
 

@@ -18,8 +18,8 @@ constexpr OptionArgument fileArgument{"FILE", "File", nullptr};
 constexpr OptionArgument typesArgument{"--types", "Supported types", nullptr};
 constexpr OptionArgument encodingArgument{
     "--encoding", "Encoding",
-    "Unless given, or with auto, petal takes the encoding that the charSet in the file's header stands for, and the "
-    "default without one. Other names that ICU knows are taken as well."};
+    "With auto, petal's default, it is the encoding that the charSet in the file's header stands for,\n"
+    "and the default below without one. Other names that ICU knows are taken as well."};
 constexpr std::array arguments{fileArgument, typesArgument, encodingArgument};
 
 constexpr const char* optionsAdvice = "Run 'petal options' to see the values.";

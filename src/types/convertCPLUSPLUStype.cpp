@@ -1,5 +1,6 @@
 #include "types/convertCPLUSPLUStype.h"
 
+#include "builder/Unattached.h"
 #include "host/model/KelAttribute.h"
 #include "host/model/KelBaseType.h"
 #include "host/model/KelDerivedType.h"
@@ -72,7 +73,7 @@ KelDerivedType* findOrMakeResult(KelModel& conversion, const CPlusPlusSpelling& 
 void moveTypeValues(KelDerivedType& from, KelDerivedType& to) {
     while (KelTypeValue* value = from.getTypeValue(0)) {
         from.removeTypeValue(value);
-        to.addTypeValue(value);
+        attach(std::unique_ptr<KelTypeValue>(value), [&](KelTypeValue* moved) { return to.addTypeValue(moved); });
     }
 }
 
@@ -87,8 +88,7 @@ KelDerivedType* findOrMakeReference(KelModel& conversion, const CPlusPlusSpellin
     return finish(makeType(conversion, spelling.logicalName, base->getDataType(), base), 0);
 }
 
-void moveAttributes(KelModel& conversion, const CPlusPlusSpelling& spelling, KelDerivedType& from,
-                    KelDerivedType& to) {
+void moveAttributes(KelModel& conversion, const CPlusPlusSpelling& spelling, KelDerivedType& from, KelDerivedType& to) {
     while (!from.features().isEmpty()) {
         KelAttribute* attribute = takeFirstAttribute(from);
         if (attribute == nullptr) {
