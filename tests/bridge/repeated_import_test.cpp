@@ -1,0 +1,223 @@
+#include "bridge/KelIbmRationalRose40ImportDllInterface.h"
+#include "builder/BuilderState.h"
+#include "host/log/KelException.h"
+#include "host/model/KelMetadataOrigin.h"
+#include "host/model/KelType.h"
+#include "host/options/KelOptionList.h"
+#include "support/ImportedModel.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <stdexcept>
+
+namespace {
+
+constexpr const char* everything = PETAL_EXAMPLES "/everything.mdl";
+
+// Ends in the middle of everything: nearly all of the builder's state is set.
+constexpr std::string_view unfinished = R"((object Class_Category "Logical View"
+(object Class "A"
+    (object ClassAttribute "x"
+        type "char"
+    (object Operation "f"
+        (object Parameter "p"
+(object Association "ab"
+ quid "41"
+    (object Role "a"
+        supplier "Logical View::A"
+    (object Role "b"
+        supplier "Logical View::B"
+        keys
+            (object ClassAttribute "x"
+(object Inheritance_Relationship
+(object ClassDiagram "D"
+    (object ClassView "Class" "Waiting" @5
+    (object AssociationViewNew "waiting" @6
+ quidu "42"
+    NoteView @7
+        Parent_View @8
+        label "text of a note"
+    (object ClassView "Class" "A" @20
+(object RealizeView "" @9
+    Parent_View @10
+    client @11
+(object AssociationViewNew "open" @12
+(object UsesView "" @13
+(object InheritView "" @14
+    (object RoleView "r" @15
+    keys
+    compartment X
+post_condition
+pre_condition
+semantics
+(object AttachView "" @16
+    NoteView @17
+(object Label @18
+(object Class_Category "Use Case View"
+(object Mechanism @19
+)";
+
+struct NamedFlag {
+    const char* name;
+    const bool* flag;
+};
+
+constexpr NamedFlag flags[] = {
+    {"startPackages", &rose::startPackages},
+    {"InQualifier", &rose::InQualifier},
+    {"InGeneralizationView", &rose::InGeneralizationView},
+    {"InRealizationView", &rose::InRealizationView},
+    {"InUsesView", &rose::InUsesView},
+    {"InAssociationRoleView", &rose::InAssociationRoleView},
+    {"InAssociationView", &rose::InAssociationView},
+    {"InCompartment", &rose::InCompartment},
+    {"InNoteView", &rose::InNoteView},
+    {"attachNote", &rose::attachNote},
+    {"diagramDescription", &rose::diagramDescription},
+    {"objectMechanism", &rose::objectMechanism},
+    {"pre", &rose::pre},
+    {"post", &rose::post},
+    {"sem", &rose::sem},
+};
+
+/// How many of the pointers to current objects are set.
+int currentObjects() {
+    const void* const pointers[] = {
+        rose::aPackage,        rose::logicalViewPackage, rose::aDiagram,      rose::aClass,    rose::aAttribute,
+        rose::shadowAttribute, rose::aOperation,         rose::keepOperation, rose::aArgument, rose::aBaseType,
+        rose::aAssociation,    rose::aAssociationRole,   rose::candKey,       rose::forKey,    rose::aGeneral,
+        rose::aRealization,    rose::aDependency,        rose::activeObject};
+    return static_cast<int>(std::count_if(std::begin(pointers), std::end(pointers),
+                                          [](const void* pointer) { return pointer != nullptr; }));
+}
+
+/// Nothing waits for the next import, whether this one has succeeded or not.
+void expectNothingWaits() {
+    EXPECT_EQ(rose::toBeClasses.getCount(), 0);
+    EXPECT_EQ(rose::toBeAssociations.getCount(), 0);
+    EXPECT_EQ(rose::toBeNotes.getCount(), 0);
+    EXPECT_EQ(rose::packages.getCount(), 0);
+    EXPECT_EQ(rose::theFile, nullptr);
+}
+
+TEST(RepeatedImportTest, TwoInARowAreTheSame) {
+    for (const std::string_view types : {"C++", "Oracle 7.x & 8"}) {
+        const ImportedModel first = ImportedModel::ofFile(everything, {.types = types});
+        const ImportedModel second = ImportedModel::ofFile(everything, {.types = types});
+        EXPECT_EQ(first.failure, "");
+        EXPECT_GT(first.log.lines.size(), 50U);
+        EXPECT_EQ(first.json(), second.json());
+        EXPECT_EQ(first.log.lines, second.log.lines);
+        expectNothingWaits();
+    }
+}
+
+TEST(RepeatedImportTest, AnImportStartsWithoutTheStateOfTheOneBefore) {
+    const ImportedModel before = ImportedModel::ofBody(unfinished);
+    EXPECT_EQ(before.failure, "");
+    // This is what there would be to see.
+    for (const NamedFlag& each : flags) {
+        const bool isEndedBySomethingElse = each.flag == &rose::diagramDescription;
+        EXPECT_TRUE(*each.flag || isEndedBySomethingElse) << each.name;
+    }
+    EXPECT_GE(currentObjects(), 8);
+    EXPECT_EQ(rose::InUseCaseView, 1);
+    EXPECT_EQ(rose::client, 11);
+    EXPECT_EQ(rose::physicalId, 10);
+    EXPECT_EQ(rose::currentNoteId.viewId, 8);
+    expectNothingWaits();
+
+    const ImportedModel empty = ImportedModel::ofBody("");
+    EXPECT_EQ(empty.failure, "");
+    for (const NamedFlag& each : flags) {
+        EXPECT_FALSE(*each.flag) << each.name;
+    }
+    EXPECT_EQ(currentObjects(), 0);
+    EXPECT_EQ(rose::InUseCaseView, 0);
+    EXPECT_EQ(rose::client, 0);
+    EXPECT_EQ(rose::physicalId, 0);
+    EXPECT_EQ(rose::currentNoteId.viewId, 0);
+    EXPECT_TRUE(rose::currentNoteId.text.isEmpty());
+    EXPECT_TRUE(empty.model.childPackages().isEmpty());
+}
+
+/// A log that fails at its n-th event.
+class FailingLog final : public KelLog {
+public:
+    FailingLog(std::size_t failsAt, std::function<void()> fail) : left_(failsAt), fail_(std::move(fail)) {}
+    void record(const KelLogEvent&) override {
+        if (--left_ == 0) {
+            fail_();
+        }
+    }
+
+private:
+    std::size_t left_;
+    std::function<void()> fail_;
+};
+
+/// The text that the bridge throws when the log fails so; the model must be empty then.
+std::string failureOf(KelLog& log) {
+    KelIbmRationalRose40ImportDllInterface bridge;
+    KelOptionList options;
+    bridge.getOptionList(options);
+    options.setValue("File", everything);
+    KelModel model;
+    std::string failure;
+    try {
+        bridge.run("bridge-under-test", model, options, log);
+    } catch (const KelException& exception) {
+        failure = exception.what();
+    }
+    EXPECT_TRUE(model.childPackages().isEmpty());
+    EXPECT_TRUE(model.types().isEmpty());
+    EXPECT_TRUE(model.metadataOrigins().isEmpty());
+    EXPECT_TRUE(model.getName().isEmpty());
+    return failure;
+}
+
+TEST(RepeatedImportTest, WhateverFailsTheModelIsEmptyAndTheNextImportUnharmed) {
+    struct Row {
+        const char* what;
+        std::function<void()> fail;
+        std::string_view failure; // how the text begins that the host sees
+    };
+    const Row rows[] = {
+        {"the host's exception", [] { throw KelException("[X] as it was"); }, "[X] as it was"},
+        {"another exception", [] { throw std::runtime_error("lost"); },
+         "[HOCM_F0001] Unexpected error in bridge KelIbmRationalRose40Import"},
+        {"no exception class", [] { throw 1; }, "[HOCM_F0001] Unexpected error in bridge KelIbmRationalRose40Import"},
+    };
+    const ImportedModel whole = ImportedModel::ofFile(everything);
+    for (const Row& row : rows) {
+        for (std::size_t event = 1; event <= whole.log.lines.size(); ++event) {
+            FailingLog log(event, row.fail);
+            const std::string failure = failureOf(log);
+            ASSERT_TRUE(failure.starts_with(row.failure)) << row.what << " at event " << event << ": " << failure;
+            expectNothingWaits();
+        }
+        const ImportedModel next = ImportedModel::ofFile(everything);
+        EXPECT_EQ(next.json(), whole.json()) << row.what;
+        EXPECT_EQ(next.log.lines, whole.log.lines) << row.what;
+    }
+}
+
+TEST(RepeatedImportTest, AFailureWithinTheFileIsOneOfTheHostsOwn) {
+    const ImportedModel whole = ImportedModel::ofFile(everything);
+    // A class that is the supplier of a view, but there is no diagram.
+    const ImportedModel failed = ImportedModel::ofBody(R"((object Class_Category "Logical View"
+(object Class "A"
+    Parent_View @5
+    (object ClassAttribute "x"
+        type "char"
+    (object ClassAttribute "x"
+    supplier @5
+)");
+    EXPECT_EQ(failed.failure, "[QEV_RRSE_F0009] Diagram not yet created");
+    EXPECT_TRUE(failed.model.childPackages().isEmpty());
+    expectNothingWaits();
+    EXPECT_EQ(ImportedModel::ofFile(everything).json(), whole.json());
+}
+
+} // namespace

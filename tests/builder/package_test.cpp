@@ -1,0 +1,187 @@
+#include "builder/outlineOf.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr OutlineRow nesting[] = {
+    {"categories side by side in the usual order: each diagram goes to the category that lists it", R"(
+(object Class_Category "Logical View"
+    (object Class_Category "A"
+        (object Class "InA"
+    logical_presentations (list
+        (object ClassDiagram "of A"
+    (object Class_Category "B"
+        (object Class "InB"
+    logical_presentations (list
+        (object ClassDiagram "of B"
+ logical_presentations (list
+    (object ClassDiagram "of all"
+)",
+     R"(
+  package Logical View
+    package A
+      class InA
+      diagram of A
+    package B
+      class InB
+      diagram of B
+    diagram of all)"},
+    {"categories in one another: the end of a list moves up once its package is closed", R"(
+(object Class_Category "Logical View"
+    (object Class_Category "A"
+        (object Class_Category "B"
+            (object Class_Category "C"
+            logical_presentations (list
+                (object ClassDiagram "of C"
+        logical_presentations (list
+            (object ClassDiagram "of B"
+    logical_presentations (list
+        (object ClassDiagram "of A"
+    (object Class_Category "D"
+    logical_presentations (list
+        (object ClassDiagram "of D"
+)",
+     R"(
+  package Logical View
+    package A
+      package B
+        package C
+          diagram of C
+        diagram of B
+      diagram of A
+    package D
+      diagram of D)"},
+    {"a logical view in another one: later packages without a current one go to the inner one", R"(
+(object Class_Category "Logical View"
+    (object Class_Category "A"
+        (object Class_Category "Logical View"
+        logical_presentations (list
+    logical_presentations (list
+ logical_presentations (list
+ logical_presentations (list
+(object Class_Category "Late"
+)",
+     R"(
+  package Logical View
+    package A
+      package Logical View
+        package Late)"},
+    {"behind the closed logical view: beside it", R"(
+(object Class_Category "Logical View"
+ logical_presentations (list
+(object Class_Category "Beside"
+)",
+     R"(
+  package Logical View
+  package Beside)"},
+    {"behind the logical view that has been left: in it, and what has no package is ignored", R"(
+(object Class_Category "Logical View"
+ logical_presentations (list
+ logical_presentations (list
+(object Class "Lost"
+(object ClassDiagram "lost"
+(object Class_Category "Late"
+    (object Class "Kept"
+)",
+     R"(
+  package Logical View
+    package Late
+      class Kept)"},
+    {"an empty name is kept", R"(
+(object Class_Category "Logical View"
+    (object Class_Category ""
+        (object Class "A"
+)",
+     R"(
+  package Logical View
+    package 
+      class A)"},
+    {"a category without a name is none", R"(
+(object Class_Category "Logical View"
+    (object Class_Category
+        (object Class "A"
+)",
+     R"(
+  package Logical View
+    class A)"},
+    {"a new package has no current diagram", R"(
+(object Class_Category "Logical View"
+    (object ClassDiagram "D"
+    (object Class_Category "A"
+    (object ClassView "Class" "Nowhere" @1
+)",
+     R"(
+  package Logical View
+    package A
+    diagram D)"},
+};
+
+constexpr OutlineRow skipping[] = {
+    {"nothing before the logical view is read", R"(
+(object Class_Category "Use Case View"
+    (object Class "Actor"
+    (object Class_Category "Stories"
+    logical_presentations (list
+ logical_presentations (list
+(object Class_Category "logical view"
+(object Class_Category "Logical View "
+(object Class_Category "Logical View"
+    (object Class_Category "A"
+)",
+     R"(
+  package Logical View
+    package A)"},
+    {"no logical view, no model", R"(
+(object Class_Category "Component View"
+    (object Class "A"
+)",
+     ""},
+    {"a use-case view inside: it and its categories are skipped, and its end closes the current package", R"(
+(object Class_Category "Logical View"
+    (object Class_Category "Before"
+    logical_presentations (list
+    (object Class_Category "Use Case View"
+        (object Class_Category "Logical View"
+        logical_presentations (list
+    logical_presentations (list
+    (object Class "Lost"
+    (object Class_Category "After"
+        (object Class "Kept"
+)",
+     R"(
+  package Logical View
+    package Before
+    package After
+      class Kept)"},
+    {"a use-case view that does not end: nothing that follows is a package", R"(
+(object Class_Category "Logical View"
+    (object Class_Category "Use Case View"
+    (object Class_Category "Lost"
+        (object Class "A"
+)",
+     R"(
+  package Logical View
+    class A)"},
+    {"another spelling is no use-case view", R"(
+(object Class_Category "Logical View"
+    (object Class_Category "Use Case view"
+)",
+     R"(
+  package Logical View
+    package Use Case view)"},
+};
+
+TEST(PackageTest, NestingFollowsTheListsOfTheFile) {
+    for (const OutlineRow& row : nesting) {
+        EXPECT_EQ(outlineOf(row.text), row.outline) << row.what;
+    }
+}
+
+TEST(PackageTest, OnlyTheLogicalViewIsRead) {
+    for (const OutlineRow& row : skipping) {
+        EXPECT_EQ(outlineOf(row.text), row.outline) << row.what;
+    }
+}
+
+} // namespace

@@ -1,0 +1,152 @@
+// The collections at "many" ends against a vector, which is slow but obvious.
+
+#include "ModelClasses.h"
+#include "host/model/KelObject.h"
+#include "host/model/links/KelFewLinks.h"
+#include "host/model/links/KelLinks.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <ostream>
+#include <random>
+
+namespace {
+
+struct TwinRow {
+    KelElementType holder;
+    const char* relation;
+    bool byName;
+};
+
+void PrintTo(const TwinRow& row, std::ostream* out) {
+    *out << row.relation << (row.byName ? " by name" : " by adding");
+}
+
+class ModelCollectionTwin : public testing::TestWithParam<TwinRow> {
+protected:
+    ModelCollectionTwin() {
+        for (int made = 0; made < 120; ++made) {
+            objects_.push_back(makeObject(relation_.targetType));
+            objects_.back()->setName(someName());
+        }
+    }
+
+    int pick(std::size_t count) { return static_cast<int>(random_() % static_cast<unsigned int>(count)); }
+    KelString someName() { return KelString(std::string(1, static_cast<char>('a' + pick(9))).c_str()); }
+
+    void placeInTwin(KelObject* object) {
+        const auto place = std::upper_bound(twin_.begin(), twin_.end(), object, [](auto* left, auto* right) {
+            return left->getName().view() < right->getName().view();
+        });
+        twin_.insert(GetParam().byName ? place : twin_.end(), object);
+    }
+
+    void add() {
+        KelObject* object = objects_[static_cast<std::size_t>(pick(objects_.size()))].get();
+        const bool isNew = std::find(twin_.begin(), twin_.end(), object) == twin_.end();
+        ASSERT_EQ(relation_.link(holder_.get(), object), isNew);
+        if (isNew) {
+            placeInTwin(object);
+        }
+    }
+
+    void remove() {
+        if (!twin_.empty()) {
+            const int places[] = {0, static_cast<int>(twin_.size()) - 1, pick(twin_.size())};
+            const auto place = twin_.begin() + places[pick(std::size(places))];
+            ASSERT_TRUE(relation_.unlink(holder_.get(), *place));
+            twin_.erase(place);
+        }
+    }
+
+    void rename() {
+        KelObject* object = objects_[static_cast<std::size_t>(pick(objects_.size()))].get();
+        const KelString name = someName();
+        const auto place = std::find(twin_.begin(), twin_.end(), object);
+        const bool moves = GetParam().byName && place != twin_.end() && !(object->getName() == name);
+        if (moves) {
+            twin_.erase(place);
+        }
+        object->setName(name);
+        if (moves) {
+            placeInTwin(object);
+        }
+    }
+
+    void find() {
+        const KelString name = someName();
+        const int from = pick(twin_.size() + 3) - 1;
+        const auto start = twin_.begin() + std::clamp(from, 0, static_cast<int>(twin_.size()));
+        const auto place = std::find_if(start, twin_.end(), [&](auto* object) { return object->getName() == name; });
+        const bool found = place != twin_.end();
+        int named = from;
+        int arrayed = from;
+        ASSERT_EQ(links_.findNamed(name, &named), found ? *place : nullptr);
+        ASSERT_EQ(holder_->_getn(&links_.array(), name, &arrayed), found ? *place : nullptr);
+        ASSERT_EQ(named, found ? place - twin_.begin() : from);
+        ASSERT_EQ(arrayed, named);
+    }
+
+    void look() {
+        KelObject& object = *objects_[static_cast<std::size_t>(pick(objects_.size()))];
+        const auto place = std::find(twin_.begin(), twin_.end(), &object);
+        const int index = place != twin_.end() ? static_cast<int>(place - twin_.begin()) : -1;
+        ASSERT_EQ(links_.holds(object), index >= 0);
+        ASSERT_EQ(links_.indexOf(object), index);
+        ASSERT_EQ(links_[index], index >= 0 ? &object : nullptr);
+    }
+
+    void checkAll() {
+        ASSERT_EQ(links_.count(), static_cast<int>(twin_.size()));
+        ASSERT_EQ(links_[links_.count()], nullptr);
+        std::size_t index = 0;
+        for (KelObject* object : links_) {
+            ASSERT_EQ(object, twin_[index]);
+            ASSERT_EQ(links_.array()[static_cast<int>(index)], twin_[index]);
+            ++index;
+        }
+    }
+
+    std::mt19937 random_{2206};
+    const KelRelation& relation_ = relationOf(GetParam().holder, GetParam().relation);
+    std::vector<std::unique_ptr<KelObject>> objects_;
+    std::unique_ptr<KelObject> holder_ = makeObject(relation_.holderType);
+    KelLinks<KelObject> links_{(*holder_).*relation_.holderEnd.many};
+    std::vector<KelObject*> twin_;
+};
+
+TEST_P(ModelCollectionTwin, BehavesAsAVector) {
+    for (int round = 0; round < 60; ++round) {
+        // Rounds grow to about each size and then shrink to nothing; some never ask, so that no index is made.
+        const int sizes[] = {1, 2, KelFewLinks::mostObjects, KelFewLinks::mostObjects + 2, 90};
+        const int most = sizes[round % 5];
+        const bool asks = round % 3 != 0;
+        for (const bool growing : {true, false}) {
+            for (int step = 0; step < 12 * most; ++step) {
+                const bool adds = static_cast<int>(twin_.size()) < most && (pick(3) != 0) == growing;
+                adds ? add() : pick(2) == 0 ? remove() : rename();
+                if (asks) {
+                    find();
+                    look();
+                }
+                if (HasFatalFailure()) {
+                    FAIL() << "round " << round << " step " << step;
+                }
+            }
+            checkAll();
+        }
+        while (!twin_.empty()) {
+            remove();
+        }
+        checkAll();
+    }
+}
+
+constexpr TwinRow twinRows[] = {
+    {KelElementType::diagram, "modelElements", false},
+    {KelElementType::key, "attributes", true},
+};
+INSTANTIATE_TEST_SUITE_P(Orders, ModelCollectionTwin, testing::ValuesIn(twinRows));
+
+} // namespace

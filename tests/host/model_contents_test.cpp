@@ -1,0 +1,327 @@
+// Copying, comparing, converting and walking objects.
+
+#include "ModelClasses.h"
+#include "host/encoding/KelEncodingConverter.h"
+#include "host/model/KelArgument.h"
+#include "host/model/KelAssociationRole.h"
+#include "host/model/KelAttribute.h"
+#include "host/model/KelCandidateKey.h"
+#include "host/model/KelClass.h"
+#include "host/model/KelClassDiagram.h"
+#include "host/model/KelDerivedType.h"
+#include "host/model/KelDesignPackage.h"
+#include "host/model/KelMetadataOrigin.h"
+#include "host/model/KelModel.h"
+#include "host/model/KelNote.h"
+#include "host/model/KelOperation.h"
+#include "host/model/KelTraversalOperation.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace {
+
+/// Gives a field a value that none has by itself.
+struct Mark {
+    void operator()(KelString& text) const { text.append("marked"); }
+    void operator()(bool& flag) const { flag = !flag; }
+    void operator()(KelClassCategoryType& category) const { category = KelClassCategoryType::metaclass; }
+    void operator()(auto& number) const { number = 7; }
+};
+
+void mark(KelObject& object, const KelField& field) {
+    std::visit([&](auto member) { Mark()(object.*member); }, field.member);
+}
+
+TEST(ModelContents, SetFromCopiesNameAndFieldsAndNothingElse) {
+    for (const auto& source : makeEach()) {
+        const auto copy = makeObject(source->elementType);
+        source->setName("name");
+        source->generalPointer = source.get();
+        for (const KelField& field : source->getMetaClass().fields()) {
+            mark(*source, field);
+            EXPECT_FALSE(source->equals(*copy));
+            copy->setFrom(*source);
+            EXPECT_TRUE(source->equals(*copy)) << source->getMetaClass().getClassName() << "." << field.name;
+        }
+        copy->setFrom(*source);
+        EXPECT_TRUE(copy->getName() == "name");
+        EXPECT_EQ(copy->generalPointer, nullptr);
+        copy->setName("other");
+        EXPECT_FALSE(source->equals(*copy));
+        source->setFrom(*source);
+        EXPECT_TRUE(source->getName() == "name");
+    }
+}
+
+TEST(ModelContents, SetFromAnotherClassCopiesWhatBothHave) {
+    KelDerivedType type;
+    type.setName("type");
+    type.description = "text";
+    type.dataType = "SQL_CHAR";
+    KelAttribute attribute;
+    attribute.initialValue = "1";
+    attribute.setFrom(type);
+    EXPECT_TRUE(attribute.getName() == "type" && attribute.description == "text" && attribute.initialValue == "1");
+    KelNote note;
+    note.description = "note";
+    note.setFrom(type);
+    EXPECT_TRUE(note.getName() == "type" && note.description == "note");
+}
+
+TEST(ModelContents, CopiesOfAttributesAndNotesHaveNoLinks) {
+    KelModel model;
+    auto* type = new KelDerivedType;
+    model.addType(type);
+    KelClass owner;
+    auto* attribute = new KelAttribute;
+    auto* key = new KelCandidateKey;
+    auto* note = new KelNote;
+    owner.addAttribute(attribute);
+    owner.addKey(key);
+    attribute->setName("a");
+    attribute->position = 3;
+    attribute->toolId = 4;
+    attribute->addKey(key);
+    attribute->addType(type);
+    attribute->addNote(note);
+    note->setName("n");
+    note->description = "text";
+
+    const KelAttribute copy(*attribute);
+    KelAttribute assigned;
+    assigned.addType(type);
+    assigned = *attribute;
+    for (const KelAttribute* each : {&copy, static_cast<const KelAttribute*>(&assigned)}) {
+        EXPECT_EQ(*each, *attribute);
+        EXPECT_EQ(each->toolId, 0);
+        EXPECT_EQ(each->getParent(), nullptr);
+        EXPECT_TRUE(each->keys().isEmpty() && each->notes().isEmpty());
+    }
+    EXPECT_EQ(copy.getType(), nullptr);
+    EXPECT_EQ(assigned.getType(), type);
+
+    const KelNote noteCopy(*note);
+    EXPECT_EQ(noteCopy, *note);
+    EXPECT_EQ(noteCopy.getElement(), nullptr);
+    *attribute = *attribute;
+    EXPECT_EQ(copy, *attribute);
+}
+
+class Transcoded {
+public:
+    Transcoded(KelObject& object, const char* from, const char* to) : from_(from), to_(to) {
+        object.transcode(&from_, &to_, strings, errors);
+    }
+    int strings = 100; // counts are added to what is there
+    int errors = 100;
+
+private:
+    KelEncodingConverter from_;
+    KelEncodingConverter to_;
+};
+
+struct TextRow {
+    const char* from;
+    const char* text;
+    const char* to;
+    const char* expected;
+    int strings;
+    int errors;
+};
+
+constexpr TextRow textRows[] = {
+    {"windows-1252", "", "UTF-8", "", 0, 0},
+    {"windows-1252", "plain", "UTF-8", "plain", 2, 0},
+    {"windows-1252", "\x80\xE9", "UTF-8", "\xE2\x82\xAC\xC3\xA9", 2, 0},
+    {"UTF-8",
+     "a\xFF"
+     "b",
+     "UTF-8",
+     "a\xEF\xBF\xBD"
+     "b",
+     2, 2},
+    {"UTF-8", "\xC3", "UTF-8", "\xEF\xBF\xBD", 2, 2},
+    {"UTF-8", "\xE2\x82\xAC", "windows-1252", "\x80", 2, 0},
+    {"ibm-37", "\x81", "UTF-8", "a", 2, 0},
+    {"UTF-8", "a", "ibm-37", "\x81", 2, 0},
+};
+
+TEST(ModelContents, TranscodingConvertsNamesAndTexts) {
+    for (const TextRow& row : textRows) {
+        KelClass object;
+        object.setName(row.text);
+        object.stereotype = row.text;
+        const Transcoded done(object, row.from, row.to);
+        EXPECT_TRUE(object.getName() == row.expected) << row.from << " " << row.text;
+        EXPECT_TRUE(object.stereotype == row.expected) << row.from << " " << row.text;
+        EXPECT_EQ(done.strings, 100 + row.strings) << row.from << " " << row.text;
+        EXPECT_EQ(done.errors, 100 + row.errors) << row.from << " " << row.text;
+    }
+}
+
+TEST(ModelContents, TranscodingReachesEveryTextOfEveryPartButTheOrigins) {
+    for (const auto& object : makeEach()) {
+        const bool isOrigin = object->elementType == KelElementType::metadataOrigin;
+        object->setName("\xE9");
+        int texts = static_cast<int>(!isOrigin);
+        for (const KelField& field : object->getMetaClass().fields()) {
+            if (const auto* text = std::get_if<KelString KelObject::*>(&field.member)) {
+                (*object).*(*text) = "\xE9";
+                texts += static_cast<int>(!isOrigin);
+            }
+        }
+        KelModel owner; // where there is a way to own it, it is converted as a part
+        bool owned = false;
+        if (object->isInstanceOf(KelElementType::type)) {
+            owned = owner.addType(static_cast<KelType*>(object.get()));
+        } else if (isOrigin) {
+            owned = owner.addMetadataOrigin(static_cast<KelMetadataOrigin*>(object.get()));
+        }
+        KelObject& root = owned ? owner : *object;
+        const Transcoded done(root, "windows-1252", "UTF-8");
+        EXPECT_EQ(done.strings, 100 + texts) << object->getMetaClass().getClassName();
+        EXPECT_EQ(object->getName().length(), isOrigin ? 1 : 2) << object->getMetaClass().getClassName();
+        object->removeAggregationAssembly();
+    }
+}
+
+TEST(ModelContents, TranscodingKeepsNameOrderAndMissesNoName) {
+    KelModel model;
+    KelClass owner;
+    auto* key = new KelCandidateKey;
+    owner.addKey(key);
+    for (int byte = 0x80; byte <= 0xFF; ++byte) {
+        const char name[] = {static_cast<char>(byte), '\0'};
+        auto* attribute = new KelAttribute;
+        attribute->setName(name);
+        owner.addAttribute(attribute);
+        key->addAttribute(attribute);
+    }
+    const Transcoded done(owner, "windows-1252", "UTF-8");
+    EXPECT_EQ(done.strings, 100 + 128);
+    EXPECT_EQ(done.errors, 100);
+    std::set<std::string_view> names;
+    std::string_view before;
+    for (int index = 0; index < 128; ++index) {
+        const std::string_view name = owner.getAttribute(index)->getName().view();
+        EXPECT_LT(before, name);
+        EXPECT_EQ(key->attributes()[index], owner.getAttribute(index));
+        before = name;
+        names.insert(name);
+    }
+    EXPECT_TRUE(names.contains("\xE2\x82\xAC") && names.contains("\xC3\xBF")); // U+20AC, U+00FF
+    EXPECT_EQ(owner.getAttribute("\xC3\xBF", nullptr)->getName().length(), 2);
+}
+
+/// A small model whose objects are named by one letter each.
+class ModelWalk : public testing::Test, private KelTraversalOperation {
+protected:
+    template <class T>
+    static T* named(const char* name) {
+        auto* made = new T;
+        made->setName(name);
+        return made;
+    }
+
+    ModelWalk() {
+        package_->addDiagram(diagram_);
+        package_->addModelElement(class_);
+        package_->addChildPackage(named<KelDesignPackage>("c"));
+        class_->addAttribute(attribute_);
+        class_->addOperation(operation_);
+        class_->addNote(named<KelNote>("n"));
+        class_->addArgument(argument_);
+        operation_->addArgument(argument_);
+        operation_->addArgument(named<KelArgument>("a"));
+        diagram_->addModelElement(class_);
+        package_->setName("P");
+    }
+
+    std::string walk(KelObject& root, bool withRoot) {
+        walked_.clear();
+        int depth = 0;
+        withRoot ? root.depthTraversal(*this, &depth) : root._depthTraversal(*this, &depth);
+        return walked_;
+    }
+
+    std::unique_ptr<KelDesignPackage> package_ = std::make_unique<KelDesignPackage>();
+    KelClassDiagram* diagram_ = named<KelClassDiagram>("D");
+    KelClass* class_ = named<KelClass>("C");
+    KelAttribute* attribute_ = named<KelAttribute>("A");
+    KelOperation* operation_ = named<KelOperation>("O");
+    KelArgument* argument_ = named<KelArgument>("s");
+
+private:
+    // The data is the depth: a pointer into this row.
+    void pre_process(KelObject* object, void*& userData) override {
+        static int depths[] = {0, 1, 2, 3, 4, 5};
+        const int depth = *static_cast<int*>(userData);
+        userData = &depths[depth + 1];
+        walked_ += object->getName().text() + std::to_string(depth) + "(";
+    }
+    void post_process(KelObject* object, void* userData) override {
+        walked_ += std::to_string(*static_cast<int*>(userData)) + object->getName().text() + ")";
+    }
+
+    std::string walked_;
+};
+
+TEST_F(ModelWalk, VisitsEachPartOnceDepthFirst) {
+    EXPECT_EQ(walk(*package_, true), "P0(c1(2c)C1(n2(3n)A2(3A)O2(s3(4s)a3(4a)3O)2C)D1(2D)1P)");
+    EXPECT_EQ(walk(*class_, false), "n0(1n)A0(1A)O0(s1(2s)a1(2a)1O)");
+    EXPECT_EQ(walk(*attribute_, true), "A0(1A)");
+    EXPECT_EQ(walk(*attribute_, false), "");
+}
+
+TEST_F(ModelWalk, ParentsAndReferences) {
+    EXPECT_EQ(package_->getParent(), nullptr);
+    EXPECT_EQ(package_->getParentCount(), 0);
+    EXPECT_EQ(class_->getParent(), package_.get());
+    EXPECT_EQ(argument_->getParent(), class_);
+    EXPECT_EQ(argument_->getParentCount(), 2);
+    EXPECT_TRUE(class_->isReferenced());
+    EXPECT_FALSE(diagram_->isReferenced() || attribute_->isReferenced());
+
+    KelDerivedType type;
+    KelDerivedType derived;
+    KelAttribute typed;
+    EXPECT_FALSE(type.isReferenced());
+    derived.addDerivedFromConcreteType(&type);
+    EXPECT_TRUE(type.isReferenced());
+    EXPECT_FALSE(derived.isReferenced());
+    operation_->addReturnType(&derived);
+    EXPECT_TRUE(derived.isReferenced());
+    operation_->addReturnType(&type);
+    EXPECT_FALSE(derived.isReferenced());
+    typed.addType(&derived);
+    EXPECT_TRUE(derived.isReferenced());
+}
+
+TEST_F(ModelWalk, LeavingOwnersAndReferences) {
+    class_->isolate(false);
+    EXPECT_FALSE(class_->isReferenced() || diagram_->modelElements().count() > 0);
+    EXPECT_EQ(class_->getParent(), package_.get());
+    EXPECT_EQ(class_->getAttributeCount(), 1);
+    diagram_->addModelElement(class_);
+    const std::unique_ptr<KelObject> taken(class_);
+    class_->isolate(true);
+    EXPECT_FALSE(class_->isReferenced() || class_->getParent() != nullptr);
+    argument_->removeAggregationAssembly();
+    const std::unique_ptr<KelObject> argument(argument_);
+    EXPECT_EQ(argument_->getParentCount(), 0);
+    EXPECT_EQ(operation_->arguments().count(), 1);
+}
+
+TEST(ModelContents, SourceProperty) {
+    KelAssociationRole roles[2];
+    roles[1].isSource = true;
+    setSourceProperty(&roles[0], &roles[1]);
+    EXPECT_TRUE(roles[0].isSource && !roles[1].isSource);
+    setSourceProperty(nullptr, &roles[0]);
+    setSourceProperty(&roles[1], nullptr);
+    EXPECT_TRUE(!roles[0].isSource && roles[1].isSource);
+}
+
+} // namespace

@@ -1,0 +1,117 @@
+// A bridge of another kind behind the same factory: petal must know no bridge but through its interface. The model
+// file tells it, a line each, what to do; the model it makes says which options it was given.
+
+#include "host/bridge/KelBridgeSpecification.h"
+#include "host/bridge/KelModelBridgeImportDllInterface.h"
+#include "host/encoding/localeText.h"
+#include "host/log/KelException.h"
+#include "host/log/KelLog.h"
+#include "host/log/Severity.h"
+#include "host/model/KelClass.h"
+#include "host/model/KelDesignPackage.h"
+#include "host/model/KelModel.h"
+#include "host/options/BLIB.h"
+#include "host/options/KelBridgeOptionLiteral.h"
+#include "host/options/KelOption.h"
+#include "host/options/KelOptionList.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <string>
+
+namespace {
+
+std::unique_ptr<KelOption> typesOption() {
+    return std::make_unique<KelOption>(KelOptionDescription{.name = "Supported types",
+                                                            .type = "Enumerated",
+                                                            .text = "Where types come from\n   or go to\n  \n",
+                                                            .defaultValue = "Alpha",
+                                                            .required = false,
+                                                            .choices = {{"Alpha", "Alpha"}, {"Beta 2", "The second"}},
+                                                            .files = {}});
+}
+
+// The interface has no virtual destructor, since nobody deletes a bridge.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor)
+class FakeBridge final : public KelModelBridgeImportDllInterface {
+public:
+    void getSpecification(const KelString& bridgeId, KelBridgeSpecification& specification) override {
+        specification.initialize("http://web", "Vendor", "Tool", "", "Methods", nullptr, "9.8.7", bridgeId, false,
+                                 false);
+    }
+
+    void getOptionList(KelOptionList& options) override {
+        options.removeAll();
+        options.addOption(std::make_unique<KelOption>(KelOptionDescription{.name = "File",
+                                                                           .type = "File",
+                                                                           .text = "The file.",
+                                                                           .defaultValue = "",
+                                                                           .required = true,
+                                                                           .choices = {},
+                                                                           .files = {{"mdl", "cat"}, "Models", true}}));
+        options.addOption(typesOption());
+        static const KelBridgeOptionLiteral encoding("ENCODING", "Encoding", "Enumerated", "The encoding.",
+                                                     &BLIB::BP_ENCODING_ENUM,
+                                                     &BLIB::BP_ENCODING_ENUM_WESTERN_EUROPEAN__WINDOWS_1252_);
+        options.addOption(encoding.generateOption(false));
+    }
+
+    KelString getMappingSpecificationXmlFile() override { return "FakeMapping"; }
+
+    bool run(const KelString& /*bridgeId*/, KelModel& model, KelOptionList& options, KelLog& log) override {
+        const KelString path = utf8ToLocale(options.getValue("File").text());
+        std::ifstream file(path.text());
+        if (!file) {
+            throw KelException(KelString("[FAKE_F0001] cannot open ") + path);
+        }
+        model.setName("made by the fake");
+        model.description = options.getValue("Supported types") + KelString(", ") + options.getValue("Encoding");
+        for (std::string line; std::getline(file, line);) {
+            obey(line, model, log);
+        }
+        return true;
+    }
+
+private:
+    static void obey(const std::string& line, KelModel& model, KelLog& log) {
+        std::istringstream words(line);
+        std::string order;
+        std::string argument;
+        words >> order >> std::ws;
+        std::getline(words, argument);
+        if (order == "throw") {
+            throw KelException(argument.c_str());
+        }
+        if (order == "exit") { // as a bridge does that cannot go on reading
+            std::exit(std::stoi(argument));
+        }
+        if (order == "log") { // its first word is the severity
+            const std::size_t blank = argument.find(' ');
+            const int level = severityLevel(argument.substr(0, blank).c_str());
+            if (log.accepts(level)) {
+                log.record(KelLogEvent(argument.substr(blank + 1).c_str(), "FAKE_X0001", level, emptyString));
+            }
+        }
+        if (order == "package") {
+            auto* package = new KelDesignPackage;
+            package->setName(argument.c_str());
+            model.addChildPackage(package);
+        }
+        if (order == "classes") {
+            for (int made = 0; made < std::stoi(argument); ++made) {
+                auto* some = new KelClass;
+                some->setName("some class");
+                static_cast<KelDesignPackage*>(model.childPackages().first())->addModelElement(some);
+            }
+        }
+    }
+};
+
+} // namespace
+
+extern "C" KEL_API KelModelBridgeDllInterface* getKelIbmRationalRose40ImportInterface() {
+    static FakeBridge bridge;
+    return &bridge;
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+/// A test in an empty folder of its own.
+class InFolder : public testing::Test {
+public:
+    ~InFolder() override { std::filesystem::remove_all(folder); }
+
+protected:
+    InFolder() {
+        std::string pattern = testing::TempDir() + "petalXXXXXX";
+        folder = ::mkdtemp(pattern.data());
+    }
+
+    [[nodiscard]] std::string pathOf(std::string_view name) const { return folder / name; }
+
+    std::string put(std::string_view name, std::string_view contents) const {
+        std::ofstream(pathOf(name), std::ios::binary) << contents;
+        return pathOf(name);
+    }
+    /// The contents of a file; "(none)" when it does not exist.
+    [[nodiscard]] std::string get(std::string_view name) const {
+        const std::ifstream file(pathOf(name), std::ios::binary);
+        std::ostringstream contents;
+        contents << file.rdbuf();
+        return file ? contents.str() : "(none)";
+    }
+    /// The names of all files, hidden ones included.
+    [[nodiscard]] std::set<std::string> files() const {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+            names.insert(entry.path().filename());
+        }
+        return names;
+    }
+
+    std::filesystem::path folder;
+};

@@ -1,0 +1,221 @@
+#include "scanner/Dispatch.h"
+
+#include "ScanSession.h"
+#include "scanner/RuleTable.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace rose::test {
+namespace {
+
+/// What stands before a line, so that its rule has something to act on.
+const std::string package = "(object Class_Category \"Logical View\"\n";
+const std::string classA = package + "(object Class \"A\"\n";
+const std::string attribute = classA + "(object ClassAttribute \"a\"\n";
+const std::string operation = classA + "(object Operation \"f\"\n";
+const std::string general = classA + "(object Inheritance_Relationship\n";
+const std::string association = package + " (object Association \"R\"\n";
+const std::string role = association + " (object Role \"r\"\n";
+const std::string roles = role + " (object Role \"s\"\n";
+const std::string boundRoles = classA + " (object Association \"R\"\n (object Role \"r\"\n supplier \"A\"\n"
+                                        " (object Role \"s\"\n supplier \"A\"\n";
+const std::string diagram = classA + "(object ClassDiagram \"D\"\n";
+
+struct EffectRow {
+    int rule;
+    std::string setup;
+    std::string line;
+    std::string change; // in the builder's state
+};
+
+const EffectRow effects[] = {
+    {1, package, "\tlogical_presentations (list\n", "active.toolId=-1 package.toolId=-1"},
+    {2, classA, "\tabstract TRUE\n", "class.isAbstract=1"},
+    {2, classA, "\tabstract FALSE\n", ""},
+    {3, package, "(object AttachView \"\" @1\n", "attachNote=1"},
+    {4, package, "(object Label @2\n", "diagramDescription=1"},
+    {5, classA, "\tspace \" -12x\"\n", "class.space=-12"},
+    {5, classA + "\tspace \"3\"\n", "\tspace \"x\"\n", "-class.space"},
+    {6, package, "(object SubSystem \"x\"\n", "objectMechanism=1"},
+    {7, package, "(object Mechanism @1\n", "objectMechanism=1"},
+    {8, package, "(object State_Diagram \"x\"\n", "objectMechanism=1"},
+    {9, package, "(object State_Machine\n", "objectMechanism=1"},
+    {10, package, "(object InheritView \"\" @1\n", "InGeneralizationView=1"},
+    {11, package, "(object RealizeView \"\" @1\n", "InRealizationView=1 -active -active.toolId"},
+    {12, package, "(object UsesView \"\" @1\n", "InUsesView=1 -active -active.toolId"},
+    {13, classA, "\tstereotype \"entity\"\n", "class.stereotype=entity"},
+    {13, package, "\tstereotype entity\n", ""},
+    {14, classA, "\t(value Text \"{red=1,green}\")\n", "-active -class -class.kind -package.elements"},
+    {15, classA, "\tpersistence \"Transient\"\n", "class.isPersistent=1"},
+    {16, operation, "\tfriend FALSE)\n", "operation.isFriend=1"},
+    {16, role, "\tfriend TRUE\n", "role.isFriend=1"},
+    {16, general, "\tfriend TRUE\n", "general.isFriend=1"},
+    {16, attribute, "\tfriend TRUE\n", ""},
+    {17, operation, "\tstatic FALSE\n", "operation.isStatic=1"},
+    {17, role, "\tstatic TRUE\n", "role.isStatic=1"},
+    {17, attribute, "\tstatic TRUE\n", "attribute.isStatic=1"},
+    {17, general, "\tstatic TRUE\n", ""},
+    {18, attribute, "\tderived TRUE\n", "attribute.isDerived=1"},
+    {18, operation, "\tderived TRUE\n", ""},
+    {19, operation, "\tvirtual TRUE\n", "operation.isVirtual=1"},
+    {19, general, "\tvirtual TRUE\n", "general.isVirtual=1"},
+    {19, role, "\tvirtual TRUE\n", ""},
+    {20, "", "(object Class_Category\"Logical View\"\n",
+     "active=9:Logical View active.toolId=1 package=9:Logical View package.toolId=1"},
+    {21, package, "(object ClassDiagram \"D\"\n", "active=11:D diagram=11:D -active.toolId"},
+    {22, diagram, "(object ClassView \"Class\" \"Logical View::A\" @12\n",
+     "active=13:A active.toolId=12 class.toolId=12 diagram.elements=1"},
+    {22, diagram + "(object AssociationViewNew \"R\"\n", "(object ClassView \"Class\" A @12\n", "-InAssociationView"},
+    {23, package, "\tcompartment (object Compartment\n", "InCompartment=1"},
+    {24, roles, "\tis_aggregate TRUE\n", "association.isAggregation=1 s.isAggregate=1"},
+    {24, roles + "\tis_aggregate TRUE\n (object Role \"t\"\n", "\tis_aggregate TRUE\n",
+     "t.isAggregate=1 -s.isAggregate"},
+    {24, role, "\tis_aggregate TRUE\n", "association.isAggregation=1"},
+    {24, roles, "\tis_aggregate FALSE\n", ""},
+    {24, association, "\tis_aggregate TRUE\n", ""},
+    {25, package, "(object Parameterized_Class \"A\"\n",
+     "active=13:A class=13:A class.kind=2 package.elements=1 -active.toolId"},
+    {26, package, "(object Parameterized_Class_Utility \"A\"\n",
+     "active=13:A class=13:A class.kind=5 package.elements=1 -active.toolId"},
+    {27, package, "(object Instantiated_Class_Utility \"A\"\n",
+     "active=13:A class=13:A class.kind=6 package.elements=1 -active.toolId"},
+    {28, package, "(object Instantiated_Class \"A\"\n",
+     "active=13:A class=13:A class.kind=3 package.elements=1 -active.toolId"},
+    {29, package, "(object Class_Utility \"A\"\n",
+     "active=13:A class=13:A class.kind=4 package.elements=1 -active.toolId"},
+    {30, package, "(object Class \"A\"\n", "active=13:A class=13:A class.kind=1 package.elements=1 -active.toolId"},
+    {31, package, "(object Metaclass \"A\"\n", "active=13:A class=13:A class.kind=8 package.elements=1 -active.toolId"},
+    {32, classA, "(object Inheritance_Relationship\n", "active=16: general=16: package.elements=2"},
+    {33, classA, "\tdocumentation \"text\"\n", "active.description=text"},
+    {33, classA + "\tdocumentation \"text\"\n", "\tdocumentation \n|one\n|two\n", "active.description=one\ntwotext"},
+    {33, classA, "\tdocumentation @3\n", "active.description=3\t"},
+    {33, classA, "\tdocumentation none\n", ""},
+    {33, general, "\tdocumentation \"a label\"\n", "active=16:a label general=16:a label"},
+    {33, classA + " NoteView @1\n", "\tdocumentation \"note\"\n", "notes=1"},
+    {34, general, "\tlabel \"text\"\n", "active=16:text general=16:text"},
+    {34, diagram + "(object Label @1\n", "\tlabel \"text\"\n",
+     "active.description=text diagram.description=text -diagramDescription"},
+    {34, diagram + "(object Label @1\n\tlabel \"old\"\n(object Label @2\n", "\tlabel \n|new\n",
+     "active.description=newold diagram.description=newold -diagramDescription"},
+    {34, diagram + " NoteView @1\n", "\tlabel \n|note\n", "notes=1"},
+    {35, package + "(object Label @1\n", "\t(object NoteView @1\n", "InNoteView=1 -diagramDescription"},
+    {36, classA, "(object ClassAttribute \"a\"\n",
+     "active=14:a attribute=14:a attribute.containment=2 attribute.visibility=2"},
+    {36, boundRoles + " keys\n", "(object ClassAttribute \"a\"\n",
+     "active=14:a attribute=14:a attribute.containment=2 attribute.visibility=2 key=21:a"},
+    {37, attribute, "\ttype \"int\"\n", "type=5:int"},
+    {37, attribute, "\ttype int\n", ""},
+    {38, attribute, "\tinitv \"1\"\n", "attribute.initialValue=1"},
+    {39, attribute, "\texportControl \"Public\"\n", "-attribute.visibility"},
+    {39, attribute, "\texportControl \"Protected\"\n", "attribute.visibility=1"},
+    {39, attribute, "\texportControl \"Private\"\n", ""},
+    {39, attribute, "\texportControl \"public\"\n", "attribute.visibility=3"},
+    {39, general, "\texportControl \"Private\"\n", "general.visibility=2"},
+    {39, general, "\texportControl \"Implementation\"\n", ""},
+    {39, classA, "\texportControl \"Private\"\n", ""},
+    {40, attribute, "\tContainment \"By Value\"\n", "-attribute.containment"},
+    {40, attribute, "\tContainment \"By Reference\"\n", "attribute.containment=1"},
+    {40, role, "\tContainment \"By Reference\"\n", "role.containment=1"},
+    {40, role, "\tContainment \"by value\"\n", ""},
+    {41, classA, "(object Operation\"f\"\n", "active=23:f operation=23:f"},
+    {42, operation, "\tconcurrency \"Guarded\"\n", "operation.concurrency=1"},
+    {42, classA, "\tconcurrency \"Guarded\"\n", ""},
+    {43, operation, "\tpost_condition (object\n", "post=1"},
+    {44, operation, "\tpre_condition (object\n", "pre=1"},
+    {45, operation, "\tsemantics (object\n", "sem=1"},
+    {46, operation + "semantics\npost_condition\npre_condition\n", "\tPDL \"text\"\n",
+     "operation.precondition=text -pre"},
+    {46, operation + "semantics\npost_condition\n", "\tPDL \"text\"\n", "operation.postcondition=text -post"},
+    {46, operation + "semantics\n", "\tPDL \"text\"\n", "operation.semantics=text -sem"},
+    {46, operation + "semantics\n", "\tPDL \n|text\n", ""},
+    {46, operation, "\tPDL \"text\"\n", ""},
+    {46, classA + "semantics\n", "\tPDL \"text\"\n", ""},
+    {47, operation, "\topExportControl \"Private\"\n", "operation.visibility=2"},
+    {47, operation, "\topExportControl \"private\"\n", "operation.visibility=3"},
+    {48, operation, "\tresult \"Logical View::T\"\n", "operation.returns=5:Logical View::T type=5:Logical View::T"},
+    {48, classA, "\tresult \"T\"\n", ""},
+    {49, operation, "\t(object Parameter \"p\"\n", "active=24:p argument=24:p"},
+    {50, diagram, "(object AssociationViewNew \"R\" @3\n", "InAssociationView=1 active=17:R association=17:R"},
+    {51, package, "\t(object Association \"R\"\n", "active=17:R association=17:R package.elements=1 -active.toolId"},
+    {52, package, "\t(object RoleView \"\" @1\n", "InAssociationRoleView=1"},
+    {53, association, "\t(object Role \"r\"\n", "active=18:r role=18:r role.containment=2"},
+    {54, classA, "\tParent_View @7\n", "active.toolId=7 class.toolId=7"},
+    {55, package, "\tclient @12\n", "client=12"},
+    {55, package + "\tclient @12\n", "\tclient \"A\"\n", "-client"},
+    {56, classA + role.substr(package.size()), "\tsupplier \"Logical View::A\"\n", "role.class=13:A"},
+    {56, package + "(object InheritView \n(object RealizeView \n(object UsesView \n\t(object RoleView \n",
+     "\tsupplier none\n", "-InAssociationRoleView -InGeneralizationView -InRealizationView -InUsesView"},
+    {57, role, "\tclient_cardinality (value cardinality \"1..n\")\n", "role.multiplicity=1..*"},
+    {58, role, "\tis_navigable TRUE\n", "role.isNavigable=1"},
+    {58, role, "\tis_navigable FALSE\n", ""},
+    {59, boundRoles, "\tAssociationClass \"A\"\n", "package.elements=4"},
+    {60, association, "\tquid \"1\"\n", "association.quid=1"},
+    {61, association + "\tquid \"1\"\n(object ClassDiagram \"D\"\n(object AssociationViewNew \"R\"\n",
+     "\tquidu \"1\"\n", "association.quid=1 diagram.elements=1 -InAssociationView"},
+    {62, role, "\tkeys (list\n", "InQualifier=1"},
+    {63, classA, "\t(object Realize_Relationship\n", "active=41: package.elements=2 realization=41:"},
+    {64, classA, "\t(object Uses_Relationship\n", "active=40: dependency=40: package.elements=2"},
+};
+
+TEST(Dispatch, ActsOnTheBuilder) {
+    std::set<int> acting;
+    for (const EffectRow& row : effects) {
+        const ScanSession session;
+        ScanSession::scan(row.setup);
+        const std::string change = ScanSession::change(row.line);
+        EXPECT_EQ(change, row.change) << "rule " << row.rule << ": " << row.line;
+        if (!change.empty()) {
+            acting.insert(row.rule);
+        }
+    }
+    EXPECT_EQ(acting.size(), rules.size()) << "a rule has no row in which it acts";
+}
+
+/// The rules whose lines still change something after `guard` has been set up.
+std::set<int> actingBehind(void (*guard)()) {
+    std::set<int> acting;
+    for (const EffectRow& row : effects) {
+        const ScanSession session;
+        ScanSession::scan(row.setup);
+        guard();
+        if (!row.change.empty() && !ScanSession::change(row.line).empty()) {
+            acting.insert(row.rule);
+        }
+    }
+    return acting;
+}
+
+TEST(Dispatch, ActsWithoutAPackageByFewRules) {
+    const auto leavePackage = [] {
+        aPackage = nullptr;
+        InUseCaseView = 1; // lets a closed package be seen
+    };
+    EXPECT_EQ(actingBehind(leavePackage), (std::set{1, 6, 7, 8, 9, 13, 20}));
+}
+
+TEST(Dispatch, ActsInsideAMechanismByFewRules) {
+    // Rules 6 to 9 act too, but have nothing left to change.
+    EXPECT_EQ(actingBehind([] { objectMechanism = true; }),
+              (std::set{1, 16, 20, 21, 23, 25, 26, 27, 28, 29, 30, 31, 51}));
+}
+
+TEST(Dispatch, LeavesTheMechanismEvenWithoutAValue) {
+    for (const char* line :
+         {"(object Class_Category", "(object ClassDiagram x", "(object Class x", "\t(object Association x"}) {
+        const ScanSession session;
+        ScanSession::scan(package + "(object Mechanism @1\n");
+        EXPECT_EQ(ScanSession::change(line), "-objectMechanism") << line;
+    }
+}
+
+TEST(DispatchDeath, EndsTheProcessOverARuleThatIsNotThere) {
+    const auto exitsWithTwo = testing::ExitedWithCode(2);
+    const char* const message = "^fatal flex scanner internal error--no action found\n$";
+    EXPECT_EXIT(dispatch(0), exitsWithTwo, message);
+    EXPECT_EXIT(dispatch(65), exitsWithTwo, message);
+}
+
+} // namespace
+} // namespace rose::test

@@ -1,0 +1,143 @@
+#include "MatchEvent.h"
+#include "RandomTexts.h"
+#include "RealModels.h"
+
+#include "scanner/RuleTable.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+namespace rose::test {
+namespace {
+
+using namespace std::string_literals;
+
+constexpr std::size_t sizes[] = {1, 2, 3, 7, 61, 128, 1000, 8192};
+
+struct MatchRow {
+    const char* what;
+    std::string text;
+    MatchEvents expected;
+};
+
+class Matches : public testing::TestWithParam<MatchRow> {};
+
+TEST_P(Matches, AreFoundBehindEveryBufferSize) {
+    for (const std::size_t size : sizes) {
+        EXPECT_EQ(matcherEvents(GetParam().text, size, size), GetParam().expected) << "buffer size " << size;
+    }
+    EXPECT_EQ(simpleEvents(GetParam().text), GetParam().expected) << "the judge errs";
+}
+
+const std::string blanks(30000, ' ');
+const std::string line(30000, 'x');
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, Matches,
+    testing::ValuesIn(std::vector<MatchRow>{
+        {"nothing", "", {}},
+        {"no keyword", "(list unit_reference_list)\n", {}},
+        {"one blank", "\t\tquid \t\"34B7E34A0136\"\n", {{60, "\tquid \t\"34B7E34A0136"}}},
+        {"blanks", "\t type\t \tspace \"1\"", {{37, "type\t \tspace "}}},
+        {"blanks take all", "x\t \tspace \"1\"", {{5, "\t \tspace \"1"}}},
+        {"optional blanks", " \t(object Uses_Relationship\"", {{64, " \t(object Uses_Relationship"}}},
+        {"optional spaces end at a tab", " \t exportControl\"Public\"", {{39, " exportControl\"Public"}}},
+        {"no lead", "xtype \"int\"", {{37, "type \"int"}}},
+        {"lead missing", "xquid \"1\"\nquid \"2\"", {}},
+        {"lead consumed", "\tkeys\tquidkeys keys", {{62, "\tkeys"}, {62, " keys"}}},
+        {"lead not consumed", "\tkeys  quid \"1", {{62, "\tkeys"}, {60, " quid \"1"}}},
+        {"value without blank", "\tquid\"1\"", {}},
+        {"value without quote", "type int\"x", {{37, "type int"}}},
+        {"flag stops at a parenthesis", "\tstatic \"TRUE)\"", {{17, "\tstatic \"TRUE"}}},
+        {"loose tail", "resultX\"result", {{48, "resultX"}, {48, "result"}}},
+        {"space tail", "object ClassAttribute \t\"a\"object ClassAttribute\t\"b", {{36, "object ClassAttribute \t"}}},
+        {"line tail", "(object State_Machine \"a\" \"b\"\n", {{9, "(object State_Machine \"a\" \"b\""}}},
+        {"view", "(object ClassView \"Class\" \"A::B\" @12 \"\n)", {{22, "(object ClassView \"Class\" \"A::B\" @12 \""}}},
+        {"view over lines",
+         "(object ClassView \"Cl\nass\" A\nB\" @12\n",
+         {{22, "(object ClassView \"Cl\nass\" A\nB\" @12"}}},
+        {"view to the end", "(object ClassView \"Class\" \"A\n\n", {{22, "(object ClassView \"Class\" \"A\n\n"}}},
+        {"view without name", "(object ClassView \"type \"\"(object ClassView x", {{37, "type \""}}},
+        {"two literals", "\tclient_cardinality(value cardinality \"1\"", {{57, "\tclient_cardinality(value cardinality \"1"}}},
+        {"two literals apart",
+         "\tclient_cardinality \t" + blanks + "(value cardinality \"1\"",
+         {{57, "\tclient_cardinality \t" + blanks + "(value cardinality \"1"}}},
+        {"second literal missing", "\tclient_cardinality \t(value Text \"1\"", {{14, " \t(value Text \"1"}}},
+        {"longer words", "(object ClassViews \"(object Classes \" quids \"", {}},
+        {"keyword in a match", "type \"x quid y\" quid \"", {{37, "type \"x quid y"}, {60, " quid \""}}},
+        {"NULs and high bytes", "\0\xFFtype \"\0\xFF\"\0"s, {{37, "type \"\0\xFF"s}}},
+        {"NUL in a keyword", "ty\0pe \"type \0\""s, {{37, "type \0"s}}},
+        {"NUL behind PDL", "PDL\0"s, {{46, "PDL\0"s}}},
+        {"keyword at the end", "PDL", {{46, "PDL"}}},
+        {"keyword cut off", "\tquid \tqui", {{60, "\tquid \tqui"}}},
+        {"long lead", blanks + "label \"a\"", {{34, blanks + "label \"a"}}},
+        {"long blanks for nothing", blanks + "lapel \"a\"" + blanks, {}},
+        {"long line", "type " + line + "\"", {{37, "type " + line}}},
+        {"long value blanks", "type " + blanks + "\"a\"", {{37, "type " + blanks + "\"a"}}},
+        {"lines", "\tlabel \t\n|A\n|\n|quid \"\n\tquid \"1", {{34, "\tlabel \t", "A\n\nquid \""}, {60, "\tquid \"1"}}},
+        {"lines at the end", "\tdocumentation \n|A", {{33, "\tdocumentation ", "A"}}},
+        {"no lines", "\tdocumentation \n\n|type \"a", {{33, "\tdocumentation ", ""}, {37, "type \"a"}}},
+    }),
+    [](const auto& row) {
+        std::string name = row.param.what;
+        std::replace(name.begin(), name.end(), ' ', '_');
+        return name;
+    });
+
+TEST(Matcher, AgreesWithTheJudgeOnRandomTexts) {
+    for (std::uint32_t seed = 1; seed <= 2500; ++seed) {
+        const std::string text = randomText(seed);
+        const std::size_t bufferSize = sizes[seed % std::size(sizes)];
+        const std::size_t readSize = sizes[seed / 8 % std::size(sizes)];
+        ASSERT_EQ(matcherEvents(text, bufferSize, readSize), simpleEvents(text))
+            << "seed " << seed << ", buffer size " << bufferSize << ", read size " << readSize;
+    }
+}
+
+/// All texts of up to `length` bytes that matter to a pattern.
+std::vector<std::string> shortTexts(std::size_t length) {
+    std::vector<std::string> texts{""};
+    for (std::size_t begin = 0; length > 0; --length) {
+        const std::size_t end = texts.size();
+        for (; begin < end; ++begin) {
+            for (const char byte : " \t\"\n)x"s) {
+                texts.push_back(texts[begin] + byte);
+            }
+        }
+    }
+    return texts;
+}
+
+TEST(Matcher, AgreesWithTheJudgeAroundEveryPattern) {
+    std::set<std::pair<Lead, Tail>> seen;
+    for (const Pattern& pattern : patterns) {
+        const bool first = seen.insert({pattern.lead, pattern.tail}).second;
+        const std::string gap = pattern.literal.second.empty() ? "" : " ";
+        std::string text;
+        for (const std::string& before : shortTexts(2)) {
+            for (const std::string& after : shortTexts(first ? 3 : 2)) {
+                text.append(before).append(pattern.literal.first).append(gap).append(pattern.literal.second);
+                text.append(after).append("~");
+            }
+        }
+        const MatchEvents events = matcherEvents(text);
+        ASSERT_EQ(events, simpleEvents(text)) << "rule " << pattern.number;
+        ASSERT_FALSE(events.empty()) << "rule " << pattern.number;
+    }
+}
+
+TEST(Matcher, AgreesWithTheJudgeOnRealModels) {
+    const std::vector<std::filesystem::path> models = realModels();
+    if (models.empty()) {
+        GTEST_SKIP() << noRealModels;
+    }
+    for (const std::filesystem::path& path : models) {
+        const std::string text = contents(path);
+        ASSERT_EQ(matcherEvents(text), simpleEvents(text)) << path;
+    }
+}
+
+} // namespace
+} // namespace rose::test

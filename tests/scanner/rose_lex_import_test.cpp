@@ -1,0 +1,54 @@
+#include "scanner/RoseLexImport.h"
+
+#include "ScanSession.h"
+
+#include "host/model/KelClass.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+
+namespace rose::test {
+namespace {
+
+const std::string package = "(object Class_Category \"Logical View\"\n";
+
+/// A log that cannot take anything.
+class BrokenLog final : public KelLog {
+    void record(const KelLogEvent&) override { throw 1; }
+};
+
+std::string currentClass() { return aClass != nullptr ? aClass->getName().text() : ""; }
+
+TEST(RoseLexImport, ScansFromWhereTheStreamStandsToItsEnd) {
+    const ScanSession session;
+    const std::string text = "(object Class_Category \"Use Case View\"\n" + package + "(object Class \"A\"\n";
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::tmpfile(), &std::fclose);
+    std::fwrite(text.data(), 1, text.size(), stream.get());
+    std::fseek(stream.get(), 20, SEEK_SET);
+    EXPECT_TRUE(RoseLexImport(stream.get()));
+    EXPECT_EQ(currentClass(), "A");
+    EXPECT_EQ(std::ftell(stream.get()), static_cast<long>(text.size()));
+}
+
+TEST(RoseLexImport, StartsAfreshAfterAScanThatWasCutShort) {
+    for (const std::size_t length : {std::size_t{0}, std::size_t{30}, std::size_t{100'000}}) {
+        const ScanSession session;
+        ScanSession::scan(package);
+        KelLog* const log = localLog;
+        BrokenLog broken;
+        localLog = &broken;
+        const std::string tail(length, 'x');
+        EXPECT_THROW(ScanSession::scan("(object Class \"A\"" + tail + "\n(object Class \"Left\"\n"), int);
+        localLog = log;
+        aClass = nullptr;
+        ScanSession::scan("");
+        EXPECT_EQ(currentClass(), "") << "something was left over";
+        ScanSession::scan("(object Class \"B\"\n");
+        EXPECT_EQ(currentClass(), "B");
+    }
+}
+
+} // namespace
+} // namespace rose::test

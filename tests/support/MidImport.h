@@ -1,0 +1,52 @@
+#pragma once
+
+#include "builder/BuilderState.h"
+#include "builder/ImportWatch.h"
+#include "completion/cleanup.h"
+#include "host/model/KelClassDiagram.h"
+#include "host/model/KelDesignPackage.h"
+#include "host/model/KelModel.h"
+#include "support/ImportedModel.h"
+
+#include <random>
+#include <vector>
+
+/// The builder in the middle of an import, with a model of some packages and diagrams, for tests that call its
+/// operations one by one. One at a time.
+class MidImport {
+public:
+    static constexpr int containerCount = 3;
+
+    explicit MidImport(unsigned int seed) : random(seed) {
+        rose::aModel = &model;
+        rose::localLog = &log;
+        rose::resetBuilderState();
+        for (int number = 0; number < containerCount; ++number) {
+            auto* package = new KelDesignPackage();
+            model.addChildPackage(package);
+            rose::packages.add(package, true, nullptr);
+            designPackages.push_back(package);
+            diagrams.push_back(new KelClassDiagram());
+            package->addDiagram(diagrams.back());
+        }
+    }
+    MidImport(const MidImport&) = delete;
+    MidImport& operator=(const MidImport&) = delete;
+    ~MidImport() { rose::cleanup(); }
+
+    /// A number from 0 to `bound` - 1.
+    int below(int bound) { return static_cast<int>(random() % static_cast<unsigned int>(bound)); }
+    template <class T>
+    T& anyOf(std::vector<T>& things) {
+        return things[static_cast<std::size_t>(below(static_cast<int>(things.size())))];
+    }
+
+    KelModel model;
+    KeptLog log;
+    std::vector<KelDesignPackage*> designPackages;
+    std::vector<KelClassDiagram*> diagrams;
+    std::mt19937 random;
+
+private:
+    const rose::ImportWatch watch_;
+};
