@@ -27,4 +27,6 @@ void KelIbmRationalRose40ImportDllInterface::getSpecification(const KelString& b
                              describe(literal.getInternalCode_DescriptionLiteralId()), false, false);
 }
 
-KelString KelIbmRationalRose40ImportDllInterface::getMappingSpecificationXmlFile() { return mappingSpecificationName; }
+KelString KelIbmRationalRose40ImportDllInterface::getMappingSpecificationXmlFile() {
+    return mappingSpecificationName;
+}

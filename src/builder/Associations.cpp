@@ -33,9 +33,8 @@ constexpr std::array<MultiplicityRow, 4> multiplicities{{
 }};
 
 const char* multiplicityOf(const char* cardinality) {
-    const auto* row = std::find_if(multiplicities.begin(), multiplicities.end(), [cardinality](const auto& at) {
-        return at.cardinality == cardinality;
-    });
+    const auto* row = std::find_if(multiplicities.begin(), multiplicities.end(),
+                                   [cardinality](const auto& at) { return at.cardinality == cardinality; });
     return row != multiplicities.end() ? row->multiplicity : cardinality;
 }
 

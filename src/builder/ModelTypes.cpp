@@ -9,7 +9,9 @@
 
 namespace rose {
 
-KelType* findType(const KelString& name) { return aModel->types().findNamed(name); }
+KelType* findType(const KelString& name) {
+    return aModel->types().findNamed(name);
+}
 
 KelType* findOrCreateType(const char* name) {
     const KelString wanted(name);

@@ -25,8 +25,7 @@ KelElement& annotated(int firstView, int secondView) {
     if (first.element == nullptr && second.element == nullptr) {
         return *aDiagram;
     }
-    const bool takesFirst =
-        second.element == nullptr || (first.element != nullptr && first.order <= second.order);
+    const bool takesFirst = second.element == nullptr || (first.element != nullptr && first.order <= second.order);
     return takesFirst ? *first.element : *second.element;
 }
 

@@ -38,8 +38,8 @@ const ConcurrencyRow& concurrencyOf(std::string_view text) {
 void CreateOperation(char* name) {
     auto made = std::make_unique<KelOperation>();
     made->setName(name);
-    aOperation = attach(std::move(made),
-                        [](KelOperation* added) { return aClass != nullptr && aClass->addOperation(added); });
+    aOperation =
+        attach(std::move(made), [](KelOperation* added) { return aClass != nullptr && aClass->addOperation(added); });
     keepOperation = aOperation;
     InNoteView = false;
     activeObject = aOperation;

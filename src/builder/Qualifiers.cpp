@@ -51,7 +51,9 @@ KelAssociationRole* otherRole(const KelAssociationRole& role) {
 }
 
 /// The class at the other end of the association, or null as long as there is none.
-KelClass* classOf(const KelAssociationRole* role) { return role != nullptr ? role->getAssociatedClass() : nullptr; }
+KelClass* classOf(const KelAssociationRole* role) {
+    return role != nullptr ? role->getAssociatedClass() : nullptr;
+}
 
 /// A new foreign key for the qualified key, which the other end gets if it is known.
 KelForeignKey* createForeignKey(KelCandidateKey& qualified, KelAssociationRole* other) {

@@ -8,7 +8,9 @@ namespace rose {
 
 namespace {
 
-const KelAssociation& associationOf(const void* element) { return *static_cast<const KelAssociation*>(element); }
+const KelAssociation& associationOf(const void* element) {
+    return *static_cast<const KelAssociation*>(element);
+}
 
 const char* sortText(const KelAssociation& association) {
     const auto* quid = static_cast<const KelString*>(association.generalPointer);

@@ -31,10 +31,16 @@ void createRelationship(Relationship*& current, bool (Relationship::*link)(KelCl
 
 } // namespace
 
-void CreateGeneralization() { createRelationship(aGeneral, &KelGeneralization::addSubtypeClass); }
+void CreateGeneralization() {
+    createRelationship(aGeneral, &KelGeneralization::addSubtypeClass);
+}
 
-void CreateRealization() { createRelationship(aRealization, &KelRealization::addRealizationClass); }
+void CreateRealization() {
+    createRelationship(aRealization, &KelRealization::addRealizationClass);
+}
 
-void CreateDependency() { createRelationship(aDependency, &KelDependency::addClientClass); }
+void CreateDependency() {
+    createRelationship(aDependency, &KelDependency::addClientClass);
+}
 
 } // namespace rose

@@ -8,6 +8,8 @@ namespace rose {
 inline constexpr std::string_view unnamedMark = "$UNNAMED$";
 
 /// Whether the name says that there is none: empty, or beginning with the mark.
-[[nodiscard]] inline bool isUnnamed(std::string_view name) { return name.empty() || name.starts_with(unnamedMark); }
+[[nodiscard]] inline bool isUnnamed(std::string_view name) {
+    return name.empty() || name.starts_with(unnamedMark);
+}
 
 } // namespace rose

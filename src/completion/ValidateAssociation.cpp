@@ -45,8 +45,7 @@ void deleteQualifiers(KelForeignKey& key) {
         }
         delete shadow;
     }
-    if (KelCandidateKey* candidate = key.getCandidateKey();
-        candidate != nullptr && candidate->attributes().isEmpty()) {
+    if (KelCandidateKey* candidate = key.getCandidateKey(); candidate != nullptr && candidate->attributes().isEmpty()) {
         delete candidate;
     }
 }

@@ -59,11 +59,11 @@ public:
 
     KelString next() {
         if (!searched_) {
-            largest_ = largestSuffix(owner_, base_);
+            largest_ = largestSuffix(owner_, base_).value_or(0);
             searched_ = true;
         }
-        const int suffix = static_cast<int>(static_cast<unsigned int>(largest_.value_or(0)) + 1U);
-        largest_ = std::max(largest_.value_or(suffix), suffix);
+        const int suffix = static_cast<int>(static_cast<unsigned int>(largest_) + 1U);
+        largest_ = std::max(largest_, suffix);
         KelString name(base_);
         name.append("/" + std::to_string(suffix));
         return name;
@@ -73,7 +73,7 @@ private:
     const KelClass& owner_;
     const KelString& base_;
     bool searched_ = false;
-    std::optional<int> largest_;
+    int largest_ = 0;
 };
 
 /// Notes that the copy stands for the source in the foreign key.

@@ -95,12 +95,12 @@ std::string lineOf(const KelArgument& argument) {
 
 std::string lineOf(const KelCandidateKey& key) {
     const bool isPrimary = key.getPrimaryOfClass() != nullptr && key.getPrimaryOfClass() == key.getAssociatedClass();
-    return (isPrimary ? "primary key " : "candidate key ") + plain(key.getName()) + attributesOf(key);
+    return (isPrimary ? "primary key" : "candidate key") + after(" ", key.getName()) + attributesOf(key);
 }
 
 std::string lineOf(const KelForeignKey& key) {
     const KelCandidateKey* target = key.getCandidateKey();
-    return "foreign key " + plain(key.getName()) + attributesOf(key) +
+    return "foreign key" + after(" ", key.getName()) + attributesOf(key) +
            (target == nullptr ? std::string()
                               : " -> " + nameOf(target) + " of " + nameOf(target->getAssociatedClass()));
 }

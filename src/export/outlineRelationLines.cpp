@@ -4,6 +4,7 @@
 #include "export/words.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelAssociationRole.h"
+#include "host/model/KelAttribute.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDependency.h"
 #include "host/model/KelForeignKey.h"
@@ -18,6 +19,16 @@ namespace {
 std::string relation(const char* what, const KelRelationship& relationship, const std::string& from,
                      const std::string& to) {
     return what + after(" ", relationship.getName()) + ": " + from + " -> " + to;
+}
+
+/// The foreign keys of a role, those without a name by their attributes.
+std::string foreignKeysOf(const KelAssociationRole& role) {
+    std::string keys;
+    for (const KelForeignKey* key : role.foreignKeys()) {
+        keys += keys.empty() ? "" : ", ";
+        keys += key->getName().isEmpty() ? namesOf(key->attributes()) : plain(key->getName());
+    }
+    return "foreign key " + keys;
 }
 
 } // namespace
@@ -41,7 +52,7 @@ std::string lineOf(const KelAssociationRole& role) {
                     {role.containment == 1, "by reference"},
                     {role.isStatic, "static"},
                     {role.isFriend, "friend"},
-                    {!role.foreignKeys().isEmpty(), "foreign key " + namesOf(role.foreignKeys())}});
+                    {!role.foreignKeys().isEmpty(), foreignKeysOf(role)}});
 }
 
 std::string lineOf(const KelGeneralization& generalization) {

@@ -7,8 +7,8 @@
 KelString QEV_RRSE::DOCUMENT_ID("KelIbmRationalRose40Import");
 const KelString QEV_RRSE::PREFIX("QEV_RRSE");
 
-QEV_RRSE::TextInstance
-    QEV_RRSE::BRIDGE_SPEC_IBMRATIONALROSE40_IMPORT_DESCRIPTION("IbmRationalRose40ImportDescription", "");
+QEV_RRSE::TextInstance QEV_RRSE::BRIDGE_SPEC_IBMRATIONALROSE40_IMPORT_DESCRIPTION("IbmRationalRose40ImportDescription",
+                                                                                  "");
 
 QEV_RRSE::TextInstance QEV_RRSE::BP_FILE_DEFAULT("BP_FILE_DEFAULT", "");
 KelBridgeOptionLiteral QEV_RRSE::BP_FILE("BP_FILE", "File", "File",

@@ -12,7 +12,9 @@ void QEV_RRSE::TextInstance::update(const KelString& text, const KelDOMElement* 
     KelParameterizedTextLiteral::update(text, entry);
 }
 
-KelString QEV_RRSE::TextInstance::toString() const { return getText(); }
+KelString QEV_RRSE::TextInstance::toString() const {
+    return getText();
+}
 
 QEV_RRSE::MessageInstance::MessageInstance(const KelString& code, const KelString& text, const KelString& severity)
     : KelMessageLiteral(code, text, severity) {
@@ -25,9 +27,13 @@ void QEV_RRSE::MessageInstance::update(const KelString& text, const KelDOMElemen
     KelMessageLiteral::update(text, entry);
 }
 
-KelString QEV_RRSE::MessageInstance::toString() const { return getText(); }
+KelString QEV_RRSE::MessageInstance::toString() const {
+    return getText();
+}
 
-KelString QEV_RRSE::MessageInstance::getMessage() const { return composeMessage(toString()); }
+KelString QEV_RRSE::MessageInstance::getMessage() const {
+    return composeMessage(toString());
+}
 
 void QEV_RRSE::MessageInstance::log(KelLog& log) const {
     if (log.accepts(getSeverityLevel())) {
@@ -35,7 +41,9 @@ void QEV_RRSE::MessageInstance::log(KelLog& log) const {
     }
 }
 
-void QEV_RRSE::MessageInstance::throwException() const { raise(toString()); }
+void QEV_RRSE::MessageInstance::throwException() const {
+    raise(toString());
+}
 
 QEV_RRSE::MessageInstance_String::MessageInstance_String(const KelString& code, const KelString& text,
                                                          const KelString& severity)
@@ -65,15 +73,25 @@ void QEV_RRSE::MessageInstance_String::log(KelLog& log, const KelString& value) 
     }
 }
 
-void QEV_RRSE::MessageInstance_String::throwException(const KelString& value) const { raise(toString(value)); }
+void QEV_RRSE::MessageInstance_String::throwException(const KelString& value) const {
+    raise(toString(value));
+}
 
-QEV_RRSE::QEV_RRSE() { DOCUMENT_ID = "KelIbmRationalRose40Import"; }
+QEV_RRSE::QEV_RRSE() {
+    DOCUMENT_ID = "KelIbmRationalRose40Import";
+}
 
-const KelString& QEV_RRSE::getDocumentId() const { return DOCUMENT_ID; }
+const KelString& QEV_RRSE::getDocumentId() const {
+    return DOCUMENT_ID;
+}
 
-KelTextLiteral* const* QEV_RRSE::listAllLiterals() const { return textLiterals; }
+KelTextLiteral* const* QEV_RRSE::listAllLiterals() const {
+    return textLiterals;
+}
 
-KelTextLiteral* const* QEV_RRSE::getAllLiterals() { return textLiterals; }
+KelTextLiteral* const* QEV_RRSE::getAllLiterals() {
+    return textLiterals;
+}
 
 const KelTextLiteral* QEV_RRSE::findTextLiteral(const KelString& id) {
     for (KelTextLiteral* const* literal = textLiterals; *literal != nullptr; ++literal) {

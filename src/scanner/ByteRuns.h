@@ -33,7 +33,9 @@ inline std::uint64_t load64(const char* text) {
     return word;
 }
 
-constexpr std::uint64_t repeated(char byte) { return lowBits * static_cast<unsigned char>(byte); }
+constexpr std::uint64_t repeated(char byte) {
+    return lowBits * static_cast<unsigned char>(byte);
+}
 
 /// The high bit of every byte of `word` that is not zero, and nothing else.
 constexpr std::uint64_t nonzeroBytes(std::uint64_t word) {
@@ -41,9 +43,13 @@ constexpr std::uint64_t nonzeroBytes(std::uint64_t word) {
 }
 
 /// The high bit of every zero byte of `word`, and perhaps of bytes above the lowest of them.
-constexpr std::uint64_t zeroBytes(std::uint64_t word) { return (word - lowBits) & ~word & highBits; }
+constexpr std::uint64_t zeroBytes(std::uint64_t word) {
+    return (word - lowBits) & ~word & highBits;
+}
 
-constexpr bool isBlank(char byte) { return (byte == ' ') | (byte == '\t'); }
+constexpr bool isBlank(char byte) {
+    return (byte == ' ') | (byte == '\t');
+}
 
 /// The high bit of every byte of `word` that is neither a space nor `otherBlank`.
 constexpr std::uint64_t nonBlanks(std::uint64_t word, char otherBlank) {
@@ -70,16 +76,18 @@ inline std::ptrdiff_t blanksBefore(const char* text, char otherBlank, std::ptrdi
     return limit;
 }
 
-/// The first double quote or newline in [`text`, `end`); `end` when there is none.
-inline const char* firstQuoteOrNewline(const char* text, const char* end) {
-    // The two, and few other bytes, become the same byte when the bits in which they differ are masked out.
+/// The first double quote, newline or `Other` in [`text`, `end`); `end` when there is none.
+template <char... Other>
+const char* firstStop(const char* text, const char* end) {
+    // The first two, and few other bytes, become the same byte when the bits in which they differ are masked out.
     constexpr char mask = ~('"' ^ '\n');
     for (; text < end; text += 8) {
         const std::uint64_t word = load64(text);
-        for (std::uint64_t stops = zeroBytes((word & repeated(mask)) ^ repeated('"' & '\n')); stops != 0;
-             stops &= stops - 1) {
+        std::uint64_t stops = zeroBytes((word & repeated(mask)) ^ repeated('"' & '\n'));
+        stops |= (std::uint64_t{0} | ... | zeroBytes(word ^ repeated(Other)));
+        for (; stops != 0; stops &= stops - 1) {
             const char* const stop = text + std::countr_zero(stops) / 8;
-            if (*stop == '"' || *stop == '\n') {
+            if (*stop == '"' || *stop == '\n' || (false || ... || (*stop == Other))) {
                 return stop < end ? stop : end;
             }
         }

@@ -19,7 +19,9 @@ void createClassOf(KelClassCategoryType category, const Reading& reading) {
 
 } // namespace
 
-void createClass(const Reading& reading) { createClassOf(KelClassCategoryType::classObject, reading); }
+void createClass(const Reading& reading) {
+    createClassOf(KelClassCategoryType::classObject, reading);
+}
 
 void createParameterizedClass(const Reading& reading) {
     createClassOf(KelClassCategoryType::parameterizedClass, reading);
@@ -29,7 +31,9 @@ void createInstantiatedClass(const Reading& reading) {
     createClassOf(KelClassCategoryType::instantiatedClass, reading);
 }
 
-void createClassUtility(const Reading& reading) { createClassOf(KelClassCategoryType::classUtility, reading); }
+void createClassUtility(const Reading& reading) {
+    createClassOf(KelClassCategoryType::classUtility, reading);
+}
 
 void createParameterizedClassUtility(const Reading& reading) {
     createClassOf(KelClassCategoryType::parameterizedClassUtility, reading);
@@ -39,12 +43,18 @@ void createInstantiatedClassUtility(const Reading& reading) {
     createClassOf(KelClassCategoryType::instantiatedClassUtility, reading);
 }
 
-void createMetaclass(const Reading& reading) { createClassOf(KelClassCategoryType::metaclass, reading); }
+void createMetaclass(const Reading& reading) {
+    createClassOf(KelClassCategoryType::metaclass, reading);
+}
 
 /// The operation itself passes over a missing value.
-void addStereotype(const Reading& reading) { AddStereotypeToClass(reading.value); }
+void addStereotype(const Reading& reading) {
+    AddStereotypeToClass(reading.value);
+}
 
-void createEnumType(const Reading& reading) { give(CreateEnumType, reading); }
+void createEnumType(const Reading& reading) {
+    give(CreateEnumType, reading);
+}
 
 void setAbstract(const Reading& reading) {
     if (aClass != nullptr && saysTrue(reading)) {

@@ -18,23 +18,33 @@ namespace {
 
 /// Sets a flag of the active object if it is of that class. The value of the line is not looked at.
 template <class Class>
-void raise(KelElementType type, bool Class::* flag) {
+void raise(KelElementType type, bool Class::*flag) {
     if (activeObject != nullptr && activeObject->elementType == type) {
         static_cast<Class*>(activeObject)->*flag = true;
     }
 }
 
-bool isActive(KelElementType type) { return activeObject != nullptr && activeObject->elementType == type; }
+bool isActive(KelElementType type) {
+    return activeObject != nullptr && activeObject->elementType == type;
+}
 
 } // namespace
 
-void createAttribute(const Reading& reading) { give(InQualifier ? CreateKeyAttribute : CreateAttribute, reading); }
+void createAttribute(const Reading& reading) {
+    give(InQualifier ? CreateKeyAttribute : CreateAttribute, reading);
+}
 
-void createArgument(const Reading& reading) { give(CreateArgument, reading); }
+void createArgument(const Reading& reading) {
+    give(CreateArgument, reading);
+}
 
-void connectType(const Reading& reading) { give(ConnectType, reading); }
+void connectType(const Reading& reading) {
+    give(ConnectType, reading);
+}
 
-void setInitialValue(const Reading& reading) { give(SetInitialValue, reading); }
+void setInitialValue(const Reading& reading) {
+    give(SetInitialValue, reading);
+}
 
 void setFriend(const Reading&) {
     raise(KelElementType::generalization, &KelGeneralization::isFriend);
@@ -48,7 +58,9 @@ void setStatic(const Reading&) {
     raise(KelElementType::attribute, &KelAttribute::isStatic);
 }
 
-void setDerived(const Reading&) { raise(KelElementType::attribute, &KelAttribute::isDerived); }
+void setDerived(const Reading&) {
+    raise(KelElementType::attribute, &KelAttribute::isDerived);
+}
 
 void setVirtual(const Reading&) {
     raise(KelElementType::operation, &KelOperation::isVirtual);

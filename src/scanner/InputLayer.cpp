@@ -15,7 +15,9 @@ std::size_t yyleng = 0;
 
 constinit InputLayer scannerInput;
 
-int yyinput() { return scannerInput.get(); }
+int yyinput() {
+    return scannerInput.get();
+}
 
 void yyunput(int character, char* matchStart) {
     const std::ptrdiff_t moved = scannerInput.unget(static_cast<char>(character));
@@ -40,7 +42,7 @@ bool InputLayer::refill(const char* keep) {
     if (buffer_ == nullptr) {
         allocate();
     } else {
-        begin_ += keep - begin_;
+        begin_ += keep - begin_; // `keep` points into the buffer
         moveTextTo(0);
     }
     const auto kept = static_cast<std::size_t>(limit_ - begin_);

@@ -58,9 +58,9 @@ public:
     /// Consumes the text up to `place`.
     void moveCursor(char* place) { cursor_ = place; }
 
-    /// Reads on behind the buffered text. Text before `keep` is dropped. Reads about as
-    /// much as was kept, so that starting a search again after each refill costs a small multiple of the text; false at
-    /// the end of the input. PRECONDITION: there is no current match.
+    /// Reads on behind the buffered text; false at the end of the input. Text before `keep` is dropped. About as much
+    /// is read as was kept, so that starting a search again after each refill costs a small multiple of the text.
+    /// Between `beginMatch` and `endMatch` call `fill` instead.
     bool refill(const char* keep);
 
     /// Makes [`begin`, `end`) the current match, NUL-terminated, and `end` the cursor.
@@ -79,8 +79,8 @@ public:
 
     /// Makes sure that a byte is left to consume; false at the end of the input. The current match stays as it is.
     bool fill();
-    /// The bytes that are left of the buffered text. PRECONDITION: something was consumed since the current match began,
-    /// whose NUL covers the first byte behind it.
+    /// The bytes that are left of the buffered text. PRECONDITION: something was consumed since the current match
+    /// began, whose NUL covers the first byte behind it.
     [[nodiscard]] std::string_view unread() const { return {cursor_, static_cast<std::size_t>(limit_ - cursor_)}; }
     /// As `yyinput`; the current match stays as it is.
     int get();
@@ -120,8 +120,8 @@ private:
     char* buffer_ = nullptr; // frontMargin, capacity_, backMargin bytes; never freed
     char* text_ = nullptr;   // buffer_ + frontMargin
     std::size_t capacity_ = 0;
-    Position origin_ = 0;      // the position of text_[0]
-    char* begin_ = nullptr;    // the first buffered byte
+    Position origin_ = 0;   // the position of text_[0]
+    char* begin_ = nullptr; // the first buffered byte
     char* cursor_ = nullptr;
     char* limit_ = nullptr;
     char* matchEnd_ = nullptr; // the end of the current match, which starts at yytext; null without one

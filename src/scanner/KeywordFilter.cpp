@@ -10,8 +10,8 @@ namespace rose {
 
 namespace {
 
-using keywords::Family;
 using keywords::families;
+using keywords::Family;
 
 // The first pass loads three bytes at every second place and looks them up by a hash. A keyword starts either at such
 // a place or at the byte before it; so it is found by its first three letters, or by letters 2 to 4.
@@ -21,7 +21,9 @@ constexpr int tripleBits = 13;
 // false hits in ordinary model text.
 constexpr std::uint32_t tripleFactor = 0x8250B800U;
 
-constexpr std::size_t tripleSlot(std::uint32_t bytes) { return (bytes * tripleFactor) >> (32 - tripleBits); }
+constexpr std::size_t tripleSlot(std::uint32_t bytes) {
+    return (bytes * tripleFactor) >> (32 - tripleBits);
+}
 
 /// Up to eight bytes as a load gives them.
 constexpr std::uint64_t packed(std::string_view bytes) {
@@ -103,9 +105,9 @@ constexpr auto familyStarts = [] {
     for (std::size_t index = 0; index < families.size(); ++index) {
         const Family& family = families[index];
         const std::size_t bits = 8 * family.start.size();
-        starts[startSlot(packed(family.start), startFactor)] = {
-            packed(family.start), ~std::uint64_t{0} >> (64 - bits), static_cast<std::uint16_t>(index),
-            !family.followsBlank};
+        starts[startSlot(packed(family.start), startFactor)] = {packed(family.start), ~std::uint64_t{0} >> (64 - bits),
+                                                                static_cast<std::uint16_t>(index),
+                                                                !family.followsBlank};
     }
     return starts;
 }();
@@ -132,7 +134,8 @@ std::uint64_t hitsOfGroup(const char* text) {
     };
     [&]<std::size_t... Index>(std::index_sequence<Index...>) {
         (add(placesPerGroup - 1 - Index), ...); // no loop, whose own steps would be a good part of the whole
-    }(std::make_index_sequence<placesPerGroup>{});
+    }
+    (std::make_index_sequence<placesPerGroup>{});
     return hits;
 }
 
@@ -149,7 +152,8 @@ void KeywordFilter::search(const char* text, std::size_t size) {
         // How many hits there are is hard to foresee: four at a time are written, whether or not there are as many.
         do {
             for (int step = 0; step < 4; ++step) {
-                hits_[hitCount] = static_cast<std::uint16_t>(group + 2 * static_cast<std::size_t>(std::countr_zero(hits | lastPlace)));
+                hits_[hitCount] = static_cast<std::uint16_t>(
+                    group + 2 * static_cast<std::size_t>(std::countr_zero(hits | lastPlace)));
                 hitCount += hits != 0 ? 1 : 0;
                 hits &= hits - 1;
             }
@@ -162,8 +166,8 @@ void KeywordFilter::search(const char* text, std::size_t size) {
         const std::uint64_t letters = bytes::load64(text + start);
         const FamilyStart& family = familyStarts[startSlot(letters, startFactor)];
         places_[count] = {static_cast<std::int16_t>(start), family.family};
-        const bool found = ((letters & family.mask) == family.letters) &
-                           (family.anywhere | bytes::isBlank(text[start - 1]));
+        const bool found =
+            ((letters & family.mask) == family.letters) & (family.anywhere | bytes::isBlank(text[start - 1]));
         count += found ? 1 : 0;
     }
     count_ = count;

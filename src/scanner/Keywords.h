@@ -42,7 +42,9 @@ inline constexpr std::size_t longestKeyword = longest([](const Pattern& pattern)
 /// How many letters decide a keyword's family.
 inline constexpr std::size_t startLength = 3;
 
-constexpr std::string_view keywordStart(const Pattern& pattern) { return keyword(pattern).substr(0, startLength); }
+constexpr std::string_view keywordStart(const Pattern& pattern) {
+    return keyword(pattern).substr(0, startLength);
+}
 
 /// The patterns whose keywords share their first letters. When all the letters that they share are there, and for some
 /// families a blank before them, one of the patterns is worth trying.

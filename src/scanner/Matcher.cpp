@@ -13,6 +13,20 @@ namespace {
 static_assert(InputLayer::backMargin >= KeywordFilter::overread);
 static_assert(InputLayer::frontMargin >= KeywordFilter::reach + 8); // a probe loads eight bytes before the keyword
 
+/// No prefix holds the first letters of a keyword: keywords come in the order of the matches that they belong to.
+consteval bool areKeywordsInOrder() {
+    for (const Pattern& outer : patterns) {
+        const std::string_view prefix = outer.literal.first.substr(0, keywords::prefixLength(outer));
+        for (const keywords::Family& family : keywords::families) {
+            if (prefix.find(family.start.substr(0, keywords::startLength)) != std::string_view::npos) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+static_assert(areKeywordsInOrder());
+
 enum class Outcome : std::uint8_t { matched, mismatched, undecided };
 
 /// A match as far as it is known.
@@ -27,8 +41,8 @@ Outcome grow(const Probe& probe, const char* word, const Window& window, Growth&
     const char* const literal = word - probe.prefixLength;
     // Negative for a keyword that has been consumed: then so is the lead, which is too short for any pattern.
     const std::ptrdiff_t room = literal - window.begin;
-    const std::ptrdiff_t lead = bytes::blanksBefore(literal, probe.leadBlank, std::min(room, probe.leadMaximum));
-    if (lead < probe.leadMinimum) {
+    const std::ptrdiff_t lead = bytes::blanksBefore(literal, probe.lead.otherBlank, std::min(room, probe.lead.maximum));
+    if (lead < probe.lead.minimum) {
         return Outcome::mismatched;
     }
     growth.rule = probe.rule;
@@ -43,7 +57,7 @@ Outcome grow(const Probe& probe, const char* word, const Window& window, Growth&
             return Outcome::undecided;
         }
     }
-    end = probe.tail == Tail::valueTail ? runTailEnd(true, '\t', end, window) : tailEnd(probe.tail, end, window);
+    end = probe.tail == Tail::valueTail ? runTailEnd<>(true, '\t', end, window) : tailEnd(probe.tail, end, window);
     if (end == nullptr) {
         return Outcome::mismatched;
     }

@@ -20,8 +20,8 @@ class Matcher {
 public:
     explicit Matcher(InputLayer& input) : input_(input), searched_(input.positionOf(input.cursor())) {}
 
-    /// Makes the next match the input's current one and returns its rule's number; 0 at the end of the input, which then
-    /// is consumed. The match that was current ends.
+    /// Makes the next match the input's current one and returns its rule's number; 0 at the end of the input, which
+    /// then is consumed. The match that was current ends.
     int next();
 
 private:

@@ -17,7 +17,7 @@ namespace {
 /// Which text of an operation a "PDL" line fills. The first flag that is set is consumed.
 struct PendingText {
     bool& pending;
-    KelString KelOperation::* text;
+    KelString KelOperation::*text;
 };
 
 constexpr std::array<PendingText, 3> pendingTexts{{
@@ -28,7 +28,9 @@ constexpr std::array<PendingText, 3> pendingTexts{{
 
 } // namespace
 
-void createOperation(const Reading& reading) { give(CreateOperation, reading); }
+void createOperation(const Reading& reading) {
+    give(CreateOperation, reading);
+}
 
 void setConcurrency(const Reading& reading) {
     if (activeObject != nullptr && activeObject->elementType == KelElementType::operation) {
@@ -48,11 +50,17 @@ void setReturnType(const Reading& reading) {
     }
 }
 
-void expectPrecondition(const Reading&) { pre = true; }
+void expectPrecondition(const Reading&) {
+    pre = true;
+}
 
-void expectPostcondition(const Reading&) { post = true; }
+void expectPostcondition(const Reading&) {
+    post = true;
+}
 
-void expectSemantics(const Reading&) { sem = true; }
+void expectSemantics(const Reading&) {
+    sem = true;
+}
 
 void setOperationText(const Reading& reading) {
     if (aOperation == nullptr || reading.value == nullptr) {

@@ -7,7 +7,9 @@
 
 namespace rose {
 
-void closePackage(const Reading&) { ClosePackage(); }
+void closePackage(const Reading&) {
+    ClosePackage();
+}
 
 void createPackage(const Reading& reading) {
     objectMechanism = false;
@@ -19,6 +21,8 @@ void createClassDiagram(const Reading& reading) {
     give(CreateClassDiagram, reading);
 }
 
-void enterMechanism(const Reading&) { objectMechanism = true; }
+void enterMechanism(const Reading&) {
+    objectMechanism = true;
+}
 
 } // namespace rose

@@ -10,6 +10,24 @@
 
 namespace rose {
 
+/// The blanks that a lead may be: spaces and `otherBlank`, of which there are so many.
+struct LeadRange {
+    std::ptrdiff_t minimum;
+    std::ptrdiff_t maximum;
+    char otherBlank;
+};
+
+inline constexpr std::ptrdiff_t anyNumber = std::numeric_limits<std::ptrdiff_t>::max();
+
+/// In the order of `Lead`.
+inline constexpr std::array<LeadRange, 5> leadRanges{{
+    {0, 0, ' '},          // noLead
+    {1, 1, '\t'},         // oneBlank
+    {1, anyNumber, '\t'}, // blanks
+    {0, anyNumber, '\t'}, // optionalBlanks
+    {0, anyNumber, ' '},  // optionalSpaces
+}};
+
 /// A pattern made ready for comparing: where its keyword's family has been seen, `isAt` compares the rest of the
 /// literal's first part in a fixed number of steps.
 struct Probe {
@@ -22,10 +40,8 @@ struct Probe {
     bool isLong = false; ///< whether the keyword fills more than the first chunk
     std::uint8_t prefixLength = 0;
     std::uint8_t keywordLength = 0;
-    char leadBlank = ' '; ///< what the lead may hold besides spaces
     Tail tail = Tail::noTail;
-    std::ptrdiff_t leadMinimum = 0; ///< the length of the lead
-    std::ptrdiff_t leadMaximum = 0;
+    LeadRange lead{};
     std::string_view secondPart{}; ///< of the literal
     int rule = 0;
 
@@ -44,7 +60,6 @@ struct Probe {
 };
 
 constexpr Probe::Probe(const Pattern& pattern) {
-    constexpr std::ptrdiff_t any = std::numeric_limits<std::ptrdiff_t>::max();
     const auto place = [](std::uint64_t& word, std::uint64_t& mask, std::size_t at, char byte) {
         word |= static_cast<std::uint64_t>(static_cast<unsigned char>(byte)) << (8 * at);
         mask |= std::uint64_t{0xFF} << (8 * at);
@@ -63,9 +78,7 @@ constexpr Probe::Probe(const Pattern& pattern) {
     rule = pattern.number;
     isLong = keywordLength > keywords::startLength + 8;
     tail = pattern.tail;
-    leadMinimum = pattern.lead == Lead::oneBlank || pattern.lead == Lead::blanks ? 1 : 0;
-    leadMaximum = pattern.lead == Lead::noLead ? 0 : pattern.lead == Lead::oneBlank ? 1 : any;
-    leadBlank = pattern.lead == Lead::optionalSpaces ? ' ' : '\t';
+    lead = leadRanges[static_cast<std::size_t>(pattern.lead)];
 }
 
 static_assert(keywords::longestPrefix <= 8);

@@ -16,11 +16,17 @@ void createAssociation(const Reading& reading) {
     give(CreateAssociation, reading);
 }
 
-void createAssociationRole(const Reading& reading) { give(CreateAssociationRole, reading); }
+void createAssociationRole(const Reading& reading) {
+    give(CreateAssociationRole, reading);
+}
 
-void createAssociationClass(const Reading& reading) { give(CreateAssociationClass, reading); }
+void createAssociationClass(const Reading& reading) {
+    give(CreateAssociationClass, reading);
+}
 
-void setCardinality(const Reading& reading) { give(SetCardinality, reading); }
+void setCardinality(const Reading& reading) {
+    give(SetCardinality, reading);
+}
 
 void setNavigable(const Reading& reading) {
     if (aAssociationRole != nullptr && saysTrue(reading)) {
@@ -46,15 +52,25 @@ void markAggregation(const Reading& reading) {
     }
 }
 
-void enterQualifier(const Reading&) { InQualifier = true; }
+void enterQualifier(const Reading&) {
+    InQualifier = true;
+}
 
-void setQuid(const Reading& reading) { give(SetQuid, reading); }
+void setQuid(const Reading& reading) {
+    give(SetQuid, reading);
+}
 
-void createGeneralization(const Reading&) { CreateGeneralization(); }
+void createGeneralization(const Reading&) {
+    CreateGeneralization();
+}
 
-void createRealization(const Reading&) { CreateRealization(); }
+void createRealization(const Reading&) {
+    CreateRealization();
+}
 
-void createDependency(const Reading&) { CreateDependency(); }
+void createDependency(const Reading&) {
+    CreateDependency();
+}
 
 void bindSupplier(const Reading& reading) {
     give(CreateBinding, reading);

@@ -35,8 +35,8 @@ struct Rule {
 
     constexpr Rule(int number, Lead lead, Literal literal, Tail tail, PackageGuard package, MechanismGuard mechanism,
                    Reader reader, Action action)
-        : pattern{number, lead, literal, tail}, package(package), mechanism(mechanism), reader(reader),
-          action(action) {}
+        : pattern{number, lead, literal, tail}, package(package), mechanism(mechanism), reader(reader), action(action) {
+    }
 };
 
 } // namespace rose

@@ -28,8 +28,7 @@ consteval bool areLiteralsPlain() {
                    blankBytes.find(text.front()) == std::string_view::npos &&
                    blankBytes.find(text.back()) == std::string_view::npos;
         };
-        return isPlain(pattern.literal.first) &&
-               (pattern.literal.second.empty() || isPlain(pattern.literal.second));
+        return isPlain(pattern.literal.first) && (pattern.literal.second.empty() || isPlain(pattern.literal.second));
     });
 }
 

@@ -95,10 +95,9 @@ using table::rules;
 inline constexpr std::size_t ruleCount = rules.size();
 
 /// The patterns alone, for those who match but do not act.
-inline constexpr std::array<Pattern, ruleCount> patterns = [] {
-    return []<std::size_t... Index>(std::index_sequence<Index...>) {
-        return std::array<Pattern, ruleCount>{rules[Index].pattern...};
-    }(std::make_index_sequence<ruleCount>{});
-}();
+inline constexpr std::array<Pattern, ruleCount> patterns = []<std::size_t... Index>(std::index_sequence<Index...>) {
+    return std::array<Pattern, ruleCount>{rules[Index].pattern...};
+}
+(std::make_index_sequence<ruleCount>{});
 
 } // namespace rose

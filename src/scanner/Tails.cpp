@@ -6,12 +6,6 @@ namespace rose {
 
 namespace {
 
-/// The run of a flag tail ends at a closing parenthesis as well.
-const char* flagTailEnd(const char* text, const Window& window) {
-    const char* const end = runTailEnd(true, '\t', text, window);
-    return end == nullptr ? end : bytes::first(')', text, end);
-}
-
 const char* viewTailEnd(const char* text, const Window& window) {
     const char* const kindStart = bytes::afterBlanks(text, '\t');
     if (kindStart == window.limit) {
@@ -37,13 +31,13 @@ const char* viewTailEnd(const char* text, const Window& window) {
 const char* tailEnd(Tail tail, const char* text, const Window& window) {
     switch (tail) {
     case Tail::valueTail:
-        return runTailEnd(true, '\t', text, window);
+        return runTailEnd<>(true, '\t', text, window);
     case Tail::flagTail:
-        return flagTailEnd(text, window);
+        return runTailEnd<')'>(true, '\t', text, window);
     case Tail::looseTail:
-        return runTailEnd(false, '\t', text, window);
+        return runTailEnd<>(false, '\t', text, window);
     case Tail::spaceTail:
-        return runTailEnd(true, ' ', text, window);
+        return runTailEnd<>(true, ' ', text, window);
     case Tail::noTail:
         return text;
     case Tail::lineTail:

@@ -13,17 +13,20 @@ struct Window {
 };
 
 /// What a search says that came to the window's limit before it had all it needs.
-inline const char* unfinished(const Window& window) { return window.ended ? nullptr : window.limit; }
+inline const char* unfinished(const Window& window) {
+    return window.ended ? nullptr : window.limit;
+}
 
-/// As `tailEnd` for the tails that nearly all patterns have: optional blanks, of which there must be one where
-/// `blanksNeeded`, an optional quote and a run up to a quote or newline.
-inline const char* runTailEnd(bool blanksNeeded, char otherBlank, const char* text, const Window& window) {
+/// As `tailEnd` for the tails that nearly all patterns have: spaces or `otherBlank`, of which there must be one where
+/// `blanksNeeded`, an optional quote, and a run up to a quote, a newline or `Stop`.
+template <char... Stop>
+const char* runTailEnd(bool blanksNeeded, char otherBlank, const char* text, const Window& window) {
     const char* const blanksEnd = bytes::afterBlanks(text, otherBlank);
     if (blanksNeeded && blanksEnd == text) {
         return text < window.limit ? nullptr : unfinished(window);
     }
     // The byte at the limit is NUL.
-    return bytes::firstQuoteOrNewline(blanksEnd + (*blanksEnd == '"' ? 1 : 0), window.limit);
+    return bytes::firstStop<Stop...>(blanksEnd + (*blanksEnd == '"' ? 1 : 0), window.limit);
 }
 
 /// Where the tail that starts at `text` ends; null when the text there is no such tail. A result of `window.limit`

@@ -14,11 +14,15 @@ namespace rose {
 namespace {
 
 /// The text read last goes in front.
-void putInFront(KelString& description, const char* text) { description = KelString(text) + description; }
+void putInFront(KelString& description, const char* text) {
+    description = KelString(text) + description;
+}
 
 } // namespace
 
-void expectDiagramText(const Reading&) { diagramDescription = true; }
+void expectDiagramText(const Reading&) {
+    diagramDescription = true;
+}
 
 /// One effect for two keywords: what makes a text a label is the word "label" anywhere in its line.
 void placeText(const Reading& reading) {

@@ -31,7 +31,9 @@ Value getValue3(const char* text, char delimiter) {
     return reference;
 }
 
-Value getValue4(const char* text, char delimiter) { return getValue3(text, delimiter); }
+Value getValue4(const char* text, char delimiter) {
+    return getValue3(text, delimiter);
+}
 
 Value getValue5(const char* text, char delimiter, long* viewNumber) {
     const char* from = text;

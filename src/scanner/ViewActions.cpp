@@ -15,11 +15,17 @@ void addClassView(const Reading& reading) {
     }
 }
 
-void createAssociationInView(const Reading& reading) { give(CreateAssociationInView, reading); }
+void createAssociationInView(const Reading& reading) {
+    give(CreateAssociationInView, reading);
+}
 
-void connectAssociationToDiagram(const Reading& reading) { give(ConnectAssociationToDiagram, reading); }
+void connectAssociationToDiagram(const Reading& reading) {
+    give(ConnectAssociationToDiagram, reading);
+}
 
-void enterGeneralizationView(const Reading&) { InGeneralizationView = true; }
+void enterGeneralizationView(const Reading&) {
+    InGeneralizationView = true;
+}
 
 void enterRealizationView(const Reading&) {
     InRealizationView = true;
@@ -31,18 +37,26 @@ void enterUsesView(const Reading&) {
     activeObject = nullptr;
 }
 
-void enterRoleView(const Reading&) { InAssociationRoleView = true; }
+void enterRoleView(const Reading&) {
+    InAssociationRoleView = true;
+}
 
 void enterNoteView(const Reading&) {
     InNoteView = true;
     diagramDescription = false;
 }
 
-void enterCompartment(const Reading&) { InCompartment = true; }
+void enterCompartment(const Reading&) {
+    InCompartment = true;
+}
 
-void expectNoteAttachment(const Reading&) { attachNote = true; }
+void expectNoteAttachment(const Reading&) {
+    attachNote = true;
+}
 
-void createToolId(const Reading& reading) { give(CreateToolID, reading); }
+void createToolId(const Reading& reading) {
+    give(CreateToolID, reading);
+}
 
 void setClient(const Reading& reading) {
     if (reading.value != nullptr) {

@@ -16,7 +16,9 @@ inline void give(void (*operation)(char*), const Reading& reading) {
 }
 
 /// Whether the matched line says TRUE.
-inline bool saysTrue(const Reading& reading) { return std::strstr(reading.text, "TRUE") != nullptr; }
+inline bool saysTrue(const Reading& reading) {
+    return std::strstr(reading.text, "TRUE") != nullptr;
+}
 
 /// The decimal number that `text` starts with, cut to 32 bits; 0 without digits.
 inline std::int32_t decimal(const char* text) {

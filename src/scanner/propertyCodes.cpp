@@ -22,6 +22,8 @@ std::optional<std::int32_t> visibilityCode(std::string_view text) {
     return code < static_cast<std::int32_t>(visibilities.size()) ? std::optional(code) : std::nullopt;
 }
 
-std::int32_t containmentCode(std::string_view text) { return indexOf(containments, text); }
+std::int32_t containmentCode(std::string_view text) {
+    return indexOf(containments, text);
+}
 
 } // namespace rose

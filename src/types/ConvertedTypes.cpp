@@ -16,9 +16,13 @@ std::map<Key, KelDerivedType*> types;
 
 } // namespace
 
-Scope::Scope() noexcept { types.clear(); }
+Scope::Scope() noexcept {
+    types.clear();
+}
 
-Scope::~Scope() { types.clear(); }
+Scope::~Scope() {
+    types.clear();
+}
 
 void note(KelDerivedType& made) {
     types.try_emplace(Key(made.getName().view(), made.getDataType().view(), made.getLength()), &made);

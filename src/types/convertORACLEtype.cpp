@@ -43,7 +43,9 @@ constexpr std::array<OracleRow, 17> oracleTypes{{
     {"MLSLABEL", "SQL_VARCHAR"},
 }};
 
-int numberIn(const char* text) { return static_cast<int>(std::strtol(text, nullptr, 10)); }
+int numberIn(const char* text) {
+    return static_cast<int>(std::strtol(text, nullptr, 10));
+}
 
 /// The conversion model's base type of that name; made if the name is not there or is another kind of type's.
 KelBaseType* findOrMakeBase(KelModel& conversion, const KelString& name) {

@@ -22,12 +22,12 @@ constexpr LogicalViewRow qualifiers[] = {
 package Logical View
   class Bank
     - number: long = 1
-    foreign key : number -> number of Account
+    foreign key: number -> number of Account
   class Account
     - number: long = 1
     primary key number: number
   association a: Bank, Account
-    role bank: Bank (source, foreign key ?)
+    role bank: Bank (source, foreign key number)
     role account: Account
 )"},
     {"on the first role: the foreign key waits for the second role's class", R"(
@@ -48,10 +48,10 @@ package Logical View
   class Product
     - b: int
     - a: long
-    foreign key : a, b -> a of Bank
+    foreign key: a, b -> a of Bank
   association a: Bank, Product
     role bank: Bank (source)
-    role product: Product (foreign key ?)
+    role product: Product (foreign key a, b)
 )"},
     {"an attribute of that name in either class is taken as it is", R"(
 (object Class "Bank")
@@ -66,12 +66,12 @@ object ClassAttribute "number" type "short"
 package Logical View
   class Bank
     + number: int
-    foreign key : number -> number of Account
+    foreign key: number -> number of Account
   class Account
     - number: short
     primary key number: number
   association a: Bank, Account
-    role bank: Bank (source, foreign key ?)
+    role bank: Bank (source, foreign key number)
     role account: Account
 )"},
     {"the shadow has the visibility of the attribute that it copies", R"(
@@ -86,12 +86,12 @@ object ClassAttribute "number" exportControl "Protected"
 package Logical View
   class Bank
     # number: int
-    foreign key : number -> number of Account
+    foreign key: number -> number of Account
   class Account
     # number: int
     primary key number: number
   association a: Bank, Account
-    role bank: Bank (source, foreign key ?)
+    role bank: Bank (source, foreign key number)
     role account: Account
 )"},
     {"a class keeps the primary key it has; a foreign key is made for each association", R"(
@@ -109,17 +109,17 @@ package Logical View
   class Bank
     - x: int
     - y: int
-    foreign key : x -> x of Account
-    foreign key : y -> x of Account
+    foreign key: x -> x of Account
+    foreign key: y -> x of Account
   class Account
     - x: int
     - y: int
     primary key x: x, y
   association a: Bank, Account
-    role: Bank (source, foreign key ?)
+    role: Bank (source, foreign key x)
     role: Account
   association b: Bank, Account
-    role: Bank (source, foreign key ?)
+    role: Bank (source, foreign key y)
     role: Account
 )"},
     {"both roles may be qualified, each for a key of its own class", R"(
@@ -135,15 +135,15 @@ package Logical View
     - x: int
     - y: int
     primary key x: x
-    foreign key : y -> y of B
+    foreign key: y -> y of B
   class B
     - x: int
     - y: int
-    foreign key : x -> x of A
+    foreign key: x -> x of A
     primary key y: y
   association a: A, B
-    role a: A (source, foreign key ?)
-    role b: B (foreign key ?)
+    role a: A (source, foreign key y)
+    role b: B (foreign key x)
 )"},
     {"both ends may be the same class: the attribute joined the primary key first, so it is split", R"(
 (object Class "Part")
@@ -157,10 +157,10 @@ package Logical View
     - n: int
     - n/1: int
     primary key n: n
-    foreign key : n/1 -> n of Part
+    foreign key: n/1 -> n of Part
       role name map n: n -> n/1
   association a: Part, Part
-    role whole: Part (source, foreign key ?)
+    role whole: Part (source, foreign key n/1)
     role part: Part
 )"},
     {"a qualifier of a role without a class is nothing; an attribute after it is one again", R"(

@@ -48,7 +48,7 @@ KelAssociation* walkPackages(const std::string& quid) {
 }
 
 /// What the scanner may call in any order; few quids, so that they collide.
-class Session : public MidImport {
+class RandomImport : public MidImport {
 public:
     using MidImport::MidImport;
 
@@ -102,10 +102,10 @@ private:
 TEST(AssociationTwin, QuidsFindWhatAWalkFinds) {
     for (unsigned int seed = 1; seed <= 60 && !HasFailure(); ++seed) {
         SCOPED_TRACE(seed);
-        Session session(seed);
-        aPackage = session.designPackages.back();
+        RandomImport building(seed);
+        aPackage = building.designPackages.back();
         for (int step = 0; step < 600 && !HasFailure(); ++step) {
-            session.step();
+            building.step();
         }
     }
 }

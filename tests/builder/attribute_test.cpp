@@ -3,10 +3,10 @@
 #include "builder/BuilderSession.h"
 #include "builder/Classes.h"
 #include "builder/Types.h"
-#include "builder/outlineOf.h"
 #include "host/model/KelArgument.h"
 #include "host/model/KelAttribute.h"
 #include "host/model/KelClass.h"
+#include "support/LogicalView.h"
 
 #include <chrono>
 
@@ -14,7 +14,7 @@ namespace rose {
 
 namespace {
 
-constexpr OutlineRow attributes[] = {
+constexpr LogicalViewRow attributes[] = {
     {"private unless said otherwise, typed int unless said otherwise", R"(
 (object Class "A"
     (object ClassAttribute "x"
@@ -24,9 +24,11 @@ constexpr OutlineRow attributes[] = {
         initv "3"
 )",
      R"(
-    class A
-      + x: Money
-      - y: int = 3)"},
+package Logical View
+  class A
+    + x: Money
+    - y: int = 3
+)"},
     {"a second one of a name is refused, and what follows is its own", R"(
 (object Class "A"
     (object ClassAttribute "x"
@@ -40,9 +42,11 @@ constexpr OutlineRow attributes[] = {
         type "long"
 )",
      R"(
-    class A
-      - x: long = 1
-      - y: long)"},
+package Logical View
+  class A
+    - x: long = 1
+    - y: long
+)"},
     {"without a class it belongs to nothing", R"(
     (object ClassAttribute "x"
         type "char"
@@ -51,7 +55,9 @@ constexpr OutlineRow attributes[] = {
 (object Class "A"
 )",
      R"(
-    class A)"},
+package Logical View
+  class A
+)"},
     {"a qualifier's value is that of its copy at the other end, too", R"(
 (object Class "A"
 (object Class "B"
@@ -70,23 +76,23 @@ constexpr OutlineRow attributes[] = {
         initv "8"
 )",
      R"(
-    class A
-      - x: char = 7
-      foreign key : x -> x of B
-    class B
-      - x: char = 7
-      primary key x: x
-    association ab: A, B
-      role a: A (source, foreign key ?)
-      role b: B
-    class C
-      - y: long = 8)"},
+package Logical View
+  class A
+    - x: char = 7
+    foreign key: x -> x of B
+  class B
+    - x: char = 7
+    primary key x: x
+  association ab: A, B
+    role a: A (source, foreign key x)
+    role b: B
+  class C
+    - y: long = 8
+)"},
 };
 
 TEST(AttributeTest, OutlineOfClasses) {
-    for (const OutlineRow& row : attributes) {
-        EXPECT_EQ(outlineInLogicalView(row.text), row.outline) << row.what;
-    }
+    expectPackages(attributes);
 }
 
 class AttributeSession : public BuilderSession {
@@ -145,12 +151,12 @@ TEST_F(AttributeSession, AnInitialValueIsForAttributesAndArguments) {
 
 // What belongs to nothing is deleted at the end, one object after the other; a walk to each would take minutes.
 TEST(AttributeTest, RefusedAttributesCostNoMoreThanOthers) {
-    std::string text("(object Class \"A\"\n");
+    std::string content("(object Class \"A\"\n");
     for (int number = 0; number < 100'000; ++number) {
-        text += "(object ClassAttribute \"x\"\n";
+        content += "(object ClassAttribute \"x\"\n";
     }
     const auto begin = std::chrono::steady_clock::now();
-    EXPECT_EQ(outlineInLogicalView(text), "\n    class A\n      - x: int");
+    EXPECT_EQ(packagesOf(importLogicalView(content)), "\npackage Logical View\n  class A\n    - x: int\n");
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
 }
 

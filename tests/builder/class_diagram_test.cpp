@@ -3,16 +3,16 @@
 #include "builder/Classes.h"
 #include "builder/Packages.h"
 #include "builder/Relationships.h"
-#include "builder/outlineOf.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelClassDiagram.h"
 #include "host/model/KelDesignPackage.h"
+#include "support/LogicalView.h"
 
 namespace rose {
 
 namespace {
 
-constexpr OutlineRow views[] = {
+constexpr LogicalViewRow views[] = {
     {"a class shown first and defined later is one class, of the category of its definition", R"(
 (object ClassDiagram "D"
     (object ClassView "Class" "Logical View::Sales::Order" @1
@@ -20,22 +20,26 @@ constexpr OutlineRow views[] = {
     (object Parameterized_Class "Order"
 )",
      R"(
-    package Sales
-      parameterized class Order
-    diagram D
-      shows parameterized class Order)"},
+package Logical View
+  package Sales
+    parameterized class Order
+  diagram D
+    shows parameterized class Order
+)"},
     {"a class that is defined nowhere gets a package of its own", R"(
 (object ClassDiagram "D"
     (object ClassView "Class" "Use Case View::Visitor" @1
     (object ClassView "Class" "Logical View::Sales::Order" @2
 )",
      R"(
-    diagram D
-      shows class Use Case View::Visitor
-      shows class Order
-  package Use Case Classes in Class Diagrams
-    class Order
-    class Use Case View::Visitor)"},
+package Logical View
+  diagram D
+    shows class Use Case View::Visitor
+    shows class Order
+package Use Case Classes in Class Diagrams
+  class Order
+  class Use Case View::Visitor
+)"},
     {"drawn twice, shown once; drawn on two diagrams, shown on both", R"(
 (object Class "A"
 (object Class "B"
@@ -47,23 +51,25 @@ constexpr OutlineRow views[] = {
     (object ClassView "Class" "Logical View::A" @4
 )",
      R"(
-    class A
-    class B
-    diagram D
-      shows class B
-      shows class A
-    diagram E
-      shows class A)"},
+package Logical View
+  class A
+  class B
+  diagram D
+    shows class B
+    shows class A
+  diagram E
+    shows class A
+)"},
     {"outside of any diagram a view makes no class", R"(
     (object ClassView "Class" "Logical View::A" @1
 )",
-     ""},
+     R"(
+package Logical View
+)"},
 };
 
 TEST(ClassDiagramTest, ShowsTheClassesOfItsViews) {
-    for (const OutlineRow& row : views) {
-        EXPECT_EQ(outlineInLogicalView(row.text), row.outline) << row.what;
-    }
+    expectPackages(views);
 }
 
 class ClassDiagramSession : public BuilderSession {};

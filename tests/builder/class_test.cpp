@@ -4,19 +4,19 @@
 #include "builder/Operations.h"
 #include "builder/Packages.h"
 #include "builder/Relationships.h"
-#include "builder/outlineOf.h"
 #include "host/model/KelAttribute.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDependency.h"
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelGeneralization.h"
 #include "host/model/KelRealization.h"
+#include "support/LogicalView.h"
 
 namespace rose {
 
 namespace {
 
-constexpr OutlineRow definitions[] = {
+constexpr LogicalViewRow definitions[] = {
     {"the kinds of classes", R"(
 (object Class "A"
 (object Parameterized_Class "B"
@@ -27,13 +27,15 @@ constexpr OutlineRow definitions[] = {
 (object Metaclass "G"
 )",
      R"(
-    class A
-    parameterized class B
-    instantiated class C
-    class utility D
-    parameterized class utility E
-    instantiated class utility F
-    metaclass G)"},
+package Logical View
+  class A
+  parameterized class B
+  instantiated class C
+  class utility D
+  parameterized class utility E
+  instantiated class utility F
+  metaclass G
+)"},
     {"defined twice under a simple name: one class, of the first kind, where it was first", R"(
 (object Class_Category "First"
     (object Class "Logical View::First::A"
@@ -44,11 +46,13 @@ constexpr OutlineRow definitions[] = {
         (object ClassAttribute "two"
 )",
      R"(
-    package First
-      class A
-        - one: int
-        - two: int
-    package Second)"},
+package Logical View
+  package First
+    class A
+      - one: int
+      - two: int
+  package Second
+)"},
     {"names are told apart byte by byte, and only below the logical view by their last part", R"(
 (object Class "A"
 (object Class "a"
@@ -56,10 +60,12 @@ constexpr OutlineRow definitions[] = {
 (object Class ""
 )",
      R"(
-    class A
-    class a
-    class Other::A
-    class )"},
+package Logical View
+  class A
+  class a
+  class Other::A
+  class 
+)"},
     {"a stereotype makes an interface in one spelling only", R"(
 (object Class "A"
  stereotype "Interface"
@@ -71,17 +77,21 @@ constexpr OutlineRow definitions[] = {
  stereotype "Interface"
 )",
      R"(
-    package P <<Interface>>
-    interface A <<Interface>>
-    class B <<interface>>
-    class C <<Interface >>)"},
+package Logical View
+  package P <<Interface>>
+  interface A <<Interface>>
+  class B <<interface>>
+  class C <<Interface >>
+)"},
     {"an interface that is defined once more stays one", R"(
 (object Class "A"
  stereotype "Interface"
 (object Class "A"
 )",
      R"(
-    interface A <<Interface>>)"},
+package Logical View
+  interface A <<Interface>>
+)"},
     {"an empty stereotype is none, a later one replaces the first", R"(
 (object Class "A"
  stereotype "one"
@@ -91,14 +101,14 @@ constexpr OutlineRow definitions[] = {
  stereotype "two"
 )",
      R"(
-    class A <<one>>
-    class B <<two>>)"},
+package Logical View
+  class A <<one>>
+  class B <<two>>
+)"},
 };
 
 TEST(ClassTest, OutlineOfDefinitions) {
-    for (const OutlineRow& row : definitions) {
-        EXPECT_EQ(outlineInLogicalView(row.text), row.outline) << row.what;
-    }
+    expectPackages(definitions);
 }
 
 class ClassSession : public BuilderSession {

@@ -2,16 +2,16 @@
 #include "builder/BuilderSession.h"
 #include "builder/Classes.h"
 #include "builder/Operations.h"
-#include "builder/outlineOf.h"
 #include "host/model/KelArgument.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelOperation.h"
+#include "support/LogicalView.h"
 
 namespace rose {
 
 namespace {
 
-constexpr OutlineRow operations[] = {
+constexpr LogicalViewRow operations[] = {
     {"arguments belong to the last operation, template arguments come before the first", R"(
 (object Parameterized_Class "A"
     (object Parameter "T"
@@ -29,11 +29,13 @@ constexpr OutlineRow operations[] = {
             type "char"
 )",
      R"(
-    parameterized class A
-      template argument T: class
-      template argument size: int = 10
-      + f(x: char, y: int = 1): long
-      + g(z: char): int)"},
+package Logical View
+  parameterized class A
+    template argument T: class
+    template argument size: int = 10
+    + f(x: char, y: int = 1): long
+    + g(z: char): int
+)"},
     {"a class that takes none: arguments before the first operation belong to nothing", R"(
 (object Class "A"
     (object Operation "f"
@@ -46,19 +48,23 @@ constexpr OutlineRow operations[] = {
             type "char"
 )",
      R"(
-    class A
-      + f(): int
-    class B
-      + g(x: char): int)"},
+package Logical View
+  class A
+    + f(): int
+  class B
+    + g(x: char): int
+)"},
     {"operations of a name are all kept", R"(
 (object Class "A"
     (object Operation "f"
     (object Operation "f"
 )",
      R"(
-    class A
-      + f(): int
-      + f(): int)"},
+package Logical View
+  class A
+    + f(): int
+    + f(): int
+)"},
     {"without a class it belongs to nothing, nor do its arguments", R"(
     (object Operation "f"
         (object Parameter "x"
@@ -68,13 +74,13 @@ constexpr OutlineRow operations[] = {
 (object Class "A"
 )",
      R"(
-    class A)"},
+package Logical View
+  class A
+)"},
 };
 
 TEST(OperationTest, OutlineOfClasses) {
-    for (const OutlineRow& row : operations) {
-        EXPECT_EQ(outlineInLogicalView(row.text), row.outline) << row.what;
-    }
+    expectPackages(operations);
 }
 
 class OperationSession : public BuilderSession {};

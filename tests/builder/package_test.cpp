@@ -1,12 +1,12 @@
-#include "builder/outlineOf.h"
+#include "support/LogicalView.h"
+#include "support/RepositoryInvariants.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-constexpr OutlineRow nesting[] = {
+constexpr LogicalViewRow nesting[] = {
     {"categories side by side in the usual order: each diagram goes to the category that lists it", R"(
-(object Class_Category "Logical View"
     (object Class_Category "A"
         (object Class "InA"
     logical_presentations (list
@@ -19,16 +19,16 @@ constexpr OutlineRow nesting[] = {
     (object ClassDiagram "of all"
 )",
      R"(
-  package Logical View
-    package A
-      class InA
-      diagram of A
-    package B
-      class InB
-      diagram of B
-    diagram of all)"},
+package Logical View
+  package A
+    class InA
+    diagram of A
+  package B
+    class InB
+    diagram of B
+  diagram of all
+)"},
     {"categories in one another: the end of a list moves up once its package is closed", R"(
-(object Class_Category "Logical View"
     (object Class_Category "A"
         (object Class_Category "B"
             (object Class_Category "C"
@@ -43,17 +43,17 @@ constexpr OutlineRow nesting[] = {
         (object ClassDiagram "of D"
 )",
      R"(
-  package Logical View
-    package A
-      package B
-        package C
-          diagram of C
-        diagram of B
-      diagram of A
-    package D
-      diagram of D)"},
+package Logical View
+  package A
+    package B
+      package C
+        diagram of C
+      diagram of B
+    diagram of A
+  package D
+    diagram of D
+)"},
     {"a logical view in another one: later packages without a current one go to the inner one", R"(
-(object Class_Category "Logical View"
     (object Class_Category "A"
         (object Class_Category "Logical View"
         logical_presentations (list
@@ -63,20 +63,20 @@ constexpr OutlineRow nesting[] = {
 (object Class_Category "Late"
 )",
      R"(
-  package Logical View
-    package A
-      package Logical View
-        package Late)"},
+package Logical View
+  package A
+    package Logical View
+      package Late
+)"},
     {"behind the closed logical view: beside it", R"(
-(object Class_Category "Logical View"
  logical_presentations (list
 (object Class_Category "Beside"
 )",
      R"(
-  package Logical View
-  package Beside)"},
+package Logical View
+package Beside
+)"},
     {"behind the logical view that has been left: in it, and what has no package is ignored", R"(
-(object Class_Category "Logical View"
  logical_presentations (list
  logical_presentations (list
 (object Class "Lost"
@@ -85,39 +85,47 @@ constexpr OutlineRow nesting[] = {
     (object Class "Kept"
 )",
      R"(
-  package Logical View
-    package Late
-      class Kept)"},
+package Logical View
+  package Late
+    class Kept
+)"},
     {"an empty name is kept", R"(
-(object Class_Category "Logical View"
     (object Class_Category ""
         (object Class "A"
 )",
      R"(
-  package Logical View
-    package 
-      class A)"},
+package Logical View
+  package 
+    class A
+)"},
     {"a category without a name is none", R"(
-(object Class_Category "Logical View"
     (object Class_Category
         (object Class "A"
 )",
      R"(
-  package Logical View
-    class A)"},
+package Logical View
+  class A
+)"},
     {"a new package has no current diagram", R"(
-(object Class_Category "Logical View"
     (object ClassDiagram "D"
     (object Class_Category "A"
     (object ClassView "Class" "Nowhere" @1
 )",
      R"(
-  package Logical View
-    package A
-    diagram D)"},
+package Logical View
+  package A
+  diagram D
+)"},
 };
 
-constexpr OutlineRow skipping[] = {
+/// A whole body of a file and its outline.
+struct BodyRow {
+    const char* what;
+    const char* body;
+    const char* outline;
+};
+
+constexpr BodyRow skipping[] = {
     {"nothing before the logical view is read", R"(
 (object Class_Category "Use Case View"
     (object Class "Actor"
@@ -130,13 +138,14 @@ constexpr OutlineRow skipping[] = {
     (object Class_Category "A"
 )",
      R"(
-  package Logical View
-    package A)"},
+package Logical View
+  package A
+)"},
     {"no logical view, no model", R"(
 (object Class_Category "Component View"
     (object Class "A"
 )",
-     ""},
+     "\n"},
     {"a use-case view inside: it and its categories are skipped, and its end closes the current package", R"(
 (object Class_Category "Logical View"
     (object Class_Category "Before"
@@ -150,10 +159,11 @@ constexpr OutlineRow skipping[] = {
         (object Class "Kept"
 )",
      R"(
-  package Logical View
-    package Before
-    package After
-      class Kept)"},
+package Logical View
+  package Before
+  package After
+    class Kept
+)"},
     {"a use-case view that does not end: nothing that follows is a package", R"(
 (object Class_Category "Logical View"
     (object Class_Category "Use Case View"
@@ -161,26 +171,28 @@ constexpr OutlineRow skipping[] = {
         (object Class "A"
 )",
      R"(
-  package Logical View
-    class A)"},
+package Logical View
+  class A
+)"},
     {"another spelling is no use-case view", R"(
 (object Class_Category "Logical View"
     (object Class_Category "Use Case view"
 )",
      R"(
-  package Logical View
-    package Use Case view)"},
+package Logical View
+  package Use Case view
+)"},
 };
 
 TEST(PackageTest, NestingFollowsTheListsOfTheFile) {
-    for (const OutlineRow& row : nesting) {
-        EXPECT_EQ(outlineOf(row.text), row.outline) << row.what;
-    }
+    expectPackages(nesting);
 }
 
 TEST(PackageTest, OnlyTheLogicalViewIsRead) {
-    for (const OutlineRow& row : skipping) {
-        EXPECT_EQ(outlineOf(row.text), row.outline) << row.what;
+    for (const BodyRow& row : skipping) {
+        ImportedModel imported = ImportedModel::ofBody(row.body);
+        EXPECT_EQ(packagesOf(imported), row.outline) << row.what;
+        EXPECT_EQ(brokenInvariant(imported.model), "") << row.what;
     }
 }
 

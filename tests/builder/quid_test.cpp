@@ -162,8 +162,8 @@ TEST(QuidTreeTest, OrdersByQuidAndElseByName) {
         int order;
     };
     constexpr Row rows[] = {
-        {"b", "1", "a", "2", -1},        {"a", "2", "b", "10", 1},     {"a", "2", "b", "2", 0},
-        {"", "A", "", "a", -1},          {"a", "2", "b", nullptr, -1}, {"b", nullptr, "a", "9", 1},
+        {"b", "1", "a", "2", -1},        {"a", "2", "b", "10", 1},    {"a", "2", "b", "2", 0},
+        {"", "A", "", "a", -1},          {"b", "1", "a", nullptr, 1}, {"a", nullptr, "b", "1", -1},
         {"a", nullptr, "a", nullptr, 0},
     };
     const auto sign = [](int order) { return (order > 0) - (order < 0); };

@@ -109,7 +109,7 @@ KelClass* walkForNumber(const std::vector<KelModelElement*>& elements, int viewN
 }
 
 /// Few names and numbers, so that they collide.
-class Session : public MidImport {
+class RandomImport : public MidImport {
 public:
     using MidImport::MidImport;
 
@@ -216,10 +216,10 @@ public:
 TEST(RelationshipTwin, LookupsFindWhatAWalkFinds) {
     for (unsigned int seed = 1; seed <= 40 && !HasFailure(); ++seed) {
         SCOPED_TRACE(seed);
-        Session session(seed);
-        aDiagram = session.diagrams.front();
+        RandomImport building(seed);
+        aDiagram = building.diagrams.front();
         for (int step = 0; step < 1500 && !HasFailure(); ++step) {
-            session.step();
+            building.step();
         }
     }
 }

@@ -47,12 +47,12 @@ package Use Case Classes in Class Diagrams
 package Logical View
   association a: Undefined, Undefined
     role r: Undefined (source)
-    role s: Undefined (foreign key ?)
+    role s: Undefined (foreign key untyped)
 package Use Case Classes in Class Diagrams
   class Undefined
     - untyped
     primary key untyped: untyped
-    foreign key : untyped -> untyped of Undefined
+    foreign key: untyped -> untyped of Undefined
 )"},
 };
 

@@ -80,13 +80,13 @@ object ClassAttribute "own"
 package Logical View
   class A
     - k: int
-    foreign key : k -> k of B
+    foreign key: k -> k of B
   class B
     - own: int
     - k: int
     primary key k: k
   association kept: A, B
-    role r: A (source, foreign key ?)
+    role r: A (source, foreign key k)
     role s: B
 )"},
     {"a candidate key of nothing goes", R"(
@@ -113,12 +113,12 @@ package Logical View
 package Logical View
   class Whole
     - k: int
-    foreign key : k -> k of Part
+    foreign key: k -> k of Part
   class Part
     - k: int
     primary key k: k
   association a: Whole, Part (aggregation)
-    role whole: Whole (source, foreign key ?)
+    role whole: Whole (source, foreign key k)
     role part: Part (aggregate)
 )"},
     {"joining the primary key that the class has", R"(
@@ -137,17 +137,17 @@ package Logical View
     - w: int
     - k: int
     primary key w: k, w
-    foreign key : k -> k of Part
+    foreign key: k -> k of Part
   class Part
     - w: int
     - k: int
-    foreign key : w -> w of Whole
+    foreign key: w -> w of Whole
     primary key k: k
   association first: Part, Whole
-    role part: Part (source, foreign key ?)
+    role part: Part (source, foreign key w)
     role whole: Whole
   association a: Whole, Part (aggregation)
-    role whole: Whole (source, foreign key ?)
+    role whole: Whole (source, foreign key k)
     role part: Part (aggregate)
 )"},
 };
@@ -173,18 +173,18 @@ package Logical View
     - k: int
     - k/1: int
     primary key k: k
-    foreign key : k/1 -> k of Q
+    foreign key: k/1 -> k of Q
       role name map k: k -> k/1
   class Q
     - k: int
     - k/1: int
-    foreign key : k -> k of P
+    foreign key: k -> k of P
     primary key k: k/1
   association key of P: Q, P
-    role q: Q (source, foreign key ?)
+    role q: Q (source, foreign key k)
     role p: P
   association k refers to Q: P, Q
-    role p: P (source, foreign key ?)
+    role p: P (source, foreign key k/1)
     role q: Q
 )"},
     {"one that joined a foreign key first and the class key then stays shared", R"(
@@ -205,17 +205,17 @@ package Logical View
     - a: int
     - k: int
     primary key a: a, k
-    foreign key : k -> k of Q
+    foreign key: k -> k of Q
   class Q
     - a: int
     - k: int
-    foreign key : a -> a of P
+    foreign key: a -> a of P
     primary key k: k
   association key of P: Q, P
-    role q: Q (source, foreign key ?)
+    role q: Q (source, foreign key a)
     role p: P
   association k refers to Q: P, Q
-    role p: P (source, foreign key ?)
+    role p: P (source, foreign key k)
     role q: Q
 )"},
     {"in three foreign keys: a copy for each further one, behind the largest number there is", R"(
@@ -248,10 +248,10 @@ package Logical View
     - l/99: int
     - k/8: long
     - k/9: long
-    foreign key : k -> k of P
-    foreign key : k/8 -> k of Q
+    foreign key: k -> k of P
+    foreign key: k/8 -> k of Q
       role name map k: k -> k/8
-    foreign key : k/9 -> k of R
+    foreign key: k/9 -> k of R
       role name map k: k -> k/9
   class P
     - k: int
@@ -263,13 +263,13 @@ package Logical View
     - k: int
     primary key k: k
   association a: C, P
-    role c: C (source, foreign key ?)
+    role c: C (source, foreign key k)
     role p: P
   association b: C, Q
-    role c: C (source, foreign key ?)
+    role c: C (source, foreign key k/8)
     role q: Q
   association c: C, R
-    role c: C (source, foreign key ?)
+    role c: C (source, foreign key k/9)
     role r: R
 )"},
 };
@@ -295,7 +295,7 @@ object ClassAttribute "k/-2147483648"
 )");
     EXPECT_EQ(imported.failure, "");
     EXPECT_EQ(imported.log.count("QEV_RRSE_W0019"), 1);
-    EXPECT_NE(packagesOf(imported).find("foreign key  -> k of P"), std::string::npos) << packagesOf(imported);
+    EXPECT_NE(packagesOf(imported).find("foreign key -> k of P"), std::string::npos) << packagesOf(imported);
 }
 
 TEST(Validation, AsksForEachRoleWhetherItsClassWaits) {

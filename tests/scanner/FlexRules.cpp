@@ -46,7 +46,9 @@ const char* tailPattern(Tail tail) {
     return "";
 }
 
-std::string quoted(std::string_view text) { return text.empty() ? "" : "\"" + std::string(text) + "\""; }
+std::string quoted(std::string_view text) {
+    return text.empty() ? "" : "\"" + std::string(text) + "\"";
+}
 
 } // namespace
 

@@ -58,9 +58,25 @@ private:
     }
 
     void piece() {
-        static constexpr std::string_view snippets[] = {
-            "\"",   "\"", "\"",  "\n", "\n",    ")",        "@12",       "\n|",       "|",          "\xE4",
-            "TRUE", "PDL", "(object ", "object Class", "label", "quidu", " \"a\" \"b", "\" \"c\" @3\n", "\n|type \"q\"\n|\n"};
+        static constexpr std::string_view snippets[] = {"\"",
+                                                        "\"",
+                                                        "\"",
+                                                        "\n",
+                                                        "\n",
+                                                        ")",
+                                                        "@12",
+                                                        "\n|",
+                                                        "|",
+                                                        "\xE4",
+                                                        "TRUE",
+                                                        "PDL",
+                                                        "(object ",
+                                                        "object Class",
+                                                        "label",
+                                                        "quidu",
+                                                        " \"a\" \"b",
+                                                        "\" \"c\" @3\n",
+                                                        "\n|type \"q\"\n|\n"};
         static constexpr std::string_view longRuns[] = {" ", " \t", "x", "\n", "|"};
         switch (below(16)) {
         case 0:
@@ -94,6 +110,8 @@ private:
 
 } // namespace
 
-std::string randomText(std::uint32_t seed) { return Writer(seed).write(); }
+std::string randomText(std::uint32_t seed) {
+    return Writer(seed).write();
+}
 
 } // namespace rose::test

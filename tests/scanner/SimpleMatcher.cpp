@@ -77,7 +77,9 @@ private:
         return is(place, bytes) ? all(place, bytes) : none;
     }
 
-    std::size_t optional(std::size_t place, std::string_view bytes) const { return is(place, bytes) ? place + 1 : place; }
+    std::size_t optional(std::size_t place, std::string_view bytes) const {
+        return is(place, bytes) ? place + 1 : place;
+    }
 
     std::size_t word(std::size_t place, std::string_view word) const {
         return text_.substr(place, word.size()) == word ? place + word.size() : none;
@@ -160,6 +162,8 @@ std::string linesBehind(std::string_view text, std::size_t& place) {
     return lines.substr(0, 9999).c_str();
 }
 
-MatchEvents simpleEvents(std::string_view text) { return SimpleMatcher(text).run(); }
+MatchEvents simpleEvents(std::string_view text) {
+    return SimpleMatcher(text).run();
+}
 
 } // namespace rose::test

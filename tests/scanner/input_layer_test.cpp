@@ -152,7 +152,8 @@ void* failingReallocate(void* block, std::size_t size) {
 
 void readWithAllocations(int count) {
     allocationsLeft = count;
-    const InputText input("type " + std::string(1000, 'x'), {.bufferSize = 16, .readSize = 16, .reallocate = failingReallocate});
+    const InputText input("type " + std::string(1000, 'x'),
+                          {.bufferSize = 16, .readSize = 16, .reallocate = failingReallocate});
     scan(scannerInput, [](int, const char*, std::size_t) {});
 }
 

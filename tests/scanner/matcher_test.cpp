@@ -54,13 +54,17 @@ INSTANTIATE_TEST_SUITE_P(
         {"loose tail", "resultX\"result", {{48, "resultX"}, {48, "result"}}},
         {"space tail", "object ClassAttribute \t\"a\"object ClassAttribute\t\"b", {{36, "object ClassAttribute \t"}}},
         {"line tail", "(object State_Machine \"a\" \"b\"\n", {{9, "(object State_Machine \"a\" \"b\""}}},
-        {"view", "(object ClassView \"Class\" \"A::B\" @12 \"\n)", {{22, "(object ClassView \"Class\" \"A::B\" @12 \""}}},
+        {"view",
+         "(object ClassView \"Class\" \"A::B\" @12 \"\n)",
+         {{22, "(object ClassView \"Class\" \"A::B\" @12 \""}}},
         {"view over lines",
          "(object ClassView \"Cl\nass\" A\nB\" @12\n",
          {{22, "(object ClassView \"Cl\nass\" A\nB\" @12"}}},
         {"view to the end", "(object ClassView \"Class\" \"A\n\n", {{22, "(object ClassView \"Class\" \"A\n\n"}}},
         {"view without name", "(object ClassView \"type \"\"(object ClassView x", {{37, "type \""}}},
-        {"two literals", "\tclient_cardinality(value cardinality \"1\"", {{57, "\tclient_cardinality(value cardinality \"1"}}},
+        {"two literals",
+         "\tclient_cardinality(value cardinality \"1\"",
+         {{57, "\tclient_cardinality(value cardinality \"1"}}},
         {"two literals apart",
          "\tclient_cardinality \t" + blanks + "(value cardinality \"1\"",
          {{57, "\tclient_cardinality \t" + blanks + "(value cardinality \"1"}}},
@@ -125,6 +129,26 @@ TEST(Matcher, AgreesWithTheJudgeAroundEveryPattern) {
         const MatchEvents events = matcherEvents(text);
         ASSERT_EQ(events, simpleEvents(text)) << "rule " << pattern.number;
         ASSERT_FALSE(events.empty()) << "rule " << pattern.number;
+    }
+}
+
+/// Texts of which a scanner that goes back, or looks on behind its match, would not see the end today.
+TEST(Matcher, TakesTimeInStepWithTheInput) {
+    struct Row {
+        std::string piece;
+        bool matchesEach; // or all the pieces together
+        std::size_t matches;
+    };
+    constexpr std::size_t size = 4'000'000;
+    for (const Row& row : {Row{" ", false, 0}, Row{"*", false, 0}, Row{"PDL", false, 1}, Row{"\tstatic )", true, 1},
+                           Row{"\tclient_cardinality ", false, 0}, Row{"(object ClassView \"", false, 0},
+                           Row{"(object ClassView \"a\" ", false, 1}, Row{" (object Role \n", true, 1}}) {
+        std::string text = "type " + std::string(size, 'x') + "\n"; // makes the buffer large
+        std::size_t count = 0;
+        for (; text.size() < 2 * size; ++count) {
+            text += row.piece;
+        }
+        EXPECT_EQ(matcherEvents(text).size(), 1 + row.matches * (row.matchesEach ? count : 1)) << row.piece;
     }
 }
 

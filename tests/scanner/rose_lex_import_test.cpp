@@ -19,7 +19,9 @@ class BrokenLog final : public KelLog {
     void record(const KelLogEvent&) override { throw 1; }
 };
 
-std::string currentClass() { return aClass != nullptr ? aClass->getName().text() : ""; }
+std::string currentClass() {
+    return aClass != nullptr ? aClass->getName().text() : "";
+}
 
 TEST(RoseLexImport, ScansFromWhereTheStreamStandsToItsEnd) {
     const ScanSession session;

@@ -9,7 +9,9 @@ namespace {
 
 using Text = std::optional<std::string>;
 
-Text textOf(const Value& value) { return value ? Text(value.text()) : std::nullopt; }
+Text textOf(const Value& value) {
+    return value ? Text(value.text()) : std::nullopt;
+}
 
 struct ReaderRow {
     const char* text;

@@ -49,9 +49,8 @@ void KeptLog::record(const KelLogEvent& event) {
 }
 
 int KeptLog::count(std::string_view code) const {
-    return static_cast<int>(std::count_if(lines.begin(), lines.end(), [code](const std::string& line) {
-        return line.starts_with(code);
-    }));
+    return static_cast<int>(
+        std::count_if(lines.begin(), lines.end(), [code](const std::string& line) { return line.starts_with(code); }));
 }
 
 ImportedModel::ImportedModel(const std::string& path, const Choices& choices) {
@@ -83,6 +82,10 @@ ImportedModel ImportedModel::ofFile(const std::string& path, const Choices& choi
     return ImportedModel(path, choices);
 }
 
-std::string ImportedModel::json() const { return withoutLine(writtenAs(model, "json"), "\"sourcePath\""); }
+std::string ImportedModel::json() const {
+    return withoutLine(writtenAs(model, "json"), "\"sourcePath\"");
+}
 
-std::string ImportedModel::tree() const { return withoutLine(writtenAs(model, "tree"), "  origin: "); }
+std::string ImportedModel::tree() const {
+    return withoutLine(writtenAs(model, "tree"), "  origin: ");
+}

@@ -9,7 +9,9 @@ namespace rose {
 
 namespace {
 
-bool isClass(const KelModelElement& element) { return element.elementType == KelElementType::classObject; }
+bool isClass(const KelModelElement& element) {
+    return element.elementType == KelElementType::classObject;
+}
 
 /// Gives the entry of that key and order, if there is one, another key.
 template <class Entries, class Key>
@@ -69,8 +71,12 @@ ContainerIndex::Place ContainerIndex::lastBefore(int viewNumber, const Place& pl
     return {found->order, found->element};
 }
 
-KelClass* ContainerIndex::firstClass(int viewNumber) const { return firstOf(classesByNumber_, viewNumber); }
+KelClass* ContainerIndex::firstClass(int viewNumber) const {
+    return firstOf(classesByNumber_, viewNumber);
+}
 
-KelClass* ContainerIndex::firstClass(std::string_view name) const { return firstOf(classesByName_, name); }
+KelClass* ContainerIndex::firstClass(std::string_view name) const {
+    return firstOf(classesByName_, name);
+}
 
 } // namespace rose

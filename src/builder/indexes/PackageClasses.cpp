@@ -12,7 +12,9 @@ tsl::robin_map<std::string_view, KelClass*> classes; // keyed by the class's own
 
 } // namespace
 
-void add(KelClass& added) { classes.try_emplace(added.getName().view(), &added); }
+void add(KelClass& added) {
+    classes.try_emplace(added.getName().view(), &added);
+}
 
 KelClass* find(const KelString& name) {
     const auto found = classes.find(name.view());
@@ -26,6 +28,8 @@ void forget(const KelClass& deleted) noexcept {
     }
 }
 
-void clear() noexcept { classes.clear(); }
+void clear() noexcept {
+    classes.clear();
+}
 
 } // namespace rose::PackageClasses
