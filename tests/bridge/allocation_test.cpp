@@ -17,7 +17,8 @@ thread_local long allocationsLeft = unlimited; // before the one that fails
 
 } // namespace
 
-void* operator new(std::size_t size) {
+// Not inlined, so that the compiler does not see a malloc where it expects a new.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     if (allocationsLeft >= 0 && allocationsLeft-- == 0) {
         throw std::bad_alloc();
     }
@@ -25,19 +26,19 @@ void* operator new(std::size_t size) {
     return memory != nullptr ? memory : throw std::bad_alloc();
 }
 
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
     return std::malloc(size);
 }
 
-void operator delete(void* memory) noexcept {
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
 
-void operator delete(void* memory, std::size_t /*size*/) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, std::size_t /*size*/) noexcept {
     std::free(memory);
 }
 
-void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept {
     std::free(memory);
 }
 

@@ -1,6 +1,6 @@
 #include "scanner/Dispatch.h"
 
-#include "ScanSession.h"
+#include "ScannedModel.h"
 #include "scanner/RuleTable.h"
 
 #include <gtest/gtest.h>
@@ -162,9 +162,9 @@ const EffectRow effects[] = {
 TEST(Dispatch, ActsOnTheBuilder) {
     std::set<int> acting;
     for (const EffectRow& row : effects) {
-        const ScanSession session;
-        ScanSession::scan(row.setup);
-        const std::string change = ScanSession::change(row.line);
+        const ScannedModel model;
+        ScannedModel::scan(row.setup);
+        const std::string change = ScannedModel::change(row.line);
         EXPECT_EQ(change, row.change) << "rule " << row.rule << ": " << row.line;
         if (!change.empty()) {
             acting.insert(row.rule);
@@ -177,10 +177,10 @@ TEST(Dispatch, ActsOnTheBuilder) {
 std::set<int> actingBehind(void (*guard)()) {
     std::set<int> acting;
     for (const EffectRow& row : effects) {
-        const ScanSession session;
-        ScanSession::scan(row.setup);
+        const ScannedModel model;
+        ScannedModel::scan(row.setup);
         guard();
-        if (!row.change.empty() && !ScanSession::change(row.line).empty()) {
+        if (!row.change.empty() && !ScannedModel::change(row.line).empty()) {
             acting.insert(row.rule);
         }
     }
@@ -204,9 +204,9 @@ TEST(Dispatch, ActsInsideAMechanismByFewRules) {
 TEST(Dispatch, LeavesTheMechanismEvenWithoutAValue) {
     for (const char* line :
          {"(object Class_Category", "(object ClassDiagram x", "(object Class x", "\t(object Association x"}) {
-        const ScanSession session;
-        ScanSession::scan(package + "(object Mechanism @1\n");
-        EXPECT_EQ(ScanSession::change(line), "-objectMechanism") << line;
+        const ScannedModel model;
+        ScannedModel::scan(package + "(object Mechanism @1\n");
+        EXPECT_EQ(ScannedModel::change(line), "-objectMechanism") << line;
     }
 }
 

@@ -1,6 +1,6 @@
 #include "scanner/RoseLexImport.h"
 
-#include "ScanSession.h"
+#include "ScannedModel.h"
 
 #include "host/model/KelClass.h"
 
@@ -24,7 +24,7 @@ std::string currentClass() {
 }
 
 TEST(RoseLexImport, ScansFromWhereTheStreamStandsToItsEnd) {
-    const ScanSession session;
+    const ScannedModel model;
     const std::string text = "(object Class_Category \"Use Case View\"\n" + package + "(object Class \"A\"\n";
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::tmpfile(), &std::fclose);
     std::fwrite(text.data(), 1, text.size(), stream.get());
@@ -36,18 +36,18 @@ TEST(RoseLexImport, ScansFromWhereTheStreamStandsToItsEnd) {
 
 TEST(RoseLexImport, StartsAfreshAfterAScanThatWasCutShort) {
     for (const std::size_t length : {std::size_t{0}, std::size_t{30}, std::size_t{100'000}}) {
-        const ScanSession session;
-        ScanSession::scan(package);
+        const ScannedModel model;
+        ScannedModel::scan(package);
         KelLog* const log = localLog;
         BrokenLog broken;
         localLog = &broken;
         const std::string tail(length, 'x');
-        EXPECT_THROW(ScanSession::scan("(object Class \"A\"" + tail + "\n(object Class \"Left\"\n"), int);
+        EXPECT_THROW(ScannedModel::scan("(object Class \"A\"" + tail + "\n(object Class \"Left\"\n"), int);
         localLog = log;
         aClass = nullptr;
-        ScanSession::scan("");
+        ScannedModel::scan("");
         EXPECT_EQ(currentClass(), "") << "something was left over";
-        ScanSession::scan("(object Class \"B\"\n");
+        ScannedModel::scan("(object Class \"B\"\n");
         EXPECT_EQ(currentClass(), "B");
     }
 }

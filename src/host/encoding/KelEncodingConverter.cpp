@@ -63,12 +63,11 @@ KelEncodingConverter::KelEncodingConverter(const KelString& encodingName) : hand
     if (marked != markedEncodings.end()) {
         writer_ = open(marked->unmarked);
     }
-    findPlainBytes();
 }
 
 // A byte is plain when it stands for itself at the start of a text. In an encoding where a plain byte changed what
 // the one after it means, none is: a text of plain bytes must be plain as a whole.
-void KelEncodingConverter::findPlainBytes() {
+std::bitset<128> KelEncodingConverter::findPlainBytes() const {
     std::string plain;
     for (char byte = 0;; ++byte) {
         if (standForThemselves(*this, std::string(1, byte))) {
@@ -85,11 +84,13 @@ void KelEncodingConverter::findPlainBytes() {
             pairs += second;
         }
     }
+    std::bitset<128> found;
     if (standForThemselves(*this, pairs)) {
         for (const char byte : plain) {
-            plainBytes_.set(static_cast<std::size_t>(byte));
+            found.set(static_cast<std::size_t>(byte));
         }
     }
+    return found;
 }
 
 KelString KelEncodingConverter::getEncodingName() const {
@@ -98,10 +99,16 @@ KelString KelEncodingConverter::getEncodingName() const {
 }
 
 bool KelEncodingConverter::isPlainText(const KelString& text) const {
+    if (handle_ == nullptr) {
+        return text.isEmpty();
+    }
+    if (!plainBytes_) {
+        plainBytes_ = findPlainBytes();
+    }
     const std::string_view bytes = text.view();
     return std::all_of(bytes.begin(), bytes.end(), [&](char byte) {
         const auto value = static_cast<unsigned char>(byte);
-        return value < plainBytes_.size() && plainBytes_[value];
+        return value < plainBytes_->size() && (*plainBytes_)[value];
     });
 }
 

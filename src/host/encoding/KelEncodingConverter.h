@@ -5,6 +5,7 @@
 
 #include <bitset>
 #include <memory>
+#include <optional>
 
 struct UConverter;
 
@@ -32,11 +33,11 @@ private:
     using Handle = std::unique_ptr<UConverter, Close>;
 
     static Handle open(const char* encodingName);
-    void findPlainBytes();
+    [[nodiscard]] std::bitset<128> findPlainBytes() const;
 
     Handle handle_;
-    Handle writer_; // only where the handle itself would write a byte order mark
-    std::bitset<128> plainBytes_;
+    Handle writer_;                                      // only where the handle itself would write a byte order mark
+    mutable std::optional<std::bitset<128>> plainBytes_; // found out when first asked for: it takes its time
 };
 
 /// Whether converting from the first to the second would change nothing: both have the same canonical name. False

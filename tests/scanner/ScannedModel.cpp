@@ -1,4 +1,4 @@
-#include "ScanSession.h"
+#include "ScannedModel.h"
 
 #include "host/model/KelArgument.h"
 #include "host/model/KelAssociation.h"
@@ -155,27 +155,27 @@ std::string difference(const State& before, const State& after) {
     return text;
 }
 
-ScanSession::ScanSession() {
+ScannedModel::ScannedModel() {
     localLog = &log_;
     aModel = &model_;
     resetBuilderState();
 }
 
-ScanSession::~ScanSession() {
+ScannedModel::~ScannedModel() {
     cleanup();
     resetBuilderState();
     aModel = nullptr;
     localLog = nullptr;
 }
 
-void ScanSession::scan(std::string_view text) {
+void ScannedModel::scan(std::string_view text) {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::tmpfile(), &std::fclose);
     std::fwrite(text.data(), 1, text.size(), stream.get());
     std::rewind(stream.get());
     RoseLexImport(stream.get());
 }
 
-std::string ScanSession::change(std::string_view text) {
+std::string ScannedModel::change(std::string_view text) {
     const State before = builderState();
     scan(text);
     return difference(before, builderState());

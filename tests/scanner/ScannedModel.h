@@ -21,12 +21,12 @@ State builderState();
 std::string difference(const State& before, const State& after);
 
 /// A model being filled by scans, without the rest of an import.
-class ScanSession {
+class ScannedModel {
 public:
-    ScanSession();
-    ~ScanSession();
-    ScanSession(const ScanSession&) = delete;
-    ScanSession& operator=(const ScanSession&) = delete;
+    ScannedModel();
+    ~ScannedModel();
+    ScannedModel(const ScannedModel&) = delete;
+    ScannedModel& operator=(const ScannedModel&) = delete;
 
     /// Scans a stream of these bytes.
     static void scan(std::string_view text);
