@@ -4,7 +4,6 @@
 #include "builder/ClassLookup.h"
 #include "builder/Notes.h"
 #include "builder/RelationshipViews.h"
-#include "builder/Unattached.h"
 #include "builder/indexes/ContainerIndex.h"
 #include "builder/indexes/Containers.h"
 #include "builder/indexes/Relationships.h"

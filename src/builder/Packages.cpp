@@ -1,7 +1,6 @@
 #include "builder/Packages.h"
 
 #include "builder/BuilderState.h"
-#include "builder/Unattached.h"
 #include "builder/report.h"
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelModel.h"

@@ -1,7 +1,6 @@
 #include "builder/Quids.h"
 
 #include "builder/BuilderState.h"
-#include "builder/Unattached.h"
 #include "builder/copyNotes.h"
 #include "builder/indexes/Containers.h"
 #include "builder/indexes/QuidRegistry.h"
