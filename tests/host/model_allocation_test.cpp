@@ -5,45 +5,11 @@
 #include "host/model/KelClassDiagram.h"
 #include "host/model/KelDesignPackage.h"
 #include "host/model/links/KelLinks.h"
+#include "support/memory/MemoryShortage.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <new>
-
-namespace {
-
-constexpr long unlimited = -1;
-thread_local long allocationsLeft = unlimited;
-
-/// Lets so many allocations through and fails the others, for as long as it lives.
-class AllocationLimit {
-public:
-    explicit AllocationLimit(long allowed) { allocationsLeft = allowed; }
-    AllocationLimit(const AllocationLimit&) = delete;
-    AllocationLimit& operator=(const AllocationLimit&) = delete;
-    ~AllocationLimit() { allocationsLeft = unlimited; }
-};
-
-} // namespace
-
-// Not inlined, so that the compiler does not see a malloc where it expects a new.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    if (allocationsLeft == 0) {
-        throw std::bad_alloc();
-    }
-    allocationsLeft -= static_cast<long>(allocationsLeft > 0);
-    void* memory = std::malloc(size);
-    return memory != nullptr ? memory : throw std::bad_alloc();
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-
-[[gnu::noinline]] void operator delete(void* memory, std::size_t /*size*/) noexcept {
-    std::free(memory);
-}
 
 namespace {
 
@@ -67,7 +33,7 @@ TEST_P(ModelAllocation, ALinkThatFailsLeavesBothEndsAsTheyWere) {
         bool linked = false;
         for (long allowed = 0; !linked; ++allowed) {
             try {
-                const AllocationLimit limit(allowed);
+                const MemoryShortage shortage(allowed);
                 linked = relation_.link(holder.get(), target);
             } catch (const std::bad_alloc&) {
                 ++failures;
@@ -103,7 +69,7 @@ TEST_P(ModelAllocation, TakingOutNeedsNoMemory) {
     bool unlinked = true;
     bool unknown = false;
     {
-        const AllocationLimit none(0);
+        const MemoryShortage shortage(0);
         for (std::size_t index : {40U, 45U, 50U, 60U}) {
             unlinked = unlinked && relation_.unlink(holder.get(), targets[index].get());
             unknown = unknown || relation_.unlink(otherHolder.get(), targets[index].get());
@@ -114,7 +80,7 @@ TEST_P(ModelAllocation, TakingOutNeedsNoMemory) {
     EXPECT_TRUE(unlinked);
     EXPECT_FALSE(unknown);
     {
-        const AllocationLimit none(0);
+        const MemoryShortage shortage(0);
         unlinked = relation_.at(*holder, true, 70) == targets[75].get();
     }
     EXPECT_TRUE(unlinked);
@@ -135,7 +101,7 @@ TEST(ModelAllocationFailure, DeletingNeedsNoMemory) {
         diagram->addModelElement(drawn);
     }
     {
-        const AllocationLimit none(0);
+        const MemoryShortage shortage(0);
         delete package->modelElements()[50];
         delete package->modelElements()[70];
         package.reset();

@@ -14,7 +14,8 @@
 namespace {
 
 constexpr int many = 200'000;
-constexpr long perOperation = 80; // a search tree of that many has 36 levels at the most, with two names at each
+// A search tree of that many has 36 levels at the most, with two names at each; a renaming searches it twice.
+constexpr long perOperation = 120;
 
 long namesRead = 0;
 

@@ -88,6 +88,13 @@ protected:
         ASSERT_EQ(arrayed, named);
     }
 
+    void findFirst() {
+        const KelString name = someName();
+        const auto first =
+            std::find_if(twin_.begin(), twin_.end(), [&](auto* object) { return object->getName() == name; });
+        ASSERT_EQ(links_.findNamed(name), first != twin_.end() ? *first : nullptr);
+    }
+
     void look() {
         KelObject& object = *objects_[static_cast<std::size_t>(pick(objects_.size()))];
         const auto place = std::find(twin_.begin(), twin_.end(), &object);
@@ -118,15 +125,21 @@ protected:
 
 TEST_P(ModelCollectionTwin, BehavesAsAVector) {
     for (int round = 0; round < 60; ++round) {
-        // Rounds grow to about each size and then shrink to nothing; some never ask, so that no index is made.
+        // Rounds grow to about each size and then shrink to nothing; some never ask, so that no index is made, and
+        // some only ask for names or only add until they have grown, so that nothing is sorted.
         const int sizes[] = {1, 2, KelFewLinks::mostObjects, KelFewLinks::mostObjects + 2, 90};
         const int most = sizes[round % 5];
         const bool asks = round % 3 != 0;
+        const bool onlyGathers = round % 4 == 1;
         for (const bool growing : {true, false}) {
             for (int step = 0; step < 12 * most; ++step) {
                 const bool adds = static_cast<int>(twin_.size()) < most && (pick(3) != 0) == growing;
-                adds ? add() : pick(2) == 0 ? remove() : rename();
-                if (asks) {
+                if (adds || !onlyGathers || !growing) {
+                    adds ? add() : pick(2) == 0 ? remove() : rename();
+                }
+                if (asks && onlyGathers && growing) {
+                    findFirst();
+                } else if (asks) {
                     find();
                     look();
                 }

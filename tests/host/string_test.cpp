@@ -61,6 +61,12 @@ TEST(KelStringTest, TakesPartsOfItself) {
     text = same;
     text += same;
     EXPECT_EQ(text, "rderde");
+    std::string twin = "rderde";
+    for (int i = 0; i < 6; ++i) {
+        text.prepend(text.view().substr(1));
+        twin.insert(0, std::string(twin, 1));
+        EXPECT_EQ(text.view(), twin);
+    }
 }
 
 TEST(KelStringTest, GrowsByteForByteLikeAStandardString) {
@@ -68,8 +74,13 @@ TEST(KelStringTest, GrowsByteForByteLikeAStandardString) {
     std::string twin;
     for (int i = 0; i < 3000; ++i) {
         const std::string piece(static_cast<std::size_t>(i % 7), static_cast<char>('a' + i % 26));
-        text.add(piece.c_str(), "::", nullptr);
-        twin += piece + "::";
+        if (i / 100 % 3 == 0) { // some hundreds in front, others behind
+            text.prepend(piece);
+            twin.insert(0, piece);
+        } else {
+            text.add(piece.c_str(), "::", nullptr);
+            twin += piece + "::";
+        }
         if (i % 500 == 250) {
             const KelString copy(text);
             text = copy; // back to a buffer without room

@@ -50,6 +50,8 @@ void deleteSubtree(Node* top) noexcept {
 
 } // namespace
 
+// The compiler wants the bases named; they hold nothing but the count, which the assignment sets.
+// NOLINTNEXTLINE(bugprone-copy-constructor-init,readability-redundant-member-init)
 KelRBTree::KelRBTree(const KelRBTree& other) : _KelContainer(), KelContainer() {
     *this = other;
 }
@@ -63,6 +65,7 @@ KelRBTree& KelRBTree::operator=(const KelRBTree& other) {
         linkNode(copy.root_, copy.lastNode(), false, new Node(node->element));
     }
     std::swap(root_, copy.root_);
+    lastAttached_ = nullptr;
     count_ = subtreeSize(root_);
     return *this;
 }
@@ -78,6 +81,7 @@ KelRBTree::Iterator* KelRBTree::own(KelContainer::Iterator* iterator) const {
 
 void KelRBTree::empty() {
     deleteSubtree(std::exchange(root_, nullptr));
+    lastAttached_ = nullptr;
     count_ = 0;
 }
 
@@ -241,17 +245,33 @@ void KelRBTree::removeNode(Node* node) noexcept {
 }
 
 void KelRBTree::detachNode(Node* node) noexcept {
+    lastAttached_ = lastAttached_ == node ? nullptr : lastAttached_;
     unlinkNode(root_, node);
     count_ = subtreeSize(root_);
 }
 
+bool KelRBTree::goesBehind(const Node* held, const Node& node, Node*& next) const {
+    if (held == nullptr || compare2Object(held->element, node.element) > 0) {
+        return false;
+    }
+    next = nextNode(held);
+    return next == nullptr || compare2Object(next->element, node.element) > 0;
+}
+
 void KelRBTree::attachNode(Node* node) {
-    Node* parent = nullptr;
+    Node* parent = lastAttached_;
     bool asLeft = false;
-    for (Node* below = root_; below != nullptr; below = asLeft ? below->left : below->right) {
-        parent = below;
-        asLeft = compare2Object(below->element, node->element) > 0;
+    if (Node* next = nullptr; goesBehind(lastAttached_, *node, next)) {
+        asLeft = parent->right != nullptr; // then the next one has no left child
+        parent = asLeft ? next : parent;
+    } else {
+        parent = nullptr;
+        for (Node* below = root_; below != nullptr; below = asLeft ? below->left : below->right) {
+            parent = below;
+            asLeft = compare2Object(below->element, node->element) > 0;
+        }
     }
     linkNode(root_, parent, asLeft, node);
+    lastAttached_ = node;
     count_ = subtreeSize(root_);
 }

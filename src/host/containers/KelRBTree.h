@@ -61,7 +61,11 @@ protected:
     [[nodiscard]] Node* findLastEqualNode(const void* element) const;
 
 private:
+    /// Whether the tree's order puts `node` right behind the node `held` (null: no); then `next`
+    /// becomes the one that follows now.
+    bool goesBehind(const Node* held, const Node& node, Node*& next) const;
     Iterator* own(KelContainer::Iterator* iterator) const;
 
     Node* root_ = nullptr;
+    Node* lastAttached_ = nullptr; // or null; what comes in order goes right behind it
 };

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -16,6 +18,13 @@ struct MarkedEncoding {
     const char* unmarked;
 };
 constexpr std::array<MarkedEncoding, 2> markedEncodings = {{{"UTF-16", "UTF-16BE"}, {"UTF-32", "UTF-32BE"}}};
+
+// Has the service read its table of names while this library is loaded: were memory to run out then, it would know no
+// name for the rest of the process.
+[[maybe_unused]] const std::uint16_t namesKnown = [] {
+    UErrorCode error = U_ZERO_ERROR;
+    return ucnv_countAliases("UTF-8", &error);
+}();
 
 std::u16string decode(UConverter* converter, std::string_view bytes) {
     std::u16string text(bytes.size() + 1, u'\0');
@@ -41,6 +50,38 @@ bool standForThemselves(const KelEncodingConverter& converter, const std::string
     return decode(converter.getHandle(), ascii) == text && encode(converter.getWriter(), text) == ascii;
 }
 
+// Whether no byte of ASCII ever changes what the one after it means.
+bool readsByteByByte(const UConverter* converter) {
+    switch (ucnv_getType(converter)) {
+    case UCNV_SBCS:
+    case UCNV_LATIN_1:
+    case UCNV_US_ASCII:
+    case UCNV_UTF8:
+        return true;
+    default:
+        return false;
+    }
+}
+
+std::string allPairs(const std::string& bytes) {
+    std::string pairs;
+    for (const char first : bytes) {
+        for (const char second : bytes) {
+            pairs += first;
+            pairs += second;
+        }
+    }
+    return pairs;
+}
+
+bool isAscii(std::string_view bytes) {
+    unsigned char allBits = 0;
+    for (const char byte : bytes) {
+        allBits |= static_cast<unsigned char>(byte);
+    }
+    return allBits < 128;
+}
+
 } // namespace
 
 void KelEncodingConverter::Close::operator()(UConverter* converter) const noexcept {
@@ -49,7 +90,11 @@ void KelEncodingConverter::Close::operator()(UConverter* converter) const noexce
 
 KelEncodingConverter::Handle KelEncodingConverter::open(const char* encodingName) {
     UErrorCode error = U_ZERO_ERROR;
-    return Handle(ucnv_open(encodingName, &error));
+    Handle opened(ucnv_open(encodingName, &error));
+    if (error == U_MEMORY_ALLOCATION_ERROR) {
+        throw std::bad_alloc(); // the encoding is not unknown
+    }
+    return opened;
 }
 
 KelEncodingConverter::KelEncodingConverter(const KelString& encodingName) : handle_(open(encodingName.text())) {
@@ -77,15 +122,8 @@ std::bitset<128> KelEncodingConverter::findPlainBytes() const {
             break;
         }
     }
-    std::string pairs;
-    for (const char first : plain) {
-        for (const char second : plain) {
-            pairs += first;
-            pairs += second;
-        }
-    }
     std::bitset<128> found;
-    if (standForThemselves(*this, pairs)) {
+    if (readsByteByByte(getHandle()) || standForThemselves(*this, allPairs(plain))) {
         for (const char byte : plain) {
             found.set(static_cast<std::size_t>(byte));
         }
@@ -106,6 +144,9 @@ bool KelEncodingConverter::isPlainText(const KelString& text) const {
         plainBytes_ = findPlainBytes();
     }
     const std::string_view bytes = text.view();
+    if (plainBytes_->all()) {
+        return isAscii(bytes);
+    }
     return std::all_of(bytes.begin(), bytes.end(), [&](char byte) {
         const auto value = static_cast<unsigned char>(byte);
         return value < plainBytes_->size() && (*plainBytes_)[value];

@@ -14,7 +14,7 @@ struct UConverter;
 class KEL_API KelEncodingConverter {
 public:
     /// `encodingName` is any name that the service knows for the encoding. For an unknown name, the empty one
-    /// included, the converter exists without a handle and converts nothing.
+    /// included, the converter exists without a handle and converts nothing. Throws `std::bad_alloc`.
     explicit KelEncodingConverter(const KelString& encodingName);
 
     /// The service's handle, owned by this object; null for an unknown encoding.

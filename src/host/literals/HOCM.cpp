@@ -43,6 +43,10 @@ KelString HOCM::MessageInstance_String::toString(const KelString& value) const {
     return fillIn(*this, {&value});
 }
 
+KelString HOCM::MessageInstance_String::getMessage(const KelString& value) const {
+    return composeMessage(toString(value));
+}
+
 void HOCM::MessageInstance_String::log(KelLog& log, const KelString& value) const {
     if (log.accepts(getSeverityLevel())) {
         record(log, toString(value));

@@ -23,6 +23,8 @@ public:
         ~MessageInstance_String() override;
 
         [[nodiscard]] KelString toString(const KelString& value) const;
+        /// The message as `throwException` throws it.
+        [[nodiscard]] KelString getMessage(const KelString& value) const;
         void log(KelLog& log, const KelString& value) const;
         /// Throws the message as a `KelException`; nothing is logged.
         [[noreturn]] void throwException(const KelString& value) const;

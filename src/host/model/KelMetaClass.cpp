@@ -180,6 +180,9 @@ private:
         const std::size_t owning = made.ends_.size();
         appendEnds(made.ends_, made, [](bool owns, bool isHolder) { return owns && isHolder; });
 
+        std::copy_if(made.ends_.begin(), made.ends_.end(), std::back_inserter(made.collectedEnds_),
+                     [](const KelRelationEnd& end) { return end.relation->collects(end.isHolder); });
+
         classes_.push_back(std::move(made));
         KelMetaClass& kept = classes_.back();
         const std::span<const KelRelationEnd> ends(kept.ends_);

@@ -55,6 +55,8 @@ public:
     [[nodiscard]] std::span<const KelRelationEnd> referringEnds() const noexcept { return referringEnds_; }
     [[nodiscard]] std::span<const KelRelationEnd> ownedEnds() const noexcept { return ownedEnds_; }
     [[nodiscard]] std::span<const KelRelationEnd> owningEnds() const noexcept { return owningEnds_; }
+    /// Those at whose other side the object stands in a collection, which has to hear when its name changes.
+    [[nodiscard]] std::span<const KelRelationEnd> collectedEnds() const noexcept { return collectedEnds_; }
 
 private:
     friend class KelMetaClassTable;
@@ -65,6 +67,7 @@ private:
     const KelMetaClass* base_ = nullptr;
     std::vector<KelField> fields_;
     std::vector<KelRelationEnd> ends_;
+    std::vector<KelRelationEnd> collectedEnds_;
     std::span<const KelRelationEnd> referringEnds_;
     std::span<const KelRelationEnd> ownedEnds_;
     std::span<const KelRelationEnd> owningEnds_;

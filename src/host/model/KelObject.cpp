@@ -194,15 +194,20 @@ void KelObject::_depthTraversal(KelTraversalOperation& operation, void* userData
 }
 
 void KelObject::setName(const KelString& name) {
+    if (!(name == name_)) {
+        setName(KelString(name));
+    }
+}
+
+void KelObject::setName(KelString&& name) {
     if (name == name_) {
         return;
     }
-    KelString copy(name);
-    const auto ends = getMetaClass().ends();
+    const auto ends = getMetaClass().collectedEnds();
     for (const KelRelationEnd& end : ends) {
         end.relation->beforeRename(*this, end.isHolder);
     }
-    name_ = std::move(copy);
+    name_ = std::move(name);
     for (const KelRelationEnd& end : ends) {
         end.relation->afterRename(*this, end.isHolder);
     }

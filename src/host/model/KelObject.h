@@ -6,6 +6,8 @@
 #include "host/model/KelMetaClass.h"
 #include "host/text/KelString.h"
 
+#include <cstdint>
+
 class KelEncodingConverter;
 class KelTraversalOperation;
 
@@ -63,6 +65,8 @@ public:
     /// Renames the object, which moves to its new place wherever it is kept in name order. A name that it has
     /// already changes nothing.
     virtual void setName(const KelString& name);
+    /// As above, and takes over the text's buffer.
+    void setName(KelString&& name);
     virtual const KelString& getName() const;
     virtual KelString getDisplayName() const;
     /// Visits what this object aggregates, but not the object itself.
@@ -76,6 +80,11 @@ public:
 
     /// The class's code, never changed after construction.
     const KelElementType elementType;
+
+private:
+    mutable std::uint32_t numberStamp_ = 0; // which numbering gave the number; stands here to fill a gap
+
+public:
     /// For the use of whoever builds a model; never interpreted here, not deleted, not copied.
     void* generalPointer = nullptr;
 
@@ -91,8 +100,10 @@ protected:
 
 private:
     friend class KelDoomed;
+    friend class KelNumbering;
 
     bool dissolved_ = false; // taken out of every relation
     bool doomed_ = false;    // about to be deleted because its owner is gone
+    mutable std::uint32_t number_ = 0;
     KelString name_;
 };

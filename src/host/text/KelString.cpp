@@ -57,7 +57,7 @@ KelString& KelString::operator=(KelString&& other) noexcept {
         text_ = std::exchange(other.text_, emptyPtr);
         length_ = std::exchange(other.length_, 0);
         roomExponent_ = std::exchange(other.roomExponent_, 0);
-        ownsBuffer_ = std::exchange(other.ownsBuffer_, 0);
+        place_ = std::exchange(other.place_, Place::nowhere);
     }
     return *this;
 }
@@ -66,10 +66,24 @@ KelString::~KelString() {
     release();
 }
 
+std::size_t KelString::room() const noexcept {
+    return roomExponent_ != 0 ? std::size_t{1} << roomExponent_ : 0;
+}
+
 void KelString::release() noexcept {
-    if (ownsBuffer_ != 0) {
+    if (place_ == Place::atStart) {
         std::free(text_);
+    } else if (place_ == Place::atEnd) {
+        std::free(text_ + length_ + 1 - room());
     }
+}
+
+void KelString::take(char* text, std::size_t length, int exponent, Place place) noexcept {
+    release();
+    text_ = text;
+    length_ = static_cast<std::int32_t>(length);
+    roomExponent_ = static_cast<std::uint16_t>(exponent);
+    place_ = place;
 }
 
 void KelString::init(const char* text, int length) {
@@ -89,19 +103,11 @@ void KelString::init(std::string_view text) {
     char* buffer = allocate(text.size() + 1);
     std::memcpy(buffer, text.data(), text.size());
     buffer[text.size()] = '\0';
-    release();
-    text_ = buffer;
-    length_ = static_cast<std::int32_t>(text.size());
-    roomExponent_ = 0;
-    ownsBuffer_ = 1;
+    take(buffer, text.size(), 0, Place::atStart);
 }
 
 void KelString::empty() noexcept {
-    release();
-    text_ = emptyPtr;
-    length_ = 0;
-    roomExponent_ = 0;
-    ownsBuffer_ = 0;
+    take(emptyPtr, 0, 0, Place::nowhere);
 }
 
 KelString KelString::mid(unsigned int start, unsigned int count) const {
@@ -112,6 +118,7 @@ KelString KelString::mid(unsigned int start, unsigned int count) const {
 KelString& KelString::add(const char* first, ...) {
     std::va_list rest;
     va_start(rest, first);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the analysis loses sight of va_start
     for (const char* text = first; text != nullptr; text = va_arg(rest, const char*)) {
         append(text);
     }
@@ -126,21 +133,43 @@ KelString& KelString::append(std::string_view text) {
     const auto oldLength = static_cast<std::size_t>(length_);
     const std::size_t newLength = oldLength + text.size();
     requireLength(newLength);
-    const std::size_t room = roomExponent_ != 0 ? std::size_t{1} << roomExponent_ : 0;
-    if (newLength < room) {
+    if (place_ == Place::atStart && newLength < room()) {
         std::memmove(text_ + oldLength, text.data(), text.size());
+        length_ = static_cast<std::int32_t>(newLength);
     } else {
-        const auto exponent = static_cast<std::uint16_t>(std::bit_width(newLength));
+        const int exponent = static_cast<int>(std::bit_width(newLength));
         char* buffer = allocate(std::size_t{1} << exponent);
         std::memcpy(buffer, text_, oldLength);
         std::memcpy(buffer + oldLength, text.data(), text.size());
-        release();
-        text_ = buffer;
-        roomExponent_ = exponent;
-        ownsBuffer_ = 1;
+        take(buffer, newLength, exponent, Place::atStart);
     }
     text_[newLength] = '\0';
-    length_ = static_cast<std::int32_t>(newLength);
+    return *this;
+}
+
+KelString& KelString::prepend(std::string_view text) {
+    if (text.empty()) {
+        return *this;
+    }
+    if (isEmpty()) { // most texts stay as they are: no room to spare
+        init(text);
+        return *this;
+    }
+    const auto oldLength = static_cast<std::size_t>(length_);
+    const std::size_t newLength = oldLength + text.size();
+    requireLength(newLength);
+    if (place_ == Place::atEnd && newLength < room()) {
+        text_ -= text.size();
+        std::memmove(text_, text.data(), text.size());
+        length_ = static_cast<std::int32_t>(newLength);
+    } else {
+        const int exponent = static_cast<int>(std::bit_width(newLength));
+        char* buffer = allocate(std::size_t{1} << exponent);
+        char* start = buffer + (std::size_t{1} << exponent) - newLength - 1;
+        std::memcpy(start, text.data(), text.size());
+        std::memcpy(start + text.size(), text_, oldLength + 1);
+        take(start, newLength, exponent, Place::atEnd);
+    }
     return *this;
 }
 

@@ -40,8 +40,10 @@ public:
     [[nodiscard]] KelString mid(unsigned int start, unsigned int count) const;
     /// Appends each of the C strings in turn; a null pointer ends the list and must be there.
     KelString& add(const char* first, ...) __attribute__((sentinel));
-    /// Appends `text`, which may be a part of this string.
+    /// Appends `text`, which may be a part of this string. Many appendings cost what the result is long.
     KelString& append(std::string_view text);
+    /// Puts `text`, which may be a part of this string, in front. Many prependings cost what the result is long.
+    KelString& prepend(std::string_view text);
     KelString& operator+=(const KelString& other) { return append(other.view()); }
 
     [[nodiscard]] const char* text() const noexcept { return text_; }
@@ -54,10 +56,17 @@ public:
 private:
     void release() noexcept;
 
-    char* text_;                     // emptyPtr, or a heap buffer of at least length_ + 1 bytes
+    /// Where the text stands in its buffer, and so on which side there may be room.
+    enum class Place : std::uint16_t { nowhere, atStart, atEnd };
+
+    [[nodiscard]] std::size_t room() const noexcept;
+    /// A new buffer of 2^`exponent` bytes takes the place of the old one; the text's bytes are in it already.
+    void take(char* text, std::size_t length, int exponent, Place place) noexcept;
+
+    char* text_;                     // emptyPtr, or in a heap buffer of at least length_ + 1 bytes
     std::int32_t length_ = 0;        // bytes before the terminating NUL
     std::uint16_t roomExponent_ = 0; // 0: the buffer fits exactly; n: it holds 2^n bytes
-    std::uint16_t ownsBuffer_ = 0;   // 1 when text_ must be freed
+    Place place_ = Place::nowhere;
 };
 
 [[nodiscard]] KEL_API KelString operator+(const KelString& left, const KelString& right);

@@ -15,7 +15,7 @@ enum class KelOrder { byAdding, byName };
 /// an index they walk. Putting objects in may throw `std::bad_alloc` and then changes nothing.
 /// As an array it is for reading: it changes only through the relation that keeps both ends in step, so
 /// `addElement` and `removeElement` always refuse.
-class KelLinkCollection : public KelArrayInterface {
+class KEL_API KelLinkCollection : public KelArrayInterface {
 public:
     /// The collection to use for `count` objects in the given order.
     [[nodiscard]] static std::unique_ptr<KelLinkCollection> make(KelOrder order, int count);
@@ -28,6 +28,8 @@ public:
     [[nodiscard]] virtual bool holds(const KelObject& object) const = 0;
     /// The index of the first object named `name` at or after the index `from`, or -1.
     [[nodiscard]] virtual int indexOfName(const KelString& name, int from) const = 0;
+    /// The first object named `name`, or null.
+    [[nodiscard]] virtual KelObject* firstNamed(const KelString& name) const { return at(indexOfName(name, 0)); }
     /// Frame a change of name of an object that is held. Neither allocates.
     virtual void beforeRename(KelObject& object) noexcept = 0;
     virtual void afterRename(KelObject& object) noexcept = 0;

@@ -36,10 +36,11 @@ public:
     /// The first object of that name at or after the index that `index` points to (0 when null), which then is
     /// left at it; or null.
     T* findNamed(const KelString& name, int* index = nullptr) const {
-        const int found = end_->indexOfName(name, index != nullptr ? *index : 0);
-        if (found >= 0 && index != nullptr) {
-            *index = found;
+        if (index == nullptr) {
+            return static_cast<T*>(end_->firstNamed(name));
         }
+        const int found = end_->indexOfName(name, *index);
+        *index = found >= 0 ? found : *index;
         return (*this)[found];
     }
     /// For `KelObject::_getn`; good until the end next changes.

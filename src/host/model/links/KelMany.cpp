@@ -20,14 +20,6 @@ KelOrder KelMany::order() const noexcept {
     return (word_ & byNameBit) != 0 ? KelOrder::byName : KelOrder::byAdding;
 }
 
-KelObject* KelMany::single() const noexcept {
-    return (word_ & collectionBit) == 0 ? reinterpret_cast<KelObject*>(word_ & pointerBits) : nullptr;
-}
-
-KelLinkCollection* KelMany::collection() const noexcept {
-    return (word_ & collectionBit) != 0 ? reinterpret_cast<KelLinkCollection*>(word_ & pointerBits) : nullptr;
-}
-
 void KelMany::hold(KelObject* single) const noexcept {
     delete collection();
     word_ = reinterpret_cast<std::uintptr_t>(single) | (word_ & byNameBit);
@@ -36,19 +28,6 @@ void KelMany::hold(KelObject* single) const noexcept {
 void KelMany::hold(std::unique_ptr<KelLinkCollection> collection) const noexcept {
     delete this->collection();
     word_ = reinterpret_cast<std::uintptr_t>(collection.release()) | collectionBit | (word_ & byNameBit);
-}
-
-int KelMany::count() const noexcept {
-    const KelLinkCollection* several = collection();
-    return several != nullptr ? several->getCount() : static_cast<int>(single() != nullptr);
-}
-
-KelObject* KelMany::at(int index) const {
-    const KelLinkCollection* several = collection();
-    if (several != nullptr) {
-        return several->at(index);
-    }
-    return index == 0 ? single() : nullptr;
 }
 
 bool KelMany::holds(const KelObject& object) const {
@@ -71,6 +50,15 @@ int KelMany::indexOfName(const KelString& name, int from) const {
     }
     const KelObject* only = single();
     return only != nullptr && from <= 0 && only->getName() == name ? 0 : -1;
+}
+
+KelObject* KelMany::firstNamed(const KelString& name) const {
+    const KelLinkCollection* several = collection();
+    if (several != nullptr) {
+        return several->firstNamed(name);
+    }
+    KelObject* only = single();
+    return only != nullptr && only->getName() == name ? only : nullptr;
 }
 
 const KelArrayInterface& KelMany::array() const {

@@ -15,14 +15,25 @@ public:
     KelMany& operator=(const KelMany&) = delete;
     ~KelMany();
 
-    [[nodiscard]] int count() const noexcept;
+    [[nodiscard]] int count() const noexcept {
+        const KelLinkCollection* several = collection();
+        return several != nullptr ? several->getCount() : static_cast<int>(single() != nullptr);
+    }
     /// The object at `index`, or null when there is none.
-    [[nodiscard]] KelObject* at(int index) const;
+    [[nodiscard]] KelObject* at(int index) const {
+        const KelLinkCollection* several = collection();
+        if (several != nullptr) {
+            return several->at(index);
+        }
+        return index == 0 ? single() : nullptr;
+    }
     [[nodiscard]] bool holds(const KelObject& object) const;
     /// The index of the object, or -1.
     [[nodiscard]] int indexOf(const KelObject& object) const;
     /// The index of the first object named `name` at or after the index `from`, or -1.
     [[nodiscard]] int indexOfName(const KelString& name, int from) const;
+    /// The first object named `name`, or null.
+    [[nodiscard]] KelObject* firstNamed(const KelString& name) const;
     /// The same objects as an array; good until this end next changes.
     [[nodiscard]] const KelArrayInterface& array() const;
 
@@ -35,8 +46,12 @@ private:
     static constexpr std::uintptr_t pointerBits = ~(collectionBit | byNameBit);
 
     [[nodiscard]] KelOrder order() const noexcept;
-    [[nodiscard]] KelObject* single() const noexcept;
-    [[nodiscard]] KelLinkCollection* collection() const noexcept;
+    [[nodiscard]] KelObject* single() const noexcept {
+        return (word_ & collectionBit) == 0 ? reinterpret_cast<KelObject*>(word_ & pointerBits) : nullptr;
+    }
+    [[nodiscard]] KelLinkCollection* collection() const noexcept {
+        return (word_ & collectionBit) != 0 ? reinterpret_cast<KelLinkCollection*>(word_ & pointerBits) : nullptr;
+    }
     void hold(KelObject* single) const noexcept;
     void hold(std::unique_ptr<KelLinkCollection> collection) const noexcept;
     /// A collection of what is held now that has room for one object more.

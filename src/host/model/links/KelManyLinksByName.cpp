@@ -1,55 +1,179 @@
 #include "host/model/links/KelManyLinksByName.h"
 
-void KelManyLinksByName::insert(KelObject& object) {
-    const auto place = nodes_.try_emplace(&object, nullptr).first;
+#include <algorithm>
+#include <new>
+#include <utility>
+
+namespace {
+
+constexpr int mostNamesakes = 16; // up to which a walk is cheaper than an index
+
+KelObject* objectOf(const KelRBTree::Node* node) noexcept {
+    return node == nullptr ? nullptr : static_cast<KelObject*>(const_cast<void*>(KelRBTree::element(node)));
+}
+
+} // namespace
+
+void KelManyLinksByName::indexNodes() const {
     try {
-        place.value() = tree_.addNode(&object);
+        nodes_.reserve(static_cast<std::size_t>(count_));
+        for (KelRBTree::Node* node = tree_.firstNode(); node != nullptr; node = KelRBTree::nextNode(node)) {
+            nodes_.emplace(objectOf(node), node);
+        }
     } catch (...) {
-        nodes_.erase(place);
+        nodes_.clear();
         throw;
+    }
+}
+
+KelRBTree::Node* KelManyLinksByName::searchFrom(KelRBTree::Node* first, const KelObject& object) const noexcept {
+    KelRBTree::Node* node = first;
+    for (int walked = 0; node != nullptr && objectOf(node) != &object; ++walked) {
+        if (walked == mostNamesakes) {
+            try {
+                indexNodes();
+                return nodeOf(object);
+            } catch (...) { // no room for the index: walk on
+            }
+        }
+        node = tree_.findNextNode(&object.getName(), node);
+    }
+    return node;
+}
+
+KelRBTree::Node* KelManyLinksByName::nodeOf(const KelObject& object) const noexcept {
+    if (objectOf(walk_.node) == &object) {
+        return walk_.node;
+    }
+    if (nodes_.empty()) {
+        return searchFrom(tree_.findFirstNode(&object.getName()), object);
+    }
+    const auto place = nodes_.find(&object);
+    return place == nodes_.end() ? nullptr : place->second;
+}
+
+bool KelManyLinksByName::bringIntoTree() const noexcept {
+    if (isInTree()) {
+        return true;
+    }
+    try {
+        row_.sort();
+        for (const KelObject* object : row_.objects()) {
+            tree_.addNode(object); // at the end each time
+        }
+        row_.clear();
+    } catch (...) { // no room
+        tree_.empty();
+    }
+    return isInTree();
+}
+
+void KelManyLinksByName::insert(KelObject& object) {
+    if (!isInTree() && (row_.takesNext(object) || !bringIntoTree())) {
+        if (!row_.takesNext(object)) {
+            throw std::bad_alloc(); // there was no room for the tree
+        }
+        row_.add(object);
+        ++count_;
+        return;
+    }
+    KelRBTree::Node* added = tree_.addNode(&object);
+    walk_ = {};
+    if (!nodes_.empty()) {
+        try {
+            nodes_.emplace(&object, added);
+        } catch (...) {
+            tree_.removeNode(added);
+            throw;
+        }
     }
     ++count_;
 }
 
 void KelManyLinksByName::erase(KelObject& object) noexcept {
-    const auto place = nodes_.find(&object);
-    tree_.removeNode(place->second);
-    nodes_.erase(place);
     --count_;
+    if (!isInTree() && row_.objects().back() == &object) {
+        row_.removeLast();
+    } else if (bringIntoTree()) {
+        KelRBTree::Node* node = nodeOf(object);
+        nodes_.erase(&object);
+        tree_.removeNode(node);
+        walk_ = {};
+    } else {
+        row_.remove(object);
+    }
 }
 
 KelObject* KelManyLinksByName::at(int index) const {
-    const KelRBTree::Node* node = tree_.getNode(index);
-    return node == nullptr ? nullptr : static_cast<KelObject*>(const_cast<void*>(KelRBTree::element(node)));
+    if (index < 0 || index >= count_) {
+        return nullptr;
+    }
+    if (!isInTree()) {
+        row_.sort();
+        return row_.objects()[static_cast<std::size_t>(index)];
+    }
+    if (walk_.node != nullptr && index == walk_.index + 1) {
+        walk_ = {KelRBTree::nextNode(walk_.node), index};
+    } else if (walk_.node == nullptr || index != walk_.index) {
+        walk_ = {tree_.getNode(index), index};
+    }
+    return objectOf(walk_.node);
+}
+
+int KelManyLinksByName::indexInRow(const KelObject& object) const {
+    row_.sort();
+    for (int index = row_.lowerBound(object.getName()); index < count_; ++index) {
+        const KelObject* held = row_.objects()[static_cast<std::size_t>(index)];
+        if (held == &object) {
+            return index;
+        }
+        if (!(held->getName() == object.getName())) {
+            break;
+        }
+    }
+    return -1;
 }
 
 bool KelManyLinksByName::holds(const KelObject& object) const {
-    return nodes_.contains(&object);
+    return bringIntoTree() ? nodeOf(object) != nullptr : indexInRow(object) >= 0;
 }
 
 int KelManyLinksByName::indexOf(const KelObject& object) const {
-    const auto place = nodes_.find(&object);
-    return place == nodes_.end() ? -1 : KelRBTree::getIndex(place->second);
+    if (!bringIntoTree()) {
+        return indexInRow(object);
+    }
+    const KelRBTree::Node* node = nodeOf(object);
+    return node == nullptr ? -1 : KelRBTree::getIndex(node);
 }
 
 int KelManyLinksByName::indexOfName(const KelString& name, int from) const {
-    const KelRBTree::Node* first = tree_.findFirstNode(&name);
-    if (first == nullptr) {
-        return -1;
+    if (!isInTree()) {
+        row_.sort();
     }
-    const int index = KelRBTree::getIndex(first);
-    if (index >= from) {
-        return index;
-    }
+    const KelRBTree::Node* first = isInTree() ? tree_.findFirstNode(&name) : nullptr;
+    const int index = first != nullptr ? KelRBTree::getIndex(first) : row_.lowerBound(name);
     // Equal names stand together, so the one at `from` is the answer or there is none.
-    const KelObject* object = at(from);
-    return object != nullptr && object->getName() == name ? from : -1;
+    const int answer = std::max(index, from);
+    const KelObject* object = at(answer);
+    return object != nullptr && object->getName() == name ? answer : -1;
+}
+
+KelObject* KelManyLinksByName::firstNamed(const KelString& name) const {
+    return isInTree() ? objectOf(tree_.findFirstNode(&name)) : row_.firstNamed(name);
 }
 
 void KelManyLinksByName::beforeRename(KelObject& object) noexcept {
-    tree_.detachNode(nodes_.find(&object)->second);
+    if (bringIntoTree()) {
+        renaming_ = nodeOf(object);
+        tree_.detachNode(renaming_);
+        walk_ = {};
+    }
 }
 
-void KelManyLinksByName::afterRename(KelObject& object) noexcept {
-    tree_.attachNode(nodes_.find(&object)->second);
+void KelManyLinksByName::afterRename(KelObject& /*object*/) noexcept {
+    if (renaming_ != nullptr) {
+        tree_.attachNode(std::exchange(renaming_, nullptr));
+    } else {
+        row_.forgetOrder();
+    }
 }

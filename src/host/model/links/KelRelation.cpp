@@ -47,7 +47,7 @@ bool KelRelation::accepts(const KelObject& holder, const KelObject& target) cons
             }
         }
     }
-    return !distinctNames || (holder.*holderEnd.many).indexOfName(target.getName(), 0) < 0;
+    return !distinctNames || (holder.*holderEnd.many).firstNamed(target.getName()) == nullptr;
 }
 
 void KelRelation::breakEarlier(KelObject& object, bool isHolder) const noexcept {
@@ -110,19 +110,15 @@ void KelRelation::doomTargets(KelObject& holder) const noexcept {
 }
 
 void KelRelation::beforeRename(KelObject& object, bool isHolder) const noexcept {
-    const KelEndMember& other = end(!isHolder);
-    if (other.many != nullptr) {
-        for (int left = count(object, isHolder); left > 0; --left) {
-            (at(object, isHolder, left - 1)->*other.many).beforeRename(object);
-        }
+    KelMany KelObject::*const collection = end(!isHolder).many;
+    for (int left = count(object, isHolder); left > 0; --left) {
+        (at(object, isHolder, left - 1)->*collection).beforeRename(object);
     }
 }
 
 void KelRelation::afterRename(KelObject& object, bool isHolder) const noexcept {
-    const KelEndMember& other = end(!isHolder);
-    if (other.many != nullptr) {
-        for (int left = count(object, isHolder); left > 0; --left) {
-            (at(object, isHolder, left - 1)->*other.many).afterRename(object);
-        }
+    KelMany KelObject::*const collection = end(!isHolder).many;
+    for (int left = count(object, isHolder); left > 0; --left) {
+        (at(object, isHolder, left - 1)->*collection).afterRename(object);
     }
 }

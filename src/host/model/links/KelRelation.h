@@ -51,7 +51,9 @@ struct KEL_API KelRelation {
     void clear(KelObject& object, bool isHolder) const noexcept;
     /// Dooms everything the object holds in this relation.
     void doomTargets(KelObject& holder) const noexcept;
-    /// Frame a change of the object's name wherever it stands in a collection of this relation.
+    /// Whether objects at this end stand in collections at the other.
+    [[nodiscard]] bool collects(bool isHolder) const noexcept { return end(!isHolder).many != nullptr; }
+    /// Frame a change of the name of an object that stands in collections of this relation.
     void beforeRename(KelObject& object, bool isHolder) const noexcept;
     void afterRename(KelObject& object, bool isHolder) const noexcept;
 
