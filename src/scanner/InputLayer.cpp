@@ -96,7 +96,7 @@ std::ptrdiff_t InputLayer::unget(char character) {
         rewritten_ = true;
     }
     --cursor_;
-    rewritten_ = rewritten_ || *cursor_ != character;
+    rewritten_ = rewritten_ || *cursor_ != character || cursor_ < matchEnd_;
     *cursor_ = character;
     coverByteBehindMatch();
     return moved;

@@ -29,18 +29,20 @@ using Position = std::int64_t;
 ///
 /// The text lies between two margins, so that bytes just outside it can be loaded; those right behind it are NUL.
 /// The buffer is made by the first `refill`, doubles when the text that must stay fills it, and is kept for the next
-/// scan; it is never freed. What goes wrong here ends the process (FatalConditions.h).
+/// scan, for as long as the library is loaded. What goes wrong here ends the process (FatalConditions.h).
 ///
 /// Pointers into the text stay good until the next call that may read or put back: `refill`, `fill`, `get`, `unget`.
 class InputLayer {
 public:
     /// Room for loads in front of the text and behind it.
-    static constexpr std::size_t frontMargin = 16;
-    static constexpr std::size_t backMargin = 192;
+    static constexpr std::size_t frontMargin = 32;
+    static constexpr std::size_t backMargin = 96;
 
     constexpr InputLayer() = default;
     InputLayer(const InputLayer&) = delete;
     InputLayer& operator=(const InputLayer&) = delete;
+    /// When the library is unloaded, or the process ends.
+    ~InputLayer() { std::free(buffer_); }
 
     /// Forgets the buffered text, the current match and the end of the input: the next byte is read from `yyin`.
     void startOver();
@@ -86,7 +88,9 @@ public:
     int get();
     /// As `yyunput`; returns by how many bytes the buffered text moved.
     std::ptrdiff_t unget(char character);
-    /// Whether `unget` has put anything but what had been there since the last call.
+    /// Whether since the last `takeRewritten` `unget` has put anything but what had been there, or a part of the
+    /// current match.
+    [[nodiscard]] bool isRewritten() const { return rewritten_; }
     bool takeRewritten() { return std::exchange(rewritten_, false); }
 
     /// What a test may set before a scan: the sizes of a new buffer and of one read, and who allocates.
@@ -117,7 +121,7 @@ private:
     std::size_t nextReadSize();
     std::size_t read(char* target, std::size_t size);
 
-    char* buffer_ = nullptr; // frontMargin, capacity_, backMargin bytes; never freed
+    char* buffer_ = nullptr; // frontMargin, capacity_, backMargin bytes
     char* text_ = nullptr;   // buffer_ + frontMargin
     std::size_t capacity_ = 0;
     Position origin_ = 0;   // the position of text_[0]

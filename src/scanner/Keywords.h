@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 /// What the matcher looks for, derived from the rule table: the keyword of a pattern is the last word of its literal's
 /// first part ("Label" of "(object Label"), and its prefix what stands before that word. A match is found by its
@@ -49,7 +50,7 @@ constexpr std::string_view keywordStart(const Pattern& pattern) {
 /// The patterns whose keywords share their first letters. When all the letters that they share are there, and for some
 /// families a blank before them, one of the patterns is worth trying.
 struct Family {
-    std::string_view start; ///< what all the keywords begin with, eight letters at the most
+    std::string_view start; ///< what all the keywords begin with, seven letters at the most
     bool followsBlank = true;
     std::uint8_t first = 0; ///< where its patterns begin in `byFamily`
     std::uint8_t count = 0;
@@ -57,19 +58,22 @@ struct Family {
 
 namespace detail {
 
-/// The table's indices with each family's patterns side by side, families in the order of their first rule.
+/// About the order of how often they stand in a model file: properties before objects, short words before long ones.
+constexpr bool isMoreFrequent(const Pattern& left, const Pattern& right) {
+    return std::pair(prefixLength(left), keyword(left).size()) < std::pair(prefixLength(right), keyword(right).size());
+}
+
+/// The table's indices with each family's patterns side by side, the more frequent ones first.
 consteval std::array<std::uint8_t, ruleCount> groupByFamily() {
     std::array<std::uint8_t, ruleCount> grouped{};
-    std::array<bool, ruleCount> taken{};
-    std::size_t count = 0;
-    for (std::size_t leader = 0; leader < ruleCount; ++leader) {
-        for (std::size_t index = leader; index < ruleCount; ++index) {
-            if (!taken[index] && keywordStart(patterns[index]) == keywordStart(patterns[leader])) {
-                taken[index] = true;
-                grouped[count++] = static_cast<std::uint8_t>(index);
-            }
-        }
+    for (std::size_t index = 0; index < ruleCount; ++index) {
+        grouped[index] = static_cast<std::uint8_t>(index);
     }
+    std::sort(grouped.begin(), grouped.end(), [](std::uint8_t left, std::uint8_t right) {
+        const std::string_view leftStart = keywordStart(patterns[left]);
+        const std::string_view rightStart = keywordStart(patterns[right]);
+        return leftStart == rightStart ? isMoreFrequent(patterns[left], patterns[right]) : leftStart < rightStart;
+    });
     return grouped;
 }
 
@@ -101,7 +105,7 @@ inline constexpr std::array<Family, familyCount> families = [] {
     for (std::size_t place = 0; place < ruleCount; ++place) {
         const Pattern& pattern = patterns[byFamily[place]];
         if (detail::startsFamily(place)) {
-            result[count++] = {keyword(pattern).substr(0, 8), true, static_cast<std::uint8_t>(place), 0};
+            result[count++] = {keyword(pattern).substr(0, 7), true, static_cast<std::uint8_t>(place), 0};
         }
         Family& family = result[count - 1];
         while (!keyword(pattern).starts_with(family.start)) {

@@ -1,17 +1,13 @@
 #include "scanner/Matcher.h"
 
-#include "scanner/ByteRuns.h"
-#include "scanner/Probe.h"
-#include "scanner/Tails.h"
-
 #include <algorithm>
 
 namespace rose {
 
 namespace {
 
-static_assert(InputLayer::backMargin >= KeywordFilter::overread);
-static_assert(InputLayer::frontMargin >= KeywordFilter::reach + 8); // a probe loads eight bytes before the keyword
+static_assert(InputLayer::backMargin >= VectorCode::readBehind);
+static_assert(InputLayer::frontMargin >= VectorCode::readBefore);
 
 /// No prefix holds the first letters of a keyword: keywords come in the order of the matches that they belong to.
 consteval bool areKeywordsInOrder() {
@@ -27,98 +23,55 @@ consteval bool areKeywordsInOrder() {
 }
 static_assert(areKeywordsInOrder());
 
-enum class Outcome : std::uint8_t { matched, mismatched, undecided };
-
-/// A match as far as it is known.
-struct Growth {
-    const char* begin;
-    const char* end;
-    int rule;
-};
-
-/// Grows the match of `probe` around its keyword. Its `begin` is known in every outcome but a mismatch.
-Outcome grow(const Probe& probe, const char* word, const Window& window, Growth& growth) {
-    const char* const literal = word - probe.prefixLength;
-    // Negative for a keyword that has been consumed: then so is the lead, which is too short for any pattern.
-    const std::ptrdiff_t room = literal - window.begin;
-    const std::ptrdiff_t lead = bytes::blanksBefore(literal, probe.lead.otherBlank, std::min(room, probe.lead.maximum));
-    if (lead < probe.lead.minimum) {
-        return Outcome::mismatched;
-    }
-    growth.rule = probe.rule;
-    growth.begin = literal - lead;
-    const char* end = word + probe.keywordLength;
-    if (!probe.secondPart.empty()) {
-        end = secondPartEnd(probe.secondPart, end, window);
-        if (end == nullptr) {
-            return Outcome::mismatched;
-        }
-        if (end == window.limit && !window.ended) {
-            return Outcome::undecided;
-        }
-    }
-    end = probe.tail == Tail::valueTail ? runTailEnd<>(true, '\t', end, window) : tailEnd(probe.tail, end, window);
-    if (end == nullptr) {
-        return Outcome::mismatched;
-    }
-    growth.end = end;
-    return end == window.limit && !window.ended ? Outcome::undecided : Outcome::matched;
-}
-
-Outcome growAny(const keywords::Family& family, const char* word, const Window& window, Growth& growth) {
-    const Probe* const end = probes.data() + family.first + family.count;
-    for (const Probe* probe = end - family.count; probe != end; ++probe) {
-        if (probe->isAt(word)) {
-            if (const Outcome outcome = grow(*probe, word, window, growth); outcome != Outcome::mismatched) {
-                return outcome;
-            }
-        }
-    }
-    return Outcome::mismatched;
-}
-
 } // namespace
 
-int Matcher::next() {
-    input_.endMatch();
+int Matcher::nextOfAnotherBatch() {
     if (input_.takeRewritten()) {
-        place_ = filter_.end();
-        searched_ = input_.positionOf(input_.cursor());
+        forgetBlock();
+    }
+    if (match_ < batch_.count) {
+        // An action has consumed what this match began with: what follows is to be grown anew.
+        place_ = batch_.matches[match_].place;
     }
     for (;;) {
-        const Window window{input_.cursor(), input_.limit(), input_.ended()};
-        const char* const block = input_.at(block_);
-        Outcome outcome = Outcome::mismatched;
-        Growth growth{};
-        while (outcome == Outcome::mismatched && place_ != filter_.end()) {
-            outcome = growAny(keywords::families[place_->family], block + place_->offset, window, growth);
-            ++place_;
-        }
-        if (outcome == Outcome::matched) {
-            char* const begin = input_.cursor() + (growth.begin - window.begin);
-            input_.beginMatch(begin, begin + (growth.end - growth.begin));
-            return growth.rule;
-        }
-        if (outcome == Outcome::undecided) {
-            --place_;
-            input_.refill(growth.begin);
+        if (place_ < places_.count) {
+            growOn();
+            if (batch_.count > 0) {
+                return giveOut();
+            }
         } else if (!searchOn()) {
             return 0;
         }
     }
 }
 
-/// Looks for keywords in the next block; false at the end of the input.
+/// For when the text is no longer what was searched.
+void Matcher::forgetBlock() {
+    batch_.count = match_ = places_.count = place_ = 0;
+    searched_ = input_.positionOf(input_.cursor());
+}
+
+/// Makes the next batch of matches, or reads on if that takes more text.
+void Matcher::growOn() {
+    const Window window{input_.cursor(), input_.limit(), input_.ended()};
+    code_.growMatches(places_, place_, input_.at(block_), window, batch_);
+    match_ = 0;
+    if (batch_.count == 0 && batch_.undecided != nullptr) {
+        input_.refill(batch_.undecided);
+    }
+}
+
+/// Looks for places in the next block; false at the end of the input.
 bool Matcher::searchOn() {
     const Position limit = input_.positionOf(input_.limit());
     const Position stop = input_.ended() ? limit : limit - lookahead;
     searched_ = std::max(searched_, input_.positionOf(input_.cursor()));
     if (searched_ < stop) {
-        const Position size = std::min<Position>(stop - searched_, KeywordFilter::blockSize);
-        filter_.search(input_.at(searched_), static_cast<std::size_t>(size));
+        const Position size = std::min<Position>(stop - searched_, blockSize);
+        code_.findPlaces(input_.at(searched_), static_cast<std::size_t>(size), places_);
         block_ = searched_;
         searched_ += size;
-        place_ = filter_.begin();
+        place_ = 0;
         return true;
     }
     if (input_.ended()) {
@@ -131,10 +84,14 @@ bool Matcher::searchOn() {
 
 /// The first byte that a match may start with whose keyword has not been looked for.
 const char* Matcher::undecidedFrom() const {
-    constexpr Position reach = KeywordFilter::reach + keywords::longestPrefix;
     const char* const cursor = input_.cursor();
-    const char* const literal = input_.at(std::max(searched_ - reach, input_.positionOf(cursor)));
-    return literal - bytes::blanksBefore(literal, '\t', literal - cursor);
+    const char* const literal =
+        input_.at(std::max(searched_ - Position{keywords::longestPrefix}, input_.positionOf(cursor)));
+    const char* begin = literal;
+    while (begin > cursor && bytes::isBlank(begin[-1])) {
+        --begin;
+    }
+    return begin;
 }
 
 } // namespace rose

@@ -1,30 +1,53 @@
 #pragma once
 
+#include "scanner/Block.h"
+#include "scanner/Bytes.h"
 #include "scanner/InputLayer.h"
-#include "scanner/KeywordFilter.h"
 #include "scanner/Keywords.h"
-
-#include <cstdint>
+#include "scanner/VectorCode.h"
 
 namespace rose {
 
 /// Finds the matches of the rule table in an input, one after the other: at every position that no match has consumed
 /// the longest text that matches a pattern; positions where none matches are skipped.
 ///
-/// Keywords are found first (KeywordFilter), then compared in full, then the match is grown to both sides. No two
-/// patterns match at the same place, so that the first keyword whose match is whole decides. The time taken is in step
-/// with the length of the input, whatever it holds.
+/// Places where a keyword starts are found first, a block at a time, then the keyword is compared in full and the match
+/// is grown to both sides. No two patterns match at the same place, so that the first keyword whose match is whole
+/// decides. The time taken is in step with the length of the input, whatever it holds.
 ///
 /// Between two calls of `next` the input may be consumed, and bytes may be put back, by `get` and `unget`.
 class Matcher {
 public:
-    explicit Matcher(InputLayer& input) : input_(input), searched_(input.positionOf(input.cursor())) {}
+    explicit Matcher(InputLayer& input, const VectorCode& code = vectorCodes().front())
+        : input_(input), code_(code), searched_(input.positionOf(input.cursor())) {}
 
     /// Makes the next match the input's current one and returns its rule's number; 0 at the end of the input, which
     /// then is consumed. The match that was current ends.
-    int next();
+    int next() {
+        input_.endMatch();
+        if (match_ < batch_.count && !input_.isRewritten()) {
+            if (const int rule = giveOut(); rule != 0) {
+                return rule;
+            }
+        }
+        return nextOfAnotherBatch();
+    }
 
 private:
+    /// Makes the next match of the batch the current one unless an action has consumed a part of it; then 0.
+    int giveOut() {
+        const Match& match = batch_.matches[match_];
+        char* const block = input_.at(block_);
+        if (block + match.begin < input_.cursor()) {
+            return 0;
+        }
+        ++match_;
+        input_.beginMatch(block + match.begin, block + match.end);
+        return match.rule;
+    }
+    int nextOfAnotherBatch();
+    void forgetBlock();
+    void growOn();
     bool searchOn();
     const char* undecidedFrom() const;
 
@@ -32,17 +55,20 @@ private:
     static constexpr Position lookahead = keywords::longestKeyword + 1;
 
     InputLayer& input_;
-    KeywordFilter filter_;
-    const KeywordFilter::Place* place_ = filter_.end();
-    Position block_ = 0;    // where the filter's block starts
-    Position searched_ = 0; // how far the filter has come
+    const VectorCode& code_;
+    Position searched_;     // how far keywords have been looked for
+    Position block_ = 0;    // where the block starts that the places and matches are of
+    std::size_t place_ = 0; // the first of the places that matches have not been made of
+    std::size_t match_ = 0; // the first of the batch that has not been given out
+    MatchBatch batch_;
+    PlaceList places_;
 };
 
 /// Reports every match that is left in `input` to `sink(rule, text, length)`. The text is NUL-terminated and is the
 /// current match until `sink` returns.
 template <class Sink>
-void scan(InputLayer& input, Sink&& sink) {
-    Matcher matcher(input);
+void scan(InputLayer& input, Sink&& sink, const VectorCode& code = vectorCodes().front()) {
+    Matcher matcher(input, code);
     for (int rule = matcher.next(); rule != 0; rule = matcher.next()) {
         sink(rule, yytext, yyleng);
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scanner/ByteRuns.h"
+#include "scanner/Bytes.h"
 #include "scanner/Keywords.h"
 
 #include <array>
@@ -28,67 +28,90 @@ inline constexpr std::array<LeadRange, 5> leadRanges{{
     {0, anyNumber, ' '},  // optionalSpaces
 }};
 
-/// A pattern made ready for comparing: where its keyword's family has been seen, `isAt` compares the rest of the
-/// literal's first part in a fixed number of steps.
-struct Probe {
-    static constexpr std::size_t chunks = 3;
+/// A tail that is a run: spaces or `otherBlank`, an optional quote, and all up to a quote, a newline or `otherStop`.
+struct TailRun {
+    bool needsBlank;
+    char otherBlank;
+    char otherStop;
+};
+
+/// In the order of `Tail`, as far as they are runs.
+inline constexpr std::array<TailRun, 4> tailRuns{{
+    {true, '\t', '"'},  // valueTail
+    {true, '\t', ')'},  // flagTail
+    {false, '\t', '"'}, // looseTail
+    {true, ' ', '"'},   // spaceTail
+}};
+
+constexpr bool isRun(Tail tail) {
+    return static_cast<std::size_t>(tail) < tailRuns.size();
+}
+
+/// A pattern made ready for comparing at a place where its keyword's family has been seen.
+struct alignas(128) Probe {
+    static constexpr std::size_t chunks = 2;
+    /// So many letters of the keyword `isAt` compares, one after the other from the first that decides no family.
+    static constexpr std::size_t compared = keywords::startLength + 8 * chunks;
 
     std::uint64_t prefix = 0; ///< the eight bytes before the keyword, those of no concern masked out
     std::uint64_t prefixMask = 0;
     std::array<std::uint64_t, chunks> rest{}; ///< the bytes behind the letters of the family, likewise
     std::array<std::uint64_t, chunks> restMask{};
-    bool isLong = false; ///< whether the keyword fills more than the first chunk
+    LeadRange lead{};
+    TailRun run{};
+    bool isUsual = false; ///< `isAt` compares the whole literal, and the tail is a run
     std::uint8_t prefixLength = 0;
     std::uint8_t keywordLength = 0;
-    Tail tail = Tail::noTail;
-    LeadRange lead{};
-    std::string_view secondPart{}; ///< of the literal
-    int rule = 0;
+    std::uint8_t pattern = 0; ///< index into the table
 
     Probe() = default;
-    explicit constexpr Probe(const Pattern& pattern);
+    explicit constexpr Probe(std::uint8_t index);
 
-    /// Whether the literal's first part stands around the keyword whose first letters are at `word`. Reads 8 bytes
-    /// before it and `startLength` + 8 * `chunks` bytes from it on.
+    /// Whether the literal stands around the keyword whose first letters are at `word`, as far as it is compared here,
+    /// and behind it, if the tail begins with a blank, a byte that may be one.
     [[nodiscard]] bool isAt(const char* word) const {
-        const auto differs = [&](std::size_t chunk) {
-            return (bytes::load64(word + keywords::startLength + 8 * chunk) ^ rest[chunk]) & restMask[chunk];
-        };
-        const std::uint64_t prefixDiffers = (bytes::load64(word - 8) ^ prefix) & prefixMask;
-        return (prefixDiffers | differs(0)) == 0 && (!isLong || (differs(1) | differs(2)) == 0);
+        std::uint64_t differences = (bytes::load64(word - 8) ^ prefix) & prefixMask;
+        for (std::size_t chunk = 0; chunk < chunks; ++chunk) {
+            const std::uint64_t letters = bytes::load64(word + keywords::startLength + 8 * chunk);
+            differences |= (letters ^ rest[chunk]) & restMask[chunk];
+        }
+        return differences == 0;
     }
 };
 
-constexpr Probe::Probe(const Pattern& pattern) {
-    const auto place = [](std::uint64_t& word, std::uint64_t& mask, std::size_t at, char byte) {
-        word |= static_cast<std::uint64_t>(static_cast<unsigned char>(byte)) << (8 * at);
-        mask |= std::uint64_t{0xFF} << (8 * at);
+constexpr Probe::Probe(std::uint8_t index) : pattern(index) {
+    const Pattern& source = patterns[index];
+    const std::string_view word = keywords::keyword(source);
+    prefixLength = static_cast<std::uint8_t>(keywords::prefixLength(source));
+    keywordLength = static_cast<std::uint8_t>(word.size());
+    lead = leadRanges[static_cast<std::size_t>(source.lead)];
+    run = isRun(source.tail) ? tailRuns[static_cast<std::size_t>(source.tail)] : TailRun{};
+    isUsual = isRun(source.tail) && source.literal.second.empty() && word.size() <= compared;
+
+    prefix = bytes::packed(source.literal.first.substr(0, prefixLength), 8 - prefixLength);
+    prefixMask = bytes::packedMask(prefixLength, 8 - prefixLength);
+    const auto compare = [&](std::size_t at, unsigned char byte, unsigned char mask) {
+        if (at < compared) {
+            const std::size_t offset = at - keywords::startLength;
+            rest[offset / 8] |= std::uint64_t{byte} << (offset % 8 * 8);
+            restMask[offset / 8] |= std::uint64_t{mask} << (offset % 8 * 8);
+        }
     };
-    const std::string_view literal = pattern.literal.first;
-    prefixLength = static_cast<std::uint8_t>(keywords::prefixLength(pattern));
-    keywordLength = static_cast<std::uint8_t>(literal.size() - prefixLength);
-    for (std::size_t at = 0; at < prefixLength; ++at) {
-        place(prefix, prefixMask, 8 - prefixLength + at, literal[at]);
+    for (std::size_t at = keywords::startLength; at < word.size(); ++at) {
+        compare(at, static_cast<unsigned char>(word[at]), 0xFF);
     }
-    for (std::size_t at = keywords::startLength; at < keywordLength; ++at) {
-        const std::size_t offset = at - keywords::startLength;
-        place(rest[offset / 8], restMask[offset / 8], offset % 8, literal[prefixLength + at]);
+    if (run.needsBlank && source.literal.second.empty()) {
+        compare(word.size(), bytes::blankBits, bytes::blankMask); // rules out the letters of longer keywords
     }
-    secondPart = pattern.literal.second;
-    rule = pattern.number;
-    isLong = keywordLength > keywords::startLength + 8;
-    tail = pattern.tail;
-    lead = leadRanges[static_cast<std::size_t>(pattern.lead)];
 }
 
 static_assert(keywords::longestPrefix <= 8);
-static_assert(keywords::longestKeyword <= keywords::startLength + 8 * Probe::chunks);
 
 /// The probes of all patterns, each family's side by side.
 inline constexpr std::array<Probe, ruleCount> probes = [] {
     std::array<Probe, ruleCount> result{};
     for (std::size_t place = 0; place < ruleCount; ++place) {
-        result[place] = Probe(patterns[keywords::byFamily[place]]);
+        result[place] = Probe(keywords::byFamily[place]);
     }
     return result;
 }();

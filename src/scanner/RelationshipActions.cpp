@@ -5,6 +5,7 @@
 #include "builder/BuilderState.h"
 #include "builder/Quids.h"
 #include "builder/Relationships.h"
+#include "builder/indexes/AggregateRoles.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelAssociationRole.h"
 #include "scanner/actionParts.h"
@@ -40,15 +41,8 @@ void markAggregation(const Reading& reading) {
         return;
     }
     aAssociation->isAggregation = true;
-    const KelLinks<KelAssociationRole> roles = aAssociation->associationRoles();
-    if (roles.count() < 2) {
-        return;
-    }
-    aAssociationRole->isAggregate = true;
-    for (KelAssociationRole* role : roles) {
-        if (role != aAssociationRole) {
-            role->isAggregate = false;
-        }
+    if (aAssociation->associationRoles().count() >= 2) {
+        AggregateRoles::mark(*aAssociationRole, *aAssociation);
     }
 }
 

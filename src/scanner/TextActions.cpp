@@ -11,15 +11,6 @@
 
 namespace rose {
 
-namespace {
-
-/// The text read last goes in front.
-void putInFront(KelString& description, const char* text) {
-    description = KelString(text) + description;
-}
-
-} // namespace
-
 void expectDiagramText(const Reading&) {
     diagramDescription = true;
 }
@@ -31,10 +22,10 @@ void placeText(const Reading& reading) {
     }
     if (!InNoteView && std::strstr(reading.text, "label") == nullptr) {
         if (activeObject != nullptr) {
-            putInFront(activeObject->description, reading.value);
+            activeObject->description.prepend(reading.value); // the text read last goes in front
         }
     } else if (diagramDescription && aDiagram != nullptr) {
-        putInFront(aDiagram->description, reading.value);
+        aDiagram->description.prepend(reading.value);
         diagramDescription = false;
     } else if (InNoteView) {
         CreateNote(reading.value);

@@ -1,5 +1,5 @@
-// Writes the rule table as flex source to standard output, so that a scanner made by flex can judge the matcher.
-// Rules 65 and 66 are the two that skip a byte.
+// Writes the rule table as flex source to standard output, for a scanner made by flex to judge the matcher, or to be
+// its rival.
 
 #include "scanner/RuleTable.h"
 
@@ -53,24 +53,27 @@ std::string quoted(std::string_view text) {
 } // namespace
 
 int main() {
-    std::puts("%option noyywrap nounput never-interactive 8bit full prefix=\"flexJudge\"\n"
+    std::puts("%option noyywrap nounput never-interactive 8bit prefix=\"roseFlex\"\n"
               "%{\n"
-              "#include \"FlexJudge.h\"\n"
+              "#include \"FlexScanner.h\"\n"
               "%}\n"
               "%%");
     for (const Pattern& pattern : patterns) {
         const std::string gap = pattern.literal.second.empty() ? "" : "[ \\t]*";
-        std::printf("%s%s%s%s%s FLEX_JUDGE_REPORT(%d)\n", leadPattern(pattern.lead),
-                    quoted(pattern.literal.first).c_str(), gap.c_str(), quoted(pattern.literal.second).c_str(),
-                    tailPattern(pattern.tail), pattern.number);
+        std::printf("%s%s%s%s%s FLEX_MATCHED(%d)\n", leadPattern(pattern.lead), quoted(pattern.literal.first).c_str(),
+                    gap.c_str(), quoted(pattern.literal.second).c_str(), tailPattern(pattern.tail), pattern.number);
     }
-    std::puts(".  FLEX_JUDGE_REPORT(65)\n"
-              "\\n FLEX_JUDGE_REPORT(66)\n"
+    std::puts(".  FLEX_SKIPPED\n"
+              "\\n FLEX_SKIPPED\n"
               "%%\n"
-              "void flexJudgeScan(const char* text, std::size_t length) {\n"
+              "void flexScanText(const char* text, std::size_t length) {\n"
               "    YY_BUFFER_STATE buffer = yy_scan_bytes(text, static_cast<int>(length));\n"
               "    yylex();\n"
               "    yy_delete_buffer(buffer);\n"
+              "}\n"
+              "void flexScanFile(std::FILE* file) {\n"
+              "    yyrestart(file);\n"
+              "    yylex();\n"
               "}");
     return 0;
 }

@@ -13,9 +13,7 @@ namespace rose::test {
 class InputText {
 public:
     explicit InputText(std::string_view text, const InputLayer::TestSettings& settings = {})
-        : stream_(std::tmpfile(), &std::fclose) {
-        std::fwrite(text.data(), 1, text.size(), stream_.get());
-        std::rewind(stream_.get());
+        : text_(text), stream_(::fmemopen(text_.data(), text_.size(), "r"), &std::fclose) {
         scannerInput.TESTING_ONLY_rebuild(settings);
         yyin = stream_.get();
     }
@@ -36,6 +34,7 @@ public:
     }
 
 private:
+    std::string text_;
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream_;
 };
 

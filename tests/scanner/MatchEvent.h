@@ -1,5 +1,7 @@
 #pragma once
 
+#include "scanner/VectorCode.h"
+
 #include <cstddef>
 #include <ostream>
 #include <string>
@@ -27,12 +29,13 @@ inline bool readsLines(int rule, const std::string& bytes) {
 }
 
 /// The matcher's events for `text`, with a new buffer of `bufferSize` bytes that is filled by reads of `readSize`.
-MatchEvents matcherEvents(std::string_view text, std::size_t bufferSize = 16384, std::size_t readSize = 8192);
+MatchEvents matcherEvents(std::string_view text, std::size_t bufferSize = 16384, std::size_t readSize = 8192,
+                          const VectorCode& code = vectorCodes().front());
 
 /// The events of a scanner that tries every pattern at every position.
 MatchEvents simpleEvents(std::string_view text);
 
-/// The same, from a scanner that flex made of the rule table.
+/// The same, from a scanner that flex made of the rule table. Only where flex is: ROSE_FLEX_JUDGE says so.
 MatchEvents flexEvents(std::string_view text);
 
 /// The multi-line text that stands in `text` at `place`, which then moves behind it.

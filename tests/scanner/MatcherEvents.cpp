@@ -8,10 +8,10 @@
 
 namespace rose::test {
 
-MatchEvents matcherEvents(std::string_view text, std::size_t bufferSize, std::size_t readSize) {
+MatchEvents matcherEvents(std::string_view text, std::size_t bufferSize, std::size_t readSize, const VectorCode& code) {
     const InputText input(text, {.bufferSize = bufferSize, .readSize = readSize});
     MatchEvents events;
-    scan(scannerInput, [&](int rule, const char* match, std::size_t length) {
+    const auto record = [&](int rule, const char* match, std::size_t length) {
         MatchEvent event{rule, std::string(match, length)};
         if (readsLines(rule, event.bytes)) {
             const Value lines = getMultiLine();
@@ -20,7 +20,8 @@ MatchEvents matcherEvents(std::string_view text, std::size_t bufferSize, std::si
         // The match outlives what is read behind it.
         event.bytes.assign(yytext, yyleng);
         events.push_back(std::move(event));
-    });
+    };
+    scan(scannerInput, record, code);
     return events;
 }
 

@@ -10,6 +10,7 @@
 #include "host/model/KelDependency.h"
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelGeneralization.h"
+#include "host/model/KelMetaClass.h"
 #include "host/model/KelOperation.h"
 #include "host/model/KelRealization.h"
 #include "host/model/KelType.h"
@@ -34,9 +35,29 @@ void note(State& state, const std::string& name, const KelString& value) {
     }
 }
 
+void note(State& state, const std::string& name, KelClassCategoryType value) {
+    note(state, name, static_cast<long>(value));
+}
+
 void note(State& state, const std::string& name, const KelObject* object) {
     if (object != nullptr) {
         state[name] = std::to_string(static_cast<int>(object->elementType)) + ":" + object->getName().text();
+    }
+}
+
+/// With its fields and, where it owns any, the number of its elements.
+template <class Object>
+void noteAll(State& state, const std::string& name, const Object* object) {
+    note(state, name, object);
+    if (object == nullptr) {
+        return;
+    }
+    note(state, name + ".toolId", object->toolId);
+    for (const KelField& field : KelMetaClass::of(object->elementType).fields()) {
+        std::visit([&](auto member) { note(state, name + "." + field.name, object->*member); }, field.member);
+    }
+    if constexpr (requires { object->modelElements(); }) {
+        note(state, name + ".elements", object->modelElements().count());
     }
 }
 
@@ -64,78 +85,31 @@ State builderState() {
     note(state, "client", client);
     note(state, "notes", toBeNotes.getCount());
     note(state, "active", activeObject);
-    if (activeObject != nullptr) {
-        note(state, "active.toolId", activeObject->toolId);
-        note(state, "active.description", activeObject->description);
-    }
-    note(state, "package", aPackage);
-    if (aPackage != nullptr) {
-        note(state, "package.toolId", aPackage->toolId);
-        note(state, "package.stereotype", aPackage->stereotype);
-        note(state, "package.elements", aPackage->modelElements().count());
-    }
-    note(state, "diagram", aDiagram);
-    if (aDiagram != nullptr) {
-        note(state, "diagram.description", aDiagram->description);
-        note(state, "diagram.elements", aDiagram->modelElements().count());
-    }
-    note(state, "class", aClass);
-    if (aClass != nullptr) {
-        note(state, "class.isAbstract", aClass->isAbstract);
-        note(state, "class.isPersistent", aClass->isPersistent);
-        note(state, "class.space", aClass->space);
-        note(state, "class.kind", static_cast<long>(aClass->categoryType));
-        note(state, "class.stereotype", aClass->stereotype);
-        note(state, "class.toolId", aClass->toolId);
-    }
-    note(state, "attribute", aAttribute);
-    if (aAttribute != nullptr) {
-        note(state, "attribute.visibility", aAttribute->visibility);
-        note(state, "attribute.containment", aAttribute->containment);
-        note(state, "attribute.isStatic", aAttribute->isStatic);
-        note(state, "attribute.isDerived", aAttribute->isDerived);
-        note(state, "attribute.initialValue", aAttribute->initialValue);
-    }
-    note(state, "key", candKey);
-    note(state, "operation", aOperation);
+    noteAll(state, "package", aPackage);
+    noteAll(state, "diagram", aDiagram);
+    noteAll(state, "class", aClass);
+    noteAll(state, "attribute", aAttribute);
+    noteAll(state, "key", candKey);
+    noteAll(state, "operation", aOperation);
+    noteAll(state, "argument", aArgument);
+    noteAll(state, "type", aBaseType);
+    noteAll(state, "association", aAssociation);
+    noteAll(state, "role", aAssociationRole);
+    noteAll(state, "general", aGeneral);
+    noteAll(state, "realization", aRealization);
+    noteAll(state, "dependency", aDependency);
     if (aOperation != nullptr) {
-        note(state, "operation.visibility", aOperation->visibility);
-        note(state, "operation.concurrency", aOperation->concurrency);
-        note(state, "operation.isFriend", aOperation->isFriend);
-        note(state, "operation.isStatic", aOperation->isStatic);
-        note(state, "operation.isVirtual", aOperation->isVirtual);
-        note(state, "operation.semantics", aOperation->semantics);
-        note(state, "operation.precondition", aOperation->precondition);
-        note(state, "operation.postcondition", aOperation->postcondition);
         note(state, "operation.returns", aOperation->getReturnType());
     }
-    note(state, "argument", aArgument);
-    note(state, "type", aBaseType);
-    note(state, "association", aAssociation);
     if (aAssociation != nullptr) {
-        note(state, "association.isAggregation", aAssociation->isAggregation);
         note(state, "association.quid", static_cast<long>(aAssociation->generalPointer != nullptr));
         for (const KelAssociationRole* role : aAssociation->associationRoles()) {
             note(state, std::string(role->getName().text()) + ".isAggregate", role->isAggregate);
         }
     }
-    note(state, "role", aAssociationRole);
     if (aAssociationRole != nullptr) {
-        note(state, "role.isNavigable", aAssociationRole->isNavigable);
-        note(state, "role.isStatic", aAssociationRole->isStatic);
-        note(state, "role.isFriend", aAssociationRole->isFriend);
-        note(state, "role.containment", aAssociationRole->containment);
-        note(state, "role.multiplicity", aAssociationRole->multiplicity);
         note(state, "role.class", aAssociationRole->getAssociatedClass());
     }
-    note(state, "general", aGeneral);
-    if (aGeneral != nullptr) {
-        note(state, "general.visibility", aGeneral->visibility);
-        note(state, "general.isVirtual", aGeneral->isVirtual);
-        note(state, "general.isFriend", aGeneral->isFriend);
-    }
-    note(state, "realization", aRealization);
-    note(state, "dependency", aDependency);
     return state;
 }
 

@@ -52,17 +52,21 @@ TEST(InputLayer, GivesBackWhatWasPutBackInReverse) {
 }
 
 TEST(InputLayer, MatchesWhatWasPutBack) {
-    const InputText input("\tkeys\"a\"\tquid \"1\"");
-    std::vector<int> rules;
-    scan(scannerInput, [&](int rule, const char*, std::size_t) {
-        rules.push_back(rule);
-        if (rules.size() == 1) {
-            for (const char byte : {' ', 'e', 'p', 'y', 't'}) {
-                yyunput(byte, yytext);
+    struct Row {
+        std::string putBack; // behind the first match
+        std::vector<int> rules;
+    };
+    for (const Row& row : {Row{"", {62, 60}}, Row{"type ", {62, 37, 60}}, Row{"\tkeys", {62, 62, 60}}}) {
+        const InputText input("\tkeys\"a\"\tquid \"1\"");
+        std::vector<int> rules;
+        scan(scannerInput, [&](int rule, const char*, std::size_t) {
+            rules.push_back(rule);
+            for (std::size_t left = rules.size() == 1 ? row.putBack.size() : 0; left > 0; --left) {
+                yyunput(row.putBack[left - 1], yytext);
             }
-        }
-    });
-    EXPECT_EQ(rules, (std::vector{62, 37, 60}));
+        });
+        EXPECT_EQ(rules, row.rules) << row.putBack;
+    }
 }
 
 TEST(InputLayer, HidesFromTheMatcherWhatWasConsumed) {

@@ -16,6 +16,18 @@ using namespace std::string_literals;
 
 constexpr std::size_t sizes[] = {1, 2, 3, 7, 61, 128, 1000, 8192};
 
+/// Whether those who judge the matcher find `expected` in `text`.
+void expectJudgement(std::string_view text, const MatchEvents& expected) {
+    EXPECT_EQ(simpleEvents(text), expected);
+#ifdef ROSE_FLEX_JUDGE
+    // The time that flex takes for blanks with no keyword behind them grows with the square of their number.
+    const auto isBlank = [](char byte, char) { return byte == ' ' || byte == '\t'; };
+    if (std::search_n(text.begin(), text.end(), 500, ' ', isBlank) == text.end()) {
+        EXPECT_EQ(flexEvents(text), expected);
+    }
+#endif
+}
+
 struct MatchRow {
     const char* what;
     std::string text;
@@ -25,10 +37,13 @@ struct MatchRow {
 class Matches : public testing::TestWithParam<MatchRow> {};
 
 TEST_P(Matches, AreFoundBehindEveryBufferSize) {
-    for (const std::size_t size : sizes) {
-        EXPECT_EQ(matcherEvents(GetParam().text, size, size), GetParam().expected) << "buffer size " << size;
+    for (const VectorCode& code : vectorCodes()) {
+        for (const std::size_t size : sizes) {
+            EXPECT_EQ(matcherEvents(GetParam().text, size, size, code), GetParam().expected)
+                << code.instructions << ", buffer size " << size;
+        }
     }
-    EXPECT_EQ(simpleEvents(GetParam().text), GetParam().expected) << "the judge errs";
+    expectJudgement(GetParam().text, GetParam().expected);
 }
 
 const std::string blanks(30000, ' ');
@@ -90,13 +105,15 @@ INSTANTIATE_TEST_SUITE_P(
         return name;
     });
 
-TEST(Matcher, AgreesWithTheJudgeOnRandomTexts) {
-    for (std::uint32_t seed = 1; seed <= 2500; ++seed) {
+TEST(Matcher, AgreesWithTheJudgesOnRandomTexts) {
+    for (std::uint32_t seed = 1; seed <= 2500 && !testing::Test::HasFailure(); ++seed) {
         const std::string text = randomText(seed);
         const std::size_t bufferSize = sizes[seed % std::size(sizes)];
         const std::size_t readSize = sizes[seed / 8 % std::size(sizes)];
-        ASSERT_EQ(matcherEvents(text, bufferSize, readSize), simpleEvents(text))
-            << "seed " << seed << ", buffer size " << bufferSize << ", read size " << readSize;
+        const VectorCode& code = vectorCodes()[seed / 64 % vectorCodes().size()];
+        SCOPED_TRACE(testing::Message() << "seed " << seed << ", buffer size " << bufferSize << ", read size "
+                                        << readSize << ", " << code.instructions);
+        expectJudgement(text, matcherEvents(text, bufferSize, readSize, code));
     }
 }
 
@@ -114,7 +131,7 @@ std::vector<std::string> shortTexts(std::size_t length) {
     return texts;
 }
 
-TEST(Matcher, AgreesWithTheJudgeAroundEveryPattern) {
+TEST(Matcher, AgreesWithTheJudgesAroundEveryPattern) {
     std::set<std::pair<Lead, Tail>> seen;
     for (const Pattern& pattern : patterns) {
         const bool first = seen.insert({pattern.lead, pattern.tail}).second;
@@ -127,8 +144,8 @@ TEST(Matcher, AgreesWithTheJudgeAroundEveryPattern) {
             }
         }
         const MatchEvents events = matcherEvents(text);
-        ASSERT_EQ(events, simpleEvents(text)) << "rule " << pattern.number;
-        ASSERT_FALSE(events.empty()) << "rule " << pattern.number;
+        expectJudgement(text, events);
+        ASSERT_FALSE(HasFailure() || events.empty()) << "rule " << pattern.number;
     }
 }
 
@@ -152,14 +169,16 @@ TEST(Matcher, TakesTimeInStepWithTheInput) {
     }
 }
 
-TEST(Matcher, AgreesWithTheJudgeOnRealModels) {
+TEST(Matcher, AgreesWithTheJudgesOnRealModels) {
     const std::vector<std::filesystem::path> models = realModels();
     if (models.empty()) {
         GTEST_SKIP() << noRealModels;
     }
-    for (const std::filesystem::path& path : models) {
-        const std::string text = contents(path);
-        ASSERT_EQ(matcherEvents(text), simpleEvents(text)) << path;
+    for (std::size_t index = 0; index < models.size(); ++index) {
+        const VectorCode& code = vectorCodes()[index % vectorCodes().size()];
+        SCOPED_TRACE(testing::Message() << models[index] << ", " << code.instructions);
+        const std::string text = contents(models[index]);
+        expectJudgement(text, matcherEvents(text, 16384, 8192, code));
     }
 }
 
