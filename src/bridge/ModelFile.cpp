@@ -4,19 +4,36 @@
 #include "literals/QEV_RRSE.h"
 
 #include <array>
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
 #include <cstring>
 
 namespace rose {
+
+namespace {
+
+constexpr std::size_t headerLength = 20;
+
+/// Reads what there is of the header. An interrupted read is made again.
+void readHeader(char* header) {
+    std::size_t read = 0;
+    do {
+        std::clearerr(theFile);
+        errno = 0;
+        read += std::fread(header + read, 1, headerLength - read, theFile);
+    } while (std::ferror(theFile) != 0 && errno == EINTR);
+}
+
+} // namespace
 
 void openModelFile(const KelString& localPath) {
     theFile = std::fopen(localPath.text(), "r");
     if (theFile == nullptr) {
         QEV_RRSE::ROS_I_UNABLE_TO_OPEN_INPUT_FILE.throwException(localPath);
     }
-    constexpr std::size_t headerLength = 20;
     std::array<char, headerLength + 1> header{}; // with its NUL; the text ends at a NUL in the file as well
-    const std::size_t read = std::fread(header.data(), 1, headerLength, theFile);
-    header[read] = '\0';
+    readHeader(header.data());
     if (std::strstr(header.data(), "(object Petal") == nullptr) {
         QEV_RRSE::ROS_I_BAD_INPUT_FILE_FORMAT.throwException();
     }

@@ -1,6 +1,7 @@
 #include "bridge/EncodingConversion.h"
 #include "bridge/KelIbmRationalRose40ImportDllInterface.h"
 #include "bridge/ModelFile.h"
+#include "bridge/unexpectedError.h"
 #include "builder/BuilderState.h"
 #include "builder/ImportWatch.h"
 #include "builder/Unattached.h"
@@ -10,7 +11,6 @@
 #include "host/bridge/HOLST.h"
 #include "host/bridge/generateMetadataOrigin.h"
 #include "host/encoding/localeText.h"
-#include "host/literals/HOCM.h"
 #include "host/log/KelException.h"
 #include "host/model/KelMetadataOrigin.h"
 #include "host/model/KelModel.h"
@@ -29,6 +29,15 @@ namespace {
 KelString modelPath(const KelOptionList& options) {
     const void* found = options.getOptions().findFirst(&QEV_RRSE::BP_FILE.getName(), nullptr);
     return found != nullptr ? utf8ToLocale(static_cast<const KelOption*>(found)->getValue().text()) : KelString();
+}
+
+/// The name of the file's encoding. Looked up before there is anything to give up.
+KelString encodingOption(const KelOptionList& options) {
+    try {
+        return options.getValue(QEV_RRSE::BP_ENCODING.getName());
+    } catch (const std::bad_alloc&) {
+        rose::throwUnexpectedError();
+    }
 }
 
 /// Notes on the model where it comes from. The model owns the origin.
@@ -73,7 +82,7 @@ bool KelIbmRationalRose40ImportDllInterface::run(const KelString& bridgeId, KelM
                                                  KelLog& log) {
     rose::localLog = &log;
     rose::aModel = &model;
-    const KelString encodingName = options.getValue(QEV_RRSE::BP_ENCODING.getName());
+    const KelString encodingName = encodingOption(options);
     rose::theOptions = &options;
     rose::resetBuilderState();
     const rose::ImportWatch watch;
@@ -84,12 +93,12 @@ bool KelIbmRationalRose40ImportDllInterface::run(const KelString& bridgeId, KelM
         throw;
     } catch (...) {
         giveUp(model);
-        HOCM::BRIDGE_UNEXPECTED_ERROR.throwException(QEV_RRSE::DOCUMENT_ID);
+        rose::throwUnexpectedError();
     }
     try {
         rose::cleanup();
     } catch (const std::bad_alloc&) { // the model is empty
-        HOCM::BRIDGE_UNEXPECTED_ERROR.throwException(QEV_RRSE::DOCUMENT_ID);
+        rose::throwUnexpectedError();
     }
     return true;
 }

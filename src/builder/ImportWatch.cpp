@@ -2,6 +2,7 @@
 
 #include "builder/BuilderState.h"
 #include "builder/Unattached.h"
+#include "builder/indexes/AggregateRoles.h"
 #include "builder/indexes/Containers.h"
 #include "builder/indexes/PackageClasses.h"
 #include "builder/indexes/QuidRegistry.h"
@@ -39,6 +40,9 @@ void ImportWatch::deleting(KelObject& object) noexcept {
              keepOperation, aArgument, aBaseType, aAssociation, aAssociationRole, candKey, forKey, aGeneral,
              aRealization, aDependency, activeObject);
     forgetUnattached(object);
+    if (object.elementType == KelElementType::associationRole) {
+        AggregateRoles::forget(static_cast<KelAssociationRole&>(object));
+    }
     if (!object.isInstanceOf(KelElementType::modelElement)) {
         return;
     }
@@ -49,6 +53,7 @@ void ImportWatch::deleting(KelObject& object) noexcept {
         WaitingNodes::remove(toBeClasses, element);
         PackageClasses::forget(static_cast<KelClass&>(object));
     } else if (object.elementType == KelElementType::association) {
+        AggregateRoles::forget(static_cast<KelAssociation&>(object));
         WaitingNodes::remove(toBeAssociations, element);
         QuidRegistry::forget(static_cast<KelAssociation&>(object));
     }

@@ -2,6 +2,7 @@
 
 #include "builder/BuilderState.h"
 #include "builder/Unattached.h"
+#include "builder/indexes/AggregateRoles.h"
 #include "builder/indexes/Containers.h"
 #include "builder/indexes/NoteTexts.h"
 #include "builder/indexes/PackageClasses.h"
@@ -24,6 +25,7 @@ namespace {
 void dropIndexes() noexcept {
     clearContainerIndexes();
     clearRelationshipIndexes();
+    AggregateRoles::clear();
     NoteTexts::clear();
     PackageClasses::clear();
     QuidRegistry::clear();

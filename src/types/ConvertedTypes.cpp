@@ -1,18 +1,31 @@
 #include "types/ConvertedTypes.h"
 
 #include "host/model/KelDerivedType.h"
+#include "host/text/KelTextHash.h"
 
-#include <map>
 #include <string_view>
-#include <tuple>
+#include <tsl/robin_map.h>
 
 namespace rose::ConvertedTypes {
 
 namespace {
 
-using Key = std::tuple<std::string_view, std::string_view, int>; // name, data type, length; the texts are the type's
+struct Key {
+    std::string_view name;
+    std::string_view dataType;
+    int length;
 
-std::map<Key, KelDerivedType*> types;
+    bool operator==(const Key&) const = default;
+};
+
+struct KeyHash {
+    std::size_t operator()(const Key& key) const noexcept {
+        // Most names have one data type and one length.
+        return KelTextHash()(key.name) + static_cast<std::size_t>(key.length);
+    }
+};
+
+tsl::robin_map<Key, KelDerivedType*, KeyHash> types; // the texts of a key are the type's own
 
 } // namespace
 
@@ -25,11 +38,11 @@ Scope::~Scope() {
 }
 
 void note(KelDerivedType& made) {
-    types.try_emplace(Key(made.getName().view(), made.getDataType().view(), made.getLength()), &made);
+    types.try_emplace(Key{made.getName().view(), made.getDataType().view(), made.getLength()}, &made);
 }
 
 KelDerivedType* find(const KelString& dataType, const KelString& name, int length) {
-    const auto found = types.find(Key(name.view(), dataType.view(), length));
+    const auto found = types.find(Key{name.view(), dataType.view(), length});
     return found != types.end() ? found->second : nullptr;
 }
 

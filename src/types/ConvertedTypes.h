@@ -4,15 +4,13 @@ class KelConcreteType;
 class KelDerivedType;
 class KelString;
 
-namespace rose {
-
 /// The types that a C++ conversion has made, by data type, name and length.
 ///
 /// A walk through the conversion model by index would find the same one: types of one name stand there in the order
 /// of adding, and a type is noted here, once its fields are final, before the next one of its name is added; so the
 /// first one noted under a key is the first one that the walk would meet. Base types and declared types are never
 /// an answer and are not noted.
-namespace ConvertedTypes {
+namespace rose::ConvertedTypes {
 
 /// The notes of one conversion; they are forgotten at both ends of its life.
 class Scope {
@@ -28,6 +26,4 @@ void note(KelDerivedType& made);
 /// The first one noted with these values, or null.
 [[nodiscard]] KelDerivedType* find(const KelString& dataType, const KelString& name, int length);
 
-} // namespace ConvertedTypes
-
-} // namespace rose
+} // namespace rose::ConvertedTypes

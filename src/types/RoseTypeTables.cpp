@@ -27,7 +27,7 @@ const char* findRoseType(const std::array<RoseTypeRow, 20>& table, std::string_v
         if (row.key == nullptr || std::string_view(row.key) == "undefined") {
             break;
         }
-        if (spelling.starts_with(row.key)) {
+        if (spelling.starts_with(row.key[0]) && spelling.starts_with(row.key)) {
             return row.value;
         }
     }

@@ -64,15 +64,14 @@ void moveOperations(KelType& from, KelType& to) {
 }
 
 /// Replaces one declared type. What becomes of it is its converter's choice: it goes into the conversion model, or
-/// it is deleted here.
+/// it is deleted here. So is one in the conversion model that nothing refers to, as nothing can from now on.
 void convert(KelModel& conversion, std::unique_ptr<KelDerivedType> declared, Converter converter) {
     KelType* converted = converter(&conversion, declared.get());
-    KelDerivedType& old = *declared;
-    if (declared->getModel() == &conversion) {
+    moveArguments(*declared, *converted);
+    moveOperations(*declared, *converted);
+    if (declared->getModel() == &conversion && declared->isReferenced()) {
         static_cast<void>(declared.release());
     }
-    moveArguments(old, *converted);
-    moveOperations(old, *converted);
 }
 
 } // namespace

@@ -3,10 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdio>
+#include <cstdint>
 #include <cstring>
-#include <memory>
 
 namespace {
 
@@ -36,19 +34,5 @@ TEST(PlugInTest, ThereIsOneInterfaceObject) {
     EXPECT_EQ(getKelIbmRationalRose40ImportInterface(), bridge);
     EXPECT_NE(dynamic_cast<KelModelBridgeImportDllInterface*>(bridge), nullptr);
 }
-
-#ifdef PETAL_PLUGIN_FILE
-TEST(PlugInTest, ExportsItsFactoryOnly) {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> symbols(
-        ::popen("nm -D --defined-only --format=just-symbols '" PETAL_PLUGIN_FILE "'", "r"), ::pclose);
-    ASSERT_NE(symbols, nullptr);
-    std::string all;
-    std::array<char, 256> line{};
-    while (std::fgets(line.data(), line.size(), symbols.get()) != nullptr) {
-        all += line.data();
-    }
-    EXPECT_EQ(all, "getKelIbmRationalRose40ImportInterface\n");
-}
-#endif
 
 } // namespace

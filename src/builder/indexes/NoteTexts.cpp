@@ -1,12 +1,12 @@
 #include "builder/indexes/NoteTexts.h"
 
-#include <unordered_map>
+#include <map>
 
 namespace rose::NoteTexts {
 
 namespace {
 
-std::unordered_map<int, const NoteRecord*> firstRecords;
+std::map<int, const NoteRecord*> firstRecords; // ordered: a file could choose numbers that collide
 
 } // namespace
 

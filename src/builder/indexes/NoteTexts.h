@@ -2,11 +2,9 @@
 
 #include "builder/NoteRecord.h"
 
-namespace rose {
-
 /// The records in `toBeNotes` by view number. A walk would stop at the first record of a number, so only that one
 /// is kept here.
-namespace NoteTexts {
+namespace rose::NoteTexts {
 
 /// A record that has been added to `toBeNotes`.
 void add(const NoteRecord& record);
@@ -14,6 +12,4 @@ void add(const NoteRecord& record);
 [[nodiscard]] const NoteRecord* find(int viewId);
 void clear() noexcept;
 
-} // namespace NoteTexts
-
-} // namespace rose
+} // namespace rose::NoteTexts

@@ -1,14 +1,24 @@
 #include "builder/indexes/PackageClasses.h"
 
 #include "host/model/KelClass.h"
+#include "host/text/KelTextHash.h"
 
+#include <functional>
+#include <memory>
+#include <string_view>
 #include <tsl/robin_map.h>
+#include <utility>
 
 namespace rose::PackageClasses {
 
 namespace {
 
-tsl::robin_map<std::string_view, KelClass*> classes; // keyed by the class's own name text
+using NamedClass = std::pair<std::string_view, KelClass*>;
+constexpr bool storesHash = true; // names of one length would otherwise be compared letter by letter
+
+tsl::robin_map<std::string_view, KelClass*, KelTextHash, std::equal_to<>, std::allocator<NamedClass>,
+               storesHash>
+    classes; // keyed by the class's own name text
 
 } // namespace
 

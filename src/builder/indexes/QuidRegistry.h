@@ -3,10 +3,8 @@
 class KelAssociation;
 class KelString;
 
-namespace rose {
-
 /// The associations that have a quid: the placeholders in `toBeAssociations`, and those in packages.
-namespace QuidRegistry {
+namespace rose::QuidRegistry {
 
 /// Hangs a copy of the quid on the association, in place of an earlier one. An association in `toBeAssociations`
 /// must not change its quid.
@@ -24,6 +22,4 @@ void forget(KelAssociation& association) noexcept;
 /// Forgets the associations in packages. Their quids stay with them, as do the placeholders.
 void clear() noexcept;
 
-} // namespace QuidRegistry
-
-} // namespace rose
+} // namespace rose::QuidRegistry
