@@ -19,8 +19,13 @@ void BufferedOutput::put(std::string_view bytes) {
 }
 
 void BufferedOutput::putRepeated(char byte, std::size_t count) {
-    for (; count > 0; --count) {
-        put(byte);
+    for (; count > 0; count -= std::min(count, capacity)) {
+        const std::size_t now = std::min(count, capacity);
+        if (now > capacity - length_) {
+            flush();
+        }
+        std::fill_n(buffer_.get() + length_, now, byte);
+        length_ += now;
     }
 }
 

@@ -1,6 +1,6 @@
 #include "export/IndentedJson.h"
 
-#include "export/utf8.h"
+#include "export/jsonText.h"
 
 #include <algorithm>
 #include <limits>
@@ -39,14 +39,18 @@ void IndentedJson::endList() {
 }
 
 void IndentedJson::key(std::string_view member) {
-    text(member);
+    startValue();
+    stream_.output.put('"');
+    stream_.output.put(member);
+    stream_.output.put('"');
 }
 
 void IndentedJson::text(std::string_view value) {
-    std::string repaired;
-    if (!isValidUtf8(value)) {
-        repaired = repairedUtf8(value);
-        value = repaired;
+    if (!isSafeJsonText(value)) {
+        const std::string quoted = quotedJsonText(value);
+        startValue();
+        stream_.output.put(quoted);
+        return;
     }
     if (value.size() > std::numeric_limits<rapidjson::SizeType>::max()) {
         throw std::length_error("a text is too long for JSON");

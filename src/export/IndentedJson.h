@@ -30,8 +30,9 @@ public:
     void endObject();
     void startList();
     void endList();
-    void key(std::string_view member); // ASCII
-    /// Any bytes; each invalid sequence is written as U+FFFD. Throws `std::length_error` above 4 GiB.
+    void key(std::string_view member); // letters and digits
+    /// Any bytes, as a value or in place of a key, as `quotedJsonText` writes them. Throws `std::length_error` above
+    /// 4 GiB.
     void text(std::string_view value);
     void number(std::int64_t value);
     void trueFlag();

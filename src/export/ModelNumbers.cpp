@@ -39,12 +39,13 @@ ModelNumbers::ModelNumbers(const KelModel& model) {
 }
 
 std::uint32_t ModelNumbers::numberOf(const KelObject* object) const {
-    const auto found = numbers_.find(object);
-    return found != numbers_.end() ? found->second : 0;
+    return object != nullptr ? numbers_.numberOf(*object) : 0;
 }
 
 void ModelNumbers::enter(const KelObject& object) {
-    numbers_.try_emplace(&object, static_cast<std::uint32_t>(numbers_.size()) + 1);
+    if (numbers_.numberOf(object) == 0) { // an argument may have two owners
+        numbers_.give(object, ++count_);
+    }
     if (textsValid_) {
         TextCheck check(textsValid_);
         jsonFormOf(object).writeMembers(object, check);

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "export/modelWalk.h"
+#include "host/model/KelNumbering.h"
 
 #include <cstdint>
-#include <unordered_map>
 
 namespace exporter {
 
@@ -23,7 +23,8 @@ private:
     void endPart(const Part& /*part*/) override {}
     void leave(const KelObject& /*object*/) override {}
 
-    std::unordered_map<const KelObject*, std::uint32_t> numbers_;
+    KelNumbering numbers_;
+    std::uint32_t count_ = 0;
     bool textsValid_ = true;
 };
 

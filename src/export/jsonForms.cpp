@@ -56,7 +56,14 @@ std::span<const JsonForm> jsonForms() {
 }
 
 const JsonForm& jsonFormOf(const KelObject& object) {
-    return *std::ranges::find(forms, object.elementType, &JsonForm::type);
+    static const auto formOfType = [] {
+        std::array<const JsonForm*, 1 + static_cast<std::size_t>(KelElementType::package)> byType{};
+        for (const JsonForm& form : forms) {
+            byType[static_cast<std::size_t>(form.type)] = &form;
+        }
+        return byType;
+    }();
+    return *formOfType[static_cast<std::size_t>(object.elementType)];
 }
 
 } // namespace exporter

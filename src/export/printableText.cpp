@@ -26,12 +26,6 @@ constexpr std::array unprintable{
     Range{0xFFF9, 0xFFFB}, // interlinear annotations
 };
 
-bool isPrintable(int character) {
-    return std::none_of(unprintable.begin(), unprintable.end(), [character](const Range& range) {
-        return range.first <= character && character <= range.last;
-    });
-}
-
 std::string hexadecimal(const char* format, unsigned number) {
     std::array<char, 16> digits{};
     const int length = std::snprintf(digits.data(), digits.size(), format, number);
@@ -52,6 +46,12 @@ std::string spelledOut(int character) {
 }
 
 } // namespace
+
+bool isPrintable(int character) {
+    return std::none_of(unprintable.begin(), unprintable.end(), [character](const Range& range) {
+        return range.first <= character && character <= range.last;
+    });
+}
 
 std::string printableText(std::string_view text) {
     std::string result;

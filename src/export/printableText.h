@@ -5,6 +5,9 @@
 
 namespace exporter {
 
+/// Whether a terminal only shows the character, and as one that follows the one before it.
+[[nodiscard]] bool isPrintable(int character);
+
 /// `text` so that a terminal only shows it: every character that could move the cursor, start an escape sequence
 /// or turn the direction of writing is spelled out ("\n", "\x1b", "\u{202e}"), and so is every byte that is not
 /// part of valid UTF-8 ("\xe9"). The result is valid UTF-8 of one line.

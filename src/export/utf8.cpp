@@ -2,7 +2,6 @@
 
 #include <unicode/utf8.h>
 
-#include <algorithm>
 #include <cstdint>
 
 namespace exporter {
@@ -16,8 +15,14 @@ int nextCharacter(std::string_view text, std::size_t& at) {
 }
 
 bool isValidUtf8(std::string_view text) {
-    const auto* nonAscii = std::find_if(text.begin(), text.end(), [](char byte) { return (byte & 0x80) != 0; });
-    for (auto at = static_cast<std::size_t>(nonAscii - text.begin()); at < text.size();) {
+    unsigned char allBits = 0;
+    for (const char byte : text) {
+        allBits |= static_cast<unsigned char>(byte);
+    }
+    if (allBits < 0x80) {
+        return true; // nearly all texts
+    }
+    for (std::size_t at = 0; at < text.size();) {
         if (nextCharacter(text, at) < 0) {
             return false;
         }

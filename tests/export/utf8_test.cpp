@@ -1,3 +1,4 @@
+#include "export/jsonText.h"
 #include "export/printableText.h"
 #include "export/utf8.h"
 
@@ -47,6 +48,28 @@ TEST(PrintableText, SpellsOutWhatDrivesATerminal) {
     };
     for (const Row& row : rows) {
         EXPECT_EQ(exporter::printableText(row.text), row.expected);
+    }
+}
+
+TEST(JsonText, EscapesWhatDrivesATerminal) {
+    struct JsonRow {
+        std::string_view text;
+        std::string_view quoted;
+        bool isSafe;
+    };
+    constexpr JsonRow rows[] = {
+        {"", R"("")", true},
+        {"Order \xE4\xB8\xAD", "\"Order \xE4\xB8\xAD\"", true},
+        {"a\"b\\c\n\x1B\0"sv, R"("a\"b\\c\n\u001B\u0000")", true}, // every JSON writer escapes these
+        {"\x7F", R"("\u007F")", false},
+        {"\u009B2J\u009F\u00A0", "\"\\u009B2J\\u009F\u00A0\"", false},
+        {"\u202Eabc\uFEFF", R"("\u202Eabc\uFEFF")", false},
+        {"caf\xE9 \"x\"", "\"caf\uFFFD \\\"x\\\"\"", false},
+        {"\xF0\x9F\x8C\xB8", "\"\xF0\x9F\x8C\xB8\"", true},
+    };
+    for (const JsonRow& row : rows) {
+        EXPECT_EQ(exporter::quotedJsonText(row.text), row.quoted);
+        EXPECT_EQ(exporter::isSafeJsonText(row.text), row.isSafe) << row.quoted;
     }
 }
 
