@@ -1,0 +1,84 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace notation {
+
+/// What a byte means where a token may begin.
+enum class ByteClass : std::uint8_t {
+    control, ///< nothing; NUL is one of them and marks the end of the buffered text as well
+    blank,
+    lineEnd,
+    open,
+    close,
+    comma,
+    quote,
+    bar,
+    comment,
+    word, ///< all others: letters, digits, signs, and every byte of a character beyond ASCII
+};
+
+/// Where runs of bytes stop, as bits of `runStops`.
+enum RunStop : std::uint8_t {
+    stopsQuoted = 1, ///< quote, backslash, line end, NUL
+    stopsLine = 2,   ///< line end, NUL
+    stopsWord = 4,   ///< whatever cannot be within a word
+};
+
+namespace detail {
+
+struct ByteTables {
+    std::array<ByteClass, 256> classes{};
+    std::array<std::uint8_t, 256> stops{};
+};
+
+constexpr ByteTables makeByteTables() {
+    struct Row {
+        ByteClass byteClass;
+        const char* bytes;
+    };
+    constexpr Row rows[] = {
+        {ByteClass::blank, " \t\v\f"}, {ByteClass::lineEnd, "\n\r"}, {ByteClass::open, "("}, {ByteClass::close, ")"},
+        {ByteClass::comma, ","},       {ByteClass::quote, "\""},     {ByteClass::bar, "|"},  {ByteClass::comment, "#;"},
+    };
+    ByteTables tables;
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        tables.classes[byte] = byte < ' ' || byte == 0x7F ? ByteClass::control : ByteClass::word;
+    }
+    for (const Row& row : rows) {
+        for (const char* byte = row.bytes; *byte != '\0'; ++byte) {
+            tables.classes[static_cast<unsigned char>(*byte)] = row.byteClass;
+        }
+    }
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        const ByteClass is = tables.classes[byte];
+        const bool endsLine = is == ByteClass::lineEnd || byte == 0;
+        const bool inWord = is >= ByteClass::bar;
+        tables.stops[byte] = static_cast<std::uint8_t>((endsLine || byte == '"' || byte == '\\' ? stopsQuoted : 0) |
+                                                       (endsLine ? stopsLine : 0) | (inWord ? 0 : stopsWord));
+    }
+    return tables;
+}
+
+inline constexpr ByteTables byteTables = makeByteTables();
+
+} // namespace detail
+
+constexpr ByteClass classOf(char byte) {
+    return detail::byteTables.classes[static_cast<unsigned char>(byte)];
+}
+
+/// The first byte at or after `text` that stops such a run. There must be one: NUL stops them all.
+template <RunStop stop>
+const char* endOfRun(const char* text) {
+    const auto stops = [](char byte) {
+        return (detail::byteTables.stops[static_cast<unsigned char>(byte)] & stop) != 0;
+    };
+    while (!stops(*text)) {
+        ++text;
+    }
+    return text;
+}
+
+} // namespace notation

@@ -1,0 +1,168 @@
+#include "notation/Lexer.h"
+
+#include "notation/ByteClasses.h"
+
+namespace notation {
+
+namespace {
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+constexpr std::uint32_t tabWidth = 8;
+
+} // namespace
+
+Lexer::Lexer(InputWindow& window) : window_(window), textBegin_(window.begin()), at_(textBegin_) {}
+
+const Token& Lexer::next() {
+    if (isPiece_) {
+        continueToken();
+        return token_;
+    }
+    skipToToken();
+    switch (classOf(*at_)) {
+    case ByteClass::open:
+        takeSingle(TokenKind::open);
+        break;
+    case ByteClass::close:
+        takeSingle(TokenKind::close);
+        break;
+    case ByteClass::comma:
+        takeSingle(TokenKind::comma);
+        break;
+    case ByteClass::quote:
+        beginText(TokenKind::text);
+        readText();
+        break;
+    case ByteClass::bar:
+        beginText(TokenKind::line);
+        token_.startsLine = true;
+        token_.continues = barLine_ != 0 && barLine_ + 1 == line_;
+        barLine_ = line_;
+        readLine();
+        break;
+    case ByteClass::control:
+        readControls();
+        break;
+    default:
+        beginToken(TokenKind::word);
+        textBegin_ = at_;
+        readWord();
+        if (token_.place.offset == 0 && token_.text == byteOrderMark) {
+            return next();
+        }
+    }
+    return token_;
+}
+
+void Lexer::skipToToken() {
+    for (;;) {
+        skipBlanks();
+        switch (classOf(*at_)) {
+        case ByteClass::blank:
+            ++at_;
+            ++blanks_;
+            break;
+        case ByteClass::lineEnd:
+            textBegin_ = at_;
+            if (atLineEnd()) {
+                endLine();
+            } else {
+                ++at_;
+            }
+            break;
+        case ByteClass::comment:
+            skipComment();
+            break;
+        case ByteClass::control:
+            textBegin_ = at_;
+            if (at_ != window_.limit() || !more()) {
+                return;
+            }
+            break;
+        case ByteClass::word:
+            if (*at_ != '/' || !atComment()) {
+                return;
+            }
+            skipComment();
+            break;
+        default:
+            return;
+        }
+    }
+}
+
+// Goes on behind spaces and tabs, and counts the columns that they take.
+void Lexer::skipBlanks() {
+    const char* at = at_;
+    std::uint32_t columns = blanks_;
+    for (;; ++at) {
+        if (*at == ' ') {
+            ++columns;
+        } else if (*at == '\t') {
+            columns += tabWidth - columns % tabWidth;
+        } else {
+            break;
+        }
+    }
+    at_ = at;
+    blanks_ = columns;
+}
+
+// Whether the "/" here is the first of two.
+bool Lexer::atComment() {
+    textBegin_ = at_;
+    return (at_ + 1 != window_.limit() || more()) && at_[1] == '/';
+}
+
+void Lexer::skipComment() {
+    for (;;) {
+        at_ = endOfRun<stopsLine>(at_);
+        textBegin_ = at_;
+        if (at_ == window_.limit()) {
+            if (!more()) {
+                return;
+            }
+        } else if (*at_ != '\0' && atLineEnd()) {
+            return;
+        } else {
+            ++at_;
+        }
+    }
+}
+
+void Lexer::endLine() {
+    ++at_;
+    ++line_;
+    lineStart_ = window_.offsetOf(at_);
+    lineIsNew_ = true;
+    blanks_ = 0;
+}
+
+// Reads on behind the buffered text; false when there is no more input or no more room.
+bool Lexer::more() {
+    const auto done = at_ - textBegin_;
+    const bool has = window_.refill(textBegin_);
+    textBegin_ = window_.begin();
+    at_ = textBegin_ + done;
+    return has;
+}
+
+// Whether the LF or CR here ends the line. What the first one is decides what a CR means.
+bool Lexer::atLineEnd() {
+    if (*at_ == '\n') {
+        lineEnds_ = lineEnds_ == LineEnds::unknown ? LineEnds::lf : lineEnds_;
+        return true;
+    }
+    if (lineEnds_ == LineEnds::unknown) {
+        const bool followed = at_ + 1 != window_.limit() || more();
+        lineEnds_ = followed && at_[1] == '\n' ? LineEnds::lf : LineEnds::cr;
+    }
+    return lineEnds_ == LineEnds::cr;
+}
+
+Place Lexer::placeOf(const char* at) const {
+    const std::uint64_t offset = window_.offsetOf(at);
+    return {offset, line_, offset - lineStart_ + 1};
+}
+
+} // namespace notation

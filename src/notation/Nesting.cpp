@@ -1,0 +1,46 @@
+// Two constructs that cannot follow each other show that a parenthesis is missing or surplus somewhere in front, but
+// not which. Files as their tool writes them tell by their indentation, since what a construct holds stands further
+// to the right than the line that the construct begins on. Other files are taken to lack a parenthesis.
+
+#include "notation/Nesting.h"
+
+#include <algorithm>
+
+namespace notation {
+
+// Whether the file is indented.
+bool Nesting::tellsBy(std::uint32_t indent) const {
+    return indent != noIndent && std::max(indent, open_.back().indent) > open_.front().indent;
+}
+
+// How many of the innermost constructs begin as far to the right as the line, or further.
+std::size_t Nesting::endsByIndent(std::uint32_t indent) const {
+    const auto holder =
+        std::find_if(open_.rbegin(), open_.rend(), [indent](const Open& open) { return open.indent < indent; });
+    return static_cast<std::size_t>(holder - open_.rbegin());
+}
+
+Nesting::Repair Nesting::forObject(std::uint32_t indent) const {
+    if (tellsBy(indent)) {
+        const std::size_t ends = endsByIndent(indent);
+        const bool fits = ends == open_.size() || open_[open_.size() - ends - 1].construct != Construct::object;
+        return {ends, !fits};
+    }
+    const auto list =
+        std::find_if(open_.rbegin(), open_.rend(), [](const Open& open) { return open.construct == Construct::list; });
+    return {static_cast<std::size_t>(list - open_.rbegin()), false};
+}
+
+Nesting::Repair Nesting::forProperty(std::uint32_t indent) const {
+    if (tellsBy(indent)) {
+        const std::size_t ends = endsByIndent(indent);
+        if (ends < open_.size()) {
+            return {ends, open_[open_.size() - ends - 1].construct != Construct::object};
+        }
+    }
+    const auto object = std::find_if(open_.rbegin(), open_.rend(),
+                                     [](const Open& open) { return open.construct == Construct::object; });
+    return {object != open_.rend() ? static_cast<std::size_t>(object - open_.rbegin()) : 0, false};
+}
+
+} // namespace notation

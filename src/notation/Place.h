@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+
+namespace notation {
+
+/// Where something stands in a file. Lines and columns count from 1, columns in bytes; the offset counts the bytes in
+/// front of it.
+struct Place {
+    std::uint64_t offset = 0;
+    std::uint64_t line = 1;
+    std::uint64_t column = 1;
+
+    bool operator==(const Place&) const = default;
+};
+
+} // namespace notation

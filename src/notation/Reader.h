@@ -1,0 +1,120 @@
+#pragma once
+
+#include "notation/Event.h"
+#include "notation/Lexer.h"
+#include "notation/Nesting.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace notation {
+
+/// Reads a file in the notation of nested objects, one event at a time.
+///
+/// Every construct that starts ends, in the right order, and every property belongs to the innermost object, whatever
+/// the file holds: what cannot be is told as a damage and reading goes on with what can be made of the rest
+/// (docs/notation.md). Memory is bounded by the settings, however large the file and its texts are; a text that does
+/// not fit comes in pieces. One thread uses a reader at a time.
+class Reader {
+public:
+    struct Settings {
+        std::size_t window = InputWindow::usualCapacity;  ///< bytes in memory at a time; 256 at least
+        std::size_t longestName = std::size_t{64} * 1024; ///< of names, keys and kinds; what is longer is cut
+        std::size_t deepest = 100'000;                    ///< what is nested deeper is skipped
+    };
+    /// An object's texts beyond these are values without a key.
+    static constexpr std::size_t mostNames = 16;
+
+    /// `source` must live as long. Reads nothing yet.
+    explicit Reader(ByteSource& source) : Reader(source, Settings{}) {}
+    Reader(ByteSource& source, const Settings& settings);
+
+    /// Goes on to the next event; false at the end of the file. Throws what the source throws; the reader is then good
+    /// for nothing more.
+    bool next();
+    [[nodiscard]] const Event& event() const { return event_; }
+
+private:
+    struct Head { // of a construct whose start is not told yet
+        Construct construct = Construct::group;
+        Place place;
+        std::uint32_t indent = 0;
+        bool isFirst = false;
+        std::uint64_t end = 0;
+    };
+    enum class Row : std::uint8_t { top, object, keyed, list, value, group };
+    enum class Column : std::uint8_t { open, close, comma, scalar, word, end };
+    using Step = bool (Reader::*)(); // whether it made an event
+    static Step stepFor(Row row, TokenKind token);
+
+    [[nodiscard]] const Token& token() const { return lexer_.token(); }
+    [[nodiscard]] Row row() const;
+    void advance();
+    void report(DamageKind kind, const Place& place);
+    void reportUnlessCut(DamageKind kind, const Place& place);
+    void reportOpen(DamageKind kind, const Place& place, std::size_t count);
+    void takeWord(std::string& word);
+    void takeNames();
+    void addToName(const Token& piece);
+    void takeHead();
+    bool start();
+    bool startAgain();
+    void skipConstruct();
+    bool end(bool isImplied);
+    bool makeValue(EventKind kind);
+    void giveKey();
+    bool location();
+    void repair(const Nesting::Repair& repair, const Place& place);
+
+    bool openConstruct();
+    bool openUnnamed();
+    bool close();
+    bool surplusClose();
+    bool strayComma();
+    bool strayText();
+    bool scalar();
+    bool unnamedScalar();
+    bool key();
+    bool wordValue();
+    bool wordInList();
+    bool wordInGroup();
+    bool noValue();
+    bool truncated();
+    bool finish();
+
+    Settings settings_;
+    InputWindow window_;
+    Lexer lexer_;
+    Nesting nesting_;
+    Event event_;
+
+    bool consumes_ = true;    // the current token is done with
+    bool continuing_ = false; // the last event was a value whose text may go on
+    bool isKeyed_ = false;    // `key_` waits for its value
+    bool straying_ = false;   // something outside of any object was told already
+    bool tooDeepTold_ = false;
+    bool finished_ = false;
+    std::uint64_t controlsLine_ = 0; // the last line whose control bytes were told
+    Damage told_;                    // of the current event
+    std::vector<Damage> damages_;    // to be told, the last one first
+    std::size_t ends_ = 0;           // constructs to end before going on
+    bool reopens_ = false;           // and then one to open again
+    std::optional<Head> held_;       // and then one to start
+
+    std::string key_;
+    Place keyPlace_;
+    std::uint32_t keyIndent_ = 0; // of its line when it is the first there
+    std::uint64_t wordEnd_ = 0;   // the offset behind the last word taken
+    Head head_;
+    std::string kind_;
+    std::string x_;
+    std::string y_;
+    std::string reference_;
+    std::array<std::string, mostNames> nameTexts_;
+    std::array<Name, mostNames> names_;
+    std::size_t nameCount_ = 0;
+};
+
+} // namespace notation
