@@ -1,0 +1,104 @@
+#pragma once
+
+#include "ledger/kindTable.h"
+#include "notation/Place.h"
+
+#include <array>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace ledger {
+
+struct PropertyRow;
+
+struct TextHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>()(text); }
+};
+/// Things by a text of the file, in its bytes. Pointers to them stay good.
+template <class Thing>
+using ByText = std::unordered_map<std::string, Thing, TextHash, std::equal_to<>>;
+
+/// How many by outcome.
+struct Counts {
+    std::array<std::uint64_t, outcomeWords.size()> byOutcome{};
+
+    std::uint64_t& operator[](Outcome outcome) { return byOutcome[static_cast<std::size_t>(outcome)]; }
+    [[nodiscard]] std::uint64_t of(Outcome outcome) const { return byOutcome[static_cast<std::size_t>(outcome)]; }
+    [[nodiscard]] std::uint64_t total() const { return byOutcome[0] + byOutcome[1] + byOutcome[2]; }
+    Counts& operator+=(const Counts& other);
+};
+
+/// Properties that are not told one by one.
+struct PropertyGroup {
+    const Reason* reason = nullptr;
+    std::uint64_t count = 0;
+    std::uint32_t file = 0; ///< where the first of them stands
+    notation::Place first;
+};
+
+/// The properties of one name in the objects of one kind.
+struct PropertyTally {
+    std::string name;                  ///< UTF-8, as all texts here
+    const PropertyRow* row;            ///< null when none stands for it
+    Counts counts;                     ///< those that are told one by one included
+    std::vector<PropertyGroup> groups; ///< by reason, of those that are not
+};
+
+/// The objects of one kind and their properties.
+struct KindTally {
+    std::string name;
+    const KindRow* row = nullptr;
+    Counts objects;
+    ByText<PropertyTally> properties;
+
+    /// By name.
+    [[nodiscard]] std::vector<const PropertyTally*> sortedProperties() const;
+    [[nodiscard]] Counts propertyCounts() const;
+};
+
+/// An object, or a property that is told by itself.
+struct Entry {
+    const KindTally* kind = nullptr;
+    const PropertyTally* property = nullptr; ///< null for an object
+    std::uint32_t file = 0;
+    notation::Place place;
+    std::uint64_t order = 0; ///< grows along the text of the files
+    std::string name;        ///< of the object
+    const Reason* reason = nullptr;
+    std::string detail; ///< what the reason is about; may be empty
+};
+
+/// Bytes of a text that the encoding of its file does not have.
+struct BadBytes {
+    std::uint32_t file = 0;
+    notation::Place place;
+    std::string bytes; ///< as they stand
+};
+
+/// What became of everything that a model file, with its units, holds.
+struct Ledger {
+    Ledger() = default;
+    Ledger(const Ledger&) = delete; // its parts point to each other
+    Ledger& operator=(const Ledger&) = delete;
+    Ledger(Ledger&&) = default;
+    Ledger& operator=(Ledger&&) = default;
+
+    std::vector<std::string> files; ///< paths
+    ByText<KindTally> kinds;
+    std::deque<Entry> entries; ///< what is told one by one, in the order of the files' text
+    std::vector<BadBytes> badBytes;
+    std::uint64_t losses = 0; ///< how many objects and properties
+
+    [[nodiscard]] Counts objects() const;
+    [[nodiscard]] Counts properties() const;
+    /// By name.
+    [[nodiscard]] std::vector<const KindTally*> sortedKinds() const;
+};
+
+} // namespace ledger

@@ -1,0 +1,202 @@
+#include "ledger/LedgerMaker.h"
+
+#include "ledger/propertyTable.h"
+#include "ledger/reasons.h"
+#include "notation/Reader.h"
+#include "units/OpenFile.h"
+#include "units/localText.h"
+
+#include <algorithm>
+
+namespace ledger {
+
+using notation::Construct;
+using notation::Event;
+using notation::EventKind;
+
+namespace {
+
+constexpr std::size_t nestedWindow = std::size_t{16} * 1024; // of units, which may nest deep
+
+bool isPlain(std::string_view bytes) {
+    return std::ranges::all_of(bytes, [](char byte) { return byte >= 0; });
+}
+
+} // namespace
+
+/// A file that is being read.
+struct LedgerMaker::OpenText {
+    OpenText(const std::filesystem::path& path, std::size_t index, const notation::Reader::Settings& settings)
+        : file(static_cast<std::uint32_t>(index)), source(path), reader(source, settings) {}
+
+    std::uint32_t file;
+    units::OpenFile source;
+    notation::Reader reader;
+    std::size_t nextUnit = 0;
+};
+
+LedgerMaker::LedgerMaker(const units::UnitTree& tree, const KelModel& model, const Choices& choices)
+    : tree_(tree), model_(model), choices_(choices), index_(model) {
+    const auto common = std::make_shared<SourceText>(choices.encoding);
+    for (const units::ResolvedFile& file : tree.files) {
+        ledger_.files.push_back(file.path.string());
+        texts_.push_back(choices.encodingByFile ? std::make_shared<SourceText>(units::encodingOf(file.contents.charSet))
+                                                : common);
+    }
+}
+
+LedgerMaker::~LedgerMaker() = default;
+
+Ledger LedgerMaker::make() {
+    open(0);
+    while (!open_.empty()) {
+        notation::Reader& reader = open_.back()->reader;
+        if (reader.next()) {
+            take(reader.event());
+        } else {
+            open_.pop_back();
+        }
+    }
+    finishDeferred();
+    std::ranges::sort(ledger_.entries, {}, &Entry::order);
+    return std::move(ledger_);
+}
+
+void LedgerMaker::open(std::size_t file) {
+    notation::Reader::Settings settings;
+    settings.window = open_.empty() ? settings.window : nestedWindow;
+    open_.push_back(std::make_unique<OpenText>(tree_.files[file].path, file, settings));
+}
+
+void LedgerMaker::take(const Event& event) {
+    if (event.kind == EventKind::damage) {
+        return;
+    }
+    const bool isText = event.kind == EventKind::text || event.kind == EventKind::line;
+    if (isText && !isPlain(event.text)) {
+        noteBadBytes(event.text, event.place, event.place.column + (event.continues && !event.startsLine ? 0 : 1));
+    }
+    if (event.continues) {
+        if (value_ != nullptr) {
+            value_->text += event.startsLine ? "\n" : "";
+            value_->text += event.text;
+        }
+        return;
+    }
+    value_ = nullptr;
+    if (event.isProperty() && depth_ > 0) {
+        addProperty(event);
+    }
+    if (event.kind == EventKind::start && event.construct == Construct::object) {
+        startObject(event);
+    } else if (event.kind == EventKind::end && event.construct == Construct::object) {
+        endObject();
+    } else if (value_ == nullptr && depth_ > 0 && isText && !objects_[depth_ - 1].values.empty()) {
+        SourceValue& holder = objects_[depth_ - 1].values.back(); // such as (value cardinality "1")
+        if (holder.kind == EventKind::start && holder.text.empty()) {
+            holder.text = event.text;
+            value_ = &holder;
+        }
+    }
+}
+
+SourceText& LedgerMaker::currentText() {
+    return textOf(open_.back()->file);
+}
+
+const units::Unit* LedgerMaker::unitAt(const notation::Place& place) {
+    OpenText& text = *open_.back();
+    const std::vector<units::Unit>& units = tree_.files[text.file].units;
+    while (text.nextUnit < units.size() && units[text.nextUnit].reference.range.begin < place.offset) {
+        ++text.nextUnit;
+    }
+    const bool isUnit = text.nextUnit < units.size() && units[text.nextUnit].reference.range.begin == place.offset;
+    return isUnit ? &units[text.nextUnit] : nullptr;
+}
+
+void LedgerMaker::startObject(const Event& event) {
+    noteBadNames(event);
+    if (objects_.size() == depth_) {
+        objects_.emplace_back();
+    }
+    SourceObject& object = objects_[depth_++];
+    SourceObject* parent = depth_ > 1 ? &objects_[depth_ - 2] : nullptr;
+    object.kind = &kindOf(event.text);
+    object.key = event.key;
+    object.name = event.names.empty() ? std::string_view() : event.names.front().text;
+    object.secondName = event.names.size() < 2 ? std::string_view() : event.names[1].text;
+    object.reference = event.reference;
+    object.object = nullptr;
+    object.dropped = nullptr;
+    object.verdict = {};
+    object.file = open_.back()->file;
+    object.place = event.place;
+    object.values.clear();
+    object.held.clear();
+    object.isImplied = event.isImplied;
+    object.entry = ledger_.entries.size();
+    if (!event.isImplied && choices_.detail != Detail::counts) {
+        Entry& entry = ledger_.entries.emplace_back();
+        entry.kind = object.kind;
+        entry.file = object.file;
+        entry.place = object.place;
+        entry.order = ++order_;
+        entry.name = nameOf(object);
+    }
+    object.unit = unitAt(event.place);
+    begin(object, parent);
+}
+
+void LedgerMaker::endObject() {
+    SourceObject& object = objects_[--depth_];
+    SourceObject* parent = depth_ > 0 ? &objects_[depth_ - 1] : nullptr;
+    const units::Unit* unit = object.unit;
+    finish(object, parent);
+    if (unit != nullptr && unit->state == units::UnitState::found) {
+        open(unit->file);
+    }
+}
+
+void LedgerMaker::addProperty(const Event& event) {
+    SourceObject& owner = objects_[depth_ - 1];
+    PropertyTally& tally = propertyOf(*owner.kind, event.key);
+    SourceValue value{&tally, open_.back()->file, event.keyPlace, ++order_, event.kind, {}};
+    if (owner.dropped != nullptr) {
+        settleValue(owner, value, {&reasons::withObject, {}});
+        return;
+    }
+    if (event.kind != EventKind::start) {
+        value.text = event.text;
+    }
+    owner.values.push_back(std::move(value));
+    value_ = &owner.values.back();
+}
+
+void LedgerMaker::noteBadBytes(std::string_view bytes, const notation::Place& place, std::uint64_t column) {
+    for (const SourceText::Run& run : textOf(open_.back()->file).badRuns(bytes)) {
+        notation::Place at = place;
+        at.offset += column - place.column + run.offset;
+        at.column = column + run.offset;
+        ledger_.badBytes.push_back({open_.back()->file, at, std::string(bytes.substr(run.offset, run.length))});
+    }
+}
+
+// The reader tells where an object's head ends, but not where each name begins: they are counted back from there, with
+// a blank between them as the tool writes it.
+void LedgerMaker::noteBadNames(const Event& event) {
+    std::uint64_t end = event.end - (event.reference.empty() ? 0 : event.reference.size() + 2);
+    for (std::size_t index = event.names.size(); index-- > 0;) {
+        const notation::Name& name = event.names[index];
+        const std::uint64_t begin = end - name.length - (name.hasEscapes ? 1 : 0);
+        if (!isPlain(name.text)) {
+            noteBadBytes(name.text, event.place, event.place.column + begin - event.place.offset);
+        }
+        end = begin - 2;
+    }
+}
+
+Ledger makeLedger(const units::UnitTree& tree, const KelModel& model, const Choices& choices) {
+    return LedgerMaker(tree, model, choices).make();
+}
+
+} // namespace ledger

@@ -1,0 +1,172 @@
+#include "ledger/ModelIndex.h"
+
+#include "host/model/KelArgument.h"
+#include "host/model/KelAssociation.h"
+#include "host/model/KelAssociationRole.h"
+#include "host/model/KelClass.h"
+#include "host/model/KelClassDiagram.h"
+#include "host/model/KelDependency.h"
+#include "host/model/KelDesignPackage.h"
+#include "host/model/KelGeneralization.h"
+#include "host/model/KelModel.h"
+#include "host/model/KelOperation.h"
+#include "host/model/KelRealization.h"
+
+namespace ledger {
+
+namespace {
+
+constexpr std::string_view homeName = "Use Case Classes in Class Diagrams";
+
+/// A key for two classes: the first, and the second as bytes.
+std::string_view bytesOf(const KelClass* const& pointer) {
+    return {reinterpret_cast<const char*>(&pointer), sizeof(std::uintptr_t)};
+}
+
+void addPair(Claims& claims, const KelClass* first, const KelClass* second, KelObject* object) {
+    if (first != nullptr && second != nullptr) {
+        claims.add(first, bytesOf(second), object);
+    }
+}
+
+} // namespace
+
+ModelIndex::ModelIndex(const KelModel& model) : model_(model) {
+    std::vector<const KelPackage*> open{&model};
+    while (!open.empty()) { // packages may nest deeper than the stack is long
+        const KelPackage* package = open.back();
+        open.pop_back();
+        addPackage(*package);
+        const auto children = package->childPackages();
+        for (int index = children.count() - 1; index >= 0; --index) {
+            open.push_back(children[index]);
+        }
+    }
+}
+
+void ModelIndex::addPackage(const KelPackage& package) {
+    for (KelPackage* child : package.childPackages()) {
+        packages_.add(&package, child->getName().view(), child);
+        packagesByName_.add(nullptr, child->getName().view(), child);
+    }
+    if (package.elementType != KelElementType::designPackage) {
+        return;
+    }
+    const auto& design = static_cast<const KelDesignPackage&>(package);
+    if (design.getParentPackage() == &model_ && design.getName().view() == homeName) {
+        homeOfNamed_ = &design;
+    }
+    addElements(design);
+}
+
+void ModelIndex::addElements(const KelDesignPackage& package) {
+    for (KelModelElement* element : package.modelElements()) {
+        switch (element->elementType) {
+        case KelElementType::classObject:
+            addClass(static_cast<const KelClass&>(*element));
+            break;
+        case KelElementType::association:
+            associations_.add(nullptr, signatureOf(static_cast<const KelAssociation&>(*element)), element);
+            break;
+        case KelElementType::generalization: {
+            const auto& relation = static_cast<const KelGeneralization&>(*element);
+            addPair(generalizations_, relation.subtypeClasses().first(), relation.supertypeClasses().first(), element);
+            break;
+        }
+        case KelElementType::realization: {
+            const auto& relation = static_cast<const KelRealization&>(*element);
+            addPair(realizations_, relation.getRealizationClass(), relation.getSpecificationClass(), element);
+            break;
+        }
+        case KelElementType::dependency: {
+            const auto& relation = static_cast<const KelDependency&>(*element);
+            addPair(dependencies_, relation.getClientClass(), relation.getSupplierClass(), element);
+            break;
+        }
+        default:
+            break;
+        }
+    }
+    for (KelDiagram* diagram : package.diagrams()) {
+        diagrams_.add(&package, diagram->getName().view(), diagram);
+        diagrams_.add(nullptr, diagram->getName().view(), diagram);
+    }
+}
+
+void ModelIndex::addClass(const KelClass& added) {
+    classes_.add(nullptr, added.getName().view(), const_cast<KelClass*>(&added));
+    for (KelOperation* operation : added.operations()) {
+        operations_.add(&added, operation->getName().view(), operation);
+        for (KelArgument* argument : operation->arguments()) {
+            arguments_.add(operation, argument->getName().view(), argument);
+        }
+    }
+    for (KelArgument* argument : added.arguments()) {
+        arguments_.add(&added, argument->getName().view(), argument);
+    }
+}
+
+KelClass* ModelIndex::findClass(std::string_view name) {
+    return static_cast<KelClass*>(classes_.first(nullptr, name));
+}
+
+KelPackage* ModelIndex::takePackage(const KelPackage& parent, std::string_view name) {
+    return static_cast<KelPackage*>(packages_.take(&parent, name));
+}
+
+KelPackage* ModelIndex::takePackageAnywhere(std::string_view name) {
+    return static_cast<KelPackage*>(packagesByName_.take(nullptr, name));
+}
+
+KelDiagram* ModelIndex::takeDiagram(const KelPackage* package, std::string_view name) {
+    return static_cast<KelDiagram*>(diagrams_.take(package, name));
+}
+
+KelOperation* ModelIndex::takeOperation(const KelClass& owner, std::string_view name) {
+    return static_cast<KelOperation*>(operations_.take(&owner, name));
+}
+
+KelArgument* ModelIndex::takeArgument(const KelObject& owner, std::string_view name) {
+    return static_cast<KelArgument*>(arguments_.take(&owner, name));
+}
+
+KelAssociation* ModelIndex::takeAssociation(std::string_view signature) {
+    return static_cast<KelAssociation*>(associations_.take(nullptr, signature));
+}
+
+KelGeneralization* ModelIndex::takeGeneralization(const KelClass& subtype, const KelClass& supertype) {
+    return static_cast<KelGeneralization*>(generalizations_.take(&subtype, bytesOf(&supertype)));
+}
+
+KelRealization* ModelIndex::takeRealization(const KelClass& realization, const KelClass& specification) {
+    return static_cast<KelRealization*>(realizations_.take(&realization, bytesOf(&specification)));
+}
+
+KelDependency* ModelIndex::takeDependency(const KelClass& client, const KelClass& supplier) {
+    return static_cast<KelDependency*>(dependencies_.take(&client, bytesOf(&supplier)));
+}
+
+KelObject* ModelIndex::findRelationship(KelElementType kind, const KelClass& client, const KelClass& supplier) const {
+    const Claims& claims = kind == KelElementType::generalization ? generalizations_
+                           : kind == KelElementType::realization  ? realizations_
+                                                                  : dependencies_;
+    return claims.first(&client, bytesOf(&supplier));
+}
+
+void ModelIndex::addToSignature(std::string& signature, std::string_view name) {
+    signature += name;
+    signature += '\0';
+}
+
+std::string ModelIndex::signatureOf(const KelAssociation& association) {
+    std::string signature;
+    addToSignature(signature, association.getName().view());
+    for (const KelAssociationRole* role : association.associationRoles()) {
+        addToSignature(signature, role->getName().view());
+        const KelClass* associated = role->getAssociatedClass();
+        addToSignature(signature, associated != nullptr ? associated->getName().view() : "");
+    }
+    return signature;
+}
+
+} // namespace ledger

@@ -1,0 +1,47 @@
+#include "ledger/SourceText.h"
+
+#include "host/encoding/convertText.h"
+#include "host/encoding/invalidBytes.h"
+
+#include <algorithm>
+
+namespace ledger {
+
+SourceText::SourceText(const KelString& encoding)
+    : from_(encoding), utf8_("UTF-8"), converts_(from_.getHandle() != nullptr) {}
+
+std::string SourceText::toUtf8(std::string_view bytes, bool* isWhole) {
+    if (!converts_ || std::ranges::all_of(bytes, [](char byte) { return byte > 0; })) {
+        return std::string(bytes);
+    }
+    KelString text(bytes);
+    const bool converted = equivalentConverters(&from_, &utf8_) || convertText(from_, utf8_, text);
+    if (isWhole != nullptr) {
+        *isWhole = converted;
+    }
+    return std::string(text.view());
+}
+
+std::vector<SourceText::Run> SourceText::badRuns(std::string_view bytes) {
+    std::vector<Run> runs;
+    if (converts_) {
+        for (const InvalidBytes& invalid : invalidBytes(from_, bytes)) {
+            runs.push_back({invalid.offset, invalid.length});
+        }
+    }
+    return runs;
+}
+
+std::string_view takenOfQuoted(std::string_view bytes) {
+    return bytes.substr(0, std::min(bytes.find('"'), bytes.find('\0')));
+}
+
+std::string_view classNamed(std::string_view text) {
+    constexpr std::string_view separator = "::";
+    if (text.find("Logical View::") == std::string_view::npos) {
+        return text;
+    }
+    return text.substr(text.rfind(separator) + separator.size());
+}
+
+} // namespace ledger

@@ -1,0 +1,180 @@
+// Which judgement each object gets, and what these have in common.
+
+#include "host/model/KelModel.h"
+#include "ledger/LedgerMaker.h"
+#include "ledger/reasons.h"
+#include "notation/unescaped.h"
+
+#include <algorithm>
+
+namespace ledger {
+
+namespace {
+
+/// What is read whatever it stands in: a keyword of the import that no object around it can hide.
+bool isReadAnywhere(Subject subject) {
+    return subject == Subject::package || subject == Subject::classObject || subject == Subject::association ||
+           subject == Subject::classDiagram;
+}
+
+/// Whether an object can only be judged together with the one that it stands in.
+bool isHeld(const SourceObject& object, const SourceObject& parent) {
+    struct Row {
+        Subject held;
+        Subject by;
+    };
+    static constexpr std::array rows{
+        Row{Subject::role, Subject::association}, Row{Subject::noteView, Subject::classDiagram},
+        Row{Subject::attachView, Subject::classDiagram}, Row{Subject::label, Subject::noteView}};
+    return std::ranges::any_of(
+        rows, [&](const Row& row) { return row.held == object.subject() && row.by == parent.subject(); });
+}
+
+} // namespace
+
+void LedgerMaker::begin(SourceObject& object, SourceObject* parent) {
+    const KindRow& row = *object.kind->row;
+    if (row.gate == Gate::unmutes) {
+        mutedBy_.reset();
+    } else if (row.gate == Gate::mutes) {
+        mutedBy_ = std::string(row.kind) + " at line " + std::to_string(object.place.line);
+    }
+    object.verdict.reason = &reasons::kept;
+    if (object.unit != nullptr && object.unit->state == units::UnitState::found) {
+        object.verdict = {&reasons::readFromUnit, object.unit->path.string()};
+        return;
+    }
+    if (row.subject == Subject::none) {
+        return drop(object, row.reason);
+    }
+    if (parent != nullptr && parent->dropped != nullptr && !isReadAnywhere(row.subject)) {
+        return drop(object, parent->dropped->weight == Weight::loss ? *parent->dropped : reasons::within);
+    }
+    switch (row.subject) {
+    case Subject::header:
+    case Subject::design:
+        object.object = const_cast<KelModel*>(&model_);
+        return;
+    case Subject::package:
+        return beginPackage(object, parent);
+    case Subject::classObject:
+        return beginClass(object, parent);
+    case Subject::attribute:
+        return beginAttribute(object, parent);
+    case Subject::operation:
+        return beginOperation(object, parent);
+    case Subject::parameter:
+        return beginParameter(object, parent);
+    case Subject::operationText:
+        object.object = parent != nullptr && parent->subject() == Subject::operation ? parent->object : nullptr;
+        return object.object == nullptr ? missing(object) : void();
+    case Subject::classDiagram:
+        return beginDiagram(object, parent);
+    case Subject::treeView:
+        return;
+    default:
+        if (row.subject > Subject::classDiagram && row.subject != Subject::label &&
+            (parent == nullptr || parent->subject() != Subject::classDiagram)) {
+            drop(object, reasons::within);
+        } else if (row.subject == Subject::diagramLabel) {
+            object.object = parent->object;
+        } else if (row.subject == Subject::label && (parent == nullptr || parent->subject() != Subject::noteView)) {
+            drop(object, row.reason);
+        }
+    }
+}
+
+void LedgerMaker::finish(SourceObject& object, SourceObject* parent) {
+    if (object.dropped == nullptr && object.verdict.reason != &reasons::readFromUnit) {
+        switch (object.subject()) {
+        case Subject::package:
+            finishPackage(object);
+            break;
+        case Subject::attribute:
+            finishAttribute(object);
+            break;
+        case Subject::operation:
+            finishTyped(object, "result");
+            break;
+        case Subject::parameter:
+            finishTyped(object, "type");
+            break;
+        case Subject::association:
+            finishAssociation(object, parent);
+            break;
+        case Subject::generalization:
+        case Subject::realization:
+        case Subject::dependency:
+            finishRelationship(object, parent);
+            break;
+        case Subject::classDiagram:
+            finishDiagram(object);
+            break;
+        case Subject::classView:
+            finishClassView(object);
+            break;
+        case Subject::associationView:
+        case Subject::generalizationView:
+        case Subject::realizationView:
+        case Subject::dependencyView:
+            return finishRelationshipView(object);
+        case Subject::treeView:
+            drawn_[object.reference].instead = object.find("supplier") != nullptr ? object.find("supplier")->text : "";
+            drop(object, object.kind->row->reason);
+            break;
+        default:
+            break;
+        }
+    }
+    const bool isPart = parent != nullptr && isHeld(object, *parent);
+    const bool standsForUnit = object.verdict.reason == &reasons::readFromUnit;
+    if (object.object == nullptr && object.dropped == nullptr && !isPart && !standsForUnit) {
+        drop(object, reasons::within);
+    }
+    if (object.verdict.reason == &reasons::kept && takenOfQuoted(object.name) != object.name) {
+        object.verdict = {&reasons::nameCut, taken(object.name, object.file)};
+    }
+    if (isPart && object.dropped == nullptr) {
+        object.verdict = {};
+        parent->held.push_back(std::move(object));
+        return;
+    }
+    settleHeld(object, {&reasons::within, {}});
+    settle(object);
+}
+
+std::string LedgerMaker::nameOf(const SourceObject& object) {
+    return textOf(object.file).toUtf8(notation::unescaped(object.secondName.empty() ? object.name : object.secondName));
+}
+
+std::string LedgerMaker::taken(std::string_view bytes, std::uint32_t file) {
+    return textOf(file).toUtf8(takenOfQuoted(bytes));
+}
+
+// What the import takes of the text of a property; empty without the property.
+std::string LedgerMaker::textOf(const SourceObject& object, std::string_view property) {
+    const SourceValue* value = object.find(property);
+    if (value == nullptr) {
+        return {};
+    }
+    const bool isQuoted = value->kind != notation::EventKind::line;
+    return textOf(value->file).toUtf8(isQuoted ? takenOfQuoted(value->text) : std::string_view(value->text));
+}
+
+void LedgerMaker::drop(SourceObject& object, const Reason& reason, std::string detail) {
+    object.dropped = &reason;
+    object.object = nullptr;
+    object.verdict = {&reason, std::move(detail)};
+}
+
+// Notes which line an object was found by; false when it was found by another already.
+bool LedgerMaker::claim(const KelObject& object, const SourceObject& by) {
+    return claimed_.emplace(&object, by.place.line).second;
+}
+
+// Drops what the import takes and the model does not have.
+void LedgerMaker::missing(SourceObject& object) {
+    drop(object, mutedBy_ ? reasons::muted : reasons::notInModel, mutedBy_.value_or(""));
+}
+
+} // namespace ledger

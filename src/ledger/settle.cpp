@@ -1,0 +1,105 @@
+// What is known of objects and properties goes into the ledger.
+
+#include "ledger/LedgerMaker.h"
+#include "ledger/propertyTable.h"
+#include "ledger/reasons.h"
+
+#include <algorithm>
+
+namespace ledger {
+
+KindTally& LedgerMaker::kindOf(std::string_view bytes) {
+    auto found = ledger_.kinds.find(bytes);
+    if (found == ledger_.kinds.end()) {
+        found = ledger_.kinds.emplace(bytes, KindTally{}).first;
+        found->second.name = currentText().toUtf8(bytes);
+        found->second.row = &kindRow(bytes);
+    }
+    return found->second;
+}
+
+PropertyTally& LedgerMaker::propertyOf(KindTally& kind, std::string_view bytes) {
+    auto found = kind.properties.find(bytes);
+    if (found == kind.properties.end()) {
+        PropertyTally tally{currentText().toUtf8(bytes), propertyRow(kind.row->subject, bytes), {}, {}};
+        found = kind.properties.emplace(bytes, std::move(tally)).first;
+    }
+    return found->second;
+}
+
+void LedgerMaker::count(Counts& counts, const Reason& reason) {
+    ++counts[reason.outcome];
+    ledger_.losses += reason.weight == Weight::loss ? 1 : 0;
+}
+
+void LedgerMaker::settle(SourceObject& object) {
+    if (!object.isImplied) {
+        const bool isKept = object.verdict.reason == &reasons::kept;
+        const Reason& reason = isKept ? object.kind->row->reason : *object.verdict.reason;
+        count(object.kind->objects, reason);
+        if (choices_.detail != Detail::counts) {
+            Entry& entry = ledger_.entries[object.entry];
+            entry.reason = &reason;
+            entry.detail = std::move(object.verdict.detail);
+        }
+    }
+    settleValues(object);
+}
+
+void LedgerMaker::settleValues(SourceObject& object) {
+    for (const SourceValue& value : object.values) {
+        const PropertyRow* row = value.property->row;
+        if (object.verdict.reason == &reasons::readFromUnit) {
+            const bool isFixed = row != nullptr && row->check == nullptr;
+            settleValue(object, value, {isFixed ? &row->always : &reasons::storage, {}});
+        } else if (object.object == nullptr) {
+            settleValue(object, value, {&reasons::withObject, {}});
+        } else if (row == nullptr) {
+            settleValue(object, value, {&otherProperties(object.subject()), {}});
+        } else if (row->check == nullptr) {
+            settleValue(object, value, {&row->always, {}});
+        } else {
+            settleValue(object, value, row->check({object, value, *object.object, textOf(value.file), index_, rests_}));
+        }
+    }
+    object.values.clear();
+}
+
+void LedgerMaker::settleValue(const SourceObject& owner, const SourceValue& value, Verdict verdict) {
+    const Reason& reason = *verdict.reason;
+    PropertyTally& tally = *value.property;
+    count(tally.counts, reason);
+    if (choices_.detail == Detail::counts) {
+        return;
+    }
+    if (choices_.detail == Detail::all || reason.weight != Weight::bulk) {
+        Entry& entry = ledger_.entries.emplace_back();
+        entry.kind = owner.kind;
+        entry.property = &tally;
+        entry.file = value.file;
+        entry.place = value.place;
+        entry.order = value.order;
+        entry.name = nameOf(owner);
+        entry.reason = &reason;
+        entry.detail = std::move(verdict.detail);
+        return;
+    }
+    auto group = std::ranges::find(tally.groups, &reason, &PropertyGroup::reason);
+    if (group == tally.groups.end()) {
+        group = tally.groups.insert(group, {&reason, 0, value.file, value.place});
+    }
+    ++group->count;
+}
+
+void LedgerMaker::settleHeld(SourceObject& object, const Verdict& verdict) {
+    for (SourceObject& held : object.held) {
+        if (held.verdict.reason == nullptr) {
+            held.verdict = verdict;
+        }
+        settleHeld(held, verdict);
+        settle(held);
+    }
+    object.held.clear();
+}
+
+} // namespace ledger

@@ -1,0 +1,142 @@
+#include "units/Assembly.h"
+
+#include "host/encoding/KelEncodingConverter.h"
+#include "host/encoding/convertText.h"
+#include "units/OpenFile.h"
+#include "units/localText.h"
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+
+namespace units {
+
+namespace {
+
+constexpr std::string_view packageKind = "Class_Category";
+constexpr std::string_view rootPackage = "Logical View"; // no package outside of it is imported
+constexpr std::uint64_t toTheEnd = std::numeric_limits<std::uint64_t>::max();
+
+constexpr std::string_view wrapping = "\n(object Design \"Logical View\"\n"
+                                      "    root_category \t(object Class_Category \"Logical View\"\n"
+                                      "\tlogical_models \t(list unit_reference_list\n";
+constexpr std::string_view closing = "\n\tlogical_presentations \t(list unit_reference_list)";
+
+/// Writes ranges of files, in their bytes or in UTF-8.
+class Writer {
+public:
+    Writer(const UnitTree& tree, bool toUtf8, const std::function<void(std::string_view)>& write)
+        : tree_(tree), toUtf8_(toUtf8), write_(write), buffer_(std::size_t{256} * 1024, '\0') {}
+
+    void copy(std::size_t file, Range range) {
+        OpenFile& source = open(file);
+        source.seek(range.begin);
+        std::string whole;
+        while (range.begin < range.end) {
+            const std::uint64_t room = std::min<std::uint64_t>(buffer_.size(), range.end - range.begin);
+            const std::size_t count = source.read(buffer_.data(), room);
+            if (count == 0) {
+                break;
+            }
+            range.begin += count;
+            const std::string_view piece(buffer_.data(), count);
+            toUtf8_ ? static_cast<void>(whole += piece) : write_(piece);
+        }
+        if (toUtf8_) {
+            convert(file, whole);
+        }
+    }
+    void put(std::string_view text) { write_(text); }
+
+private:
+    OpenFile& open(std::size_t file) {
+        if (source_ == nullptr || file != openIndex_) {
+            source_ = std::make_unique<OpenFile>(tree_.files[file].path);
+            openIndex_ = file;
+        }
+        return *source_;
+    }
+
+    // As a whole: a piece might end within a character.
+    void convert(std::size_t file, const std::string& bytes) {
+        KelEncodingConverter from(encodingOf(tree_.files[file].contents.charSet));
+        KelEncodingConverter utf8("UTF-8");
+        KelString text{std::string_view(bytes)};
+        convertText(from, utf8, text);
+        write_(text.view());
+    }
+
+    const UnitTree& tree_;
+    bool toUtf8_;
+    const std::function<void(std::string_view)>& write_;
+    std::string buffer_;
+    std::unique_ptr<OpenFile> source_;
+    std::size_t openIndex_ = 0;
+};
+
+/// A range of a file that is being written, as far as the unit that comes next in it.
+struct Writing {
+    std::size_t file;
+    Range rest;
+    std::size_t nextUnit;
+};
+
+// Files nest without taking stack.
+void writeNested(const UnitTree& tree, Writing start, Writer& writer) {
+    std::vector<Writing> open{start};
+    while (!open.empty()) {
+        Writing& at = open.back();
+        const std::vector<Unit>& units = tree.files[at.file].units;
+        while (at.nextUnit < units.size() && units[at.nextUnit].reference.range.begin < at.rest.begin) {
+            ++at.nextUnit;
+        }
+        if (at.nextUnit == units.size() || units[at.nextUnit].reference.range.begin >= at.rest.end) {
+            writer.copy(at.file, at.rest);
+            open.pop_back();
+            continue;
+        }
+        const Unit& unit = units[at.nextUnit++];
+        const Range& place = unit.reference.range;
+        if (unit.state == UnitState::found) {
+            writer.copy(at.file, {at.rest.begin, place.begin});
+            at.rest.begin = place.end;
+            open.push_back({unit.file, tree.files[unit.file].contents.content, 0});
+        } else {
+            const bool closes = unit.reference.kind == packageKind;
+            const std::uint64_t end = closes ? place.end - 1 : place.end; // in front of the parenthesis
+            writer.copy(at.file, {at.rest.begin, end});
+            writer.put(closes ? closing : "");
+            at.rest.begin = end;
+        }
+    }
+}
+
+} // namespace
+
+bool Assembly::isWrapped() const {
+    const UnitFile& model = tree_->files[0].contents;
+    return model.isModel && model.kind == packageKind && model.name != rootPackage;
+}
+
+bool Assembly::isMixed() const {
+    const auto encoding = [](const ResolvedFile& file) { return std::string_view(encodingOf(file.contents.charSet)); };
+    return std::ranges::any_of(tree_->files,
+                               [&](const ResolvedFile& file) { return encoding(file) != encoding(tree_->files[0]); });
+}
+
+void Assembly::write(Bytes bytes, const std::function<void(std::string_view)>& write) const {
+    Writer writer(*tree_, bytes == Bytes::utf8IfMixed && isMixed(), write);
+    if (!isWrapped()) {
+        writeNested(*tree_, {0, {0, toTheEnd}, 0}, writer);
+        return;
+    }
+    const Range& content = tree_->files[0].contents.content;
+    writer.copy(0, {0, content.begin});
+    writer.put(wrapping);
+    writeNested(*tree_, {0, content, 0}, writer);
+    writer.put(")");
+    writer.put(closing);
+    writer.put("))\n");
+}
+
+} // namespace units

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "units/UnitTree.h"
+
+#include <functional>
+#include <string_view>
+
+namespace units {
+
+/// What a model is like as one text, with the contents of its units in their places.
+class Assembly {
+public:
+    /// `tree` must live as long.
+    explicit Assembly(const UnitTree& tree) : tree_(&tree) {}
+
+    /// Whether the text differs from that of the model's own file.
+    [[nodiscard]] bool differs() const { return isWrapped() || !tree_->files[0].units.empty(); }
+    /// Whether the file is a package by itself, which the text puts into a logical view.
+    [[nodiscard]] bool isWrapped() const;
+    /// Whether the files are in several encodings. If so, the text is in UTF-8, unless the bytes are to stay.
+    [[nodiscard]] bool isMixed() const;
+
+    enum class Bytes { asTheyAre, utf8IfMixed };
+    /// Hands the text to `write`, one piece after the other, in order. A package whose unit is missing stays, closed,
+    /// so that what follows does not become its content. Throws `std::system_error` when a file cannot be read, and
+    /// what `write` throws.
+    void write(Bytes bytes, const std::function<void(std::string_view)>& write) const;
+
+private:
+    const UnitTree* tree_;
+};
+
+} // namespace units

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace units {
+
+/// `text` with the letters of ASCII in lower case.
+[[nodiscard]] std::string lowerCase(std::string_view text);
+
+/// Finds files by names that were written on a system where case does not matter. Each folder is listed once, and
+/// what changes on the disk afterwards is not seen. A folder that cannot be listed is one without files.
+class Folders {
+public:
+    /// The file, not folder, that `parts` lead to from `folder`. Each part is taken as it is written where that
+    /// exists, else as the first by name that differs in case alone.
+    [[nodiscard]] std::optional<std::filesystem::path> find(const std::filesystem::path& folder,
+                                                            std::span<const std::string> parts);
+    /// Every file below `folder` whose name differs from `name` at most in case, by path. Links to folders are not
+    /// followed.
+    [[nodiscard]] const std::vector<std::filesystem::path>& findBelow(const std::filesystem::path& folder,
+                                                                      const std::string& name);
+
+private:
+    using Names = std::unordered_map<std::string, std::string>; // by themselves in lower case
+    using FilesByName = std::unordered_map<std::string, std::vector<std::filesystem::path>>;
+
+    const Names& namesIn(const std::filesystem::path& folder);
+    const FilesByName& filesBelow(const std::filesystem::path& folder);
+
+    std::map<std::filesystem::path, Names> listed_;
+    std::map<std::filesystem::path, FilesByName> below_;
+};
+
+} // namespace units

@@ -1,0 +1,176 @@
+#include "units/UnitFile.h"
+
+#include "notation/Reader.h"
+#include "notation/unescaped.h"
+#include "units/OpenFile.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+
+namespace units {
+
+namespace {
+
+using notation::Construct;
+using notation::Event;
+using notation::EventKind;
+
+constexpr std::string_view headerKind = "Petal";
+
+/// An object that is being read.
+struct OpenObject {
+    UnitReference reference;
+    bool isUnit = false;
+    bool isLoaded = true; // without the property there is nothing to load
+};
+
+class Gatherer {
+public:
+    explicit Gatherer(Extent extent) : extent_(extent) {}
+
+    /// False when there is no point in reading on.
+    bool take(const Event& event);
+    [[nodiscard]] UnitFile& file() { return file_; }
+
+private:
+    bool startObject(const Event& event);
+    void endObject(const Event& event);
+    void takeProperty(const Event& event);
+
+    Extent extent_;
+    UnitFile file_;
+    std::size_t topObjects_ = 0;
+    std::vector<OpenObject> open_; // those in front of `depth_`; the others keep their memory for the next
+    std::size_t depth_ = 0;
+    bool inFileName_ = false; // a further piece of the value is one of a file's name
+};
+
+bool Gatherer::take(const Event& event) {
+    if (event.kind == EventKind::damage) {
+        return true;
+    }
+    if (event.continues) {
+        if (inFileName_) {
+            open_[depth_ - 1].reference.fileName += event.text;
+        }
+        return true;
+    }
+    inFileName_ = false;
+    if (event.isProperty() && depth_ > 0) {
+        takeProperty(event);
+    }
+    if (event.kind == EventKind::start && event.construct == Construct::object) {
+        return startObject(event);
+    }
+    if (event.kind == EventKind::end && event.construct == Construct::object) {
+        endObject(event);
+    }
+    return event.kind != EventKind::start || file_.isModel;
+}
+
+bool Gatherer::startObject(const Event& event) {
+    if (open_.size() == depth_) {
+        open_.emplace_back();
+    }
+    OpenObject& object = open_[depth_++];
+    object.isUnit = false;
+    object.isLoaded = true;
+    object.reference.kind = event.text;
+    object.reference.name = event.names.empty() ? std::string() : notation::unescaped(event.names.front().text);
+    object.reference.fileName.clear();
+    object.reference.place = event.place;
+    if (event.depth > 0) {
+        return true;
+    }
+    ++topObjects_;
+    if (topObjects_ == 1) {
+        file_.isModel = event.text == headerKind;
+    } else if (topObjects_ == 2) {
+        file_.kind = event.text;
+        file_.name = object.reference.name;
+        file_.content.begin = event.place.offset;
+        return extent_ == Extent::whole;
+    }
+    return file_.isModel;
+}
+
+void Gatherer::endObject(const Event& event) {
+    OpenObject& object = open_[--depth_];
+    if (depth_ == 0 && topObjects_ == 2 && file_.content.end == 0) {
+        file_.content.end = event.end;
+    }
+    if (object.isUnit && !object.isLoaded && depth_ > 0) {
+        object.reference.range = {object.reference.place.offset, event.end};
+        file_.references.push_back(object.reference);
+    }
+}
+
+void Gatherer::takeProperty(const Event& event) {
+    OpenObject& object = open_[depth_ - 1];
+    if (event.key == "is_unit") {
+        object.isUnit = event.text == "TRUE";
+    } else if (event.key == "is_loaded") {
+        object.isLoaded = event.text != "FALSE";
+    } else if (event.key == "file_name" && event.kind == EventKind::text) {
+        object.reference.fileName = event.text;
+        inFileName_ = true;
+    } else if (event.key == "charSet" && topObjects_ == 1) {
+        std::int64_t number = 0;
+        const char* end = event.text.data() + event.text.size();
+        const auto [stop, error] = std::from_chars(event.text.data(), end, number);
+        if (event.kind == EventKind::integer && error == std::errc() && stop == end) {
+            file_.charSet = number;
+        }
+    }
+}
+
+bool saysNotLoaded(std::string_view text) {
+    constexpr std::string_view key = "is_loaded";
+    constexpr std::string_view value = "FALSE";
+    while (const void* found = ::memmem(text.data(), text.size(), key.data(), key.size())) {
+        text.remove_prefix(static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) + key.size());
+        const std::size_t behind = text.find_first_not_of(" \t\r\n\v\f");
+        if (behind != std::string_view::npos && text.substr(behind).starts_with(value)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+UnitFile readUnitFile(const std::filesystem::path& path, Extent extent) {
+    OpenFile file(path);
+    notation::Reader reader(file);
+    Gatherer gatherer(extent);
+    while (reader.next() && gatherer.take(reader.event())) {
+    }
+    UnitFile& gathered = gatherer.file();
+    for (UnitReference& reference : gathered.references) {
+        reference.fileName = notation::unescaped(reference.fileName);
+    }
+    std::ranges::sort(gathered.references, {}, [](const UnitReference& reference) { return reference.range.begin; });
+    return std::move(gathered);
+}
+
+bool mayHoldReferences(const std::filesystem::path& path) {
+    constexpr std::size_t longest = 256; // of the key, blanks and the value
+    constexpr std::size_t windowSize = std::size_t{256} * 1024;
+    OpenFile file(path);
+    std::string window(windowSize, '\0');
+    for (std::size_t kept = 0;;) {
+        const std::size_t count = file.read(window.data() + kept, window.size() - kept);
+        const std::string_view text(window.data(), kept + count);
+        if (saysNotLoaded(text)) {
+            return true;
+        }
+        if (count == 0) {
+            return false;
+        }
+        kept = std::min(longest, text.size());
+        std::memmove(window.data(), text.data() + text.size() - kept, kept);
+    }
+}
+
+} // namespace units

@@ -1,0 +1,113 @@
+#include "units/UnitTree.h"
+
+#include "units/localText.h"
+
+#include <algorithm>
+#include <map>
+#include <system_error>
+
+namespace units {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Which file a path leads to, whatever the path.
+fs::path identityOf(const fs::path& path) {
+    std::error_code error;
+    fs::path canonical = fs::canonical(path, error);
+    return error ? path : canonical;
+}
+
+class TreeReader {
+public:
+    explicit TreeReader(UnitLocator& locator) : locator_(locator) {}
+
+    UnitTree read(const fs::path& model) {
+        add({model, 0, readUnitFile(model, Extent::whole), {}});
+        while (!open_.empty()) {
+            const std::size_t index = open_.back();
+            ResolvedFile& file = tree_.files[index];
+            if (file.units.size() == file.contents.references.size()) {
+                isOpen_[index] = false;
+                open_.pop_back();
+            } else {
+                file.units.push_back({file.contents.references[file.units.size()], UnitState::missing, 0, {}, {}});
+                resolve(index);
+            }
+        }
+        return std::move(tree_);
+    }
+
+private:
+    void add(ResolvedFile file) {
+        known_.emplace(identityOf(file.path), tree_.files.size());
+        open_.push_back(tree_.files.size());
+        isOpen_.push_back(true);
+        tree_.files.push_back(std::move(file));
+    }
+
+    // Resolves the last unit of the file; one that is found becomes the file to go on with.
+    void resolve(std::size_t index) {
+        ResolvedFile& file = tree_.files[index];
+        Unit& unit = file.units.back();
+        const std::string name = localText(unit.reference.fileName, file.contents.charSet);
+        Located located = locator_.locate(parseUnitName(name), folderOf(file.path), folderOf(tree_.files[0].path));
+        unit.remark = std::move(located.remark);
+        if (!located.file) {
+            return;
+        }
+        unit.path = *located.file;
+        if (const auto known = known_.find(identityOf(unit.path)); known != known_.end()) {
+            unit.file = known->second;
+            unit.state = isOpen_[known->second] ? UnitState::cycle : UnitState::repeated;
+            unit.remark = unit.state == UnitState::cycle ? "it stands in itself" : "its content stands further up";
+            return;
+        }
+        take(index, unit);
+    }
+
+    void take(std::size_t index, Unit& unit) {
+        unit.state = UnitState::unusable;
+        ResolvedFile found{unit.path, index, {}, {}};
+        try {
+            found.contents = readUnitFile(unit.path, Extent::whole);
+        } catch (const std::system_error& error) {
+            unit.remark = "it cannot be read: " + error.code().message();
+            return;
+        }
+        if (!found.contents.isModel || found.contents.kind != unit.reference.kind) {
+            unit.remark =
+                !found.contents.isModel ? "the file is no model file" : "the file holds another kind of object";
+            return;
+        }
+        unit.state = UnitState::found;
+        unit.file = tree_.files.size();
+        add(std::move(found)); // moves the files, and `unit` with them
+    }
+
+    static fs::path folderOf(const fs::path& file) { return file.has_parent_path() ? file.parent_path() : "."; }
+
+    UnitLocator& locator_;
+    UnitTree tree_;
+    std::map<fs::path, std::size_t> known_;
+    std::vector<bool> isOpen_;      // which files are among those below
+    std::vector<std::size_t> open_; // whose units are being resolved, the innermost last
+};
+
+} // namespace
+
+bool isLost(const Unit& unit) {
+    return unit.state != UnitState::found && unit.state != UnitState::repeated;
+}
+
+bool UnitTree::isComplete() const {
+    return std::ranges::none_of(files,
+                                [](const ResolvedFile& file) { return std::ranges::any_of(file.units, isLost); });
+}
+
+UnitTree readUnitTree(const fs::path& model, UnitLocator& locator) {
+    return TreeReader(locator).read(model);
+}
+
+} // namespace units

@@ -1,0 +1,75 @@
+#include "LedgerText.h"
+
+#include "notation/Reader.h"
+#include "units/OpenFile.h"
+
+#include <filesystem>
+#include <fstream>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::string_view front =
+    "\n(object Petal\n    version 42\n    charSet 0)\n\n(object Design \"Logical View\"\n"
+    "    root_category \t(object Class_Category \"Logical View\" logical_models \t(list u\n";
+
+std::string textOf(const ledger::Entry& entry) {
+    const bool isLost =
+        entry.reason->weight == ledger::Weight::loss && entry.reason->outcome == ledger::Outcome::dropped;
+    const auto line = static_cast<std::int64_t>(entry.place.line - LedgerText::firstLine + 1);
+    std::string text = std::to_string(line) + " " + entry.kind->name;
+    text += entry.name.empty() ? "" : " " + entry.name;
+    text += entry.property != nullptr ? "." + entry.property->name : "";
+    text += isLost ? ": LOST "
+                   : std::string(": ") + ledger::outcomeWords[static_cast<std::size_t>(entry.reason->outcome)] + " ";
+    return text + entry.reason->text + (entry.detail.empty() ? "" : " " + entry.detail);
+}
+
+} // namespace
+
+LedgerText LedgerText::ofFile(const std::string& path, ledger::Detail detail, const char* encoding) {
+    units::UnitTree tree;
+    tree.files.push_back({path, 0, {}, {}});
+    const ImportedModel imported = ImportedModel::ofFile(path, {"C++", encoding});
+    ledger::Ledger made = ledger::makeLedger(tree, imported.model, {encoding, false, detail});
+    return {imported.failure, std::move(made)};
+}
+
+LedgerText LedgerText::of(std::string_view elements, std::string_view diagrams, const char* encoding) {
+    std::string path = std::filesystem::temp_directory_path() / "ledgerXXXXXX";
+    ::close(::mkstemp(path.data()));
+    std::ofstream(path) << front << elements << ")\n\tlogical_presentations \t(list u\n" << diagrams << ")))\n";
+    LedgerText text = ofFile(path, ledger::Detail::named, encoding);
+    std::filesystem::remove(path);
+    return text;
+}
+
+std::vector<std::string> LedgerText::lines() const {
+    std::vector<std::string> lines;
+    for (const ledger::Entry& entry : ledger.entries) {
+        lines.push_back(textOf(entry));
+    }
+    return lines;
+}
+
+std::string LedgerText::exceptions() const {
+    std::string text;
+    for (const ledger::Entry& entry : ledger.entries) {
+        text += entry.reason->outcome != ledger::Outcome::imported ? textOf(entry) + "\n" : "";
+    }
+    return text;
+}
+
+SourceCounts SourceCounts::of(const std::string& path) {
+    units::OpenFile file(path);
+    notation::Reader reader(file);
+    SourceCounts counts;
+    while (reader.next()) {
+        const notation::Event& event = reader.event();
+        const bool isObject =
+            event.kind == notation::EventKind::start && event.construct == notation::Construct::object;
+        counts.objects += isObject && !event.isImplied ? 1 : 0;
+        counts.properties += event.isProperty() && !event.continues ? 1 : 0;
+    }
+    return counts;
+}

@@ -1,0 +1,174 @@
+// Each construct that a model file may hold is planted once, and its line in the ledger checked.
+
+#include "LedgerText.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Row {
+    const char* elements;
+    const char* expected; // all that was not imported as it is
+};
+
+class Planted : public testing::TestWithParam<Row> {};
+
+TEST_P(Planted, IsTold) {
+    const LedgerText text = LedgerText::of(GetParam().elements);
+    ASSERT_EQ(text.failure, "");
+    EXPECT_EQ(text.exceptions(), GetParam().expected) << GetParam().elements;
+}
+
+constexpr const char* twoClasses = "(object Class \"A\")\n(object Class \"B\")\n";
+
+INSTANTIATE_TEST_SUITE_P(
+    Classes, Planted,
+    testing::Values(
+        Row{"(object Class \"A\"\n stereotype \"s\"\n abstract TRUE\n documentation \"d\"\n class_attributes (list l\n"
+            "  (object ClassAttribute \"x\"\n   type \"int\"\n   initv \"1\"\n   exportControl \"Public\"\n"
+            "   Containment \"By Value\"\n   static TRUE\n   derived TRUE)))",
+            ""},
+        Row{"(object Class_Category \"P\"\n logical_presentations \t(list l))\n(object Class \"A\")",
+            "3 Class A: changed the model has it elsewhere, in \"P\"\n"},
+        Row{"(object Class \"A\")\n(object Class \"A\"\n language \"Java\")",
+            "2 Class A: changed it was merged into the class of the same name from line 8\n"
+            "3 Class A.language: dropped the model has no place for it\n"},
+        Row{"(object Class \"A\"\n class_attributes (list l\n (object ClassAttribute \"x\"\n  type \"int\")\n"
+            " (object ClassAttribute \"x\"\n  type \"int\")\n (object ClassAttribute \"y\")))",
+            "5 ClassAttribute x: LOST its class has an attribute of that name already, from line 10\n"
+            "7 ClassAttribute y: changed no type is given; the model has \"int\"\n"},
+        Row{"(object Class \"Col\"\n attributes (list l\n (object Attribute\n  value \t(value Text \"{R,G}\")))\n"
+            " class_attributes (list l\n (object ClassAttribute \"x\"\n  type \"int\")))\n"
+            "(object Class \"U\"\n class_attributes (list l\n (object ClassAttribute \"c\"\n  type \"Col\")))",
+            "1 Class Col: changed it became an enumerated type\n"
+            "3 Attribute: dropped properties of tools are not imported\n"
+            "6 ClassAttribute x: LOST its class became an enumerated type\n"},
+        Row{"(object Class \"A \\\"b\\\"\"\n documentation \"say \\\"so\\\"\")",
+            "1 Class A \"b\": changed its name ends at the first quote within, and keeps backslashes: A \\\n"
+            "2 Class A \"b\".documentation: changed the text ends at the first quote within, and keeps backslashes\n"},
+        Row{"(object Class \"A\"\n persistence \"Transient\"\n cardinality (value cardinality \"n\"))",
+            "2 Class A.persistence: changed the model has persistent\n"
+            "3 Class A.cardinality: LOST the model does not have it\n"},
+        Row{"(object Class \"A\"\n class_attributes (list l\n (object ClassAttribute \"x\"\n  type \"int\"\n"
+            "  static FALSE)))",
+            "5 ClassAttribute x.static: changed whatever its value, it counts as TRUE\n"},
+        Row{"(object UseCase \"U\"\n documentation \"of U\")\n(object Class \"A\"\n documentation \"of A\")",
+            "1 UseCase U: dropped use cases are not imported\n"},
+        Row{"(object Class \"A\"\n documentation \"of A\")\n(object UseCase \"U\"\n documentation \"of U\")",
+            "2 Class A.documentation: changed other texts stand with it \"of Uof A\"\n"
+            "3 UseCase U: dropped use cases are not imported\n"},
+        Row{"(object Class \"A\"\n statemachine \t(object State_Machine \"m\"\n  states (list l\n"
+            "   (object State \"s\")))\n class_attributes (list l\n (object ClassAttribute \"x\"\n  type \"int\")))",
+            "2 Class A.statemachine: dropped state machines and activities are not imported\n"
+            "2 State_Machine m: dropped state machines and activities are not imported\n"
+            "4 State s: dropped state machines and activities are not imported\n"
+            "6 ClassAttribute x: LOST what follows such an object is skipped up to the next class, association, class "
+            "diagram or package: State_Machine at line 9\n"},
+        Row{"(object Odd \"o\"\n x 1)", "1 Odd o: dropped the import does not know objects of this kind\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Operations, Planted,
+    testing::Values(
+        Row{"(object Class \"A\"\n operations (list l\n (object Operation \"f\"\n  result \"int\"\n"
+            "  opExportControl \"Public\"\n  concurrency \"Sequential\"\n  static TRUE\n  semantics \t(object "
+            "Semantic_Info\n   PDL \"p\")\n  parameters (list l\n   (object Parameter \"q\"\n    type \"int\"\n"
+            "    initv \"0\")))))",
+            ""},
+        Row{"(object Class \"A\"\n operations (list l\n (object Operation \"f\"\n  parameters (list l\n"
+            "   (object Parameter \"q\"))\n  virtual TRUE\n  stereotype \"s\")))",
+            "3 Operation f: changed no type is given; the model has \"int\"\n"
+            "5 Parameter q: changed no type is given; the model has \"int\"\n"
+            "6 Operation f.virtual: LOST the model does not have it\n"
+            "7 Operation f.stereotype: dropped the model has no place for it\n"},
+        Row{"(object Class \"A\"\n parameters (list l\n (object Parameter \"T\")))",
+            "3 Parameter T: LOST the model does not have it\n"}));
+
+std::string association(const char* head, const char* first, const char* second) {
+    return std::string(twoClasses) + "  (object Association \"" + head + "\n roles (list l\n  (object Role \"" + first +
+           "\n  (object Role \"" + second + "))";
+}
+
+TEST(PlantedRelations, AreTold) {
+    struct RelationRow {
+        std::string elements;
+        const char* expected;
+    };
+    const std::string inClass = "(object Class \"B\")\n(object Class \"A\"\n superclasses (list l\n ";
+    for (const RelationRow& row : {
+             RelationRow{association("ab\"",
+                                     "a\"\n supplier \"A\"\n client_cardinality \t(value cardinality \"0..n\"))",
+                                     "b\"\n supplier \"Logical View::B\"\n is_navigable TRUE)"),
+                         ""},
+             RelationRow{association("$UNNAMED$0\"", "$UNNAMED$1\"\n supplier \"A\")", "b\"\n supplier \"B\")"),
+                         "3 Association $UNNAMED$0: changed the name that the tool made up was cleared\n"
+                         "5 Role $UNNAMED$1: changed the name that the tool made up was cleared\n"},
+             RelationRow{association("ab\"", "a\"\n supplier \"A\"\n is_aggregate TRUE)", "b\"\n supplier \"B\")"),
+                         "7 Role a.is_aggregate: changed only the association as a whole says so\n"},
+             RelationRow{association("ab\"\n AssociationClass \"Logical View::C\"", "a\"\n supplier \"A\")",
+                                     "b\"\n supplier \"B\")"),
+                         "4 Association ab.AssociationClass: LOST the model does not have it C\n"},
+             RelationRow{
+                 std::string(twoClasses) + "  (object Association \"ab\"\n roles (list l\n  (object Role "
+                                           "\"a\"\n supplier \"A\")\n  (object Role \"b\"\n supplier \"B\"))\n"
+                                           " AssociationClass \"Logical View::C\")",
+                 "9 Association ab.AssociationClass: changed two associations with that class stand for it C\n"},
+             RelationRow{std::string(twoClasses) +
+                             "  (object Association \"one\"\n roles (list l\n  (object Role \"a\"\n supplier \"A\")))",
+                         "3 Association one: LOST an association needs two ends\n"
+                         "5 Role a: LOST an association needs two ends\n"},
+             RelationRow{association("ab\"", "a\"\n supplier \"A\")", "b\"\n label \"b\")"),
+                         "3 Association ab: LOST an end names no class\n"
+                         "5 Role a: LOST an end names no class\n"
+                         "7 Role b: LOST an end names no class\n"},
+             RelationRow{inClass + "(object Inheritance_Relationship\n  supplier \"B\"\n  label \"is\"\n"
+                                   "  stereotype \"s\")))",
+                         "7 Inheritance_Relationship.stereotype: dropped the model has no place for it\n"},
+             RelationRow{inClass + "(object Inheritance_Relationship\n  label \"none\")))",
+                         "4 Inheritance_Relationship: LOST it names no class\n"},
+             RelationRow{inClass + "(object Inheritance_Relationship\n  supplier \"Unknown\")))",
+                         "4 Inheritance_Relationship: LOST the class that it names is defined nowhere: Unknown\n"},
+             RelationRow{inClass + "(object Realize_Relationship\n  supplier \"B\")))", ""},
+             RelationRow{inClass + "(object Uses_Relationship\n  supplier \"B\")))", ""},
+             RelationRow{inClass + "(object Has_Relationship\n  supplier \"B\")))",
+                         "4 Has_Relationship: dropped has relationships are not imported\n"},
+         }) {
+        EXPECT_EQ(LedgerText::of(row.elements).exceptions(), row.expected) << row.elements;
+    }
+}
+
+TEST(PlantedDiagrams, AreTold) {
+    const LedgerText text = LedgerText::of(
+        "(object Class \"B\")\n(object Class \"A\"\n superclasses (list l\n"
+        " (object Inheritance_Relationship\n  supplier \"B\")))\n",
+        "(object ClassDiagram \"D\"\n zoom 100\n items (list l\n"
+        "  (object ClassView \"Class\" \"Logical View::A\" @1\n   location (1, 2))\n"
+        "  (object ClassView \"Class\" \"Logical View::B\" @2)\n"
+        "  (object InheritView \"\" @3\n   client \t@1\n   supplier \t@2)\n"
+        "  (object InheritView \"\" @4\n   client \t@2\n   supplier \t@1)\n"
+        "  (object InheritView \"\" @5\n   client \t@1\n   supplier \t@9)\n"
+        "  (object AssociationViewNew \"n\" @6\n   quidu \"0\")\n"
+        "  (object CategoryView \"P\" @7)\n"
+        "  (object NoteView @8\n   label \t(object ItemLabel\n    Parent_View \t@8\n    label \t\"alone\"))\n"
+        "  (object NoteView @10\n   Parent_View \t@10\n   label \t\"with A\")\n"
+        "  (object AttachView \"\" @11\n   client \t@10\n   supplier \t@1)\n"
+        "  (object ClassView \"Class\" \"Logical View::A\" @12)))\n"
+        "(object UseCaseDiagram \"U\")\n");
+    EXPECT_EQ(text.exceptions(), "17 InheritView: LOST what it shows is not on the model's diagram\n"
+                                 "20 InheritView: LOST an end of it is no class on the diagram\n"
+                                 "23 AssociationViewNew n: LOST what it shows is not on the model's diagram\n"
+                                 "25 CategoryView P: dropped packages on diagrams are not imported\n"
+                                 "26 NoteView: LOST only notes that are attached to something are taken\n"
+                                 "27 ItemLabel: dropped how something is drawn is not imported\n"
+                                 "36 ClassView Logical View::A: changed the model's diagram holds it once\n"
+                                 "37 UseCaseDiagram U: dropped use cases are not imported\n");
+}
+
+TEST(PlantedTexts, ThatAreCutAreTold) {
+    const std::string longText(12'000, 'x');
+    EXPECT_EQ(LedgerText::of("(object Class \"A\"\n documentation \t\n|" + longText + "\n)").exceptions(),
+              "2 Class A.documentation: changed the text was cut after 9999 bytes\n");
+    EXPECT_EQ(LedgerText::of("(object Class \"A\"\n documentation \"a\xB7 z\")", "", "windows-936").exceptions(),
+              "2 Class A.documentation: changed bytes that the encoding does not have became U+FFFD\n");
+}
+
+} // namespace

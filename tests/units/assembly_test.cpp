@@ -1,0 +1,121 @@
+#include "petal/Folder.h"
+#include "units/Assembly.h"
+
+#include <filesystem>
+
+namespace {
+
+using units::UnitTree;
+
+std::string unitObject(const std::string& name, const std::string& file, const std::string& kind = "Class_Category") {
+    return "(object " + kind + " \"" + name + "\" is_unit TRUE is_loaded FALSE file_name \"" + file + "\")";
+}
+
+std::string fileOf(const std::string& content, const std::string& header = "charSet 0") {
+    return "(object Petal " + header + ")" + content;
+}
+
+constexpr const char* stateLetters = "fmurc"; // as in `UnitState`
+
+class Assembling : public InFolder {
+protected:
+    UnitTree read(const std::string& name) {
+        units::UnitLocator locator({}, {});
+        return units::readUnitTree(pathOf(name), locator);
+    }
+    static std::string states(const UnitTree& tree) {
+        std::string letters;
+        for (const units::ResolvedFile& file : tree.files) {
+            for (const units::Unit& unit : file.units) {
+                letters += stateLetters[static_cast<std::size_t>(unit.state)];
+            }
+            letters += ' ';
+        }
+        return letters;
+    }
+    static std::string text(const UnitTree& tree, units::Assembly::Bytes bytes = units::Assembly::Bytes::asTheyAre) {
+        std::string written;
+        units::Assembly(tree).write(bytes, [&](std::string_view piece) { written += piece; });
+        return written;
+    }
+};
+
+TEST_F(Assembling, PutsContentsInPlaceOnce) {
+    put("m", fileOf("(object Design d (list u " + unitObject("A", "a") + " " + unitObject("B", "b") + " " +
+                    unitObject("A again", "./a") + "))"));
+    put("a", fileOf("(object Class_Category \"A\" x " + unitObject("B", "b") + ") (object Rest r)"));
+    put("b",
+        fileOf("(object Class_Category \"B\" y (list u " + unitObject("A", "a") + unitObject("itself", "b") + "))\n"));
+    const UnitTree tree = read("m");
+    EXPECT_EQ(states(tree), "frr f cc ");
+    EXPECT_FALSE(tree.isComplete()); // what stands in itself is not there
+    const std::string closing = "\n\tlogical_presentations \t(list unit_reference_list))";
+    const auto closed = [&](const std::string& unit) { return unit.substr(0, unit.size() - 1) + closing; };
+    EXPECT_EQ(text(tree),
+              fileOf("(object Design d (list u (object Class_Category \"A\" x (object Class_Category \"B\" y (list u " +
+                     closed(unitObject("A", "a")) + closed(unitObject("itself", "b")) + "))) " +
+                     closed(unitObject("B", "b")) + " " + closed(unitObject("A again", "./a")) + "))"));
+}
+
+TEST_F(Assembling, LeavesWhatIsNotFoundOrNoUnit) {
+    const std::string model =
+        fileOf("(object Design d (list u " + unitObject("none", "none", "SubSystem") + unitObject("text", "text", "X") +
+               unitObject("kind", "kind", "SubSystem") + unitObject("folder", ".", "X") + unitObject("", "", "X") +
+               "(object X is_unit TRUE is_loaded TRUE file_name \"none\") (object X is_loaded FALSE)))");
+    put("m", model);
+    put("text", "no model");
+    put("kind", fileOf("(object Class_Category \"kind\")"));
+    const UnitTree tree = read("m");
+    EXPECT_EQ(states(tree), "muumm ");
+    EXPECT_EQ(text(tree), model);
+}
+
+TEST_F(Assembling, APackageByItselfGoesIntoALogicalView) {
+    put("p.cat", fileOf("(object Class_Category \"P\" (list u " + unitObject("Q", "q.cat") + "))"));
+    put("q.cat", fileOf("(object Class_Category \"Q\")"));
+    const std::string written = text(read("p.cat"));
+    EXPECT_NE(written.find("(object Class_Category \"Logical View\""), std::string::npos);
+    EXPECT_NE(written.find("(object Class_Category \"P\" (list u (object Class_Category \"Q\")))"), std::string::npos);
+    put("again", written);
+    EXPECT_FALSE(units::Assembly(read("again")).differs());
+    put("l.cat", fileOf("(object Class_Category \"Logical View\")"));
+    EXPECT_FALSE(units::Assembly(read("l.cat")).differs());
+}
+
+TEST_F(Assembling, BringsSeveralEncodingsToOne) {
+    put("m", fileOf("(object D \"\xE9\" u " + unitObject("K", "k") + ")"));
+    put("k", fileOf("(object Class_Category \"\xD6\xD0\")", "charSet 134"));
+    const UnitTree tree = read("m");
+    ASSERT_TRUE(units::Assembly(tree).isMixed());
+    EXPECT_EQ(text(tree), fileOf("(object D \"\xE9\" u (object Class_Category \"\xD6\xD0\"))"));
+    EXPECT_EQ(text(tree, units::Assembly::Bytes::utf8IfMixed),
+              fileOf("(object D \"é\" u (object Class_Category \"中\"))"));
+}
+
+// Neither the stack nor the number of open files is a limit.
+TEST_F(Assembling, UnitsNestAsDeepAsTheyLike) {
+    constexpr int depth = 1500; // more than a process may have open
+    for (int level = 0; level < depth; ++level) {
+        const std::string next = std::to_string(level + 1);
+        put(std::to_string(level),
+            fileOf("(object Class_Category \"" + std::to_string(level) + "\" u " + unitObject(next, next) + ")"));
+    }
+    put(std::to_string(depth), fileOf("(object Class_Category \"end\")"));
+    const UnitTree tree = read("0");
+    EXPECT_TRUE(tree.isComplete());
+    ASSERT_EQ(tree.files.size(), depth + 1U);
+    EXPECT_NE(text(tree).find("(object Class_Category \"end\")"), std::string::npos);
+}
+
+TEST_F(Assembling, AFileWithoutReferencesIsKnownWithoutReadingIt) {
+    const std::string filling(300'000, ' ');
+    for (const std::size_t at : {std::size_t{0}, std::size_t{262'140}, std::size_t{262'130}, std::size_t{299'990}}) {
+        put("m", filling.substr(0, at) + "is_loaded \t FALSE" + filling);
+        EXPECT_TRUE(units::mayHoldReferences(pathOf("m"))) << at;
+    }
+    put("m", filling + "is_loaded TRUE is_loaded" + filling + "FALSE is_loaded");
+    EXPECT_FALSE(units::mayHoldReferences(pathOf("m")));
+    EXPECT_THROW(static_cast<void>(units::mayHoldReferences(pathOf("none"))), std::system_error);
+}
+
+} // namespace

@@ -1,0 +1,57 @@
+#include "petal/Folder.h"
+#include "units/UnitLocator.h"
+
+namespace {
+
+class Locator : public InFolder {
+protected:
+    void putIn(const std::string& path) const {
+        std::filesystem::create_directories((folder / path).parent_path());
+        put(path, "");
+    }
+    /// Where a name leads from the folder "m/sub" of a model in "m", and the remark.
+    [[nodiscard]] std::string locate(std::string_view name) const {
+        units::PathSymbols symbols;
+        symbols.map("$Root", folder / "root");
+        units::UnitLocator locator(symbols, {folder / "archive"});
+        const units::Located located = locator.locate(units::parseUnitName(name), folder / "m" / "sub", folder / "m");
+        const std::string found = located.file ? located.file->lexically_relative(folder).string() : "-";
+        return found + (located.remark.empty() ? "" : " " + located.remark);
+    }
+};
+
+TEST_F(Locator, TakesTheFirstPlaceThatHasTheFile) {
+    for (const char* path :
+         {"m/sub/Near.cat", "m/sub/Pkg/In.cat", "m/Upper.cat", "m/x/Deep.cat", "root/pkg/Ünit.cat",
+          "archive/a/old/One.cat", "archive/b/Two.cat", "archive/c/Two.cat", "archive/c/k/Two.cat"}) {
+        putIn(path);
+    }
+    ::setenv("UNIT_TEST_FOLDER", (folder / "root").c_str(), 1);
+    struct Row {
+        const char* name;
+        const char* expected;
+    };
+    for (const Row& row : {
+             Row{"Near.cat", "m/sub/Near.cat"},
+             Row{"NEAR.CAT", "m/sub/Near.cat"},
+             Row{R"($CURDIR\pkg\in.cat)", "m/sub/Pkg/In.cat"},
+             Row{R"($CurDir\..\upper.cat)", "m/sub/../Upper.cat"},
+             Row{R"($ROOT\PKG\Ünit.cat)", "root/pkg/Ünit.cat"},
+             Row{R"($UNIT_TEST_FOLDER\pkg\Ünit.cat)", "root/pkg/Ünit.cat"},
+             Row{R"($GONE\pkg\in.cat)", "m/sub/Pkg/In.cat found beside the model"},
+             Row{R"(D:\far\x\deep.cat)", "m/x/Deep.cat found beside the model"},
+             Row{R"($Root\one.cat)", "archive/a/old/One.cat found by its name"},
+             Row{R"(q\two.cat)", "archive/b/Two.cat the first of 3 files of that name"},
+             Row{R"(q\k\two.cat)", "archive/c/k/Two.cat found by its name"},
+             Row{R"($GONE\None.cat)", "- nothing says what $GONE stands for"},
+             Row{R"($ROOT\None.cat)", "- there is no such file"},
+             Row{R"($ROOT\pkg)", "- there is no such file"},
+             Row{"$ROOT", "- it names no file"},
+             Row{"", "- it names no file"},
+         }) {
+        EXPECT_EQ(locate(row.name), row.expected) << row.name;
+    }
+    ::unsetenv("UNIT_TEST_FOLDER");
+}
+
+} // namespace
