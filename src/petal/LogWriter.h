@@ -1,11 +1,11 @@
 #pragma once
 
 #include "host/log/KelLog.h"
+#include "petal/ImportResult.h"
+#include "petal/LogFile.h"
 #include "petal/LogText.h"
 #include "petal/logFormats.h"
 
-#include <cstdio>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -15,26 +15,22 @@ namespace petal {
 /// the process.
 class LogWriter final : public KelLog {
 public:
-    /// No path, or "-", stands for standard error; a file is emptied. `encoding` is the one that the events quote
-    /// names in. Throws a `Failure` with the outcome `outputFailed` when the file cannot be opened.
+    /// No path, or "-", stands for standard error; otherwise a `LogFile`, which may throw. `encoding` is the one that
+    /// the events quote names in.
     LogWriter(const std::optional<std::string>& path, const LogFormat& format, const KelString& encoding);
-    ~LogWriter() override;
 
     /// A failure to write is kept for `close`: it must not end the import.
     void record(const KelLogEvent& event) override;
     /// Throws a `Failure` with the outcome `outputFailed` when a part of the log could not be written to its file.
     void close();
+    /// How many events of each severity were recorded.
+    [[nodiscard]] const EventCounts& getCounts() const { return counts_; }
 
 private:
-    struct Closer {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-
-    std::string path_;
-    std::unique_ptr<std::FILE, Closer> file_; // null for standard error
-    int error_ = 0;                           // the first failure, as in errno
+    std::optional<LogFile> file_; // none for standard error
     const LogFormat& format_;
     LogText logText_;
+    EventCounts counts_{};
 };
 
 } // namespace petal

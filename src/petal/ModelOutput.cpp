@@ -12,9 +12,9 @@
 
 namespace petal {
 
-namespace {
-
 using std::filesystem::path;
+
+namespace {
 
 constexpr int mostLinks = 40; // as many as the system itself follows
 
@@ -31,24 +31,33 @@ path followLinks(path file) {
 
 } // namespace
 
-std::unique_ptr<ModelOutput> ModelOutput::open(const std::optional<std::string>& given) {
-    const int descriptor = !given || *given == "-" ? STDOUT_FILENO : namedDescriptor(*given);
+std::optional<path> fileToReplace(const std::string& given) {
+    struct stat existing {};
+    const bool exists = ::stat(given.c_str(), &existing) == 0;
+    if (exists && !S_ISREG(existing.st_mode)) {
+        return std::nullopt;
+    }
+    if (exists && ::access(given.c_str(), W_OK) != 0) {
+        throwErrno();
+    }
+    return followLinks(given);
+}
+
+std::unique_ptr<ModelOutput> ModelOutput::open(const std::optional<std::string>& given, int descriptor) {
+    if (descriptor < 0) {
+        descriptor = !given || *given == "-" ? STDOUT_FILENO : namedDescriptor(*given);
+    }
     if (descriptor >= 0) {
         return std::make_unique<DescriptorOutput>(duplicate(descriptor));
     }
-    struct stat existing {};
-    const bool exists = ::stat(given->c_str(), &existing) == 0;
-    if (exists && !S_ISREG(existing.st_mode)) {
-        const int opened = ::open(given->c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
-        if (opened < 0) {
-            throwErrno();
-        }
-        return std::make_unique<DescriptorOutput>(opened);
+    if (auto file = fileToReplace(*given)) {
+        return std::make_unique<ReplacingOutput>(std::move(*file));
     }
-    if (exists && ::access(given->c_str(), W_OK) != 0) {
+    const int opened = ::open(given->c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
+    if (opened < 0) {
         throwErrno();
     }
-    return std::make_unique<ReplacingOutput>(followLinks(*given));
+    return std::make_unique<DescriptorOutput>(opened);
 }
 
 } // namespace petal

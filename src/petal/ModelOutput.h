@@ -2,6 +2,7 @@
 
 #include "export/Output.h"
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,7 +20,12 @@ public:
     /// Opens an output. No path, or "-", stands for standard output. What exists and is not a regular file, such as
     /// a device or a pipe, is written to. A regular file is only replaced by `commit`, as a whole; links are
     /// followed and its permissions stay. Throws `std::system_error`.
-    [[nodiscard]] static std::unique_ptr<ModelOutput> open(const std::optional<std::string>& path);
+    /// A `descriptor` that is not negative takes the path's place; a duplicate of it is written to.
+    [[nodiscard]] static std::unique_ptr<ModelOutput> open(const std::optional<std::string>& path, int descriptor = -1);
 };
+
+/// The regular file that a path leads to, links followed, which may not exist yet; nothing when what exists there is
+/// of another kind. Throws `std::system_error` when the file exists and may not be written to.
+[[nodiscard]] std::optional<std::filesystem::path> fileToReplace(const std::string& path);
 
 } // namespace petal

@@ -11,7 +11,11 @@ public:
     explicit ReplacingOutput(std::filesystem::path target) : file_(std::move(target)) {}
 
     void write(std::string_view bytes) override { file_.write(bytes); }
-    void commit() override { file_.replaceTarget(); }
+    void commit() override {
+        file_.sync();
+        file_.takePlace();
+        syncFolder(file_.getTarget().parent_path());
+    }
     [[nodiscard]] bool isTerminal() const override { return false; }
 
 private:

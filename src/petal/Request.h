@@ -1,13 +1,22 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace petal {
 
-enum class Command { help, version, options, specification, import };
+enum class Command { help, version, options, specification, import, info, mergeReports, units };
 
-/// What `petal import` is to do. Texts are the bytes that the shell gave.
+/// How the controlled units of a model are followed. Texts are the bytes that the shell gave.
+struct UnitChoices {
+    std::string mode = "warn";         // or "require", "skip"
+    std::vector<std::string> pathMaps; // each "SYMBOL=FOLDER"
+    std::vector<std::string> folders;  // that files are searched for below
+};
+
+/// What one import is to do. Texts are the bytes that the shell gave.
 struct ImportRequest {
     std::string file;
     std::optional<std::string> types;
@@ -17,12 +26,57 @@ struct ImportRequest {
     std::string logLevel = "WARNING";  // a word of Severity.h
     std::string logFormat = "text";    // or "json"
     std::optional<std::string> log;    // unset or "-": standard error
+    UnitChoices units;
+    std::optional<std::string> ledger; // "-": standard output; for several files a folder
+    bool ledgerListsAll = false;
+    std::vector<std::string> failOn; // of "loss", "warning" and "encoding"
+    bool isQuiet = false;            // no summary of the ledger, and no ledger unless something else needs it
+    bool isSummarised = true;        // false: the ledger is made to be counted
+    int outputDescriptor = -1;       // unless negative, where to write; `output` then only names it
+    int ledgerDescriptor = -1;       // likewise, of `ledger`
+};
+
+/// Which files `petal import` imports, each with the options of an `ImportRequest`, and how it goes through them.
+struct JobsRequest {
+    std::vector<std::string> inputs;        // files and folders
+    std::optional<std::string> filesFrom;   // a list of more, or "-": standard input
+    bool nulSeparated = false;              // the list; otherwise one to a line
+    int parallel = 1;                       // how many at a time
+    bool failFast = false;                  // leave out what comes after the first failure
+    bool resume = false;                    // leave out what has been imported before
+    bool inProcess = false;                 // a single file without a process of its own, whatever else is asked
+    std::optional<double> timeout;          // of each import, in seconds
+    std::optional<std::uint64_t> maxMemory; // of each import, in bytes
+    bool quiet = false;                     // neither progress nor a final table
+    std::optional<std::string> report;      // "-": standard output
+};
+
+/// What `petal info` is to do.
+struct InfoRequest {
+    std::vector<std::string> files; // bytes as the shell gave them; "-" is standard input
+    bool asJson = false;
+};
+
+/// What `petal report merge` is to do.
+struct MergeRequest {
+    std::vector<std::string> reports;
+    std::optional<std::string> output; // unset or "-": standard output
+};
+
+/// What `petal units` is to do.
+struct UnitsRequest {
+    std::vector<std::string> files; // bytes as the shell gave them
+    UnitChoices units;
 };
 
 struct Request {
     Command command = Command::help;
     std::string helpText; // of the command `help`
-    ImportRequest import;
+    ImportRequest import; // without the file
+    JobsRequest jobs;
+    MergeRequest merge;
+    InfoRequest info;
+    UnitsRequest units;
 };
 
 } // namespace petal

@@ -7,28 +7,44 @@ namespace petal {
 
 /// A file that is to take the place of another once it is complete.
 ///
-/// It stands in the same folder under a name of its own and is removed by the destructor, and by the signals that
-/// ask a program to end, unless it has taken its place by then. At most one exists at a time.
+/// It stands in the same folder under a name of its own and is removed by the destructor unless it has taken its
+/// place by then.
 class TemporaryFile {
 public:
+    /// What the signals do that ask a program to end. `removes` holds for one file at a time; whoever has several
+    /// catches the signals himself.
+    enum class Signal { removes, leaves };
+
     /// Creates an empty file that may become `target`. Throws `std::system_error`.
-    explicit TemporaryFile(std::filesystem::path target);
+    explicit TemporaryFile(std::filesystem::path target, Signal signal = Signal::removes);
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile();
 
+    /// For writing, also by a forked process; open until the destructor.
+    [[nodiscard]] int getDescriptor() const { return descriptor_; }
+    [[nodiscard]] const std::filesystem::path& getTarget() const { return target_; }
+
     /// Throws `std::system_error`.
     void write(std::string_view bytes);
-    /// Puts the file in the target's place once its contents have reached the disk. Throws `std::system_error`; the
-    /// target is then as it was.
-    void replaceTarget();
+    /// Brings the contents to the disk and gives the file the target's permissions if there is a target. Throws
+    /// `std::system_error`.
+    void sync() const;
+    /// Puts the file, which was brought to the disk, in the target's place. Throws `std::system_error`; the target
+    /// is then as it was. That the new name has reached the disk is known after `syncFolder` of its folder.
+    void takePlace();
 
 private:
-    void keepPermissions() const;
+    void forget();
 
     std::filesystem::path target_;
     std::filesystem::path path_; // empty once there is nothing to remove
-    int descriptor_ = -1;        // -1 once closed
+    int descriptor_ = -1;
+    Signal signal_;
 };
+
+/// Brings the names in a folder to the disk, where its file system can do that; an empty path is the current folder.
+/// Throws `std::system_error`.
+void syncFolder(const std::filesystem::path& folder);
 
 } // namespace petal

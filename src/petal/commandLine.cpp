@@ -4,6 +4,8 @@
 #include "host/log/Severity.h"
 #include "petal/Failure.h"
 #include "petal/PlugIn.h"
+#include "petal/ledger/ledgerOptions.h"
+#include "petal/units/unitOptions.h"
 
 #include <CLI/CLI.hpp>
 
@@ -14,10 +16,15 @@ namespace petal {
 
 namespace {
 
+constexpr int mostJobs = 1024;
+constexpr double shortestTime = 0.001; // seconds
+constexpr double longestTime = 1e9;
+
 std::string footer() {
     std::string text = "Environment:\n  ";
     text += PlugIn::pathVariable;
-    text += "  the bridge's library, in place of the one that belongs to this program\n\nExit status:\n";
+    text += "  the bridge's library, in place of the one that belongs to this program\n"
+            "  NO_COLOR  when it is set and not empty, no colours on a terminal\n\nExit status:\n";
     for (const ExitStatus& status : exitStatuses()) {
         text += "  " + std::to_string(status.number) + "  " + status.meaning + "\n";
     }
@@ -48,57 +55,213 @@ std::vector<std::string> severities() {
     return words;
 }
 
+/// A name for the value of such an option: "json|tree".
+std::string choiceOf(const std::vector<std::string>& values) {
+    return CLI::detail::join(values, "|");
+}
+
+/// Lets an option take a span of time. Its comparisons also keep out what is no number.
+CLI::Validator timeSpan() {
+    return CLI::Validator(
+        [](const std::string& text) {
+            double seconds = 0;
+            const bool isOne =
+                CLI::detail::lexical_cast(text, seconds) && seconds >= shortestTime && seconds <= longestTime;
+            return isOne ? std::string() : "'" + text + "' is no number of seconds from 0.001 to 1e9";
+        },
+        "");
+}
+
+/// Stands before an argument in brackets, which an option with many values would take apart; no argument has a NUL.
+constexpr char asItIs = '\0';
+
+std::string marked(const std::string& argument) {
+    return argument.starts_with('[') && argument.ends_with(']') ? asItIs + argument : argument;
+}
+
+void takeMarksOff(CLI::App& app) {
+    const CLI::Validator unmark(
+        [](std::string& argument) {
+            argument.erase(0, argument.starts_with(asItIs) ? 1 : 0);
+            return std::string();
+        },
+        "");
+    for (CLI::Option* option : app.get_options()) {
+        option->transform(unmark);
+    }
+    for (CLI::App* command : app.get_subcommands({})) {
+        takeMarksOff(*command);
+    }
+}
+
 /// Lets an option take only these values, which its description names.
 CLI::Validator oneOf(const std::vector<std::string>& values) {
     return CLI::IsMember(values).description("");
 }
 
-void describeImport(CLI::App& import, ImportRequest& request) {
-    import.add_option("FILE", request.file, "The model file")->required()->type_name("");
-    import.add_option("--types", request.types, "What declared types are mapped to; see 'petal options'")
+void describeImport(CLI::App& command, ImportRequest& request) {
+    command.add_option("--types", request.types, "What declared types are mapped to; see 'petal options'")
         ->type_name("NAME");
-    import
+    command
         .add_option("--encoding", request.encoding,
                     "The encoding of the file's texts; see 'petal options'. With auto the one\n"
                     "that the charSet in the file's header stands for, else the bridge's default")
         ->type_name("NAME")
         ->capture_default_str();
-    import.add_option("--format", request.format, formatDescription())->check(oneOf(formats()))->type_name("FORMAT");
-    import
+    command.add_option("--format", request.format, formatDescription())
+        ->check(oneOf(formats()))
+        ->type_name(choiceOf(formats()));
+    command
         .add_option("-o", request.output,
                     "Where to write the model; unless given, or with -, standard output.\n"
-                    "A regular file is replaced as a whole once the model is written")
+                    "A regular file is replaced as a whole once the model is written.\n"
+                    "For several models the folder to write them to, each under the path of its file")
         ->type_name("FILE");
-    import
-        .add_option("--log-level", request.logLevel,
-                    "The least severe events to report: FATAL, ERROR, WARNING, STATUS or DEBUG")
+    command.add_option("--log-level", request.logLevel, "The least severe events to report")
         ->transform(CLI::IsMember(severities(), CLI::ignore_case).description(""))
-        ->type_name("LEVEL")
+        ->type_name(choiceOf(severities()))
         ->capture_default_str();
-    import.add_option("--log-format", request.logFormat, "text, or json for a JSON object a line")
+    command.add_option("--log-format", request.logFormat, "What a line of the log is: a text, or a JSON object")
         ->check(oneOf({"text", "json"}))
-        ->type_name("FORMAT")
+        ->type_name("text|json")
         ->capture_default_str();
-    import.add_option("--log", request.log, "Where to write the log; unless given, or with -, standard error")
+    command.add_option("--log", request.log, "Where to write the log; unless given, or with -, standard error")
         ->type_name("FILE");
+    describeUnitOptions(command, request.units);
+    describeLedgerOptions(command, request);
+}
+
+void describeJobs(CLI::App& command, JobsRequest& request) {
+    CLI::Option* files =
+        command.add_option("FILE", request.inputs, "Model files, and folders to search for files named *.mdl")
+            ->type_name("");
+    CLI::Option* list = command.add_option("--files-from", request.filesFrom,
+                                           "A list of more files and folders, one a line; - for standard input");
+    list->type_name("FILE");
+    command.add_flag("-0,--null", request.nulSeparated, "The names in that list end with a NUL, not a line's end")
+        ->needs(list);
+    command.add_option("-j,--jobs", request.parallel, "How many files to import at a time")
+        ->check(CLI::Range(1, mostJobs).description(""))
+        ->type_name("N")
+        ->capture_default_str();
+    CLI::Option* timeout = command.add_option("--timeout", request.timeout, "How long the import of a file may take")
+                               ->check(timeSpan())
+                               ->type_name("SECONDS");
+    CLI::Option* memory = command
+                              .add_option("--max-memory", request.maxMemory,
+                                          "How much memory the import of a file may use, such as 500M or 2G")
+                              ->transform(CLI::AsSizeValue(false).description(""))
+                              ->type_name("SIZE");
+    command
+        .add_flag("--in-process", request.inProcess,
+                  "Import a single file in petal's own process. That is usual, but for --timeout,\n"
+                  "--max-memory and --report; each of several files has a process of its own")
+        ->excludes(timeout)
+        ->excludes(memory);
+    CLI::Option* goOn = command.add_flag("--keep-going")->description("Go on after a file has failed, as is usual");
+    command.add_flag("--fail-fast", request.failFast, "Stop at the first file that fails: nothing behind it is kept")
+        ->excludes(goOn);
+    command.add_flag("--resume", request.resume, "Leave out files whose output is complete and newer than they are");
+    command.add_flag("-q,--quiet", request.quiet,
+                     "Show neither the progress of several files nor a final table, and no summary\n"
+                     "of what was imported, changed and dropped");
+    command.add_option("--report", request.report, "Where to write what became of each file, as JSON")
+        ->type_name("FILE");
+    command.callback([files, list] {
+        if (files->empty() && list->empty()) {
+            throw CLI::RequiredError("FILE");
+        }
+    });
+}
+
+void describeMerge(CLI::App& merge, MergeRequest& request) {
+    merge.add_option("FILE", request.reports, "Reports")->required()->type_name("");
+    merge.add_option("-o", request.output, "Where to write the report; unless given, or with -, standard output")
+        ->type_name("FILE");
+}
+
+void describeInfo(CLI::App& info, InfoRequest& request) {
+    info.add_option("FILE", request.files, "Model files, or - for standard input")->required()->type_name("");
+    info.add_flag("--json", request.asJson, "Print a JSON list with an object for each file");
+}
+
+void describeUnits(CLI::App& units, UnitsRequest& request) {
+    units.add_option("FILE", request.files, "Model files")->required()->type_name("");
+    describeUnitOptions(units, request.units);
+}
+
+/// A command and how it is known that it was given.
+struct CommandRow {
+    const CLI::App* app;
+    Command command;
+};
+
+std::vector<CommandRow> describeCommands(CLI::App& app, Request& request, bool& versionAsked) {
+    app.description("Imports Rose model files.")->name("petal");
+    app.add_flag("--version", versionAsked, "Print the versions of petal and of the bridge");
+    CLI::App* import = app.add_subcommand("import", "Import model files and write the models");
+    CLI::App* info = app.add_subcommand("info", "Print what model files are and hold, without importing them");
+    CLI::App* units = app.add_subcommand("units", "Print the controlled units of model files and where each was found");
+    CLI::App* report = app.add_subcommand("report", "Work with the reports of imports");
+    CLI::App* merge = report->require_subcommand(1)->add_subcommand("merge", "Make one report of several");
+    CLI::App* options = app.add_subcommand("options", "Print the bridge's options, their values and defaults");
+    CLI::App* specification = app.add_subcommand("spec", "Print what the bridge says about itself");
+    describeJobs(*import, request.jobs);
+    describeImport(*import, request.import);
+    describeInfo(*info, request.info);
+    describeMerge(*merge, request.merge);
+    describeUnits(*units, request.units);
+    app.require_subcommand(0, 1);
+    app.footer(footer() + "\n'petal import --help' tells about the options of an import.");
+    import->footer(footer());
+    info->footer(footer());
+    units->footer(footer());
+    return {{import, Command::import},      {info, Command::info},       {units, Command::units},
+            {merge, Command::mergeReports}, {options, Command::options}, {specification, Command::specification}};
+}
+
+OptionText textOf(const CLI::Option& option) {
+    OptionText text{.names = {}, .value = option.get_type_name(), .description = option.get_description()};
+    std::ranges::transform(option.get_snames(), std::back_inserter(text.names),
+                           [](const std::string& name) { return "-" + name; });
+    std::ranges::transform(option.get_lnames(), std::back_inserter(text.names),
+                           [](const std::string& name) { return "--" + name; });
+    return text;
+}
+
+void addTexts(const CLI::App& app, const std::string& name, std::vector<CommandText>& texts) {
+    if (app.get_subcommands({}).empty() || name.empty()) {
+        CommandText text{.name = name, .description = app.get_description(), .options = {}};
+        std::ranges::transform(app.get_options(), std::back_inserter(text.options),
+                               [](const CLI::Option* option) { return textOf(*option); });
+        texts.push_back(std::move(text));
+    }
+    for (const CLI::App* command : app.get_subcommands({})) {
+        addTexts(*command, name.empty() ? command->get_name() : name + " " + command->get_name(), texts);
+    }
 }
 
 } // namespace
 
+std::vector<CommandText> commandTexts() {
+    Request request;
+    bool versionAsked = false;
+    CLI::App app;
+    describeCommands(app, request, versionAsked);
+    std::vector<CommandText> texts;
+    addTexts(app, "", texts);
+    return texts;
+}
+
 Request parseCommandLine(int argc, const char* const* argv) {
     Request request;
     bool versionAsked = false;
-    CLI::App app("Imports Rose model files.", "petal");
-    app.require_subcommand(0, 1);
-    app.add_flag("--version", versionAsked, "Print the versions of petal and of the bridge");
-    CLI::App* import = app.add_subcommand("import", "Import a model file and write the model");
-    const CLI::App* options = app.add_subcommand("options", "Print the bridge's options, their values and defaults");
-    const CLI::App* specification = app.add_subcommand("spec", "Print what the bridge says about itself");
-    describeImport(*import, request.import);
-    app.footer(footer() + "\n'petal import --help' tells about the options of an import.");
-    import->footer(footer());
+    CLI::App app;
+    const std::vector<CommandRow> commands = describeCommands(app, request, versionAsked);
+    takeMarksOff(app);
 
     std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    std::ranges::transform(arguments, arguments.begin(), marked);
     std::ranges::reverse(arguments); // the order in which they are taken off
     try {
         app.parse(arguments);
@@ -108,14 +271,11 @@ Request parseCommandLine(int argc, const char* const* argv) {
     } catch (const CLI::ParseError& error) {
         throw Failure(Outcome::wrongUsage, error.what(), "Run 'petal --help' or 'petal import --help'.");
     }
+    const auto given = std::ranges::find_if(commands, [](const CommandRow& row) { return row.app->parsed(); });
     if (versionAsked) {
         request.command = Command::version;
-    } else if (import->parsed()) {
-        request.command = Command::import;
-    } else if (options->parsed()) {
-        request.command = Command::options;
-    } else if (specification->parsed()) {
-        request.command = Command::specification;
+    } else if (given != commands.end()) {
+        request.command = given->command;
     } else {
         throw Failure(Outcome::wrongUsage, "there is nothing to do", "Run 'petal --help' to see the commands.");
     }

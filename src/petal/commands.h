@@ -1,14 +1,19 @@
 #pragma once
 
 #include "petal/Request.h"
+#include "petal/exitStatus.h"
 
 namespace petal {
 
 /// The commands. Each throws a `Failure` when it does not succeed.
 
-void importModel(const ImportRequest& request);
+/// Imports one file or many; the output of `import` is then a folder. Returns `success` or `checkTripped`.
+[[nodiscard]] Outcome importFiles(const ImportRequest& import, const JobsRequest& jobs);
+void mergeReports(const MergeRequest& request);
+void printInfo(const InfoRequest& request);
 void printOptions();
 void printSpecification();
+void printUnits(const UnitsRequest& request);
 void printVersions();
 
 } // namespace petal

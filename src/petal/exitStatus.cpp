@@ -8,12 +8,22 @@ namespace petal {
 namespace {
 
 constexpr std::array statuses{
-    ExitStatus{Outcome::success, 0, "success"},
-    ExitStatus{Outcome::importFailed, 1, "the import failed: there is no model and nothing is written"},
-    ExitStatus{Outcome::bridgeNotLoaded, 1, "the bridge could not be loaded"},
-    ExitStatus{Outcome::outputFailed, 1, "the model, or the log, could not be written"},
-    ExitStatus{Outcome::unexpected, 1, "something unexpected, such as too little memory"},
-    ExitStatus{Outcome::wrongUsage, 2, "wrong usage; or the bridge could not go on reading the file"},
+    ExitStatus{Outcome::success, 0, "success", "done"},
+    ExitStatus{Outcome::importFailed, 1, "importFailed", "the import failed: there is no model and nothing is written"},
+    ExitStatus{Outcome::inputNotRead, 1, "inputNotRead", "a file could not be read, or is not of the kind it must be"},
+    ExitStatus{Outcome::bridgeNotLoaded, 1, "bridgeNotLoaded", "the bridge could not be loaded"},
+    ExitStatus{Outcome::crashed, 1, "crashed", "a signal ended the process of the import"},
+    ExitStatus{Outcome::timedOut, 1, "timedOut", "the import took longer than --timeout allows"},
+    ExitStatus{Outcome::outOfMemory, 1, "outOfMemory",
+               "there was too little memory, or --max-memory allows too little"},
+    ExitStatus{Outcome::unexpected, 1, "unexpected", "something unexpected happened"},
+    ExitStatus{Outcome::wrongUsage, 2, "wrongUsage", "wrong usage"},
+    ExitStatus{Outcome::bridgeEnded, 2, "bridgeEnded", "the bridge could not go on reading and ended the process"},
+    ExitStatus{Outcome::checkTripped, 3, "checkTripped", "done, but something happened that --fail-on names"},
+    ExitStatus{Outcome::unitMissing, 4, "unitMissing", "a unit is missing that '--units require' asks for"},
+    ExitStatus{Outcome::someFailed, 5, "someFailed", "of several files some failed, or all; the others are done"},
+    ExitStatus{Outcome::outputFailed, 6, "outputFailed",
+               "the model, the log, the ledger or the report could not be written"},
 };
 
 } // namespace
@@ -22,8 +32,12 @@ std::span<const ExitStatus> exitStatuses() {
     return statuses;
 }
 
+const ExitStatus& exitStatus(Outcome outcome) {
+    return *std::ranges::find(statuses, outcome, &ExitStatus::outcome);
+}
+
 int exitNumber(Outcome outcome) {
-    return std::ranges::find(statuses, outcome, &ExitStatus::outcome)->number;
+    return exitStatus(outcome).number;
 }
 
 } // namespace petal

@@ -1,20 +1,38 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 namespace petal {
 
-/// How a command can end.
-enum class Outcome { success, importFailed, bridgeNotLoaded, outputFailed, unexpected, wrongUsage };
+/// How a command, or one import of many, can end.
+enum class Outcome {
+    success,
+    importFailed,
+    inputNotRead,
+    bridgeNotLoaded,
+    crashed,
+    timedOut,
+    outOfMemory,
+    unexpected,
+    wrongUsage,
+    bridgeEnded,
+    checkTripped,
+    unitMissing,
+    someFailed,
+    outputFailed,
+};
 
 struct ExitStatus {
     Outcome outcome;
     int number;
-    const char* meaning; // half a sentence for people
+    std::string_view word; // for programs: stands in reports
+    const char* meaning;   // half a sentence for people
 };
 
-/// One row for each outcome, by number.
+/// One row for each outcome, by number. Help, the manual page and docs/cli.md say the same.
 [[nodiscard]] std::span<const ExitStatus> exitStatuses();
+[[nodiscard]] const ExitStatus& exitStatus(Outcome outcome);
 [[nodiscard]] int exitNumber(Outcome outcome);
 
 } // namespace petal

@@ -1,4 +1,4 @@
-#include "petal/commands.h"
+#include "petal/importModel.h"
 
 #include "export/exporters.h"
 #include "host/log/KelException.h"
@@ -8,11 +8,15 @@
 #include "petal/LogWriter.h"
 #include "petal/ModelOutput.h"
 #include "petal/PlugIn.h"
+#include "petal/WarningCount.h"
+#include "petal/countObjects.h"
 #include "petal/importOptions.h"
 #include "petal/inputAdvice.h"
+#include "petal/ledger/LedgerReport.h"
 #include "petal/namedDescriptor.h"
 #include "petal/outputFailure.h"
 #include "petal/sameFile.h"
+#include "petal/units/ModelSource.h"
 
 namespace petal {
 
@@ -38,12 +42,15 @@ void refuseSameFiles(const ImportRequest& request) {
     const auto refuse = [](const std::optional<std::string>& written, const std::optional<std::string>& other) {
         if (isFile(written) && isFile(other) && areSameFile(*written, *other)) {
             throw Failure(Outcome::wrongUsage, "writing '" + *written + "' would overwrite '" + *other + "'",
-                          "Give -o and --log files of their own.");
+                          "Give -o, --log and --ledger files of their own.");
         }
     };
     refuse(request.output, request.file);
     refuse(request.log, request.file);
     refuse(request.output, request.log);
+    refuse(request.ledger, request.file);
+    refuse(request.ledger, request.output);
+    refuse(request.ledger, request.log);
 }
 
 void import(const ImportRequest& request, KelOptionList& options, KelModelBridgeImportDllInterface& bridge,
@@ -64,27 +71,49 @@ void writeModel(const ImportRequest& request) {
         return;
     }
     try {
-        const auto output = ModelOutput::open(request.output);
+        const auto output = ModelOutput::open(request.output, request.outputDescriptor);
         chosenExporter(request, *output).write(keptModel(), *output);
         output->commit();
     } catch (const std::system_error& error) {
-        throw outputFailure(isPath(request.output) ? "'" + *request.output + "'" : "standard output", error);
+        throw outputFailure(outputName(request.output), error);
+    }
+}
+
+void countUnits(const units::UnitTree& tree, ImportResult& result) {
+    for (const units::ResolvedFile& file : tree.files) {
+        for (const units::Unit& unit : file.units) {
+            ++(units::isLost(unit) ? result.unitsMissing : result.unitsFound);
+        }
     }
 }
 
 } // namespace
 
-void importModel(const ImportRequest& request) {
+ImportResult importModel(const ImportRequest& request) {
     const PlugIn plugIn = PlugIn::load();
     KelOptionList options;
     plugIn.getBridge().getOptionList(options);
     setImportOptions(request, options);
     refuseSameFiles(request);
-    LogWriter log(request.log, *findLogFormat(request.logFormat), chosenEncoding(options));
-    log.setMaximumLevel(severityLevel(KelString(std::string_view(request.logLevel))));
+    const ModelSource source(request);
+    source.setOptions(options);
+    LogWriter writer(request.log, *findLogFormat(request.logFormat), chosenEncoding(options));
+    WarningCount log(writer, severityLevel(KelString(std::string_view(request.logLevel))));
+    LedgerReport ledger(request);
+    source.reportTo(log);
     import(request, options, plugIn.getBridge(), log);
+    source.complete(keptModel(), options);
+    ledger.make(source, keptModel(), chosenEncoding(options));
     writeModel(request);
-    log.close();
+    ledger.write();
+    writer.close();
+    ImportResult result;
+    result.outcome = ledger.check(log.getCount());
+    result.dropped = ledger.getLosses();
+    countUnits(source.getTree(), result);
+    result.objects = countObjects(keptModel());
+    result.events = writer.getCounts();
+    return result;
 }
 
 } // namespace petal

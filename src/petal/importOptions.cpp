@@ -89,6 +89,13 @@ void setImportOptions(const ImportRequest& request, KelOptionList& options) {
     }
 }
 
+void setSource(KelOptionList& options, const std::string& path, const char* encoding) {
+    options.setFreeValue(fileArgument.option, KelString(std::string_view(path)));
+    if (encoding != nullptr) {
+        options.setFreeValue(encodingArgument.option, encoding);
+    }
+}
+
 KelString chosenEncoding(const KelOptionList& options) {
     return options.getValue(encodingArgument.option);
 }

@@ -21,6 +21,9 @@ struct OptionArgument {
 /// for a value that the bridge does not take.
 void setImportOptions(const ImportRequest& request, KelOptionList& options);
 
+/// Has the bridge read the file at `path` in place of the one that was asked for; in `encoding` unless that is null.
+void setSource(KelOptionList& options, const std::string& path, const char* encoding);
+
 /// The encoding that the options say the file is in.
 [[nodiscard]] KelString chosenEncoding(const KelOptionList& options);
 

@@ -16,8 +16,6 @@ struct Advice {
 };
 
 constexpr std::array advices{
-    Advice{[](const struct stat& status, const std::string&) { return S_ISDIR(status.st_mode); },
-           "It is a folder. Name the model file in it."},
     Advice{[](const struct stat&, const std::string& file) { return ::access(file.c_str(), R_OK) != 0; },
            "It may not be read. Change its permissions."},
     Advice{[](const struct stat& status, const std::string&) { return S_ISREG(status.st_mode) && status.st_size == 0; },

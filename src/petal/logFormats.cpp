@@ -1,11 +1,10 @@
 #include "petal/logFormats.h"
 
+#include "export/JsonLine.h"
+#include "export/jsonText.h"
 #include "export/printableText.h"
-#include "export/utf8.h"
 #include "host/log/Severity.h"
-
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
+#include "petal/validText.h"
 
 #include <algorithm>
 #include <array>
@@ -25,24 +24,24 @@ std::string textLine(const KelLogEvent& event, std::string_view text) {
 }
 
 std::string jsonLine(const KelLogEvent& event, std::string_view text) {
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-    const auto member = [&writer](const char* name, std::string_view value) {
-        const std::string valid = exporter::repairedUtf8(value);
-        writer.Key(name);
-        writer.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
-    };
-    writer.StartObject();
-    member("severity", severityOf(event));
-    member("code", event.getCode().view());
-    member("text", text);
-    writer.EndObject();
-    return std::string(buffer.GetString(), buffer.GetSize()) + "\n";
+    exporter::JsonLine line;
+    line.text("severity", severityOf(event));
+    line.text("code", event.getCode().view());
+    line.text("text", text);
+    return line.finish();
+}
+
+std::string textLineOf(std::string_view line, std::string_view file) {
+    return exporter::printableText(file) + ": " + std::string(line);
+}
+
+std::string jsonLineOf(std::string_view line, std::string_view file) {
+    return "{\"file\":" + exporter::quotedJsonText(validText(file)) + "," + std::string(line.substr(1));
 }
 
 constexpr std::array formats{
-    LogFormat{"text", textLine},
-    LogFormat{"json", jsonLine},
+    LogFormat{"text", textLine, textLineOf},
+    LogFormat{"json", jsonLine, jsonLineOf},
 };
 
 } // namespace

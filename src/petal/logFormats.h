@@ -12,6 +12,8 @@ struct LogFormat {
     std::string_view name;
     /// One line, its end included; valid UTF-8 that drives no terminal.
     std::string (*line)(const KelLogEvent& event, std::string_view text);
+    /// Such a line, with the file that it is about.
+    std::string (*lineOf)(std::string_view line, std::string_view file);
 };
 
 /// The format of that name, or null.

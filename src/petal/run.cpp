@@ -1,15 +1,14 @@
 #include "petal/run.h"
 
-#include "export/printableText.h"
 #include "petal/Failure.h"
 #include "petal/commandLine.h"
 #include "petal/commands.h"
+#include "petal/printFailure.h"
 #include "petal/standardOutput.h"
 
 #include <cerrno>
 #include <clocale>
 #include <csignal>
-#include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -27,27 +26,38 @@ void occupyStandardStreams() {
     }
 }
 
-void execute(const Request& request) {
+/// Returns `success`, or another outcome that leaves nothing to report.
+Outcome execute(const Request& request) {
     switch (request.command) {
     case Command::help:
-        return writeToStandardOutput(request.helpText);
+        writeToStandardOutput(request.helpText);
+        break;
     case Command::version:
-        return printVersions();
+        printVersions();
+        break;
     case Command::options:
-        return printOptions();
+        printOptions();
+        break;
     case Command::specification:
-        return printSpecification();
+        printSpecification();
+        break;
+    case Command::info:
+        printInfo(request.info);
+        break;
+    case Command::mergeReports:
+        mergeReports(request.merge);
+        break;
+    case Command::units:
+        printUnits(request.units);
+        break;
     case Command::import:
-        return importModel(request.import);
+        return importFiles(request.import, request.jobs);
     }
+    return Outcome::success;
 }
 
 int report(Outcome outcome, const char* text, const std::string& advice) {
-    std::string message = "petal: " + exporter::printableText(text) + "\n";
-    if (!advice.empty()) {
-        message += "petal: " + advice + "\n";
-    }
-    std::fwrite(message.data(), 1, message.size(), stderr);
+    printFailure(text, advice);
     return exitNumber(outcome);
 }
 
@@ -59,8 +69,7 @@ int run(int argc, const char* const* argv) {
     std::signal(SIGXFSZ, SIG_IGN);
     occupyStandardStreams();
     try {
-        execute(parseCommandLine(argc, argv));
-        return exitNumber(Outcome::success);
+        return exitNumber(execute(parseCommandLine(argc, argv)));
     } catch (const Failure& failure) {
         return report(failure.getOutcome(), failure.what(), failure.getAdvice());
     } catch (const std::exception& failure) {

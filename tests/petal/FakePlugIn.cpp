@@ -15,11 +15,15 @@
 #include "host/options/KelOption.h"
 #include "host/options/KelOptionList.h"
 
+#include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -86,6 +90,31 @@ private:
         }
         if (order == "exit") { // as a bridge does that cannot go on reading
             std::exit(std::stoi(argument));
+        }
+        if (order == "say") { // a line in pieces
+            std::fputs(argument.substr(0, argument.size() / 2).c_str(), stderr);
+            std::fputs(argument.substr(argument.size() / 2).c_str(), stderr);
+            std::fputs("\n", stderr);
+        }
+        if (order == "crash") {
+            std::signal(SIGSEGV, SIG_DFL);
+            std::raise(SIGSEGV);
+        }
+        if (order == "hang") { // having told the process's number
+            std::ofstream(argument) << ::getpid() << std::endl;
+            for (;;) {
+                ::pause();
+            }
+        }
+        if (order == "eat") { // as many megabytes
+            static std::vector<std::string> eaten;
+            for (int megabyte = 0; megabyte < std::stoi(argument); ++megabyte) {
+                try {
+                    eaten.emplace_back(std::size_t{1} << 20, 'x');
+                } catch (const std::bad_alloc&) {
+                    throw KelException("[FAKE_F0003] unexpected");
+                }
+            }
         }
         if (order == "log") { // its first word is the severity
             const std::size_t blank = argument.find(' ');

@@ -24,6 +24,7 @@ protected:
     [[nodiscard]] std::string pathOf(std::string_view name) const { return folder / name; }
 
     std::string put(std::string_view name, std::string_view contents) const {
+        std::filesystem::create_directories(std::filesystem::path(pathOf(name)).parent_path());
         std::ofstream(pathOf(name), std::ios::binary) << contents;
         return pathOf(name);
     }
@@ -41,6 +42,19 @@ protected:
             names.insert(entry.path().filename());
         }
         return names;
+    }
+
+    /// The paths of all files in a folder of the test's and below, from that folder on; folders left out.
+    [[nodiscard]] std::set<std::string> filesBelow(std::string_view name) const {
+        std::set<std::string> paths;
+        if (std::filesystem::exists(pathOf(name))) {
+            for (const auto& entry : std::filesystem::recursive_directory_iterator(pathOf(name))) {
+                if (!entry.is_directory()) {
+                    paths.insert(std::filesystem::relative(entry.path(), pathOf(name)));
+                }
+            }
+        }
+        return paths;
     }
 
     std::filesystem::path folder;

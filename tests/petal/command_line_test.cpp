@@ -23,10 +23,16 @@ TEST(CommandLine, FindsTheCommand) {
         Command expected;
     };
     const Row rows[] = {
-        {{"--help"}, Command::help},           {{"import", "-h"}, Command::help},
-        {{"--version"}, Command::version},     {{"options"}, Command::options},
-        {{"spec"}, Command::specification},    {{"import", "a.mdl"}, Command::import},
+        {{"--help"}, Command::help},
+        {{"import", "-h"}, Command::help},
+        {{"--version"}, Command::version},
+        {{"options"}, Command::options},
+        {{"spec"}, Command::specification},
+        {{"import", "a.mdl"}, Command::import},
         {{"import", "spec"}, Command::import}, // a file of that name
+        {{"info", "a", "b"}, Command::info},
+        {{"report", "merge", "a"}, Command::mergeReports},
+        {{"import", "--files-from", "-", "-0"}, Command::import},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(parse(row.arguments).command, row.expected) << row.arguments.front();
@@ -35,11 +41,14 @@ TEST(CommandLine, FindsTheCommand) {
 
 TEST(CommandLine, TakesFileNamesAsTheyAre) {
     for (const char* name : {"a b", "caf\xE9", "{}", "[a,b]", "import", "", "a=b", "\"q\""}) {
-        EXPECT_EQ(parse({"import", name}).import.file, name);
+        EXPECT_EQ(parse({"import", name}).jobs.inputs, std::vector<std::string>{name});
+        EXPECT_EQ(parse({"import", "x", name, "y"}).jobs.inputs, (std::vector<std::string>{"x", name, "y"}));
         EXPECT_EQ(parse({"import", "x", "-o", name}).import.output, name);
     }
-    EXPECT_EQ(parse({"import", "--", "-x"}).import.file, "-x");
+    EXPECT_EQ(parse({"import", "--", "-x"}).jobs.inputs, std::vector<std::string>{"-x"});
     EXPECT_EQ(parse({"import", "x", "-o", "-"}).import.output, "-");
+    EXPECT_EQ(parse({"info", "[a,b]"}).info.files, std::vector<std::string>{"[a,b]"});
+    EXPECT_EQ(parse({"info", "caf\xE9", "-", "--json"}).info.files, (std::vector<std::string>{"caf\xE9", "-"}));
 }
 
 TEST(CommandLine, HasDefaults) {
@@ -59,7 +68,19 @@ TEST(CommandLine, RefusesWrongUsage) {
         {},
         {"frob"},
         {"import"},
-        {"import", "a", "b"},
+        {"info"},
+        {"info", "a", "--xml"},
+        {"import", "-0", "a"},
+        {"import", "a", "-j", "0"},
+        {"import", "a", "-j", "-1"},
+        {"import", "a", "--timeout", "0"},
+        {"import", "a", "--timeout", "nan"},
+        {"import", "a", "--max-memory", "lots"},
+        {"import", "a", "--max-memory", "-5M"},
+        {"import", "a", "--in-process", "--timeout", "1"},
+        {"import", "a", "--keep-going", "--fail-fast"},
+        {"report"},
+        {"report", "merge"},
         {"import", "a", "--format"},
         {"import", "a", "--format", "xml"},
         {"import", "a", "--format", "JSON"},
@@ -82,16 +103,17 @@ TEST(CommandLine, RefusesWrongUsage) {
     EXPECT_THROW(static_cast<void>(petal::parseCommandLine(0, Arguments{nullptr}.data())), petal::Failure);
 }
 
-TEST(ExitStatus, EveryOutcomeHasOne) {
-    using enum petal::Outcome;
-    struct Row {
-        petal::Outcome outcome;
-        int number;
-    };
-    for (const Row& row : {Row{success, 0}, Row{importFailed, 1}, Row{bridgeNotLoaded, 1}, Row{outputFailed, 1},
-                           Row{unexpected, 1}, Row{wrongUsage, 2}}) {
-        EXPECT_EQ(petal::exitNumber(row.outcome), row.number);
-    }
+TEST(CommandLine, ReadsHowToGoThroughFiles) {
+    const petal::JobsRequest jobs = parse({"import", "a", "b", "-j", "4", "--timeout", "1.5", "--max-memory", "64M",
+                                           "--resume", "--fail-fast", "-q", "--report", "r"})
+                                        .jobs;
+    EXPECT_EQ(jobs.inputs, (std::vector<std::string>{"a", "b"}));
+    EXPECT_EQ(jobs.parallel, 4);
+    EXPECT_EQ(jobs.timeout, 1.5);
+    EXPECT_EQ(jobs.maxMemory, std::uint64_t{64} << 20);
+    EXPECT_TRUE(jobs.resume && jobs.failFast && jobs.quiet);
+    EXPECT_EQ(jobs.report, "r");
+    EXPECT_EQ(parse({"import", "a", "--max-memory", "2g"}).jobs.maxMemory, std::uint64_t{2} << 30);
 }
 
 } // namespace

@@ -6,8 +6,31 @@
 
 #include <csignal>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <system_error>
 #include <unistd.h>
+#include <vector>
+
+namespace {
+
+/// What was brought to the disk: the paths, with what the target held at that moment.
+struct Synchronised {
+    std::string path;
+    std::string target;
+};
+std::vector<Synchronised> synchronised;
+std::string watchedTarget;
+
+} // namespace
+
+/// In place of the C library's.
+extern "C" int fsync(int descriptor) {
+    const auto path = std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(descriptor));
+    std::ostringstream contents;
+    contents << std::ifstream(watchedTarget).rdbuf();
+    synchronised.push_back({path, contents.str()});
+    return static_cast<int>(::syscall(SYS_fsync, descriptor));
+}
 
 namespace {
 
@@ -40,6 +63,17 @@ TEST_F(Output, ReplacesAFileAsAWhole) {
         EXPECT_EQ(get(name), "after");
     }
     EXPECT_EQ(files(), (Names{"old", "new"}));
+}
+
+TEST_F(Output, IsOnTheDiskAheadOfItsNameAndThenTheName) {
+    watchedTarget = put("old", "before");
+    synchronised.clear();
+    write("old", "after");
+    ASSERT_EQ(synchronised.size(), 2U);
+    EXPECT_NE(synchronised[0].path.find("/.petal-"), std::string::npos) << synchronised[0].path;
+    EXPECT_EQ(synchronised[0].target, "before");
+    EXPECT_EQ(synchronised[1].path, folder);
+    EXPECT_EQ(synchronised[1].target, "after");
 }
 
 TEST_F(Output, LeavesNoTraceUnlessCommitted) {

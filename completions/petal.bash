@@ -1,0 +1,47 @@
+# Completion for bash, made from the command line's description.
+
+_petal() {
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} command=""
+    [ "$COMP_CWORD" -gt 1 ] && command=${COMP_WORDS[1]}
+    [ "$command" = report ] && [ "$COMP_CWORD" -gt 2 ] && command="report ${COMP_WORDS[2]}"
+    local words=""
+    case "$command:$previous" in
+    'import:--files-from') words="" ;;
+    'import:-j'|'import:--jobs') words="" ;;
+    'import:--timeout') words="" ;;
+    'import:--max-memory') words="" ;;
+    'import:--report') words="" ;;
+    'import:--types') words="" ;;
+    'import:--encoding') words="" ;;
+    'import:--format') words="json tree none" ;;
+    'import:-o') words="" ;;
+    'import:--log-level') words="FATAL ERROR WARNING STATUS DEBUG" ;;
+    'import:--log-format') words="text json" ;;
+    'import:--log') words="" ;;
+    'import:--units') words="" ;;
+    'import:--path-map') words="" ;;
+    'import:--unit-dir') words="" ;;
+    'import:--ledger') words="" ;;
+    'import:--ledger-detail') words="" ;;
+    'import:--fail-on') words="" ;;
+    'units:--units') words="" ;;
+    'units:--path-map') words="" ;;
+    'units:--unit-dir') words="" ;;
+    'report merge:-o') words="" ;;
+    *)
+        case "$command:$current" in
+        ':-'*) words="-h --help --version" ;;
+        'import:-'*) words="-h --help --files-from -0 --null -j --jobs --timeout --max-memory --in-process --keep-going --fail-fast --resume -q --quiet --report --types --encoding --format -o --log-level --log-format --log --units --path-map --unit-dir --ledger --ledger-detail --fail-on" ;;
+        'info:-'*) words="-h --help --json" ;;
+        'units:-'*) words="-h --help --units --path-map --unit-dir" ;;
+        'report merge:-'*) words="-h --help -o" ;;
+        'report:'*) words="merge" ;;
+        'options:-'*) words="-h --help" ;;
+        'spec:-'*) words="-h --help" ;;
+        ':'*) words="import info units report options spec" ;;
+        esac ;;
+    esac
+    # shellcheck disable=SC2207 # the words hold no blanks
+    COMPREPLY=($(compgen -W "$words" -- "$current"))
+}
+complete -o default -F _petal petal

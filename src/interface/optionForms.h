@@ -1,0 +1,20 @@
+#pragma once
+
+#include "petal/commandLine.h"
+
+#include <string>
+#include <vector>
+
+namespace petal {
+
+/// The words of a choice such as "json|tree"; none when the value is of another kind.
+[[nodiscard]] std::vector<std::string> choices(const OptionText& option);
+/// Whether the value is the path of a file or a folder.
+[[nodiscard]] bool takesPath(const OptionText& option);
+/// What fits behind an option in a list: the first line, without what joins it to the next.
+[[nodiscard]] std::string shortDescription(const OptionText& option);
+[[nodiscard]] std::string joined(const std::vector<std::string>& words, const std::string& between);
+/// `text` with `escape` ahead of each of these characters.
+[[nodiscard]] std::string escaped(const std::string& text, const std::string& characters, const std::string& escape);
+
+} // namespace petal

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "petal/exitStatus.h"
+
+#include <array>
+#include <cstdint>
+#include <type_traits>
+
+namespace petal {
+
+constexpr std::size_t severityCount = 5;
+/// How many log events there were of the severity levels 1, 2, ... Levels that the log does not listen to have none.
+using EventCounts = std::array<std::uint64_t, severityCount>;
+
+/// What came of an import whose model was written.
+struct ImportResult {
+    Outcome outcome = Outcome::success; // or `checkTripped`
+    std::uint64_t objects = 0;          // in the model, itself not counted
+    EventCounts events{};
+    std::uint64_t dropped = 0; // entries of the file that the model does not show
+    std::uint64_t unitsFound = 0;
+    std::uint64_t unitsMissing = 0;
+};
+static_assert(std::is_trivially_copyable_v<ImportResult>, "goes from process to process as it is");
+
+} // namespace petal

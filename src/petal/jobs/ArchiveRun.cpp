@@ -1,0 +1,208 @@
+#include "petal/jobs/ArchiveRun.h"
+
+#include "petal/Failure.h"
+#include "petal/ModelOutput.h"
+#include "petal/jobs/isUpToDate.h"
+#include "petal/jobs/limitsOf.h"
+#include "petal/outputFailure.h"
+#include "petal/printFailure.h"
+
+#include <cerrno>
+
+namespace petal {
+
+namespace {
+
+constexpr auto progressInterval = std::chrono::milliseconds(250);
+
+} // namespace
+
+FileReport fileReport(const std::string& file, const ImportPaths& paths, const ImportEnd& end) {
+    FileReport report;
+    report.file = file;
+    report.state = end.isDone() ? FileState::imported : FileState::failed;
+    if (end.isDone()) {
+        report.output = paths.model;
+        report.ledger = paths.ledger;
+    }
+    report.reason = end.outcome != Outcome::success ? exitStatus(end.outcome).word : "";
+    report.text = end.text;
+    report.exitStatus = end.exitStatus;
+    report.signal = end.signal;
+    report.counts = end.result;
+    return report;
+}
+
+ArchiveRun::ArchiveRun(std::vector<Source> sources, std::vector<ImportPaths> paths, const ImportRequest& import,
+                       const JobsRequest& jobs)
+    : sources_(std::move(sources)), paths_(std::move(paths)), import_(import), jobs_(jobs),
+      logFormat_(*findLogFormat(import.logFormat)), console_(!jobs.quiet), files_(sources_.size()),
+      end_(sources_.size()) {
+    if (import.log && *import.log != "-") {
+        log_.emplace(*import.log);
+    }
+    for (std::size_t number = 0; number < files_.size(); ++number) {
+        files_[number].file = sources_[number].path; // not started yet
+    }
+}
+
+void ArchiveRun::run() {
+    const StopSignals signals;
+    try {
+        importAll(signals);
+    } catch (...) {
+        ended_.clear(); // while no further signal can keep it from going
+        throw;
+    }
+    console_.clear();
+    finish();
+}
+
+void ArchiveRun::importAll(const StopSignals& signals) {
+    ProcessPool pool(limitsOf(jobs_), signals);
+    for (;;) {
+        startMore(pool);
+        settleEnded();
+        if (pool.getCount() == 0 && next_ >= end_) {
+            break;
+        }
+        for (EndedImport& ended : pool.wait(progressInterval)) {
+            ended_[ended.number] = {std::move(ended.end), std::move(ended.files)};
+        }
+        settleEnded();
+        if (end_ < sources_.size()) {
+            pool.dropAfter(end_);
+        }
+        console_.show({settled_, sources_.size(), failed_});
+    }
+    ended_.clear(); // the rest comes behind a failure
+}
+
+void ArchiveRun::startMore(ProcessPool& pool) {
+    while (next_ < end_ && pool.getCount() < static_cast<std::size_t>(jobs_.parallel)) {
+        const std::size_t number = next_++;
+        if (jobs_.resume && isUpToDate(sources_[number].path, paths_[number])) {
+            ended_[number] = {.end = {}, .files = {}, .isUpToDate = true};
+        } else {
+            startImport(number, pool);
+        }
+    }
+}
+
+void ArchiveRun::startImport(std::size_t number, ProcessPool& pool) {
+    ImportEnd end;
+    try {
+        if (!sources_[number].unreadable.empty()) {
+            throw Failure(Outcome::inputNotRead, sources_[number].unreadable, "");
+        }
+        ImportTask task = taskFor(number);
+        pool.start(number, std::move(task));
+        return;
+    } catch (const std::system_error& error) {
+        end = endWith(std::make_exception_ptr(
+            Failure(Outcome::unexpected, std::string("cannot start a process: ") + error.what(), "")));
+    } catch (const Failure&) {
+        end = endWith(std::current_exception());
+    }
+    ended_[number] = {std::move(end), {}};
+}
+
+std::unique_ptr<TemporaryFile> ArchiveRun::openOutput(const std::string& path) {
+    try {
+        std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+        const auto file = fileToReplace(path);
+        if (!file) {
+            throw std::system_error(std::filesystem::is_directory(path) ? EISDIR : EEXIST, std::generic_category());
+        }
+        return std::make_unique<TemporaryFile>(*file, TemporaryFile::Signal::leaves);
+    } catch (const std::system_error& error) {
+        throw outputFailure(outputName(path), error);
+    }
+}
+
+ImportTask ArchiveRun::taskFor(std::size_t number) {
+    ImportTask task{.request = import_, .files = {}, .errors = {}, .log = {}};
+    const std::string& file = sources_[number].path;
+    task.request.file = file;
+    if (const std::string& model = paths_[number].model; !model.empty()) {
+        task.request.output = model;
+        task.files.model = openOutput(model);
+    }
+    if (const std::string& ledger = paths_[number].ledger; !ledger.empty()) {
+        task.request.ledger = ledger;
+        task.files.ledger = openOutput(ledger);
+    }
+    task.errors = [this, &file](std::string_view line) { console_.write(findLogFormat("text")->lineOf(line, file)); };
+    task.log = [this, &file](std::string_view line) {
+        const std::string named = logFormat_.lineOf(line, file);
+        log_ ? log_->write(named) : console_.write(named);
+    };
+    return task;
+}
+
+void ArchiveRun::settleEnded() {
+    while (!ended_.empty()) {
+        const auto first = ended_.begin();
+        const bool isItsTurn = first->first == settled_ && first->first < end_;
+        if (jobs_.failFast && !isItsTurn) {
+            return;
+        }
+        auto node = ended_.extract(first);
+        settle(node.key(), std::move(node.mapped()));
+    }
+}
+
+void ArchiveRun::settle(std::size_t number, Ended ended) {
+    ++settled_;
+    FileReport& report = files_[number];
+    if (ended.isUpToDate) {
+        report.state = FileState::upToDate;
+        report.output = paths_[number].model;
+        report.ledger = paths_[number].ledger;
+        return;
+    }
+    for (TemporaryFile* file : ended.files.inOrder()) {
+        if (ended.end.isDone() && file != nullptr) {
+            try {
+                keep(*file);
+            } catch (const Failure&) {
+                ended.end = endWith(std::current_exception());
+            }
+        }
+    }
+    report = fileReport(sources_[number].path, paths_[number], ended.end);
+    if (!ended.end.isDone()) {
+        ++failed_;
+        tellFailure(report.file, ended.end);
+        end_ = jobs_.failFast ? number : end_;
+    }
+}
+
+void ArchiveRun::tellFailure(const std::string& file, const ImportEnd& end) {
+    const std::string name = file + ": ";
+    console_.write(failureLines(name + end.text, end.advice.empty() ? "" : name + end.advice));
+}
+
+void ArchiveRun::keep(TemporaryFile& file) {
+    try {
+        file.takePlace();
+    } catch (const std::system_error& error) {
+        throw outputFailure(outputName(file.getTarget()), error);
+    }
+    folders_.insert(file.getTarget().parent_path());
+}
+
+void ArchiveRun::finish() {
+    for (const std::filesystem::path& folder : folders_) {
+        try {
+            syncFolder(folder);
+        } catch (const std::system_error& error) {
+            throw outputFailure("the folder '" + folder.string() + "'", error);
+        }
+    }
+    if (log_) {
+        log_->close();
+    }
+}
+
+} // namespace petal

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "petal/Descriptor.h"
+#include "petal/Request.h"
+#include "petal/jobs/ImportEnd.h"
+#include "petal/jobs/ImportFiles.h"
+#include "petal/jobs/Limits.h"
+#include "petal/jobs/Lines.h"
+
+#include <array>
+#include <chrono>
+#include <memory>
+#include <poll.h>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace petal {
+
+/// What an import in a process of its own is to do.
+struct ImportTask {
+    ImportRequest request;
+    /// What stands in place of the request's output and ledger. They are this process's: the import only writes to
+    /// them, so whatever becomes of the import, nobody but their owner replaces or removes a file.
+    ImportFiles files;
+    /// Who takes the lines that the import writes to standard error, standard output included, and to its log. When one
+    /// is empty, the import has that stream of this process, or the log that the request names.
+    Lines::Taker errors;
+    Lines::Taker log;
+};
+
+/// An import in a forked process, which needs no program to be loaded again. This process must have one thread.
+///
+/// The import ends with this object, and with this process.
+class ImportProcess {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    /// Starts it. `siblings` are the imports under way, whose files are none of its business. The process ends by
+    /// itself when the import does. Throws `std::system_error`.
+    ImportProcess(ImportTask task, const Limits& limits, std::span<const std::unique_ptr<ImportProcess>> siblings);
+    ImportProcess(const ImportProcess&) = delete;
+    ImportProcess& operator=(const ImportProcess&) = delete;
+    ~ImportProcess();
+
+    /// Appends what to wait for.
+    void addTo(std::vector<pollfd>& waiting) const;
+    /// Takes what has arrived, without waiting. Returns whether the process has nothing more to say.
+    bool takeArrived();
+    /// When its time is up; nothing without a limit.
+    [[nodiscard]] const std::optional<Clock::time_point>& getDeadline() const { return deadline_; }
+    /// Ends the import because its time is up.
+    void timeOut();
+    /// Waits for the process, which has nothing more to say. Called once.
+    ImportEnd finish();
+    /// The task's files, for whoever decides what becomes of them.
+    [[nodiscard]] ImportFiles takeFiles() { return std::move(task_.files); }
+
+private:
+    /// A pipe from the import.
+    struct Channel {
+        Descriptor reading;
+        Descriptor writing; // of the import; closed here once it runs
+        Lines lines;
+    };
+    enum : std::size_t { result, errors, log, channelCount };
+
+    void openChannels();
+    void closeFiles();
+    [[nodiscard]] ImportEnd endOfProcess(int status) const;
+
+    ImportTask task_;
+    Limits limits_;
+    std::array<Channel, channelCount> channels_;
+    std::string message_; // what came through the channel of the result
+    pid_t process_ = -1;  // -1 once it has been waited for
+    bool timedOut_ = false;
+    std::optional<Clock::time_point> deadline_;
+};
+
+} // namespace petal

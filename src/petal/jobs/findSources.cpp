@@ -1,0 +1,95 @@
+#include "petal/jobs/Source.h"
+#include "petal/jobs/readFileList.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <unordered_set>
+
+namespace petal {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool isModelName(const fs::path& name) {
+    std::string extension = name.extension();
+    std::ranges::transform(extension, extension.begin(), [](char byte) {
+        return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
+    });
+    return extension == ".mdl";
+}
+
+/// A link that leads nowhere counts: that its model is missing must show.
+bool isModelFile(const fs::directory_entry& entry) {
+    std::error_code error;
+    const fs::file_type type = entry.status(error).type();
+    return isModelName(entry.path().filename()) && (type == fs::file_type::regular || type == fs::file_type::not_found);
+}
+
+/// Appends the model files that stand right in the folder and returns the folders in it. What cannot be read on the
+/// way is a source as well.
+std::vector<fs::path> searchFolder(const fs::path& folder, std::vector<Source>& found) {
+    std::vector<fs::path> inner;
+    std::error_code error;
+    fs::directory_iterator entry(folder, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        std::error_code unknown;
+        if (entry->symlink_status(unknown).type() == fs::file_type::directory) {
+            inner.push_back(entry->path());
+        } else if (isModelFile(*entry)) {
+            found.push_back({entry->path(), ""});
+        }
+    }
+    if (error) {
+        found.push_back({folder, "cannot search the folder: " + error.message()});
+    }
+    return inner;
+}
+
+std::vector<Source> searchTree(const fs::path& root) {
+    std::vector<Source> found;
+    for (std::vector<fs::path> waiting{root}; !waiting.empty();) {
+        const fs::path folder = std::move(waiting.back());
+        waiting.pop_back();
+        std::vector<fs::path> inner = searchFolder(folder, found);
+        std::ranges::move(inner, std::back_inserter(waiting));
+    }
+    std::ranges::sort(found, {}, &Source::path);
+    return found;
+}
+
+bool isFolder(const std::string& path) {
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
+
+} // namespace
+
+std::vector<Source> findSources(const JobsRequest& request) {
+    std::vector<std::string> inputs = request.inputs;
+    if (request.filesFrom) {
+        std::ranges::move(readFileList(*request.filesFrom, request.nulSeparated), std::back_inserter(inputs));
+    }
+    std::vector<Source> sources;
+    std::unordered_set<std::string> known;
+    const auto add = [&](Source source) {
+        if (known.insert(normalName(source.path)).second) {
+            sources.push_back(std::move(source));
+        }
+    };
+    for (const std::string& input : inputs) {
+        if (isFolder(input)) {
+            std::ranges::for_each(searchTree(input), add);
+        } else {
+            add({input, ""});
+        }
+    }
+    return sources;
+}
+
+bool isSingleFile(const JobsRequest& request) {
+    return request.inputs.size() == 1 && !request.filesFrom && !isFolder(request.inputs.front());
+}
+
+} // namespace petal

@@ -1,0 +1,171 @@
+#include "export/exporters.h"
+#include "petal/Failure.h"
+#include "petal/PlugIn.h"
+#include "petal/commands.h"
+#include "petal/jobs/ArchiveRun.h"
+#include "petal/jobs/importOne.h"
+#include "petal/jobs/isUpToDate.h"
+#include "petal/jobs/limitsOf.h"
+#include "petal/jobs/planOutputs.h"
+#include "petal/outputFailure.h"
+#include "petal/report/reports.h"
+#include "petal/report/summary.h"
+#include "petal/writeFully.h"
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <unistd.h>
+
+namespace petal {
+
+namespace {
+
+/// Opened before the imports, so that they are not in vain; left out unless asked for.
+class ReportOutput {
+public:
+    ReportOutput(const std::optional<std::string>& path, std::span<const Source> sources) : path_(path) {
+        if (path_) {
+            refuseSource(sources, *path_);
+            writing([&] { output_ = ModelOutput::open(path_); });
+        }
+    }
+
+    void write(const std::vector<FileReport>& files) {
+        if (path_) {
+            writing([&] {
+                writeReport(files, *output_);
+                output_->commit();
+            });
+        }
+    }
+
+private:
+    template <class Step>
+    void writing(Step step) {
+        try {
+            step();
+        } catch (const std::system_error& error) {
+            throw outputFailure("the report " + outputName(path_), error);
+        }
+    }
+
+    std::optional<std::string> path_;
+    std::unique_ptr<ModelOutput> output_;
+};
+
+ImportPaths pathsOf(const ImportRequest& request) {
+    const auto pathIn = [](const std::optional<std::string>& given) {
+        return given && *given != "-" ? *given : std::string();
+    };
+    return {.model = request.format == "none" ? "" : pathIn(request.output), .ledger = pathIn(request.ledger)};
+}
+
+Outcome importSingle(const ImportRequest& request, const JobsRequest& jobs) {
+    const ImportPaths paths = pathsOf(request);
+    if (jobs.resume && isUpToDate(request.file, paths)) {
+        return Outcome::success;
+    }
+    const std::array sources{Source{request.file, ""}};
+    ReportOutput report(jobs.report, sources);
+    const bool isWatched = jobs.timeout || jobs.maxMemory || jobs.report;
+    const ImportEnd end = isWatched && !jobs.inProcess ? importApart(request, limitsOf(jobs)) : importHere(request);
+    report.write({fileReport(request.file, paths, end)});
+    if (!end.isDone()) {
+        throw Failure(end.outcome, end.text, end.advice);
+    }
+    return end.outcome;
+}
+
+void makeFolder(const std::string& folder) {
+    try {
+        std::filesystem::create_directories(folder);
+        if (::access(folder.c_str(), W_OK | X_OK) != 0) {
+            throwErrno();
+        }
+    } catch (const std::system_error& error) {
+        throw outputFailure("the folder '" + folder + "'", std::system_error(error.code()));
+    }
+}
+
+/// Where what each source gives goes.
+std::vector<ImportPaths> planPaths(std::span<const Source> sources, const ImportRequest& request) {
+    std::vector<ImportPaths> paths(sources.size());
+    const auto plan = [&](const std::string& folder, std::string_view suffix, std::string ImportPaths::*path) {
+        makeFolder(folder);
+        std::vector<std::string> planned = planOutputs(sources, folder, suffix);
+        for (std::size_t index = 0; index < paths.size(); ++index) {
+            paths[index].*path = std::move(planned[index]);
+        }
+    };
+    if (exporter::findExporter(*request.format)->write != nullptr) {
+        if (!request.output || *request.output == "-") {
+            throw Failure(Outcome::wrongUsage, "several models need a folder to be written to",
+                          "Give one with -o, or write no models with '--format none'.");
+        }
+        plan(*request.output, *request.format, &ImportPaths::model);
+    }
+    if (request.ledger) {
+        if (*request.ledger == "-") {
+            throw Failure(Outcome::wrongUsage, "several ledgers need a folder to be written to",
+                          "Give one with --ledger.");
+        }
+        plan(*request.ledger, "ledger", &ImportPaths::ledger);
+    }
+    return paths;
+}
+
+Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
+    if (jobs.inProcess) {
+        throw Failure(Outcome::wrongUsage, "--in-process is for a single file", "Leave it out.");
+    }
+    request.isSummarised = false;
+    request.format = request.format.value_or("json");
+    std::vector<Source> sources = findSources(jobs);
+    if (sources.empty() && !jobs.inputs.empty()) {
+        throw Failure(Outcome::inputNotRead, "there is no model file in what was named",
+                      "In a folder, model files are those whose names end in '.mdl'.");
+    }
+    if (request.log && *request.log != "-") {
+        refuseSource(sources, *request.log);
+    }
+    std::vector<ImportPaths> paths = planPaths(sources, request);
+    static_cast<void>(PlugIn::load()); // once; every process of an import has it from this one
+    ReportOutput report(jobs.report, sources);
+    ArchiveRun run(std::move(sources), std::move(paths), request, jobs);
+    run.run();
+    const std::vector<FileReport>& files = run.getFiles();
+    report.write(files);
+    if (!jobs.quiet) {
+        Console(false).write(summary(files, takesColours()));
+    }
+    const ReportTotals totals = totalsOf(files);
+    if (totals.failed > 0) {
+        throw Failure(Outcome::someFailed,
+                      std::to_string(totals.failed) + " of " + std::to_string(files.size()) + " files failed", "");
+    }
+    const std::string_view tripped = exitStatus(Outcome::checkTripped).word;
+    const bool hasTripped = std::ranges::find(files, tripped, &FileReport::reason) != files.end();
+    return hasTripped ? Outcome::checkTripped : Outcome::success;
+}
+
+} // namespace
+
+Outcome importFiles(const ImportRequest& import, const JobsRequest& jobs) {
+    try {
+        const bool isFolderNamed = import.output && import.output->ends_with('/');
+        if (!isSingleFile(jobs) || isFolderNamed) {
+            return importSeveral(import, jobs);
+        }
+        ImportRequest request = import;
+        request.file = jobs.inputs.front();
+        request.isQuiet = jobs.quiet;
+        return importSingle(request, jobs);
+    } catch (const Stopped& stopped) {
+        std::signal(stopped.signal, SIG_DFL); // everything has been put away
+        static_cast<void>(std::raise(stopped.signal));
+        return Outcome::unexpected;
+    }
+}
+
+} // namespace petal

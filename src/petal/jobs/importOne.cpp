@@ -1,0 +1,71 @@
+#include "petal/jobs/importOne.h"
+
+#include "petal/ModelOutput.h"
+#include "petal/PlugIn.h"
+#include "petal/importModel.h"
+#include "petal/jobs/ProcessPool.h"
+#include "petal/namedDescriptor.h"
+#include "petal/outputFailure.h"
+
+namespace petal {
+
+namespace {
+
+/// The file that this process keeps for the import; null where the import itself writes to what is there.
+std::unique_ptr<TemporaryFile> openFile(const std::optional<std::string>& path) {
+    if (!path || *path == "-" || namedDescriptor(*path) >= 0) {
+        return nullptr;
+    }
+    try {
+        auto file = fileToReplace(*path);
+        return file ? std::make_unique<TemporaryFile>(std::move(*file), TemporaryFile::Signal::leaves) : nullptr;
+    } catch (const std::system_error& error) {
+        throw outputFailure(outputName(path), error);
+    }
+}
+
+EndedImport run(const ImportRequest& request, const Limits& limits, ImportFiles files, const StopSignals& signals) {
+    ProcessPool pool(limits, signals);
+    pool.start(0, {.request = request, .files = std::move(files), .errors = {}, .log = {}});
+    for (;;) {
+        std::vector<EndedImport> ended = pool.wait(std::chrono::hours(1));
+        if (!ended.empty()) {
+            return std::move(ended.front());
+        }
+    }
+}
+
+void keep(TemporaryFile& file) {
+    try {
+        file.takePlace();
+        syncFolder(file.getTarget().parent_path());
+    } catch (const std::system_error& error) {
+        throw outputFailure(outputName(file.getTarget()), error);
+    }
+}
+
+} // namespace
+
+ImportEnd importApart(const ImportRequest& request, const Limits& limits) {
+    static_cast<void>(PlugIn::load()); // here, where no limit holds
+    const StopSignals signals;
+    ImportFiles files{.model = request.format == "none" ? nullptr : openFile(request.output),
+                      .ledger = openFile(request.ledger)};
+    const EndedImport ended = run(request, limits, std::move(files), signals);
+    for (TemporaryFile* file : ended.files.inOrder()) {
+        if (ended.end.isDone() && file != nullptr) {
+            keep(*file);
+        }
+    }
+    return ended.end;
+}
+
+ImportEnd importHere(const ImportRequest& request) {
+    try {
+        return endWith(importModel(request));
+    } catch (...) {
+        return endWith(std::current_exception());
+    }
+}
+
+} // namespace petal

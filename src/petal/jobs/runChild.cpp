@@ -1,0 +1,117 @@
+#include "petal/jobs/runChild.h"
+
+#include "petal/importModel.h"
+#include "petal/jobs/ImportEnd.h"
+#include "petal/jobs/StopSignals.h"
+#include "petal/outputFailure.h"
+#include "petal/removeOnSignal.h"
+#include "petal/writeFully.h"
+
+#include <algorithm>
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+#include <new>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace petal {
+
+namespace {
+
+/// The parent decides what a signal means for its imports; when it is gone, nobody waits for them.
+void followParent(pid_t parent) {
+    removeOnSignal(nullptr);
+    for (const int signal : {SIGINT, SIGHUP}) {
+        std::signal(signal, SIG_IGN); // a terminal sends them to every process
+    }
+    StopSignals::unblock();
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != parent) {
+        ::_exit(1);
+    }
+}
+
+/// Holds while the import runs; afterwards there must be memory to tell how it ended.
+class MemoryLimit {
+public:
+    explicit MemoryLimit(const std::optional<std::uint64_t>& most) {
+        ::getrlimit(RLIMIT_DATA, &before_);
+        if (most) {
+            const rlimit limited{.rlim_cur = std::min<rlim_t>(*most, before_.rlim_max), .rlim_max = before_.rlim_max};
+            ::setrlimit(RLIMIT_DATA, &limited);
+        }
+    }
+    MemoryLimit(const MemoryLimit&) = delete;
+    MemoryLimit& operator=(const MemoryLimit&) = delete;
+    ~MemoryLimit() { ::setrlimit(RLIMIT_DATA, &before_); }
+
+private:
+    rlimit before_{};
+};
+
+std::atomic<bool> memoryRanOut{false};
+
+/// Notes that there was no memory, whatever becomes of the exception: a bridge may know it only as unexpected.
+void noteNoMemory() {
+    memoryRanOut = true;
+    throw std::bad_alloc();
+}
+
+void bringToDisk(const TemporaryFile& file) {
+    try {
+        file.sync();
+    } catch (const std::system_error& error) {
+        throw outputFailure(outputName(file.getTarget()), error);
+    }
+}
+
+ImportResult importWithin(const Limits& limits, const ImportRequest& request, const ImportFiles& files) {
+    const MemoryLimit limit(limits.memory);
+    std::set_new_handler(noteNoMemory);
+    const ImportResult result = importModel(request);
+    for (const TemporaryFile* file : files.inOrder()) {
+        if (file != nullptr) {
+            bringToDisk(*file);
+        }
+    }
+    return result;
+}
+
+ImportEnd import(const ImportRequest& request, const ImportFiles& files, const Limits& limits) {
+    try {
+        return endWith(importWithin(limits, request, files));
+    } catch (...) {
+        return endWith(memoryRanOut ? std::make_exception_ptr(std::bad_alloc()) : std::current_exception());
+    }
+}
+
+} // namespace
+
+void runChild(const ChildSide& side, ImportRequest request, const ImportFiles& files, const Limits& limits) noexcept {
+    followParent(side.parent);
+    if (side.errors >= 0) {
+        ::dup2(side.errors, STDOUT_FILENO);
+        ::dup2(side.errors, STDERR_FILENO);
+    }
+    if (side.log >= 0) {
+        request.log = "/dev/fd/" + std::to_string(side.log);
+    }
+    if (files.model != nullptr) {
+        request.outputDescriptor = files.model->getDescriptor();
+    }
+    if (files.ledger != nullptr) {
+        request.ledgerDescriptor = files.ledger->getDescriptor();
+    }
+    const ImportEnd end = import(request, files, limits);
+    std::fflush(nullptr);
+    try {
+        writeFully(side.result, encoded(end));
+    } catch (const std::system_error&) {
+        ::_exit(1); // nobody is left to be told
+    }
+    ::_exit(0);
+}
+
+} // namespace petal

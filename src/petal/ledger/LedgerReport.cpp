@@ -1,0 +1,125 @@
+#include "petal/ledger/LedgerReport.h"
+
+#include "export/BufferedOutput.h"
+#include "ledger/makeLedger.h"
+#include "petal/Failure.h"
+#include "petal/ModelOutput.h"
+#include "petal/ledger/ledgerForms.h"
+#include "petal/outputFailure.h"
+#include "petal/printFailure.h"
+
+#include <algorithm>
+#include <array>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace petal {
+
+namespace {
+
+struct Condition {
+    const char* name;
+    bool needsLedger;
+    std::uint64_t (*count)(const ledger::Ledger* ledger, std::uint64_t warnings);
+    const char* what;
+};
+
+constexpr std::array conditions{
+    Condition{"loss", true, [](const ledger::Ledger* ledger, std::uint64_t) { return ledger->losses; }, "losses"},
+    Condition{"warning", false, [](const ledger::Ledger*, std::uint64_t warnings) { return warnings; }, "warnings"},
+    Condition{"encoding", true,
+              [](const ledger::Ledger* ledger, std::uint64_t) -> std::uint64_t { return ledger->badBytes.size(); },
+              "byte sequences that the encoding does not have"},
+};
+
+bool isAsked(const ImportRequest& request, const Condition& condition) {
+    return std::ranges::find(request.failOn, condition.name) != request.failOn.end();
+}
+
+bool needsLedger(const ImportRequest& request) {
+    return request.ledger || std::ranges::any_of(conditions, [&](const Condition& condition) {
+               return condition.needsLedger && isAsked(request, condition);
+           });
+}
+
+ledger::Detail detailOf(const ImportRequest& request) {
+    using enum ledger::Detail;
+    return !request.ledger ? counts : request.ledgerListsAll ? all : named;
+}
+
+bool isRegularFile(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool isStandardOutput(const std::optional<std::string>& path) {
+    return !path || *path == "-";
+}
+
+} // namespace
+
+LedgerReport::LedgerReport(const ImportRequest& request) : request_(request), canRead_(isRegularFile(request.file)) {
+    if (request.ledger == "-" && isStandardOutput(request.output) && request.format != "none") {
+        throw Failure(Outcome::wrongUsage, "the model and the ledger would both go to standard output",
+                      "Give one of them a file with -o or --ledger.");
+    }
+    if (!canRead_ && needsLedger(request) && ::access(request.file.c_str(), F_OK) == 0) {
+        throw Failure(Outcome::wrongUsage, "'" + request.file + "' cannot be read a second time for its ledger",
+                      "Save it as a file first.");
+    }
+}
+
+void LedgerReport::make(const ModelSource& source, const KelModel& model, const KelString& encoding) {
+    if (!canRead_ || (request_.isQuiet && !needsLedger(request_))) {
+        return;
+    }
+    try {
+        ledger_ =
+            ledger::makeLedger(source.getTree(), model, {encoding, source.hasEncodingByFile(), detailOf(request_)});
+    } catch (const std::system_error& error) {
+        if (!needsLedger(request_)) {
+            return; // the import is done, whatever has become of the file since
+        }
+        throw Failure(Outcome::unexpected, "the ledger cannot be made: " + error.code().message(), "");
+    }
+}
+
+void LedgerReport::write() const {
+    if (!ledger_) {
+        return;
+    }
+    if (request_.ledger) {
+        try {
+            const auto output = ModelOutput::open(request_.ledger, request_.ledgerDescriptor);
+            exporter::BufferedOutput buffered(*output);
+            (output->isTerminal() ? writeLedgerTable : writeLedgerLines)(*ledger_, buffered);
+            buffered.flush();
+            output->commit();
+        } catch (const std::system_error& error) {
+            throw outputFailure("the ledger '" + *request_.ledger + "'", error);
+        }
+    }
+    if (!request_.isQuiet && request_.isSummarised) {
+        const std::string summary = ledgerSummary(*ledger_);
+        std::fwrite(summary.data(), 1, summary.size(), stderr);
+    }
+}
+
+Outcome LedgerReport::check(std::uint64_t warnings) const {
+    Outcome outcome = Outcome::success;
+    for (const Condition& condition : conditions) {
+        if (!isAsked(request_, condition)) {
+            continue;
+        }
+        const std::uint64_t count = condition.count(ledger_ ? &*ledger_ : nullptr, warnings);
+        if (count > 0) {
+            const std::string text = std::string("--fail-on ") + condition.name + ": there are " +
+                                     std::to_string(count) + " " + condition.what;
+            printFailure(text.c_str(), condition.needsLedger ? "--ledger tells of each." : "");
+            outcome = Outcome::checkTripped;
+        }
+    }
+    return outcome;
+}
+
+} // namespace petal

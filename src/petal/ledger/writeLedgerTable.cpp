@@ -1,0 +1,87 @@
+#include "export/printableText.h"
+#include "petal/ledger/ledgerForms.h"
+
+#include <array>
+
+namespace petal {
+
+namespace {
+
+using ledger::Counts;
+using ledger::Ledger;
+using ledger::Outcome;
+
+std::string countsText(const Counts& counts) {
+    std::string text;
+    for (std::size_t index = 0; index < ledger::outcomeWords.size(); ++index) {
+        text += (index > 0 ? ", " : "") + std::to_string(counts.byOutcome[index]) + " " + ledger::outcomeWords[index];
+    }
+    return text;
+}
+
+std::string placeText(const Ledger& ledger, std::uint32_t file, const notation::Place& place) {
+    return exporter::printableText(ledger.files[file]) + ":" + std::to_string(place.line) + ":" +
+           std::to_string(place.column);
+}
+
+std::string whatText(const ledger::Entry& entry) {
+    std::string text = exporter::printableText(entry.kind->name);
+    text += entry.name.empty() ? "" : " " + exporter::printableText(entry.name);
+    return text + (entry.property != nullptr ? ", " + exporter::printableText(entry.property->name) : "");
+}
+
+const char* wordOf(const ledger::Reason& reason) {
+    return reason.weight == ledger::Weight::loss ? "LOST"
+                                                 : ledger::outcomeWords[static_cast<std::size_t>(reason.outcome)];
+}
+
+} // namespace
+
+std::string reasonText(const ledger::Reason& reason, const std::string& detail) {
+    std::string text = reason.text;
+    text += text.empty() || detail.empty() ? "" : " ";
+    return text + detail;
+}
+
+std::string hexText(const std::string& bytes) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string text;
+    for (const char byte : bytes) {
+        const auto value = static_cast<unsigned char>(byte);
+        text += text.empty() ? "" : " ";
+        text += digits[value / digits.size()];
+        text += digits[value % digits.size()];
+    }
+    return text;
+}
+
+void writeLedgerTable(const Ledger& ledger, exporter::BufferedOutput& output) {
+    for (const ledger::Entry& entry : ledger.entries) {
+        if (entry.reason->outcome == Outcome::imported) {
+            continue;
+        }
+        output.put(std::string(wordOf(*entry.reason)) + "\t" + placeText(ledger, entry.file, entry.place) + "\t" +
+                   whatText(entry) + ": " + exporter::printableText(reasonText(*entry.reason, entry.detail)) + "\n");
+    }
+    for (const ledger::BadBytes& bad : ledger.badBytes) {
+        output.put("bytes\t" + placeText(ledger, bad.file, bad.place) + "\t" + hexText(bad.bytes) +
+                   ": the encoding does not have them\n");
+    }
+    for (const ledger::KindTally* kind : ledger.sortedKinds()) {
+        output.put(exporter::printableText(kind->name) + ": " + countsText(kind->objects) + "\n");
+        for (const ledger::PropertyTally* property : kind->sortedProperties()) {
+            output.put("\t" + exporter::printableText(property->name) + ": " + countsText(property->counts) + "\n");
+        }
+    }
+    output.put("objects: " + countsText(ledger.objects()) + "\nproperties: " + countsText(ledger.properties()) + "\n");
+}
+
+std::string ledgerSummary(const Ledger& ledger) {
+    return "petal: objects: " + countsText(ledger.objects()) +
+           "\npetal: properties: " + countsText(ledger.properties()) +
+           "\npetal: losses: " + std::to_string(ledger.losses) +
+           ", bytes that are not in the encoding: " + std::to_string(ledger.badBytes.size()) +
+           "; --ledger FILE tells of each\n";
+}
+
+} // namespace petal

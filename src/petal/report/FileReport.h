@@ -1,0 +1,42 @@
+#pragma once
+
+#include "petal/ImportResult.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace petal {
+
+/// What became of a file of many. For `imported`, its model was written; `upToDate`, that had been done before and
+/// was left; `notStarted`, it comes after a failure after which nothing more was to be imported.
+enum class FileState { imported, upToDate, failed, notStarted };
+
+[[nodiscard]] std::string_view stateWord(FileState state);
+
+/// One file in a report. Texts are bytes: paths need not be UTF-8.
+struct FileReport {
+    std::string file;
+    std::string output; // where the model is; empty where none is written
+    std::string ledger; // where that is; likewise
+    FileState state = FileState::notStarted;
+    std::string reason; // the word of an outcome, unless that is `success`
+    std::string text;   // what went wrong
+    int exitStatus = 0; // unless 0, with which the process of the import was ended
+    int signal = 0;     // unless 0, which ended it
+    ImportResult counts;
+};
+
+struct ReportTotals {
+    std::uint64_t imported = 0;
+    std::uint64_t upToDate = 0;
+    std::uint64_t failed = 0;
+    std::uint64_t notStarted = 0;
+    std::uint64_t objects = 0;
+    std::uint64_t dropped = 0;
+    std::uint64_t unitsMissing = 0;
+};
+
+[[nodiscard]] ReportTotals totalsOf(const std::vector<FileReport>& files);
+
+} // namespace petal

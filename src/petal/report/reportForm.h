@@ -1,0 +1,45 @@
+#pragma once
+
+#include "petal/report/FileReport.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace petal {
+
+constexpr const char* reportFormat = "petal-report";
+constexpr std::int64_t reportVersion = 1;
+
+/// A member of a file in a report, in the order in which they are written. What is empty or 0 is left out.
+struct TextMember {
+    const char* name;
+    std::string FileReport::*text;
+};
+struct CountMember {
+    const char* name;
+    std::uint64_t ImportResult::*count;
+};
+struct StatusMember {
+    const char* name;
+    int FileReport::*number;
+};
+
+constexpr std::array textMembers{
+    TextMember{"output", &FileReport::output},
+    TextMember{"ledger", &FileReport::ledger},
+    TextMember{"reason", &FileReport::reason},
+    TextMember{"text", &FileReport::text},
+};
+constexpr std::array statusMembers{
+    StatusMember{"exitStatus", &FileReport::exitStatus},
+    StatusMember{"signal", &FileReport::signal},
+};
+constexpr std::array countMembers{
+    CountMember{"objects", &ImportResult::objects},
+    CountMember{"dropped", &ImportResult::dropped},
+    CountMember{"unitsFound", &ImportResult::unitsFound},
+    CountMember{"unitsMissing", &ImportResult::unitsMissing},
+};
+
+} // namespace petal

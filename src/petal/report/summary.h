@@ -1,0 +1,13 @@
+#pragma once
+
+#include "petal/report/FileReport.h"
+
+#include <string>
+#include <vector>
+
+namespace petal {
+
+/// A table for people of what became of the files, with colours when wanted.
+[[nodiscard]] std::string summary(const std::vector<FileReport>& files, bool withColours);
+
+} // namespace petal

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "petal/Request.h"
+#include "units/UnitTree.h"
+
+#include <string>
+
+class KelLog;
+class KelModel;
+class KelOptionList;
+
+namespace petal {
+
+/// What the bridge is given to read: the model file itself, or, when the contents of controlled units belong in it, a
+/// file without a name that holds all of them as one text.
+class ModelSource {
+public:
+    /// Follows the units of the request's file as the request says. A file that is no readable model file is left to
+    /// the bridge. Throws a `Failure`: with the outcome `unitMissing` when units are missing that are required.
+    explicit ModelSource(const ImportRequest& request);
+    ModelSource(const ModelSource&) = delete;
+    ModelSource& operator=(const ModelSource&) = delete;
+    ~ModelSource();
+
+    /// Has the bridge read this source.
+    void setOptions(KelOptionList& options) const;
+    /// Warns of every unit whose content is not in the model.
+    void reportTo(KelLog& log) const;
+    /// Gives the imported model the name and the origin of the file that was asked for.
+    void complete(KelModel& model, const KelOptionList& options) const;
+
+    /// The files that the model is in; just the file itself when no units were followed.
+    [[nodiscard]] const units::UnitTree& getTree() const { return tree_; }
+    /// Whether each of these files is in the encoding that its own charSet means.
+    [[nodiscard]] bool hasEncodingByFile() const { return isUtf8_; }
+
+private:
+    void follow();
+    void assemble();
+
+    const ImportRequest& request_;
+    units::UnitTree tree_;
+    int descriptor_ = -1; // of the assembled text
+    bool isWrapped_ = false;
+    bool isUtf8_ = false; // the assembled text is, whatever the files are
+};
+
+} // namespace petal

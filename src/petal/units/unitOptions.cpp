@@ -1,0 +1,44 @@
+#include "petal/units/unitOptions.h"
+
+#include "petal/Failure.h"
+
+#include <CLI/CLI.hpp>
+
+namespace petal {
+
+void describeUnitOptions(CLI::App& command, UnitChoices& choices) {
+    command
+        .add_option("--units", choices.mode,
+                    "What to do about controlled units: warn of missing ones, require them all,\n"
+                    "or skip them, so that the model is what stands in its own file")
+        ->check(CLI::IsMember({"require", "warn", "skip"}).description(""))
+        ->type_name("MODE")
+        ->capture_default_str();
+    command
+        .add_option("--path-map", choices.pathMaps,
+                    "What a path symbol in the names of units stands for; may be given for each symbol.\n"
+                    "Symbols that are not given are taken from the environment")
+        ->type_name("SYMBOL=FOLDER")
+        ->allow_extra_args(false);
+    command
+        .add_option("--unit-dir", choices.folders,
+                    "A folder to search, with all below it, for units that are not where the model\n"
+                    "says; may be given several times")
+        ->type_name("FOLDER")
+        ->allow_extra_args(false);
+}
+
+units::UnitLocator makeUnitLocator(const UnitChoices& choices) {
+    units::PathSymbols symbols;
+    for (const std::string& pathMap : choices.pathMaps) {
+        const std::size_t equals = pathMap.find('=');
+        if (equals == std::string::npos || equals == 0 || equals + 1 == pathMap.size()) {
+            throw Failure(Outcome::wrongUsage, "--path-map: '" + pathMap + "' is not SYMBOL=FOLDER",
+                          "Name a path symbol and its folder, such as WORKSPACE=/models.");
+        }
+        symbols.map(pathMap.substr(0, equals), pathMap.substr(equals + 1));
+    }
+    return {std::move(symbols), {choices.folders.begin(), choices.folders.end()}};
+}
+
+} // namespace petal

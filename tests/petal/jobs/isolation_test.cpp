@@ -1,0 +1,129 @@
+#include "Archive.h"
+
+#include <csignal>
+
+namespace {
+
+/// Memory limits cannot hold where a sanitizer reserves memory for itself.
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool limitsHold = false;
+#else
+constexpr bool limitsHold = true;
+#endif
+
+struct Fate {
+    const char* order; // of the file
+    const char* arguments;
+    int status;        // of petal for the file alone
+    const char* state; // in a report
+    const char* errors;
+};
+
+constexpr Fate fates[] = {
+    {"throw [X] broken", "", 1, "failed importFailed", "[X] broken"},
+    {"exit 2", "", 2, "failed bridgeEnded", "the bridge ended the process with status 2"},
+    {"exit 0", "", 2, "failed bridgeEnded", "the bridge ended the process with status 0"},
+    {"crash", "", 1, "failed crashed", "ended by signal 11 (Segmentation fault)"},
+    {"hang pid", "--timeout 0.3", 1, "failed timedOut", "not done within 0.3 seconds"},
+    {"eat 300", "--max-memory 100M", 1, "failed outOfMemory", "there is too little memory"},
+};
+
+class Isolation : public Archive, public testing::WithParamInterface<Fate> {};
+
+TEST_P(Isolation, AFileCostsNoOther) {
+    const Fate& fate = GetParam();
+    if (!limitsHold && std::string_view(fate.arguments).starts_with("--max-memory")) {
+        GTEST_SKIP() << "a sanitizer takes memory of its own";
+    }
+    put("a.mdl", good);
+    put("b.mdl", std::string("package A\n") + fate.order + "\n");
+    put("c.mdl", good);
+    put("old", "precious");
+    const Ended several = run(std::string("$petal import . -o out --report report -j 2 ") + fate.arguments);
+    EXPECT_EQ(several.status, 5) << several.errors;
+    EXPECT_TRUE(contains(several.errors, std::string("petal: ./b.mdl: ") + fate.errors)) << several.errors;
+    EXPECT_EQ(statesIn("report"),
+              (std::vector<std::string>{"./a.mdl imported", std::string("./b.mdl ") + fate.state, "./c.mdl imported"}));
+    EXPECT_EQ(filesBelow("out"), (Names{"a.mdl.json", "c.mdl.json"}));
+
+    const Ended alone = run(std::string("$petal import b.mdl -o old --report report ") + fate.arguments);
+    EXPECT_EQ(alone.status, fate.status);
+    EXPECT_TRUE(contains(alone.errors, std::string("petal: ") + fate.errors)) << alone.errors;
+    EXPECT_EQ(statesIn("report"), std::vector<std::string>{std::string("b.mdl ") + fate.state});
+    EXPECT_EQ(get("old"), "precious");
+    for (const std::string& name : filesBelow("")) {
+        EXPECT_FALSE(contains(name, ".petal-")) << name;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Isolation, testing::ValuesIn(fates),
+                         [](const auto& row) { return "row" + std::to_string(row.index); });
+
+TEST_F(Archive, ASingleFileApartIsLikeOneInProcess) {
+    put("m", "log WARNING careful\npackage A\npackage B\n");
+    for (const char* arguments : {"m --format tree", "m --format tree -o out; cat out", "m --format none",
+                                  "m --format tree -o /dev/stdout", "m --format tree --log log; cat log", "missing",
+                                  "m -o missing/out --log-level ERROR", "m -o /dev/full", "m -o m"}) {
+        const Ended here = run("$petal import --in-process " + std::string(arguments));
+        const Ended apart = run("$petal import --timeout 60 " + std::string(arguments));
+        EXPECT_EQ(apart.status, here.status) << arguments << apart.errors;
+        EXPECT_EQ(apart.output, here.output) << arguments;
+        EXPECT_EQ(apart.errors, here.errors) << arguments;
+    }
+}
+
+TEST_F(Archive, ASignalLeavesNothingUnderWay) {
+    put("a/1.mdl", "hang pid1\n");
+    put("a/2.mdl", "hang pid2\n");
+    put("old", "precious");
+    struct Row {
+        const char* arguments;
+        const char* files; // of the bridge, that it is under way
+    };
+    constexpr Row rows[] = {{"a -o out -j 2 --report report", "pid1 pid2"}, {"a/1.mdl -o old --timeout 100", "pid1"}};
+    for (const Row& row : rows) {
+        for (const char* signal : {"INT", "TERM", "HUP"}) {
+            // A shell without a terminal starts what is in the background with interrupts ignored.
+            const Ended ended =
+                run(std::string("rm -f pid1 pid2; env --default-signal $petal import ") + row.arguments +
+                    " & for f in " + row.files + "; do while [ ! -s $f ]; do sleep 0.01; done; done; kill -" + signal +
+                    " $!; wait $!; echo $? >&2; for f in " + row.files +
+                    "; do kill -0 $(cat $f) 2>/dev/null && echo alive; done");
+            EXPECT_EQ(ended.output, "") << "no import is left";
+            const int number = std::string_view(signal) == "INT" ? SIGINT : *signal == 'T' ? SIGTERM : SIGHUP;
+            EXPECT_TRUE(contains(ended.errors, std::to_string(128 + number) + "\n")) << ended.errors;
+            EXPECT_EQ(filesBelow("out"), Names{});
+            EXPECT_EQ(get("old"), "precious");
+            EXPECT_EQ(get("report"), "(none)");
+        }
+    }
+}
+
+TEST_F(Archive, ImportsEndWithPetal) {
+    put("a.mdl", "hang pid\n");
+    const Ended ended =
+        run("$petal import a.mdl --timeout 100 & while [ ! -s pid ]; do sleep 0.01; done; kill -KILL $!; "
+            "wait $!; for i in $(seq 500); do kill -0 $(cat pid) 2>/dev/null || exit 0; sleep 0.01; "
+            "done; exit 1");
+    EXPECT_EQ(ended.status, 0);
+}
+
+TEST_F(Archive, AnOutputThatCannotBeWrittenCostsItsFileOnly) {
+    put("a.mdl", good);
+    put("b.mdl", "package A\nclasses 20000\n");
+    put("out/b.mdl.json", "precious");
+    put("c.mdl", good);
+    std::filesystem::create_directories(pathOf("out/c.mdl.json"));
+    const Ended ended = run("(ulimit -f 64; $petal import a.mdl b.mdl c.mdl -o out --report report)");
+    EXPECT_EQ(ended.status, 5);
+    EXPECT_EQ(statesIn("report"),
+              (std::vector<std::string>{"a.mdl imported", "b.mdl failed outputFailed", "c.mdl failed outputFailed"}));
+    EXPECT_TRUE(contains(ended.errors, "petal: b.mdl: cannot write 'out/b.mdl.json': File too large\n"))
+        << ended.errors;
+    EXPECT_TRUE(contains(ended.errors, "petal: c.mdl: cannot write 'out/c.mdl.json': Is a directory\n"))
+        << ended.errors;
+    EXPECT_EQ(get("out/b.mdl.json"), "precious");
+    EXPECT_EQ(filesBelow("out"), (Names{"a.mdl.json", "b.mdl.json"}));
+}
+
+} // namespace

@@ -1,0 +1,92 @@
+#include "petal/Shell.h"
+
+namespace {
+
+constexpr const char* model = R"((object Petal
+    version 42
+    charSet 0)
+(object Design "Logical View"
+    root_category (object Class_Category "Logical View"
+	logical_models (list unit_reference_list
+	    (object Class_Category "sales"
+		is_unit TRUE
+		is_loaded FALSE
+		file_name "$SHOP\\Sales.CAT")
+	    (object Class_Category "gone"
+		is_unit TRUE
+		is_loaded FALSE
+		file_name "$SHOP\\gone.cat")
+	    (object Class_Category "after"
+		logical_presentations 	(list unit_reference_list)))
+	logical_presentations 	(list unit_reference_list)))
+)";
+
+constexpr const char* unit = R"((object Petal
+    version 42
+    charSet 0)
+(object Class_Category "sales"
+    logical_models (list unit_reference_list
+	(object Class "Order"))
+    logical_presentations 	(list unit_reference_list))
+)";
+
+class Units : public Shell {
+protected:
+    Units() : Shell("") {
+        put("m.mdl", model);
+        std::filesystem::create_directory(folder / "shop");
+        put("shop/sales.cat", unit);
+    }
+};
+
+TEST_F(Units, AreImportedInTheirPlaces) {
+    const Ended whole = run("$petal import m.mdl -q --path-map SHOP=shop --format tree");
+    EXPECT_EQ(whole.status, 0);
+    EXPECT_EQ(whole.output.substr(0, whole.output.find(" (")), "model m\n  origin: m.mdl");
+    EXPECT_EQ(whole.output.substr(whole.output.find("  package")), "  package Logical View\n"
+                                                                   "    package sales\n"
+                                                                   "      class Order\n"
+                                                                   "    package gone\n"
+                                                                   "    package after\n");
+    EXPECT_EQ(whole.errors, "WARNING: [PETAL_W0001] Controlled unit gone (line 11) is missing: there is no such file: "
+                            "$SHOP\\gone.cat\n");
+    const char* sameByOtherMeans[]{"SHOP=shop $petal import m.mdl --format tree",
+                                   "$petal import --unit-dir . m.mdl --format tree"};
+    for (const char* command : sameByOtherMeans) {
+        EXPECT_EQ(run(command).output, whole.output) << command;
+    }
+    EXPECT_EQ(run("$petal import m.mdl -q --units skip --format tree").errors, "");
+    EXPECT_EQ(run("TMPDIR=/missing $petal import m.mdl --path-map SHOP=shop").status, 6);
+    EXPECT_EQ(files(), (std::set<std::string>{"m.mdl", "shop"}));
+}
+
+TEST_F(Units, MayBeRequired) {
+    const Ended refused = run("$petal import m.mdl --units require --path-map SHOP=shop");
+    EXPECT_EQ(refused.status, 4);
+    EXPECT_EQ(refused.output, "");
+    put("shop/gone.cat", "(object Petal version 42)(object Class_Category \"gone\")");
+    EXPECT_EQ(run("$petal import m.mdl --units require --path-map SHOP=shop").status, 0);
+    EXPECT_EQ(run("$petal import m.mdl --path-map SHOP").status, 2);
+}
+
+TEST_F(Units, ALonePackageIsWhatItIs) {
+    const Ended lone = run("$petal import shop/sales.cat --format tree");
+    EXPECT_EQ(lone.output.substr(lone.output.find("  package")), "  package sales\n    class Order\n");
+    EXPECT_EQ(lone.output.substr(0, lone.output.find('\n')), "model sales");
+}
+
+TEST_F(Units, AreListed) {
+    const Ended listed = run("$petal units m.mdl shop/sales.cat --path-map SHOP=shop");
+    EXPECT_EQ(listed.status, 0);
+    EXPECT_EQ(listed.output, "m.mdl: 2 controlled units, 1 of them missing\n"
+                             "  Class_Category sales (m.mdl line 7): $SHOP\\Sales.CAT\n"
+                             "    found: shop/sales.cat\n"
+                             "  Class_Category gone (m.mdl line 11): $SHOP\\gone.cat\n"
+                             "    missing: there is no such file\n"
+                             "shop/sales.cat: 0 controlled units, 0 of them missing\n");
+    EXPECT_EQ(run("$petal units m.mdl --units require").status, 4);
+    EXPECT_EQ(run("$petal units none shop/sales.cat").status, 5);
+    EXPECT_EQ(run("$petal units none").status, 1);
+}
+
+} // namespace
