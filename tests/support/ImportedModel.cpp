@@ -70,6 +70,7 @@ ImportedModel::ImportedModel(const std::string& path, const Choices& choices) {
 ImportedModel ImportedModel::ofBytes(std::string_view bytes, const Choices& choices) {
     static const WorkFolder folder;
     const std::string path = folder.path / "model.mdl";
+    std::filesystem::remove(path); // written over, it would be flushed to the disk each time
     std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return ImportedModel(path, choices);
 }
@@ -83,9 +84,13 @@ ImportedModel ImportedModel::ofFile(const std::string& path, const Choices& choi
 }
 
 std::string ImportedModel::json() const {
-    return withoutLine(writtenAs(model, "json"), "\"sourcePath\"");
+    return jsonOf(model);
 }
 
 std::string ImportedModel::tree() const {
     return withoutLine(writtenAs(model, "tree"), "  origin: ");
+}
+
+std::string jsonOf(const KelModel& model) {
+    return withoutLine(writtenAs(model, "json"), "\"sourcePath\"");
 }

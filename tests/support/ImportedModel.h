@@ -49,3 +49,6 @@ public:
 private:
     ImportedModel(const std::string& path, const Choices& choices);
 };
+
+/// The model as a JSON document; the path of the file, which differs between runs, is left out.
+[[nodiscard]] std::string jsonOf(const KelModel& model);

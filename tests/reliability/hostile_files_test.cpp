@@ -1,0 +1,80 @@
+// Files made to hurt: nothing of them is lost, no stack is deep enough to matter, and memory stays in step.
+
+#include "export/MemoryOutput.h"
+#include "export/exporters.h"
+#include "host/model/KelTraversalOperation.h"
+#include "support/HostileFiles.h"
+#include "support/ImportedModel.h"
+#include "support/OnSmallStack.h"
+#include "support/RepositoryInvariants.h"
+#include "support/memory/MemoryShortage.h"
+
+#include <gtest/gtest.h>
+#include <rapidjson/reader.h>
+
+#include <ostream>
+#include <sstream>
+
+void PrintTo(const HostileFile& file, std::ostream* stream) {
+    *stream << file.name;
+}
+
+namespace {
+
+class Counting final : public KelTraversalOperation {
+public:
+    void post_process(KelObject* /*object*/, void* /*userData*/) override { ++objects; }
+    long objects = 0;
+};
+
+std::string contentsOf(const HostileFile& file, long times) {
+    std::ostringstream stream;
+    writeHostileFile(file, times, stream);
+    return stream.str();
+}
+
+bool isJson(const std::string& text) {
+    rapidjson::Reader reader;
+    rapidjson::StringStream stream(text.c_str());
+    rapidjson::BaseReaderHandler<> nothing;
+    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
+    return !reader.Parse<flags>(stream, nothing).IsError();
+}
+
+class HostileFilesTest : public testing::TestWithParam<HostileFile> {};
+
+TEST_P(HostileFilesTest, GiveTheirWholeModelOnASmallStack) {
+    const HostileFile& file = GetParam();
+    const std::string contents = contentsOf(file, file.testTimes);
+    onSmallStack([&] {
+        ImportedModel imported = ImportedModel::ofBytes(contents);
+        EXPECT_EQ(imported.failure, "");
+        Counting counting;
+        imported.model.depthTraversal(counting, nullptr);
+        EXPECT_EQ(counting.objects, file.objectsPerPiece * file.testTimes + file.otherObjects);
+        EXPECT_EQ(brokenInvariant(imported.model), "");
+        for (const char* format : {"json", "tree"}) {
+            MemoryOutput output;
+            exporter::findExporter(format)->write(imported.model, output);
+            EXPECT_LT(output.text.size(), 8 * contents.size() + 1'000'000) << format;
+            EXPECT_EQ(isJson(output.text), format == std::string_view("json"));
+        }
+    });
+}
+
+long allocationsOf(const std::string& contents) {
+    const long before = allocationCount();
+    const ImportedModel imported = ImportedModel::ofBytes(contents);
+    return allocationCount() - before;
+}
+
+TEST_P(HostileFilesTest, TakeAllocationsInStep) {
+    const HostileFile& file = GetParam();
+    const long some = allocationsOf(contentsOf(file, file.testTimes / 2));
+    const long twice = allocationsOf(contentsOf(file, file.testTimes));
+    EXPECT_LT(twice, 2 * some + some / 4 + 500);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, HostileFilesTest, testing::ValuesIn(hostileFiles().begin(), hostileFiles().end()));
+
+} // namespace

@@ -1,0 +1,94 @@
+// An import while memory runs out: it fails as every import does, and leaves nothing behind.
+
+#include "support/memory/MemoryShortage.h"
+
+#include "bridge/KelIbmRationalRose40ImportDllInterface.h"
+#include "host/log/KelException.h"
+#include "host/options/KelOptionList.h"
+#include "support/ImportedModel.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+namespace {
+
+constexpr std::string_view unexpected =
+    "[HOCM_F0001] Unexpected error in bridge KelIbmRationalRose40Import: the import was given up and its model "
+    "emptied. Please check that the file is complete, and report the error together with the file.";
+
+class SilentLog final : public KelLog {
+public:
+    void record(const KelLogEvent& /*event*/) override {}
+};
+
+struct ShortageCase {
+    const char* name;
+    const char* file;
+    const char* encoding;
+    MemoryShortage::Extent extent;
+};
+
+void PrintTo(const ShortageCase& shown, std::ostream* stream) {
+    *stream << shown.name;
+}
+
+class MemoryShortageTest : public testing::TestWithParam<ShortageCase> {};
+
+TEST_P(MemoryShortageTest, WhicheverAllocationFailsTheModelIsEmptyAndTheNextImportUnharmed) {
+    const std::string path = std::string(PETAL_EXAMPLES "/") + GetParam().file;
+    const ImportedModel::Choices choices{.encoding = GetParam().encoding};
+    const ImportedModel whole = ImportedModel::ofFile(path, choices);
+    KelIbmRationalRose40ImportDllInterface bridge;
+    const KelString bridgeId("bridge-under-test");
+    int failures = 0;
+    int notOpened = 0;
+    for (bool struck = true; struck;) {
+        KelOptionList options;
+        bridge.getOptionList(options);
+        options.setFreeValue("File", path.c_str());
+        options.setFreeValue("Encoding", GetParam().encoding);
+        KelModel model;
+        SilentLog log;
+        KelException failure("none");
+        {
+            const MemoryShortage shortage(failures, GetParam().extent);
+            try {
+                bridge.run(bridgeId, model, options, log);
+            } catch (const KelException& thrown) {
+                failure = thrown;
+            }
+            struck = MemoryShortage::hasStruck();
+        }
+        if (failure.getMessage() == "none") {
+            // It did without, or there was enough.
+            ASSERT_EQ(jsonOf(model), whole.json()) << "allocation " << failures;
+        } else {
+            const bool cannotOpen = failure.getMessage().view().starts_with("[QEV_RRSE_F0001] Unable to open");
+            notOpened += static_cast<int>(cannotOpen);
+            ASSERT_TRUE(struck);
+            ASSERT_TRUE(cannotOpen || failure.getMessage().view() == unexpected) << failure.what();
+            ASSERT_TRUE(model.childPackages().isEmpty());
+            ASSERT_TRUE(model.types().isEmpty());
+            ASSERT_TRUE(model.metadataOrigins().isEmpty());
+            ASSERT_TRUE(model.getName().isEmpty());
+        }
+        ++failures;
+    }
+    EXPECT_GT(failures, 500);
+    EXPECT_LE(notOpened, 3);
+    const ImportedModel next = ImportedModel::ofFile(path, choices);
+    EXPECT_EQ(next.json(), whole.json());
+    EXPECT_EQ(next.log.lines, whole.log.lines);
+}
+
+using enum MemoryShortage::Extent;
+
+INSTANTIATE_TEST_SUITE_P(Cases, MemoryShortageTest,
+                         testing::Values(ShortageCase{"once", "everything.mdl", "windows-1252", once},
+                                         ShortageCase{"lasting", "everything.mdl", "windows-1252", lasting},
+                                         ShortageCase{"statefulEncoding", "bookshop.mdl", "ISO-2022-JP", once},
+                                         ShortageCase{"markedEncoding", "bookshop.mdl", "UTF-16", lasting}),
+                         [](const auto& info) { return info.param.name; });
+
+} // namespace
