@@ -1,0 +1,37 @@
+// The reader of the notation keeps its contract on any bytes, and what petal tells of a file drives no terminal and is
+// JSON.
+
+#include "export/BufferedOutput.h"
+#include "export/MemoryOutput.h"
+#include "petal/headerCharSet.h"
+#include "petal/info/gatherFileInfo.h"
+#include "petal/info/infoForms.h"
+#include "require.h"
+#include "support/NotationEvents.h"
+#include "textFault.h"
+
+namespace {
+
+std::string jsonOf(const petal::FileInfo& info) {
+    MemoryOutput output;
+    exporter::BufferedOutput buffered(output);
+    exporter::IndentedJson json(buffered);
+    petal::writeInfoJson("model.mdl", info, json);
+    buffered.flush();
+    return output.text;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    fuzz::requireNone(notation::test::notationFault(bytes, size));
+
+    const std::string_view text(reinterpret_cast<const char*>(bytes), size);
+    notation::MemorySource source(text);
+    const petal::FileInfo info = petal::gatherFileInfo(source);
+    fuzz::requireNone(fuzz::textFault(petal::infoText("model.mdl", info)));
+    fuzz::requireNone(fuzz::jsonFault(jsonOf(info)));
+    const auto charSet = petal::headerCharSet(text);
+    fuzz::require(!charSet || *charSet >= 0, "a negative charSet");
+    return 0;
+}
