@@ -1,0 +1,26 @@
+#pragma once
+
+#include "model/PetalText.h"
+
+#include <span>
+#include <string_view>
+
+namespace bench {
+
+struct ModelWriter;
+
+/// A form of model.
+struct Shape {
+    std::string_view name;
+    std::string_view description;
+    Layout layout;
+    void (*write)(ModelWriter& writer); ///< writes what is in the logical view, up to the wanted size
+};
+
+/// All shapes; the first is the ordinary one.
+std::span<const Shape> shapes() noexcept;
+
+/// The shape of that name; null when there is none.
+const Shape* findShape(std::string_view name) noexcept;
+
+} // namespace bench
