@@ -1,9 +1,14 @@
 #!/bin/sh
-# Installs the Debian packages that building needs, if any is missing. Asks for rights only then.
+# Installs the Debian packages that building, or with --tests testing, --bench measuring or --fuzz fuzzing, needs, if
+# any is missing. Asks for rights only then.
 set -eu
 
-packages="g++ cmake ninja-build pkg-config libicu-dev libcli11-dev rapidjson-dev robin-map-dev"
-[ "${1:-}" = "--tests" ] && packages="$packages libgtest-dev flex locales"
+packages="g++ cmake ninja-build pkg-config libicu-dev libcli11-dev rapidjson-dev robin-map-dev libhwy-dev libxxhash-dev"
+case "${1:-}" in
+--tests) packages="$packages libgtest-dev flex locales dpkg-dev file" ;;
+--bench) packages="$packages python3 flex libhyperscan-dev linux-perf valgrind strace" ;;
+--fuzz) packages="$packages libgtest-dev clang-14 libfuzzer-14-dev libclang-rt-14-dev llvm-14 python3" ;;
+esac
 
 missing=""
 for package in $packages; do

@@ -1,0 +1,41 @@
+// The smallest host: loads the bridge that its first argument names, has it read the model file that its second one
+// names, and counts the classes. Errors end it; a real host catches KelException and shows its message.
+#include "host/bridge/KelModelBridgeImportDllInterface.h"
+#include "host/log/KelLog.h"
+#include "host/model/KelModel.h"
+#include "host/model/KelTraversalOperation.h"
+#include "host/options/KelOptionList.h"
+
+#include <dlfcn.h>
+#include <iostream>
+
+struct Silence final : KelLog {
+    void record(const KelLogEvent& /*event*/) override {}
+};
+
+struct ClassCount final : KelTraversalOperation {
+    void post_process(KelObject* object, void* /*userData*/) override {
+        count += object->elementType == KelElementType::classObject ? 1 : 0;
+    }
+    int count = 0;
+};
+
+int main(int argc, char** argv) {
+    void* library = argc == 3 ? dlopen(argv[1], RTLD_NOW) : nullptr;
+    void* factory = library != nullptr ? dlsym(library, "getKelIbmRationalRose40ImportInterface") : nullptr;
+    if (factory == nullptr) {
+        std::cerr << "usage: count_classes BRIDGE MODEL\n" << (argc == 3 ? dlerror() : "") << '\n';
+        return 2;
+    }
+    auto* bridge =
+        static_cast<KelModelBridgeImportDllInterface*>(reinterpret_cast<KelModelBridgeDllInterface* (*)()>(factory)());
+    KelOptionList options;
+    bridge->getOptionList(options);
+    options.setFreeValue("File", argv[2]);
+    KelModel model;
+    Silence log;
+    bridge->run("IbmRationalRose40Import", model, options, log);
+    ClassCount classes;
+    model.depthTraversal(classes, nullptr);
+    std::cout << classes.count << '\n';
+}
