@@ -6,6 +6,7 @@
 
 namespace {
 
+constexpr int looksAhead = 8;
 constexpr int mostNamesakes = 16; // up to which a walk is cheaper than an index
 
 KelObject* objectOf(const KelRBTree::Node* node) noexcept {
@@ -110,7 +111,11 @@ KelObject* KelManyLinksByName::at(int index) const {
     }
     if (!isInTree()) {
         row_.sort();
-        return row_.objects()[static_cast<std::size_t>(index)];
+        const auto place = row_.objects().begin() + index;
+        if (count_ - index > looksAhead) {
+            __builtin_prefetch(place[looksAhead]); // who asks for one usually asks for those behind it
+        }
+        return *place;
     }
     if (walk_.node != nullptr && index == walk_.index + 1) {
         walk_ = {KelRBTree::nextNode(walk_.node), index};

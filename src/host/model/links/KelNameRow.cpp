@@ -3,6 +3,48 @@
 #include "host/model/KelObject.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+namespace {
+
+/// An object with the start of its name at hand, which settles most comparisons: names lie far apart in memory.
+struct SortedObject {
+    std::uint64_t start; // of the name, zeros behind a short one; ordered as the bytes are
+    std::string_view name;
+    KelObject* object;
+};
+
+std::uint64_t startOf(std::string_view name) noexcept {
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, name.data(), std::min(name.size(), sizeof(bytes)));
+    return std::endian::native == std::endian::little ? __builtin_bswap64(bytes) : bytes;
+}
+
+bool comesBefore(const SortedObject& left, const SortedObject& right) noexcept {
+    return left.start != right.start ? left.start < right.start : left.name < right.name;
+}
+
+/// Throws `std::bad_alloc`.
+void sortAtHand(std::vector<KelObject*>& objects) {
+    std::vector<SortedObject> sorted;
+    sorted.reserve(objects.size());
+    for (KelObject* object : objects) {
+        const std::string_view name = object->getName().view();
+        sorted.push_back({startOf(name), name, object});
+    }
+    std::stable_sort(sorted.begin(), sorted.end(), comesBefore);
+    std::transform(sorted.begin(), sorted.end(), objects.begin(), [](const SortedObject& one) { return one.object; });
+}
+
+void sortInPlace(std::vector<KelObject*>& objects) noexcept {
+    std::stable_sort(objects.begin(), objects.end(), [](const KelObject* left, const KelObject* right) {
+        return left->getName().view() < right->getName().view();
+    });
+}
+
+} // namespace
 
 bool KelNameRow::takesNext(const KelObject& object) const {
     return !isSorted_ || objects_.empty() || objects_.back()->getName().view() <= object.getName().view();
@@ -44,9 +86,11 @@ void KelNameRow::clear() noexcept {
 
 void KelNameRow::sort() noexcept {
     if (!isSorted_) {
-        std::stable_sort(objects_.begin(), objects_.end(), [](const KelObject* left, const KelObject* right) {
-            return left->getName().view() < right->getName().view();
-        });
+        try {
+            sortAtHand(objects_);
+        } catch (const std::bad_alloc&) {
+            sortInPlace(objects_);
+        }
         isSorted_ = true;
         firstByName_.reset(); // the order serves as well
     }
