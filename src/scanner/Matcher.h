@@ -6,6 +6,8 @@
 #include "scanner/Keywords.h"
 #include "scanner/VectorCode.h"
 
+#include <memory>
+
 namespace rose {
 
 /// Finds the matches of the rule table in an input, one after the other: at every position that no match has consumed
@@ -65,11 +67,12 @@ private:
 };
 
 /// Reports every match that is left in `input` to `sink(rule, text, length)`. The text is NUL-terminated and is the
-/// current match until `sink` returns.
+/// current match until `sink` returns. Throws `std::bad_alloc`, and what `sink` throws.
 template <class Sink>
 void scan(InputLayer& input, Sink&& sink, const VectorCode& code = vectorCodes().front()) {
-    Matcher matcher(input, code);
-    for (int rule = matcher.next(); rule != 0; rule = matcher.next()) {
+    // Half a small stack would go to what it has found; and profilers give up on frames of that size.
+    const auto matcher = std::make_unique<Matcher>(input, code);
+    for (int rule = matcher->next(); rule != 0; rule = matcher->next()) {
         sink(rule, yytext, yyleng);
     }
 }

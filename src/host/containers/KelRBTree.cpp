@@ -4,6 +4,7 @@
 #include "host/containers/KelRBTreeIterator.h"
 #include "host/containers/KelRBTreeNode.h"
 
+#include <cassert>
 #include <memory>
 #include <utility>
 
@@ -237,6 +238,15 @@ Node* KelRBTree::addNode(const void* element) {
     auto node = std::make_unique<Node>(element);
     attachNode(node.get());
     return node.release();
+}
+
+Node* KelRBTree::addLastNode(const void* element) {
+    Node* const last = lastAttached_ != nullptr && nextNode(lastAttached_) == nullptr ? lastAttached_ : lastNode();
+    assert(last == nullptr || compare2Object(last->element, element) <= 0);
+    lastAttached_ = new Node(element);
+    linkNode(root_, last, false, lastAttached_);
+    count_ = subtreeSize(root_);
+    return lastAttached_;
 }
 
 void KelRBTree::removeNode(Node* node) noexcept {

@@ -48,6 +48,8 @@ public:
     [[nodiscard]] Node* findPreviousNode(const void* key, const Node* node) const;
     /// Adds an element, equal ones included, and returns its node. Null elements must not be added.
     Node* addNode(const void* element);
+    /// Adds an element that belongs behind all others, without comparing it with any, and returns its node.
+    Node* addLastNode(const void* element);
     /// Takes the node's element out and destroys the node.
     void removeNode(Node* node) noexcept;
     /// Takes a node out without destroying it; until `attachNode` puts it back the caller owns it.

@@ -60,7 +60,7 @@ bool KelManyLinksByName::bringIntoTree() const noexcept {
     try {
         row_.sort();
         for (const KelObject* object : row_.objects()) {
-            tree_.addNode(object); // at the end each time
+            tree_.addLastNode(object);
         }
         row_.clear();
     } catch (...) { // no room
