@@ -18,13 +18,13 @@ _petal() {
     'import:--log-level') words="FATAL ERROR WARNING STATUS DEBUG" ;;
     'import:--log-format') words="text json" ;;
     'import:--log') words="" ;;
-    'import:--units') words="" ;;
+    'import:--units') words="require warn skip" ;;
     'import:--path-map') words="" ;;
     'import:--unit-dir') words="" ;;
     'import:--ledger') words="" ;;
-    'import:--ledger-detail') words="" ;;
-    'import:--fail-on') words="" ;;
-    'units:--units') words="" ;;
+    'import:--ledger-detail') words="named all" ;;
+    'import:--fail-on') words="loss warning encoding" ;;
+    'units:--units') words="require warn skip" ;;
     'units:--path-map') words="" ;;
     'units:--unit-dir') words="" ;;
     'report merge:-o') words="" ;;

@@ -14,7 +14,7 @@ std::vector<std::string> choices(const OptionText& option) {
 }
 
 bool takesPath(const OptionText& option) {
-    return option.value == "FILE" || option.value == "DIR";
+    return option.value == "FILE" || option.value == "FOLDER";
 }
 
 std::string shortDescription(const OptionText& option) {

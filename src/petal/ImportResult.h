@@ -17,7 +17,8 @@ struct ImportResult {
     Outcome outcome = Outcome::success; // or `checkTripped`
     std::uint64_t objects = 0;          // in the model, itself not counted
     EventCounts events{};
-    std::uint64_t dropped = 0; // entries of the file that the model does not show
+    std::uint64_t dropped = 0; // objects of the file that the model does not have; 0 when no ledger was made
+    std::uint64_t losses = 0;  // what did not come through of kinds that the import takes; likewise
     std::uint64_t unitsFound = 0;
     std::uint64_t unitsMissing = 0;
 };

@@ -109,7 +109,8 @@ ImportResult importModel(const ImportRequest& request) {
     writer.close();
     ImportResult result;
     result.outcome = ledger.check(log.getCount());
-    result.dropped = ledger.getLosses();
+    result.dropped = ledger.getDropped();
+    result.losses = ledger.getLosses();
     countUnits(source.getTree(), result);
     result.objects = countObjects(keptModel());
     result.events = writer.getCounts();

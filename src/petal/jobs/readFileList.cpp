@@ -4,8 +4,19 @@
 
 #include <algorithm>
 #include <string_view>
+#include <unistd.h>
 
 namespace petal {
+
+namespace {
+
+/// The name in a line that may have come from Windows.
+std::string_view nameIn(std::string_view line) {
+    const bool isCut = line.ends_with('\r') && ::access(std::string(line).c_str(), F_OK) != 0;
+    return line.substr(0, line.size() - (isCut ? 1 : 0));
+}
+
+} // namespace
 
 std::vector<std::string> readFileList(const std::string& list, bool nulSeparated) {
     const std::string contents = readWholeFile(list);
@@ -15,7 +26,7 @@ std::vector<std::string> readFileList(const std::string& list, bool nulSeparated
         const std::string_view name = rest.substr(0, rest.find(separator));
         rest.remove_prefix(std::min(name.size() + 1, rest.size()));
         if (!name.empty()) {
-            names.emplace_back(name);
+            names.emplace_back(nulSeparated ? name : nameIn(name));
         }
     }
     return names;

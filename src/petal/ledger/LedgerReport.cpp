@@ -105,6 +105,10 @@ void LedgerReport::write() const {
     }
 }
 
+std::uint64_t LedgerReport::getDropped() const {
+    return ledger_ ? ledger_->objects().byOutcome[static_cast<std::size_t>(ledger::Outcome::dropped)] : 0;
+}
+
 Outcome LedgerReport::check(std::uint64_t warnings) const {
     Outcome outcome = Outcome::success;
     for (const Condition& condition : conditions) {

@@ -26,6 +26,8 @@ public:
     /// `checkTripped` when something has occurred that the request fails on, which is told on standard error; else
     /// `success`.
     [[nodiscard]] Outcome check(std::uint64_t warnings) const;
+    /// How many objects were dropped; 0 when no ledger was made.
+    [[nodiscard]] std::uint64_t getDropped() const;
     /// How many objects and properties were lost; 0 when no ledger was made.
     [[nodiscard]] std::uint64_t getLosses() const { return ledger_ ? ledger_->losses : 0; }
 

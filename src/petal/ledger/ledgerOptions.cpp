@@ -17,14 +17,14 @@ void describeLedgerOptions(CLI::App& command, ImportRequest& request) {
             "named: what is laid out, identified or kept is counted by property; all: every\n"
             "property has a line of its own")
         ->check(CLI::IsMember({"named", "all"}).description(""))
-        ->type_name("DETAIL")
+        ->type_name("named|all")
         ->default_str("named");
     command
         .add_option("--fail-on", request.failOn,
                     "What makes petal end with status 3 once all is written: loss, warning or\n"
                     "encoding; several with commas between them")
         ->check(CLI::IsMember({"loss", "warning", "encoding"}).description(""))
-        ->type_name("WHAT")
+        ->type_name("loss|warning|encoding")
         ->delimiter(',')
         ->allow_extra_args(false);
 }

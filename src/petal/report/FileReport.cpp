@@ -31,6 +31,8 @@ ReportTotals totalsOf(const std::vector<FileReport>& files) {
         ++(totals.*states.at(static_cast<std::size_t>(file.state)).total);
         totals.objects += file.counts.objects;
         totals.dropped += file.counts.dropped;
+        totals.losses += file.counts.losses;
+        totals.unitsFound += file.counts.unitsFound;
         totals.unitsMissing += file.counts.unitsMissing;
     }
     return totals;

@@ -34,6 +34,8 @@ struct ReportTotals {
     std::uint64_t notStarted = 0;
     std::uint64_t objects = 0;
     std::uint64_t dropped = 0;
+    std::uint64_t losses = 0;
+    std::uint64_t unitsFound = 0;
     std::uint64_t unitsMissing = 0;
 };
 

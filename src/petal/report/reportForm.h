@@ -38,6 +38,7 @@ constexpr std::array statusMembers{
 constexpr std::array countMembers{
     CountMember{"objects", &ImportResult::objects},
     CountMember{"dropped", &ImportResult::dropped},
+    CountMember{"losses", &ImportResult::losses},
     CountMember{"unitsFound", &ImportResult::unitsFound},
     CountMember{"unitsMissing", &ImportResult::unitsMissing},
 };

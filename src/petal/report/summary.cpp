@@ -28,6 +28,8 @@ constexpr std::array rows{
     Row{"not started", &ReportTotals::notStarted, true, false},
     Row{"objects", &ReportTotals::objects, false, true},
     Row{"dropped", &ReportTotals::dropped, false, true},
+    Row{"losses", &ReportTotals::losses, false, true},
+    Row{"units found", &ReportTotals::unitsFound, false, false},
     Row{"units missing", &ReportTotals::unitsMissing, true, false},
 };
 

@@ -83,6 +83,8 @@ private:
         number("notStarted", totals.notStarted);
         number("objects", totals.objects);
         number("dropped", totals.dropped);
+        number("losses", totals.losses);
+        number("unitsFound", totals.unitsFound);
         number("unitsMissing", totals.unitsMissing);
         json_.endObject();
     }

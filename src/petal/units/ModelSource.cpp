@@ -122,7 +122,7 @@ void ModelSource::reportTo(KelLog& log) const {
                 return isUtf8_ ? units::localText(bytes, file.contents.charSet) : bytes;
             };
             const std::string message = "Controlled unit " + text(unit.reference.name) + " (line " +
-                                        std::to_string(unit.reference.place.line) + ") is missing: " + unit.remark +
+                                        std::to_string(unit.reference.place.line) + ") is not read: " + unit.remark +
                                         ": " + text(unit.reference.fileName);
             log.record(KelLogEvent(KelString(std::string_view(message)), missingUnitCode, severity, ""));
         }

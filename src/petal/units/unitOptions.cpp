@@ -9,10 +9,10 @@ namespace petal {
 void describeUnitOptions(CLI::App& command, UnitChoices& choices) {
     command
         .add_option("--units", choices.mode,
-                    "What to do about controlled units: warn of missing ones, require them all,\n"
-                    "or skip them, so that the model is what stands in its own file")
+                    "What to do about controlled units: warn of missing ones; require them all, or\n"
+                    "end with status 4; skip them, leaving what stands in the model's own file")
         ->check(CLI::IsMember({"require", "warn", "skip"}).description(""))
-        ->type_name("MODE")
+        ->type_name("require|warn|skip")
         ->capture_default_str();
     command
         .add_option("--path-map", choices.pathMaps,

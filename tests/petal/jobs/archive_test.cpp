@@ -34,6 +34,7 @@ TEST_F(Archive, FindsModelsInFoldersAndLists) {
         {"alone.cat missing '' '[a,b]'",
          {"alone.cat imported", "missing failed importFailed", " failed importFailed", "[a,b] failed importFailed"}},
         {"--files-from /dev/null", {}},
+        {"--files-from <(printf 'alone.cat\\r\\n')", {"alone.cat imported"}},
     };
     for (const Row& row : rows) {
         const Ended ended =

@@ -20,12 +20,14 @@ FileReport fileReport(const std::string& name, FileState state, std::uint64_t ob
 TEST_F(Archive, AReportReadsBackAsItWasWritten) {
     FileReport full = fileReport("caf\xC3\xA9 \"q\"", FileState::failed, 1);
     full.output = "out";
+    full.ledger = "ledger";
     full.reason = "crashed";
     full.text = "line\nline";
     full.exitStatus = 2;
     full.signal = 11;
     full.counts.events = {1, 2, 3, 4, 5};
     full.counts.dropped = ~std::uint64_t{0} >> 1;
+    full.counts.losses = 8;
     full.counts.unitsFound = 6;
     full.counts.unitsMissing = 7;
     const auto write = [&](const std::string& name, const std::vector<FileReport>& files) {

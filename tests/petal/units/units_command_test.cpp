@@ -48,7 +48,7 @@ TEST_F(Units, AreImportedInTheirPlaces) {
                                                                    "      class Order\n"
                                                                    "    package gone\n"
                                                                    "    package after\n");
-    EXPECT_EQ(whole.errors, "WARNING: [PETAL_W0001] Controlled unit gone (line 11) is missing: there is no such file: "
+    EXPECT_EQ(whole.errors, "WARNING: [PETAL_W0001] Controlled unit gone (line 11) is not read: there is no such file: "
                             "$SHOP\\gone.cat\n");
     const char* sameByOtherMeans[]{"SHOP=shop $petal import m.mdl --format tree",
                                    "$petal import --unit-dir . m.mdl --format tree"};
