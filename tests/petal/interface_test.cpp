@@ -1,4 +1,5 @@
 #include "interface/interfaceFiles.h"
+#include "petal/Shell.h"
 #include "petal/commandLine.h"
 #include "petal/exitStatus.h"
 #include "petal/readWholeFile.h"
@@ -16,6 +17,11 @@ std::string inSources(const std::string& path) {
 bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
+
+class Completion : public Shell {
+protected:
+    Completion() : Shell("") {}
+};
 
 TEST(Interface, FilesInTheTreeTellOfTheCommandLineAsItIs) {
     for (const petal::InterfaceFile& file : petal::interfaceFiles()) {
@@ -35,6 +41,27 @@ TEST(Interface, EveryOptionIsInEveryFile) {
             }
             EXPECT_FALSE(option.description.empty()) << command.name;
         }
+    }
+}
+
+TEST_F(Completion, OffersInBashWhatFits) {
+    struct Row {
+        const char* words; // the last is completed
+        const char* expected;
+    };
+    for (const Row& row : {
+             Row{"petal me", ""},
+             Row{"petal rep", "report"},
+             Row{"petal report m", "merge"},
+             Row{"petal import --fail-on enc", "encoding"},
+             Row{"petal import --ledger-detail ''", "named all"},
+             Row{"petal import --ledger-d", "--ledger-detail"},
+             Row{"petal import --files-from x", ""},
+             Row{"petal info --j", "--json"},
+         }) {
+        put("script", ". " PETAL_SOURCES "/completions/petal.bash; COMP_WORDS=(" + std::string(row.words) +
+                          "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _petal; echo ${COMPREPLY[*]}");
+        EXPECT_EQ(run("bash script").output, std::string(row.expected) + "\n") << row.words;
     }
 }
 
