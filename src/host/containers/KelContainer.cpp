@@ -6,7 +6,7 @@ namespace {
 
 // The difference of two addresses may not fit an int, so only its sign is given.
 int compareAddresses(const void* left, const void* right) {
-    const std::less<const void*> before;
+    const std::less<> before;
     return static_cast<int>(before(right, left)) - static_cast<int>(before(left, right));
 }
 

@@ -49,7 +49,7 @@ private:
 
 /// A position in a hash table. Adding elements, and removing others than the one stood at, leave it in place.
 /// Copying and assigning copy the position, the container included.
-class KEL_API KelHashtable::Iterator : public KelContainer::Iterator {
+class KEL_API KelHashtable::Iterator final : public KelContainer::Iterator {
 public:
     /// Starts at the last element when `fromLast` is set, else at the first; nowhere when there is none.
     Iterator(const KelHashtable& table, bool fromLast);

@@ -4,7 +4,7 @@
 
 /// A position in a search tree. Adding elements, and removing others than the one stood at, leave it in place.
 /// Copying and assigning copy the position, the container included.
-class KEL_API KelRBTree::Iterator : public KelContainer::Iterator {
+class KEL_API KelRBTree::Iterator final : public KelContainer::Iterator {
 public:
     /// Starts at the last element when `fromLast` is set, else at the first; nowhere when there is none.
     Iterator(const KelRBTree& tree, bool fromLast);

@@ -3,7 +3,7 @@
 #include "host/containers/KelVector.h"
 
 /// A position in a vector. Copying and assigning copy the position, the container included.
-class KEL_API KelVector::Iterator : public KelContainer::Iterator {
+class KEL_API KelVector::Iterator final : public KelContainer::Iterator {
 public:
     /// Starts at the last element when `fromLast` is set, else at the first; nowhere when there is none.
     Iterator(const KelVector& vector, bool fromLast);

@@ -1,7 +1,6 @@
 #include "host/model/links/KelManyLinksByAdding.h"
 
 #include <algorithm>
-#include <new>
 
 bool KelManyLinksByAdding::hasHoles() const noexcept {
     return slots_.size() - firstLive_ != static_cast<std::size_t>(count_);
@@ -68,7 +67,7 @@ std::size_t KelManyLinksByAdding::slotAt(int index) const {
     try {
         indexLiveSlots();
         return live_.select(index);
-    } catch (const std::bad_alloc&) { // no room for the index: walk
+    } catch (...) { // no room for the index: walk
         std::size_t slot = firstLive_;
         for (int left = index; left > 0 || slots_[slot] == nullptr; ++slot) {
             left -= static_cast<int>(slots_[slot] != nullptr);
@@ -95,7 +94,7 @@ std::size_t KelManyLinksByAdding::slotOf(const KelObject& object) const {
     }
     try {
         indexPositions();
-    } catch (const std::bad_alloc&) { // no room for the index: walk
+    } catch (...) { // no room for the index: walk
         return static_cast<std::size_t>(std::find(slots_.begin(), slots_.end(), &object) - slots_.begin());
     }
     const auto place = positions_.find(&object);
