@@ -1,12 +1,14 @@
 // Prints the words that a fuzzer puts together, a quoted one on each line: "keywords" those of model files, taken
-// from the rule table, and "arguments" those of the command line.
+// from the rule table, and "arguments" those of the command line, taken from its description.
 
-#include "export/exporters.h"
 #include "host/options/BLIB.h"
+#include "petal/commandLine.h"
 #include "require.h"
 #include "scanner/RuleTable.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -65,10 +67,10 @@ constexpr std::string_view notationWords[] = {"\"",
                                               "Enumeration",
                                               "location "};
 
-constexpr std::string_view argumentWords[] = {
-    "import\n",  "info\n",   "options\n",     "spec\n",  "MODEL\n",        "--version\n", "--help\n",      "-h\n",
-    "--types\n", "C++\n",    "--encoding\n",  "auto\n",  "--format\n",     "-o\n",        "-\n",           "--\n",
-    "--log\n",   "--json\n", "--log-level\n", "DEBUG\n", "--log-format\n", "text\n",      "/dev/stdout\n", "="};
+/// What the description of the command line does not tell: names of files, and values that help has in sentences.
+constexpr std::string_view argumentWords[] = {"MODEL",    "SPLIT",       "REPORT", "C++", "auto",  "-",    "--",
+                                              "require",  "warn",        "skip",   "all", "named", "loss", "warning",
+                                              "encoding", "/dev/stdout", "X=none", "2",   "64M"};
 
 Words keywords() {
     Words words(std::begin(notationWords), std::end(notationWords));
@@ -81,15 +83,37 @@ Words keywords() {
     return words;
 }
 
+/// Adds the parts of a text that stand between separators, each as a line.
+void addLines(const std::string& text, char separator, Words& words) {
+    std::istringstream parts(text);
+    for (std::string part; std::getline(parts, part, separator);) {
+        words.push_back(part + "\n");
+    }
+}
+
 Words arguments() {
-    Words words(std::begin(argumentWords), std::end(argumentWords));
-    for (const exporter::Exporter& exporter : exporter::exporters()) {
-        words.emplace_back(exporter.format);
+    Words words{"="};
+    for (const std::string_view word : argumentWords) {
+        words.push_back(std::string(word) + "\n");
+    }
+    for (const petal::CommandText& command : petal::commandTexts()) {
+        addLines(command.name, ' ', words);
+        for (const petal::OptionText& option : command.options) {
+            for (const std::string& name : option.names) {
+                words.push_back(name + "\n");
+            }
+            if (option.value.find('|') != std::string::npos) {
+                addLines(option.value, '|', words);
+            }
+        }
     }
     const BLIB literals;
     for (KelTextLiteral* const* literal = literals.listAllLiterals(); *literal != nullptr; ++literal) {
         words.emplace_back((*literal)->getIdentifier().view());
     }
+    std::ranges::sort(words);
+    const auto repeated = std::ranges::unique(words);
+    words.erase(repeated.begin(), repeated.end());
     return words;
 }
 
