@@ -151,6 +151,11 @@ UnitFile readUnitFile(const std::filesystem::path& path, Extent extent) {
         reference.fileName = notation::unescaped(reference.fileName);
     }
     std::ranges::sort(gathered.references, {}, [](const UnitReference& reference) { return reference.range.begin; });
+    std::erase_if(gathered.references, [end = std::uint64_t{0}](const UnitReference& reference) mutable {
+        const bool isWithin = reference.range.begin < end;
+        end = std::max(end, reference.range.end);
+        return isWithin;
+    });
     return std::move(gathered);
 }
 

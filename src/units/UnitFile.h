@@ -16,7 +16,8 @@ struct Range {
     std::uint64_t end = 0;
 };
 
-/// An object that stands for one whose content is in another file: is_unit is TRUE and is_loaded is not.
+/// An object that stands for one whose content is in another file: is_unit is TRUE and is_loaded is not. One within
+/// another is none: its place goes when the other's content comes.
 struct UnitReference {
     std::string kind;
     std::string name;     ///< bytes in the file's encoding, without escapes

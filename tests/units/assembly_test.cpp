@@ -70,6 +70,19 @@ TEST_F(Assembling, LeavesWhatIsNotFoundOrNoUnit) {
     EXPECT_EQ(text(tree), model);
 }
 
+// If it were one, its content would count as standing further up where it is wanted, and be nowhere.
+TEST_F(Assembling, AReferenceThatIsNotWrittenIsNone) {
+    const std::string inner = unitObject("B", "b");
+    const std::string outer = "(object X \"A\" is_unit TRUE is_loaded FALSE file_name \"none\" of " + inner + ")";
+    put("m", fileOf("(object Design d (list u " + outer + unitObject("C", "c") + inner + "))"));
+    put("b", fileOf("(object Class_Category \"B\")"));
+    put("c", fileOf("(object Class_Category \"C\") (object Rest of " + inner + ")", "of " + inner));
+    const UnitTree tree = read("m");
+    EXPECT_EQ(states(tree), "mff   ");
+    EXPECT_EQ(text(tree), fileOf("(object Design d (list u " + outer +
+                                 "(object Class_Category \"C\")(object Class_Category \"B\")))"));
+}
+
 TEST_F(Assembling, APackageByItselfGoesIntoALogicalView) {
     put("p.cat", fileOf("(object Class_Category \"P\" (list u " + unitObject("Q", "q.cat") + "))"));
     put("q.cat", fileOf("(object Class_Category \"Q\")"));
