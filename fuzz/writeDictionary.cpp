@@ -1,8 +1,11 @@
 // Prints the words that a fuzzer puts together, a quoted one on each line: "keywords" those of model files, taken
-// from the rule table, and "arguments" those of the command line, taken from its description.
+// from the rule table, "arguments" those of the command line, taken from its description, and "report" those of
+// reports.
 
+#include "host/log/Severity.h"
 #include "host/options/BLIB.h"
 #include "petal/commandLine.h"
+#include "petal/report/reportForm.h"
 #include "require.h"
 #include "scanner/RuleTable.h"
 
@@ -111,11 +114,47 @@ Words arguments() {
     for (KelTextLiteral* const* literal = literals.listAllLiterals(); *literal != nullptr; ++literal) {
         words.emplace_back((*literal)->getIdentifier().view());
     }
-    std::ranges::sort(words);
-    const auto repeated = std::ranges::unique(words);
-    words.erase(repeated.begin(), repeated.end());
+    std::sort(words.begin(), words.end()); // commands share options
+    words.erase(std::unique(words.begin(), words.end()), words.end());
     return words;
 }
+
+template <class Members>
+void addNames(const Members& members, Words& words) {
+    for (const auto& member : members) {
+        words.push_back(",\"" + std::string(member.name) + "\":");
+    }
+}
+
+Words reportWords() {
+    using petal::FileState;
+    Words words{"{\"format\":\"" + std::string(petal::reportFormat) + "\",\"formatVersion\":1,\"files\":[",
+                "{\"file\":\"a\"",
+                ",\"state\":",
+                ",\"events\":{",
+                "},",
+                "}]}",
+                "\"\\u0000\"",
+                "\"\\u0085\\ud83d\\ude00\"",
+                "9223372036854775807",
+                "2147483648"};
+    addNames(petal::textMembers, words);
+    addNames(petal::statusMembers, words);
+    addNames(petal::countMembers, words);
+    for (const FileState state : {FileState::imported, FileState::upToDate, FileState::failed, FileState::notStarted}) {
+        words.push_back("\"" + std::string(petal::stateWord(state)) + "\"");
+    }
+    for (int level = 1; severityWord(level) != nullptr; ++level) {
+        words.push_back("\"" + std::string(severityWord(level)) + "\":");
+    }
+    return words;
+}
+
+struct Kind {
+    std::string_view name;
+    Words (*words)();
+};
+constexpr Kind kinds[] = {{"keywords", keywords}, {"arguments", arguments}, {"report", reportWords}};
 
 /// The word as dictionaries have it: quotes, backslashes and what is not printable in hexadecimal digits.
 std::string quoted(const std::string& word) {
@@ -132,9 +171,9 @@ std::string quoted(const std::string& word) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const std::string_view kind = argc == 2 ? argv[1] : "";
-    fuzz::require(kind == "keywords" || kind == "arguments", "say which words: keywords or arguments");
-    for (const std::string& word : kind == "keywords" ? keywords() : arguments()) {
+    const auto kind = std::ranges::find(kinds, std::string_view(argc == 2 ? argv[1] : ""), &Kind::name);
+    fuzz::require(kind != std::end(kinds), "say which words: keywords, arguments or report");
+    for (const std::string& word : kind->words()) {
         std::puts(quoted(word).c_str());
     }
     return 0;
