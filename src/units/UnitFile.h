@@ -24,6 +24,7 @@ struct UnitReference {
     std::string fileName; ///< likewise; empty when it names none
     notation::Place place;
     Range range;
+    bool isClosed = true; ///< the range ends with its parenthesis
 };
 
 /// A file as far as controlled units matter.

@@ -61,13 +61,21 @@ TEST_F(Assembling, LeavesWhatIsNotFoundOrNoUnit) {
     const std::string model =
         fileOf("(object Design d (list u " + unitObject("none", "none", "SubSystem") + unitObject("text", "text", "X") +
                unitObject("kind", "kind", "SubSystem") + unitObject("folder", ".", "X") + unitObject("", "", "X") +
-               "(object X is_unit TRUE is_loaded TRUE file_name \"none\") (object X is_loaded FALSE)))");
+               "(object X is_unit TRUE is_loaded TRUE file_name \"none\") (object X is_loaded FALSE) "
+               "(object X is_unit TRUE is_loaded \"FALSE\" file_name \"none\")))");
     put("m", model);
     put("text", "no model");
     put("kind", fileOf("(object Class_Category \"kind\")"));
     const UnitTree tree = read("m");
     EXPECT_EQ(states(tree), "muumm ");
     EXPECT_EQ(text(tree), model);
+}
+
+TEST_F(Assembling, AFileMayEndInAReference) {
+    const std::string model = "(object Petal)(object Design d (list u (object Class_Category \"A\" is_unit TRUE "
+                              "is_loaded FALSE file_name \"none\"";
+    put("m", model);
+    EXPECT_EQ(text(read("m")), model + "\n\tlogical_presentations \t(list unit_reference_list)");
 }
 
 // If it were one, its content would count as standing further up where it is wanted, and be nowhere.
