@@ -123,11 +123,11 @@ TEST(ImportEnd, GoesThroughAPipeWholeOrNotAtAll) {
 TEST(Summary, TellsTheFirstFailuresAndCountsTheRest) {
     std::vector<FileReport> files(25, fileReport("m\x1B", FileState::failed, 0));
     for (FileReport& file : files) {
-        file.reason = "crashed";
+        file.reason = "crash\x9D";
         file.text = "broken";
     }
     const std::string text = petal::summary(files, false);
-    EXPECT_TRUE(contains(text, "  crashed                 25\n  m\\x1b: broken\n")) << text;
+    EXPECT_TRUE(contains(text, "  crash\\x9d               25\n  m\\x1b: broken\n")) << text;
     EXPECT_TRUE(contains(text, "  ... and 5 more\n")) << text;
 }
 
