@@ -68,7 +68,12 @@ constexpr std::string_view notationWords[] = {"\"",
                                               "(1, 2)",
                                               "Interface",
                                               "Enumeration",
-                                              "location "};
+                                              "location ",
+                                              "is_unit TRUE is_loaded FALSE",
+                                              "file_name \"$CURDIR\\\\a.cat\"",
+                                              "file_name \"b.cat\"",
+                                              "charSet 134",
+                                              "\n----\n"};
 
 /// What the description of the command line does not tell: names of files, and values that help has in sentences.
 constexpr std::string_view argumentWords[] = {"MODEL",    "SPLIT",       "REPORT", "C++", "auto",  "-",    "--",
