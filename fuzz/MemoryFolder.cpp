@@ -2,8 +2,8 @@
 
 #include "require.h"
 
+#include <cstdlib>
 #include <fstream>
-#include <stdlib.h>
 #include <unistd.h>
 
 namespace fuzz {

@@ -61,6 +61,7 @@ std::vector<std::string> argumentsIn(const std::uint8_t* bytes, std::size_t size
 
 std::vector<const char*> pointersTo(const std::vector<std::string>& arguments) {
     std::vector<const char*> pointers;
+    pointers.reserve(arguments.size());
     for (const std::string& argument : arguments) {
         pointers.push_back(argument.c_str());
     }
