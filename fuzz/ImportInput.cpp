@@ -41,19 +41,19 @@ ImportedModel ImportInput::import() const {
     return ImportedModel::ofFile(file.getPath(), choices_);
 }
 
-std::string endFault(ImportedModel& imported) {
-    if (imported.failure.starts_with("[" + std::string(HOCM::BRIDGE_UNEXPECTED_ERROR.getFullCode().view()))) {
-        return imported.failure;
+std::string endFault(const std::string& failure, KelModel& model) {
+    if (failure.starts_with("[" + std::string(HOCM::BRIDGE_UNEXPECTED_ERROR.getFullCode().view()))) {
+        return failure;
     }
-    if (!imported.failure.empty()) {
-        return isEmpty(imported.model) ? "" : "a failed import leaves something";
+    if (!failure.empty()) {
+        return isEmpty(model) ? "" : "a failed import leaves something";
     }
-    return brokenInvariant(imported.model);
+    return brokenInvariant(model);
 }
 
-std::string emptyingFault(ImportedModel& imported) {
-    imported.model.recursiveDelete();
-    return isEmpty(imported.model) ? brokenInvariant(imported.model) : "an emptied model still holds something";
+std::string emptyingFault(KelModel& model) {
+    model.recursiveDelete();
+    return isEmpty(model) ? brokenInvariant(model) : "an emptied model still holds something";
 }
 
 } // namespace fuzz

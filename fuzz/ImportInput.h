@@ -22,11 +22,11 @@ private:
     std::string file_;
 };
 
-/// What is wrong with the end of an import: an error that the bridge did not expect, a model that a failed import
-/// leaves, a repository that is not sound. Empty when nothing is.
-[[nodiscard]] std::string endFault(ImportedModel& imported);
+/// What is wrong with the end of an import, which `failure` tells unless it is empty: an error that the bridge did not
+/// expect, a model that a failed import leaves, a repository that is not sound. Empty when nothing is.
+[[nodiscard]] std::string endFault(const std::string& failure, KelModel& model);
 
-/// Empties the model of an import and returns what stays in it against the rules; empty for nothing.
-[[nodiscard]] std::string emptyingFault(ImportedModel& imported);
+/// Empties a model and returns what stays in it against the rules; empty for nothing.
+[[nodiscard]] std::string emptyingFault(KelModel& model);
 
 } // namespace fuzz

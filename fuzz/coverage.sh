@@ -4,7 +4,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 
-[ $# -gt 0 ] || set -- scanner import export notation literals command_line
+[ $# -gt 0 ] || set -- scanner import export notation units literals command_line report
 flags="-fprofile-instr-generate -fcoverage-mapping"
 cmake --preset fuzz -B build-coverage -DPETAL_FUZZ=OFF -DPETAL_SANITIZE=OFF -DCMAKE_CXX_FLAGS="$flags" >/dev/null
 targets=""

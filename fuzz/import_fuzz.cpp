@@ -5,7 +5,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     ImportedModel imported = fuzz::ImportInput(bytes, size).import();
-    fuzz::requireNone(fuzz::endFault(imported));
-    fuzz::requireNone(fuzz::emptyingFault(imported));
+    fuzz::requireNone(fuzz::endFault(imported.failure, imported.model));
+    fuzz::requireNone(fuzz::emptyingFault(imported.model));
     return 0;
 }

@@ -56,9 +56,9 @@ struct Identifiers : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Identifiers
     unsigned highestListed = 0;
 };
 
-} // namespace
-
-std::string textFault(std::string_view text) {
+/// What is wrong with the first character that `isWrong` is true of, or that is none.
+template <class IsWrong>
+std::string characterFault(std::string_view text, IsWrong isWrong) {
     const auto size = static_cast<std::int32_t>(text.size());
     for (std::int32_t at = 0; at < size;) {
         const std::int32_t start = at;
@@ -67,11 +67,21 @@ std::string textFault(std::string_view text) {
         if (character < 0) {
             return "no UTF-8 at byte " + std::to_string(start);
         }
-        if (isControl(character) && character != '\n') {
+        if (isWrong(character)) {
             return "a control character at byte " + std::to_string(start);
         }
     }
     return "";
+}
+
+} // namespace
+
+std::string utf8Fault(std::string_view text) {
+    return characterFault(text, [](UChar32) { return false; });
+}
+
+std::string textFault(std::string_view text) {
+    return characterFault(text, [](UChar32 character) { return isControl(character) && character != '\n'; });
 }
 
 std::string jsonFault(std::string_view text) {

@@ -5,6 +5,9 @@
 
 namespace fuzz {
 
+/// Where a text is no UTF-8, by ICU; empty for nowhere.
+[[nodiscard]] std::string utf8Fault(std::string_view text);
+
 /// What is wrong with a text that people or programs are given: it is no UTF-8, or a control character other than the
 /// newline is in it. Empty when nothing is. Told by ICU, not by the code that wrote the text.
 [[nodiscard]] std::string textFault(std::string_view text);

@@ -1,12 +1,17 @@
 // Prints the words that a fuzzer puts together, a quoted one on each line: "keywords" those of model files, taken
-// from the rule table, and "arguments" those of the command line.
+// from the rule table, "arguments" those of the command line, taken from its description, and "report" those of
+// reports.
 
-#include "export/exporters.h"
+#include "host/log/Severity.h"
 #include "host/options/BLIB.h"
+#include "petal/commandLine.h"
+#include "petal/report/reportForm.h"
 #include "require.h"
 #include "scanner/RuleTable.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -63,12 +68,17 @@ constexpr std::string_view notationWords[] = {"\"",
                                               "(1, 2)",
                                               "Interface",
                                               "Enumeration",
-                                              "location "};
+                                              "location ",
+                                              "is_unit TRUE is_loaded FALSE",
+                                              "file_name \"$CURDIR\\\\a.cat\"",
+                                              "file_name \"b.cat\"",
+                                              "charSet 134",
+                                              "\n----\n"};
 
-constexpr std::string_view argumentWords[] = {
-    "import\n",  "info\n",   "options\n",     "spec\n",  "MODEL\n",        "--version\n", "--help\n",      "-h\n",
-    "--types\n", "C++\n",    "--encoding\n",  "auto\n",  "--format\n",     "-o\n",        "-\n",           "--\n",
-    "--log\n",   "--json\n", "--log-level\n", "DEBUG\n", "--log-format\n", "text\n",      "/dev/stdout\n", "="};
+/// What the description of the command line does not tell: names of files, and values that help has in sentences.
+constexpr std::string_view argumentWords[] = {"MODEL",    "SPLIT",       "REPORT", "C++", "auto",  "-",    "--",
+                                              "require",  "warn",        "skip",   "all", "named", "loss", "warning",
+                                              "encoding", "/dev/stdout", "X=none", "2",   "64M"};
 
 Words keywords() {
     Words words(std::begin(notationWords), std::end(notationWords));
@@ -81,17 +91,75 @@ Words keywords() {
     return words;
 }
 
+/// Adds the parts of a text that stand between separators, each as a line.
+void addLines(const std::string& text, char separator, Words& words) {
+    std::istringstream parts(text);
+    for (std::string part; std::getline(parts, part, separator);) {
+        words.push_back(part + "\n");
+    }
+}
+
 Words arguments() {
-    Words words(std::begin(argumentWords), std::end(argumentWords));
-    for (const exporter::Exporter& exporter : exporter::exporters()) {
-        words.emplace_back(exporter.format);
+    Words words{"="};
+    for (const std::string_view word : argumentWords) {
+        words.push_back(std::string(word) + "\n");
+    }
+    for (const petal::CommandText& command : petal::commandTexts()) {
+        addLines(command.name, ' ', words);
+        for (const petal::OptionText& option : command.options) {
+            for (const std::string& name : option.names) {
+                words.push_back(name + "\n");
+            }
+            if (option.value.find('|') != std::string::npos) {
+                addLines(option.value, '|', words);
+            }
+        }
     }
     const BLIB literals;
     for (KelTextLiteral* const* literal = literals.listAllLiterals(); *literal != nullptr; ++literal) {
         words.emplace_back((*literal)->getIdentifier().view());
     }
+    std::sort(words.begin(), words.end()); // commands share options
+    words.erase(std::unique(words.begin(), words.end()), words.end());
     return words;
 }
+
+template <class Members>
+void addNames(const Members& members, Words& words) {
+    for (const auto& member : members) {
+        words.push_back(",\"" + std::string(member.name) + "\":");
+    }
+}
+
+Words reportWords() {
+    using petal::FileState;
+    Words words{"{\"format\":\"" + std::string(petal::reportFormat) + "\",\"formatVersion\":1,\"files\":[",
+                "{\"file\":\"a\"",
+                ",\"state\":",
+                ",\"events\":{",
+                "},",
+                "}]}",
+                "\"\\u0000\"",
+                "\"\\u0085\\ud83d\\ude00\"",
+                "9223372036854775807",
+                "2147483648"};
+    addNames(petal::textMembers, words);
+    addNames(petal::statusMembers, words);
+    addNames(petal::countMembers, words);
+    for (const FileState state : {FileState::imported, FileState::upToDate, FileState::failed, FileState::notStarted}) {
+        words.push_back("\"" + std::string(petal::stateWord(state)) + "\"");
+    }
+    for (int level = 1; severityWord(level) != nullptr; ++level) {
+        words.push_back("\"" + std::string(severityWord(level)) + "\":");
+    }
+    return words;
+}
+
+struct Kind {
+    std::string_view name;
+    Words (*words)();
+};
+constexpr Kind kinds[] = {{"keywords", keywords}, {"arguments", arguments}, {"report", reportWords}};
 
 /// The word as dictionaries have it: quotes, backslashes and what is not printable in hexadecimal digits.
 std::string quoted(const std::string& word) {
@@ -108,9 +176,9 @@ std::string quoted(const std::string& word) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const std::string_view kind = argc == 2 ? argv[1] : "";
-    fuzz::require(kind == "keywords" || kind == "arguments", "say which words: keywords or arguments");
-    for (const std::string& word : kind == "keywords" ? keywords() : arguments()) {
+    const auto kind = std::ranges::find(kinds, std::string_view(argc == 2 ? argv[1] : ""), &Kind::name);
+    fuzz::require(kind != std::end(kinds), "say which words: keywords, arguments or report");
+    for (const std::string& word : kind->words()) {
         std::puts(quoted(word).c_str());
     }
     return 0;

@@ -103,7 +103,8 @@ void writeNested(const UnitTree& tree, Writing start, Writer& writer) {
             open.push_back({unit.file, tree.files[unit.file].contents.content, 0});
         } else {
             const bool closes = unit.reference.kind == packageKind;
-            const std::uint64_t end = closes ? place.end - 1 : place.end; // in front of the parenthesis
+            const bool endsBefore = closes && unit.reference.isClosed; // in front of the parenthesis
+            const std::uint64_t end = endsBefore ? place.end - 1 : place.end;
             writer.copy(at.file, {at.rest.begin, end});
             writer.put(closes ? closing : "");
             at.rest.begin = end;

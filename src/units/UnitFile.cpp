@@ -102,6 +102,7 @@ void Gatherer::endObject(const Event& event) {
     }
     if (object.isUnit && !object.isLoaded && depth_ > 0) {
         object.reference.range = {object.reference.place.offset, event.end};
+        object.reference.isClosed = !event.isImplied;
         file_.references.push_back(object.reference);
     }
 }
@@ -111,7 +112,7 @@ void Gatherer::takeProperty(const Event& event) {
     if (event.key == "is_unit") {
         object.isUnit = event.text == "TRUE";
     } else if (event.key == "is_loaded") {
-        object.isLoaded = event.text != "FALSE";
+        object.isLoaded = event.kind != EventKind::flag || event.text != "FALSE";
     } else if (event.key == "file_name" && event.kind == EventKind::text) {
         object.reference.fileName = event.text;
         inFileName_ = true;
@@ -151,6 +152,11 @@ UnitFile readUnitFile(const std::filesystem::path& path, Extent extent) {
         reference.fileName = notation::unescaped(reference.fileName);
     }
     std::ranges::sort(gathered.references, {}, [](const UnitReference& reference) { return reference.range.begin; });
+    std::erase_if(gathered.references, [end = std::uint64_t{0}](const UnitReference& reference) mutable {
+        const bool isWithin = reference.range.begin < end;
+        end = std::max(end, reference.range.end);
+        return isWithin;
+    });
     return std::move(gathered);
 }
 

@@ -16,13 +16,15 @@ struct Range {
     std::uint64_t end = 0;
 };
 
-/// An object that stands for one whose content is in another file: is_unit is TRUE and is_loaded is not.
+/// An object that stands for one whose content is in another file: is_unit is TRUE and is_loaded is not. One within
+/// another is none: its place goes when the other's content comes.
 struct UnitReference {
     std::string kind;
     std::string name;     ///< bytes in the file's encoding, without escapes
     std::string fileName; ///< likewise; empty when it names none
     notation::Place place;
     Range range;
+    bool isClosed = true; ///< the range ends with its parenthesis
 };
 
 /// A file as far as controlled units matter.

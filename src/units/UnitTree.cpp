@@ -81,6 +81,10 @@ private:
                 !found.contents.isModel ? "the file is no model file" : "the file holds another kind of object";
             return;
         }
+        const Range& content = found.contents.content; // nothing else of the file gets into the model
+        std::erase_if(found.contents.references, [&](const UnitReference& reference) {
+            return reference.range.begin < content.begin || reference.range.end > content.end;
+        });
         unit.state = UnitState::found;
         unit.file = tree_.files.size();
         add(std::move(found)); // moves the files, and `unit` with them

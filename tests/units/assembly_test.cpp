@@ -61,13 +61,34 @@ TEST_F(Assembling, LeavesWhatIsNotFoundOrNoUnit) {
     const std::string model =
         fileOf("(object Design d (list u " + unitObject("none", "none", "SubSystem") + unitObject("text", "text", "X") +
                unitObject("kind", "kind", "SubSystem") + unitObject("folder", ".", "X") + unitObject("", "", "X") +
-               "(object X is_unit TRUE is_loaded TRUE file_name \"none\") (object X is_loaded FALSE)))");
+               "(object X is_unit TRUE is_loaded TRUE file_name \"none\") (object X is_loaded FALSE) "
+               "(object X is_unit TRUE is_loaded \"FALSE\" file_name \"none\")))");
     put("m", model);
     put("text", "no model");
     put("kind", fileOf("(object Class_Category \"kind\")"));
     const UnitTree tree = read("m");
     EXPECT_EQ(states(tree), "muumm ");
     EXPECT_EQ(text(tree), model);
+}
+
+TEST_F(Assembling, AFileMayEndInAReference) {
+    const std::string model = "(object Petal)(object Design d (list u (object Class_Category \"A\" is_unit TRUE "
+                              "is_loaded FALSE file_name \"none\"";
+    put("m", model);
+    EXPECT_EQ(text(read("m")), model + "\n\tlogical_presentations \t(list unit_reference_list)");
+}
+
+// If it were one, its content would count as standing further up where it is wanted, and be nowhere.
+TEST_F(Assembling, AReferenceThatIsNotWrittenIsNone) {
+    const std::string inner = unitObject("B", "b");
+    const std::string outer = "(object X \"A\" is_unit TRUE is_loaded FALSE file_name \"none\" of " + inner + ")";
+    put("m", fileOf("(object Design d (list u " + outer + unitObject("C", "c") + inner + "))"));
+    put("b", fileOf("(object Class_Category \"B\")"));
+    put("c", fileOf("(object Class_Category \"C\") (object Rest of " + inner + ")", "of " + inner));
+    const UnitTree tree = read("m");
+    EXPECT_EQ(states(tree), "mff   ");
+    EXPECT_EQ(text(tree), fileOf("(object Design d (list u " + outer +
+                                 "(object Class_Category \"C\")(object Class_Category \"B\")))"));
 }
 
 TEST_F(Assembling, APackageByItselfGoesIntoALogicalView) {

@@ -1,6 +1,8 @@
 #include "petal/Folder.h"
 #include "units/UnitLocator.h"
 
+#include <sys/stat.h>
+
 namespace {
 
 class Locator : public InFolder {
@@ -26,6 +28,7 @@ TEST_F(Locator, TakesTheFirstPlaceThatHasTheFile) {
           "archive/a/old/One.cat", "archive/b/Two.cat", "archive/c/Two.cat", "archive/c/k/Two.cat"}) {
         putIn(path);
     }
+    ::mkfifo((folder / "m/sub/pipe.cat").c_str(), S_IRWXU);
     ::setenv("UNIT_TEST_FOLDER", (folder / "root").c_str(), 1);
     struct Row {
         const char* name;
@@ -46,6 +49,8 @@ TEST_F(Locator, TakesTheFirstPlaceThatHasTheFile) {
              Row{R"($GONE\None.cat)", "- nothing says what $GONE stands for"},
              Row{R"($ROOT\None.cat)", "- there is no such file"},
              Row{R"($ROOT\pkg)", "- there is no such file"},
+             Row{"pipe.cat", "- there is no such file"},
+             Row{"/dev/zero", "- there is no such file"},
              Row{"$ROOT", "- it names no file"},
              Row{"", "- it names no file"},
          }) {

@@ -1,5 +1,6 @@
 #include "petal/report/FileReport.h"
 
+#include <algorithm>
 #include <array>
 
 namespace petal {
@@ -19,6 +20,10 @@ constexpr std::array states{
     State{"notStarted", &ReportTotals::notStarted},
 };
 
+void add(std::uint64_t& total, std::uint64_t count) {
+    total += std::min(count, mostCounted - total);
+}
+
 } // namespace
 
 std::string_view stateWord(FileState state) {
@@ -29,11 +34,11 @@ ReportTotals totalsOf(const std::vector<FileReport>& files) {
     ReportTotals totals;
     for (const FileReport& file : files) {
         ++(totals.*states.at(static_cast<std::size_t>(file.state)).total);
-        totals.objects += file.counts.objects;
-        totals.dropped += file.counts.dropped;
-        totals.losses += file.counts.losses;
-        totals.unitsFound += file.counts.unitsFound;
-        totals.unitsMissing += file.counts.unitsMissing;
+        add(totals.objects, file.counts.objects);
+        add(totals.dropped, file.counts.dropped);
+        add(totals.losses, file.counts.losses);
+        add(totals.unitsFound, file.counts.unitsFound);
+        add(totals.unitsMissing, file.counts.unitsMissing);
     }
     return totals;
 }

@@ -2,6 +2,7 @@
 
 #include "petal/ImportResult.h"
 
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,9 @@ struct FileReport {
     ImportResult counts;
 };
 
+/// The greatest number in a report.
+inline constexpr std::uint64_t mostCounted = std::numeric_limits<std::int64_t>::max();
+
 struct ReportTotals {
     std::uint64_t imported = 0;
     std::uint64_t upToDate = 0;
@@ -39,6 +43,7 @@ struct ReportTotals {
     std::uint64_t unitsMissing = 0;
 };
 
+/// What is beyond `mostCounted` is that.
 [[nodiscard]] ReportTotals totalsOf(const std::vector<FileReport>& files);
 
 } // namespace petal

@@ -35,7 +35,8 @@ void readText(const Value& object, const char* name, std::string& text) {
 template <class Number>
 void readNumber(const Value& object, const char* name, Number& number) {
     if (const Value* value = find(object, name)) {
-        if (!value->IsUint64() || value->GetUint64() > static_cast<std::uint64_t>(std::numeric_limits<Number>::max())) {
+        const auto most = std::min(static_cast<std::uint64_t>(std::numeric_limits<Number>::max()), mostCounted);
+        if (!value->IsUint64() || value->GetUint64() > most) {
             throw NoReport(std::string(name) + " is no number that may stand there");
         }
         number = static_cast<Number>(value->GetUint64());

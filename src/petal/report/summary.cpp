@@ -56,7 +56,7 @@ std::string failures(const std::vector<FileReport>& files, std::size_t count) {
     }
     std::string counts;
     for (const auto& [reason, number] : reasons) {
-        counts += row("  " + reason, number);
+        counts += row("  " + exporter::printableText(reason), number);
     }
     return counts + lines +
            (count > mostFailures ? "  ... and " + std::to_string(count - mostFailures) + " more\n" : "");
