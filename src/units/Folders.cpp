@@ -44,8 +44,7 @@ std::optional<fs::path> Folders::find(const fs::path& folder, std::span<const st
             at /= part;
         }
     }
-    const bool isFile = fs::exists(at, error) && !fs::is_directory(at, error);
-    return isFile ? std::optional(at) : std::nullopt;
+    return fs::is_regular_file(at, error) ? std::optional(at) : std::nullopt;
 }
 
 const Folders::FilesByName& Folders::filesBelow(const fs::path& folder) {

@@ -2,6 +2,7 @@
 #include "units/Assembly.h"
 
 #include <filesystem>
+#include <sys/stat.h>
 
 namespace {
 
@@ -105,6 +106,16 @@ TEST_F(Assembling, UnitsNestAsDeepAsTheyLike) {
     EXPECT_TRUE(tree.isComplete());
     ASSERT_EQ(tree.files.size(), depth + 1U);
     EXPECT_NE(text(tree).find("(object Class_Category \"end\")"), std::string::npos);
+}
+
+// What the file system showed when the name was looked up may be another file by the time that it is opened.
+TEST_F(Assembling, NothingIsReadThatMightNeverEnd) {
+    ASSERT_EQ(::mkfifo(pathOf("pipe").c_str(), 0600), 0);
+    std::filesystem::create_symlink("/dev/zero", pathOf("link to device"));
+    for (const std::string& path : {pathOf("pipe"), std::string("/dev/zero"), pathOf("link to device"), pathOf("")}) {
+        EXPECT_THROW(static_cast<void>(units::readUnitFile(path, units::Extent::whole)), std::system_error) << path;
+    }
+    EXPECT_FALSE(units::readUnitFile("/proc/self/pagemap", units::Extent::whole).isModel); // hundreds of gigabytes
 }
 
 TEST_F(Assembling, AFileWithoutReferencesIsKnownWithoutReadingIt) {

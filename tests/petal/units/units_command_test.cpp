@@ -69,6 +69,20 @@ TEST_F(Units, MayBeRequired) {
     EXPECT_EQ(run("$petal import m.mdl --path-map SHOP").status, 2);
 }
 
+TEST_F(Units, MayNotKeepPetalWaiting) {
+    const std::string pattern = "$SHOP\\\\Sales.CAT";
+    for (const char* name : {"pipe", "/dev/zero", "link"}) {
+        std::string hostile = model;
+        put("hostile.mdl", hostile.replace(hostile.find(pattern), pattern.size(), name));
+        const Ended ended =
+            run("mkfifo pipe; ln -sf /dev/zero link; timeout 20 $petal import hostile.mdl -q; echo $? >&2; "
+                "timeout 20 $petal units hostile.mdl");
+        EXPECT_NE(ended.errors.find("\n0\n"), std::string::npos) << ended.errors;
+        EXPECT_NE(ended.output.find(name + std::string("\n    missing: there is no such file\n")), std::string::npos)
+            << ended.output;
+    }
+}
+
 TEST_F(Units, ALonePackageIsWhatItIs) {
     const Ended lone = run("$petal import shop/sales.cat --format tree");
     EXPECT_EQ(lone.output.substr(lone.output.find("  package")), "  package sales\n    class Order\n");
