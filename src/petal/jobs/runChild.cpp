@@ -67,10 +67,11 @@ void bringToDisk(const TemporaryFile& file) {
     }
 }
 
-ImportResult importWithin(const Limits& limits, const ImportRequest& request, const ImportFiles& files) {
+ImportResult importWithin(const Limits& limits, const ImportRequest& request, const FileUses& uses,
+                          const ImportFiles& files) {
     const MemoryLimit limit(limits.memory);
     std::set_new_handler(noteNoMemory);
-    const ImportResult result = importModel(request);
+    const ImportResult result = importModel(request, uses);
     for (const TemporaryFile* file : files.inOrder()) {
         if (file != nullptr) {
             bringToDisk(*file);
@@ -79,9 +80,9 @@ ImportResult importWithin(const Limits& limits, const ImportRequest& request, co
     return result;
 }
 
-ImportEnd import(const ImportRequest& request, const ImportFiles& files, const Limits& limits) {
+ImportEnd import(const ImportRequest& request, const FileUses& uses, const ImportFiles& files, const Limits& limits) {
     try {
-        return endWith(importWithin(limits, request, files));
+        return endWith(importWithin(limits, request, uses, files));
     } catch (...) {
         return endWith(memoryRanOut ? std::make_exception_ptr(std::bad_alloc()) : std::current_exception());
     }
@@ -89,7 +90,8 @@ ImportEnd import(const ImportRequest& request, const ImportFiles& files, const L
 
 } // namespace
 
-void runChild(const ChildSide& side, ImportRequest request, const ImportFiles& files, const Limits& limits) noexcept {
+void runChild(const ChildSide& side, ImportRequest request, const FileUses& uses, const ImportFiles& files,
+              const Limits& limits) noexcept {
     followParent(side.parent);
     if (side.errors >= 0) {
         ::dup2(side.errors, STDOUT_FILENO);
@@ -104,7 +106,7 @@ void runChild(const ChildSide& side, ImportRequest request, const ImportFiles& f
     if (files.ledger != nullptr) {
         request.ledgerDescriptor = files.ledger->getDescriptor();
     }
-    const ImportEnd end = import(request, files, limits);
+    const ImportEnd end = import(request, uses, files, limits);
     std::fflush(nullptr);
     try {
         writeFully(side.result, encoded(end));

@@ -69,6 +69,20 @@ TEST_F(Units, MayBeRequired) {
     EXPECT_EQ(run("$petal import m.mdl --path-map SHOP").status, 2);
 }
 
+TEST_F(Units, AreNotOverwritten) {
+    std::filesystem::create_symlink("shop/sales.cat", pathOf("link"));
+    for (const char* option : {"-o", "--log", "--ledger", "--report"}) {
+        for (const char* more : {"", " --in-process", " --timeout 60"}) {
+            const Ended ended = run("SHOP=shop $petal import m.mdl -q " + std::string(option) + " link" + more);
+            EXPECT_EQ(ended.status, 2) << option << more;
+            EXPECT_EQ(ended.errors.find("petal: writing 'link' would overwrite 'shop/sales.cat'\n"), 0U)
+                << ended.errors;
+            EXPECT_EQ(get("shop/sales.cat"), unit) << option << more;
+        }
+    }
+    EXPECT_EQ(files(), (std::set<std::string>{"m.mdl", "shop", "link"}));
+}
+
 TEST_F(Units, MayNotKeepPetalWaiting) {
     const std::string pattern = "$SHOP\\\\Sales.CAT";
     for (const char* name : {"pipe", "/dev/zero", "link"}) {
