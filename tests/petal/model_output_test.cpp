@@ -6,6 +6,7 @@
 #include "petal/namedDescriptor.h"
 
 #include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <system_error>
@@ -96,10 +97,15 @@ TEST_F(Output, LeavesNoTraceWhenTheTargetCannotBeReplaced) {
 }
 
 TEST_F(Output, LeavesNoTraceWhenASignalEndsTheProgram) {
-    for (const int signal : {SIGINT, SIGHUP, SIGTERM}) {
+    for (const int signal : {SIGINT, SIGQUIT, SIGHUP, SIGTERM}) {
         const auto writeAndEnd = [&] {
+            constexpr rlimit noCore{0, 0};
+            ::setrlimit(RLIMIT_CORE, &noCore);
             std::signal(signal, SIG_DFL);
-            const auto output = ModelOutput::open(pathOf("new"));
+            const auto report = ModelOutput::open(pathOf("report"));
+            auto output = ModelOutput::open(pathOf("model"));
+            output.reset();
+            output = ModelOutput::open(pathOf("ledger"));
             output->write("text");
             ::raise(signal);
         };

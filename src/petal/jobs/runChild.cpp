@@ -22,8 +22,8 @@ namespace {
 
 /// The parent decides what a signal means for its imports; when it is gone, nobody waits for them.
 void followParent(pid_t parent) {
-    removeOnSignal(nullptr);
-    for (const int signal : {SIGINT, SIGHUP}) {
+    keepAllOnSignal();
+    for (const int signal : {SIGINT, SIGQUIT, SIGHUP}) {
         std::signal(signal, SIG_IGN); // a terminal sends them to every process
     }
     StopSignals::unblock();

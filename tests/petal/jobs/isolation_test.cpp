@@ -82,16 +82,15 @@ TEST_F(Archive, ASignalLeavesNothingUnderWay) {
     };
     constexpr Row rows[] = {{"a -o out -j 2 --report report", "pid1 pid2"}, {"a/1.mdl -o old --timeout 100", "pid1"}};
     for (const Row& row : rows) {
-        for (const char* signal : {"INT", "TERM", "HUP"}) {
+        for (const int signal : {SIGINT, SIGQUIT, SIGTERM, SIGHUP}) {
             // A shell without a terminal starts what is in the background with interrupts ignored.
             const Ended ended =
-                run(std::string("rm -f pid1 pid2; env --default-signal $petal import ") + row.arguments +
-                    " & for f in " + row.files + "; do while [ ! -s $f ]; do sleep 0.01; done; done; kill -" + signal +
-                    " $!; wait $!; echo $? >&2; for f in " + row.files +
+                run(std::string("ulimit -c 0; rm -f pid1 pid2; env --default-signal $petal import ") + row.arguments +
+                    " & for f in " + row.files + "; do while [ ! -s $f ]; do sleep 0.01; done; done; kill -" +
+                    std::to_string(signal) + " $!; wait $!; echo $? >&2; for f in " + row.files +
                     "; do kill -0 $(cat $f) 2>/dev/null && echo alive; done");
             EXPECT_EQ(ended.output, "") << "no import is left";
-            const int number = std::string_view(signal) == "INT" ? SIGINT : *signal == 'T' ? SIGTERM : SIGHUP;
-            EXPECT_TRUE(contains(ended.errors, std::to_string(128 + number) + "\n")) << ended.errors;
+            EXPECT_TRUE(contains(ended.errors, std::to_string(128 + signal) + "\n")) << ended.errors;
             EXPECT_EQ(filesBelow("out"), Names{});
             EXPECT_EQ(get("old"), "precious");
             EXPECT_EQ(get("report"), "(none)");
