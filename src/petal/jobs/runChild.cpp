@@ -9,8 +9,10 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <new>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -37,18 +39,23 @@ void followParent(pid_t parent) {
 class MemoryLimit {
 public:
     explicit MemoryLimit(const std::optional<std::uint64_t>& most) {
-        ::getrlimit(RLIMIT_DATA, &before_);
         if (most) {
-            const rlimit limited{.rlim_cur = std::min<rlim_t>(*most, before_.rlim_max), .rlim_max = before_.rlim_max};
-            ::setrlimit(RLIMIT_DATA, &limited);
+            rlimit limit{};
+            ::getrlimit(RLIMIT_DATA, &limit);
+            limit.rlim_cur = std::min<rlim_t>(*most, limit.rlim_max);
+            ::setrlimit(RLIMIT_DATA, &limit);
         }
     }
     MemoryLimit(const MemoryLimit&) = delete;
     MemoryLimit& operator=(const MemoryLimit&) = delete;
-    ~MemoryLimit() { ::setrlimit(RLIMIT_DATA, &before_); }
+    ~MemoryLimit() { lift(); }
 
-private:
-    rlimit before_{};
+    static void lift() {
+        rlimit limit{};
+        ::getrlimit(RLIMIT_DATA, &limit);
+        limit.rlim_cur = limit.rlim_max;
+        ::setrlimit(RLIMIT_DATA, &limit);
+    }
 };
 
 std::atomic<bool> memoryRanOut{false};
@@ -57,6 +64,25 @@ std::atomic<bool> memoryRanOut{false};
 void noteNoMemory() {
     memoryRanOut = true;
     throw std::bad_alloc();
+}
+
+int resultDescriptor = -1; // of this process, for the encoded `ImportEnd`
+
+void tell(const ImportEnd& end) {
+    try {
+        writeFully(resultDescriptor, encoded(end));
+    } catch (const std::system_error&) {
+        ::_exit(1); // nobody is left to be told
+    }
+}
+
+/// Tells of a shortage when the bridge has ended the process, as it does when its input buffer cannot grow: the reason
+/// is the last error then.
+void tellOfShortageAtExit() {
+    if (errno == ENOMEM) {
+        MemoryLimit::lift();
+        tell(endWith(std::make_exception_ptr(std::bad_alloc())));
+    }
 }
 
 void bringToDisk(const TemporaryFile& file) {
@@ -71,6 +97,8 @@ ImportResult importWithin(const Limits& limits, const ImportRequest& request, co
                           const ImportFiles& files) {
     const MemoryLimit limit(limits.memory);
     std::set_new_handler(noteNoMemory);
+    std::atexit(tellOfShortageAtExit);
+    errno = 0;
     const ImportResult result = importModel(request, uses);
     for (const TemporaryFile* file : files.inOrder()) {
         if (file != nullptr) {
@@ -84,7 +112,10 @@ ImportEnd import(const ImportRequest& request, const FileUses& uses, const Impor
     try {
         return endWith(importWithin(limits, request, uses, files));
     } catch (...) {
-        return endWith(memoryRanOut ? std::make_exception_ptr(std::bad_alloc()) : std::current_exception());
+        const bool isLastError = errno == ENOMEM; // of a library that does without exceptions
+        ImportEnd end = endWith(std::current_exception());
+        const bool isShortage = memoryRanOut || (isLastError && end.outcome == Outcome::importFailed);
+        return isShortage ? endWith(std::make_exception_ptr(std::bad_alloc())) : end;
     }
 }
 
@@ -93,6 +124,7 @@ ImportEnd import(const ImportRequest& request, const FileUses& uses, const Impor
 void runChild(const ChildSide& side, ImportRequest request, const FileUses& uses, const ImportFiles& files,
               const Limits& limits) noexcept {
     followParent(side.parent);
+    resultDescriptor = side.result;
     if (side.errors >= 0) {
         ::dup2(side.errors, STDOUT_FILENO);
         ::dup2(side.errors, STDERR_FILENO);
@@ -108,11 +140,7 @@ void runChild(const ChildSide& side, ImportRequest request, const FileUses& uses
     }
     const ImportEnd end = import(request, uses, files, limits);
     std::fflush(nullptr);
-    try {
-        writeFully(side.result, encoded(end));
-    } catch (const std::system_error&) {
-        ::_exit(1); // nobody is left to be told
-    }
+    tell(end);
     ::_exit(0);
 }
 
