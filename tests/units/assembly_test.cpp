@@ -71,6 +71,13 @@ TEST_F(Assembling, LeavesWhatIsNotFoundOrNoUnit) {
     EXPECT_EQ(text(tree), model);
 }
 
+TEST_F(Assembling, AFileOfAnotherKindMayBeThatOfALaterUnit) {
+    put("m", fileOf("(object Design d (list u " + unitObject("k", "k", "SubSystem") + unitObject("k", "./k", "X") +
+                    unitObject("k", "k") + unitObject("k", "k", "X") + "))"));
+    put("k", fileOf("(object Class_Category \"k\")"));
+    EXPECT_EQ(states(read("m")), "uufr  ");
+}
+
 TEST_F(Assembling, APackageByItselfGoesIntoALogicalView) {
     put("p.cat", fileOf("(object Class_Category \"P\" (list u " + unitObject("Q", "q.cat") + "))"));
     put("q.cat", fileOf("(object Class_Category \"Q\")"));
