@@ -2,6 +2,7 @@
 
 #include "petal/DescriptorOutput.h"
 #include "petal/ReplacingOutput.h"
+#include "petal/followLinks.h"
 #include "petal/namedDescriptor.h"
 #include "petal/writeFully.h"
 
@@ -13,23 +14,6 @@
 namespace petal {
 
 using std::filesystem::path;
-
-namespace {
-
-constexpr int mostLinks = 40; // as many as the system itself follows
-
-/// What a path stands for when it is a symbolic link, which may lead to a file that does not exist yet.
-path followLinks(path file) {
-    for (int links = 0; std::filesystem::is_symlink(std::filesystem::symlink_status(file)); ++links) {
-        if (links == mostLinks) {
-            throw std::system_error(ELOOP, std::generic_category());
-        }
-        file = file.parent_path() / std::filesystem::read_symlink(file);
-    }
-    return file;
-}
-
-} // namespace
 
 std::optional<path> fileToReplace(const std::string& given) {
     struct stat existing {};

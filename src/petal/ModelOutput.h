@@ -12,8 +12,9 @@ namespace petal {
 /// Where a model is written.
 class ModelOutput : public exporter::Output {
 public:
-    /// Makes what was written final. Called once, as the last operation. Throws `std::system_error`; then, and
-    /// when it is not called, an output to a regular file has left no trace.
+    /// Makes what was written final. Called once, as the last operation. Throws `std::system_error`: a regular file is
+    /// then as it was, or, where only bringing its name to the disk failed, what was written, whole. When this is not
+    /// called, an output to a regular file has left no trace.
     virtual void commit() = 0;
     [[nodiscard]] virtual bool isTerminal() const = 0;
 

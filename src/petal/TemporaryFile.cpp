@@ -49,7 +49,7 @@ TemporaryFile::~TemporaryFile() {
 
 void TemporaryFile::forget() {
     if (signal_ == Signal::removes) {
-        removeOnSignal(nullptr);
+        keepOnSignal(path_.c_str());
     }
     path_.clear();
 }

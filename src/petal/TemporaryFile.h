@@ -11,8 +11,8 @@ namespace petal {
 /// place by then.
 class TemporaryFile {
 public:
-    /// What the signals do that ask a program to end. `removes` holds for one file at a time; whoever has several
-    /// catches the signals himself.
+    /// What the signals do that ask a program to end. `removes` is for the few files of this process (see
+    /// `removeOnSignal`); whoever has many catches the signals himself.
     enum class Signal { removes, leaves };
 
     /// Creates an empty file that may become `target`. Throws `std::system_error`.

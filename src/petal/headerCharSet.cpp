@@ -57,6 +57,11 @@ std::string readHead(const std::string& path) {
     return head;
 }
 
+bool isModelHead(std::string_view head) {
+    constexpr std::size_t looksAt = 20; // as the bridge does
+    return head.substr(0, looksAt).find(headerStart) != std::string_view::npos;
+}
+
 std::optional<int> headerCharSet(std::string_view head) {
     const std::size_t start = head.find(headerStart);
     if (start == std::string_view::npos) {

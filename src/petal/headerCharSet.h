@@ -13,6 +13,9 @@ constexpr std::size_t headLength = 4096;
 /// whoever reads a pipe next.
 [[nodiscard]] std::string readHead(const std::string& path);
 
+/// Whether a file with such first bytes is a model file.
+[[nodiscard]] bool isModelHead(std::string_view head);
+
 /// The number that `charSet` has in the first "(object Petal" of a model file's first bytes; nothing when the object
 /// has none or is not complete.
 [[nodiscard]] std::optional<int> headerCharSet(std::string_view head);

@@ -13,9 +13,7 @@
 #include "petal/importOptions.h"
 #include "petal/inputAdvice.h"
 #include "petal/ledger/LedgerReport.h"
-#include "petal/namedDescriptor.h"
 #include "petal/outputFailure.h"
-#include "petal/sameFile.h"
 #include "petal/units/ModelSource.h"
 
 namespace petal {
@@ -28,29 +26,11 @@ KelModel& keptModel() {
     return *model;
 }
 
-bool isPath(const std::optional<std::string>& given) {
-    return given && *given != "-";
-}
-
-/// Whether a file there would be emptied or replaced, not written on where it is open already.
-bool isFile(const std::optional<std::string>& given) {
-    return isPath(given) && namedDescriptor(*given) < 0;
-}
-
-/// What is read or written must be different files: one would be lost.
-void refuseSameFiles(const ImportRequest& request) {
-    const auto refuse = [](const std::optional<std::string>& written, const std::optional<std::string>& other) {
-        if (isFile(written) && isFile(other) && areSameFile(*written, *other)) {
-            throw Failure(Outcome::wrongUsage, "writing '" + *written + "' would overwrite '" + *other + "'",
-                          "Give -o, --log and --ledger files of their own.");
-        }
-    };
-    refuse(request.output, request.file);
-    refuse(request.log, request.file);
-    refuse(request.output, request.log);
-    refuse(request.ledger, request.file);
-    refuse(request.ledger, request.output);
-    refuse(request.ledger, request.log);
+/// The units of a model are known only now; nothing has been opened for writing yet that would empty one.
+void refuseToLoseUnits(const units::UnitTree& tree, const FileUses& uses) {
+    for (const units::ResolvedFile& file : tree.files) {
+        uses.refuseToLose(file.path.string());
+    }
 }
 
 void import(const ImportRequest& request, KelOptionList& options, KelModelBridgeImportDllInterface& bridge,
@@ -89,17 +69,17 @@ void countUnits(const units::UnitTree& tree, ImportResult& result) {
 
 } // namespace
 
-ImportResult importModel(const ImportRequest& request) {
+ImportResult importModel(const ImportRequest& request, const FileUses& uses) {
     const PlugIn plugIn = PlugIn::load();
     KelOptionList options;
     plugIn.getBridge().getOptionList(options);
     setImportOptions(request, options);
-    refuseSameFiles(request);
     const ModelSource source(request);
+    refuseToLoseUnits(source.getTree(), uses);
     source.setOptions(options);
+    LedgerReport ledger(request);
     LogWriter writer(request.log, *findLogFormat(request.logFormat), chosenEncoding(options));
     WarningCount log(writer, severityLevel(KelString(std::string_view(request.logLevel))));
-    LedgerReport ledger(request);
     source.reportTo(log);
     import(request, options, plugIn.getBridge(), log);
     source.complete(keptModel(), options);

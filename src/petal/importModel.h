@@ -1,12 +1,14 @@
 #pragma once
 
+#include "petal/FileUses.h"
 #include "petal/ImportResult.h"
 #include "petal/Request.h"
 
 namespace petal {
 
 /// Imports one file in this process and writes the model. Called once in a process: the bridge may end it, and the
-/// model stays in memory. Throws a `Failure`.
-ImportResult importModel(const ImportRequest& request);
+/// model stays in memory. `uses` are those of the whole command; the files of controlled units must not be among what
+/// it writes. Throws a `Failure`.
+ImportResult importModel(const ImportRequest& request, const FileUses& uses);
 
 } // namespace petal

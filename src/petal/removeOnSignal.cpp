@@ -1,5 +1,6 @@
 #include "petal/removeOnSignal.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <csignal>
@@ -9,14 +10,24 @@ namespace petal {
 
 namespace {
 
-std::atomic<const char*> doomedPath{nullptr};
+constexpr std::size_t mostDoomed = 8;
+std::array<std::atomic<const char*>, mostDoomed> doomedPaths{}; // null where there is room
 static_assert(std::atomic<const char*>::is_always_lock_free, "read by a signal handler");
 
-constexpr std::array endingSignals{SIGINT, SIGHUP, SIGTERM};
+constexpr std::array endingSignals{SIGINT, SIGQUIT, SIGHUP, SIGTERM};
+
+void replaceFirst(const char* old, const char* path) {
+    if (const auto found = std::ranges::find(doomedPaths, old, [](const auto& doomed) { return doomed.load(); });
+        found != doomedPaths.end()) {
+        found->store(path);
+    }
+}
 
 void removeAndEnd(int signal) {
-    if (const char* path = doomedPath.load(); path != nullptr) {
-        ::unlink(path);
+    for (const auto& doomed : doomedPaths) {
+        if (const char* path = doomed.load(); path != nullptr) {
+            ::unlink(path);
+        }
     }
     ::raise(signal); // takes its default effect now, since the handler is in force only once
 }
@@ -36,9 +47,17 @@ void handleEndingSignals() {
 } // namespace
 
 void removeOnSignal(const char* path) {
-    doomedPath.store(path);
-    if (path != nullptr) {
-        handleEndingSignals();
+    replaceFirst(nullptr, path);
+    handleEndingSignals();
+}
+
+void keepOnSignal(const char* path) {
+    replaceFirst(path, nullptr);
+}
+
+void keepAllOnSignal() {
+    for (auto& doomed : doomedPaths) {
+        doomed.store(nullptr);
     }
 }
 

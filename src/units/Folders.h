@@ -18,9 +18,8 @@ namespace units {
 /// what changes on the disk afterwards is not seen. A folder that cannot be listed is one without files.
 class Folders {
 public:
-    /// The file that `parts` lead to from `folder`; none that is not regular, as reading a device or a pipe may never
-    /// end. Each part is taken as it is written where that exists, else as the first by name that differs in case
-    /// alone.
+    /// The regular file that `parts` lead to from `folder`, links followed. Each part is taken as it is written where
+    /// that exists, else as the first by name that differs in case alone.
     [[nodiscard]] std::optional<std::filesystem::path> find(const std::filesystem::path& folder,
                                                             std::span<const std::string> parts);
     /// Every file below `folder` whose name differs from `name` at most in case, by path. Links to folders are not

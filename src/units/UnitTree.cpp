@@ -19,6 +19,14 @@ fs::path identityOf(const fs::path& path) {
     return error ? path : canonical;
 }
 
+/// Why a file cannot be the content of a unit of that kind; empty when it can.
+std::string refusalOf(const UnitFile& file, const std::string& kind) {
+    if (!file.isModel) {
+        return "the file is no model file";
+    }
+    return file.kind != kind ? "the file holds another kind of object" : "";
+}
+
 class TreeReader {
 public:
     explicit TreeReader(UnitLocator& locator) : locator_(locator) {}
@@ -58,17 +66,24 @@ private:
             return;
         }
         unit.path = *located.file;
-        if (const auto known = known_.find(identityOf(unit.path)); known != known_.end()) {
+        const fs::path identity = identityOf(unit.path);
+        if (const auto known = known_.find(identity); known != known_.end()) {
             unit.file = known->second;
             unit.state = isOpen_[known->second] ? UnitState::cycle : UnitState::repeated;
             unit.remark = unit.state == UnitState::cycle ? "it stands in itself" : "its content stands further up";
             return;
         }
-        take(index, unit);
+        take(index, unit, identity);
     }
 
-    void take(std::size_t index, Unit& unit) {
+    void take(std::size_t index, Unit& unit, const fs::path& identity) {
         unit.state = UnitState::unusable;
+        if (const auto refused = refused_.find(identity); refused != refused_.end()) {
+            unit.remark = refusalOf(refused->second, unit.reference.kind);
+            if (!unit.remark.empty()) {
+                return;
+            }
+        }
         ResolvedFile found{unit.path, index, {}, {}};
         try {
             found.contents = readUnitFile(unit.path, Extent::whole);
@@ -76,9 +91,10 @@ private:
             unit.remark = "it cannot be read: " + error.code().message();
             return;
         }
-        if (!found.contents.isModel || found.contents.kind != unit.reference.kind) {
-            unit.remark =
-                !found.contents.isModel ? "the file is no model file" : "the file holds another kind of object";
+        if (const std::string refusal = refusalOf(found.contents, unit.reference.kind); !refusal.empty()) {
+            unit.remark = refusal;
+            found.contents.references.clear();
+            refused_.emplace(identity, std::move(found.contents));
             return;
         }
         const Range& content = found.contents.content; // nothing else of the file gets into the model
@@ -95,8 +111,9 @@ private:
     UnitLocator& locator_;
     UnitTree tree_;
     std::map<fs::path, std::size_t> known_;
-    std::vector<bool> isOpen_;      // which files are among those below
-    std::vector<std::size_t> open_; // whose units are being resolved, the innermost last
+    std::map<fs::path, UnitFile> refused_; // without references; so that none is read each time that it is named
+    std::vector<bool> isOpen_;             // which files are among those below
+    std::vector<std::size_t> open_;        // whose units are being resolved, the innermost last
 };
 
 } // namespace

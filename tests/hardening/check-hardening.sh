@@ -23,7 +23,10 @@ for file in "$1/bin/petal" "$1/lib/libkel.so" "$1/lib/libKelIbmRationalRose40Imp
     readelf -W -d "$file" | grep -q TEXTREL && complain "$file" "relocations in code"
 done
 has "$1/bin/petal" "an executable at a fixed place" -d '\(FLAGS_1\).* PIE'
-has "$1/bin/petal" "no fortified calls" --dyn-syms ' __[a-z]+_chk'
+# libkel.so calls nothing of the kind that is fortified.
+for file in "$1/bin/petal" "$1/lib/libKelIbmRationalRose40Import.so"; do
+    has "$file" "no fortified calls" --dyn-syms ' __[a-z]+_chk'
+done
 
 # exports FILE PATTERN: complains of what it exports beside the pattern and its own instances of the language's library.
 exports() {
@@ -33,6 +36,9 @@ exports() {
     [ -z "$other" ] || complain "$1" "exports $other"
 }
 exports "$1/lib/libKelIbmRationalRose40Import.so" '^getKelIbmRationalRose40ImportInterface$'
-# The interface: classes named Kel..., collections of literals, and functions without a namespace.
-exports "$1/lib/libkel.so" '^_?Kel|^(HOCM|BLIB|HOLST)(::|$)|^[a-zA-Z0-9]+(\(|$)|^operator'
+# The interface: classes named Kel..., collections of literals, and these few free functions and objects.
+free='buildTypePhysicalName charSetEncoding computeNameFromPath convertText createBaseType emptyString
+    equivalentConverters fullMessageCode generateMetadataOrigin getBridgeSpecification getDefaultLogicalName
+    setSourceProperty severityLevel severityWord utf8ToLocale'
+exports "$1/lib/libkel.so" "^_?Kel|^(HOCM|BLIB|HOLST)(::|\$)|^($(echo $free | tr ' ' '|'))(\(|\$)|^operator\+\(KelString const&"
 exit $failed

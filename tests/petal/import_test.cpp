@@ -111,7 +111,7 @@ constexpr Refused refusals[] = {
     {"$petal import m --format none --log /dev/full", 6, "cannot write the log '/dev/full': No space left"},
     {"$petal import m -o m", 2, "would overwrite 'm'"},
     {"$petal import old --log old", 2, "would overwrite 'old'"},
-    {"$petal import m --log old -o ./old", 2, "would overwrite 'old'"},
+    {"$petal import m --log old -o ./old", 2, "would overwrite './old'"},
     {"$petal options >/dev/full", 6, "cannot write standard output"},
     {"$petal --help >/dev/full", 6, "cannot write standard output"},
     {"$petal", 2, "petal --help"},

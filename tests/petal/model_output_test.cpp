@@ -1,10 +1,12 @@
 #include "petal/ModelOutput.h"
 
 #include "Folder.h"
+#include "petal/Failure.h"
+#include "petal/FileUses.h"
 #include "petal/namedDescriptor.h"
-#include "petal/sameFile.h"
 
 #include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <system_error>
@@ -95,10 +97,15 @@ TEST_F(Output, LeavesNoTraceWhenTheTargetCannotBeReplaced) {
 }
 
 TEST_F(Output, LeavesNoTraceWhenASignalEndsTheProgram) {
-    for (const int signal : {SIGINT, SIGHUP, SIGTERM}) {
+    for (const int signal : {SIGINT, SIGQUIT, SIGHUP, SIGTERM}) {
         const auto writeAndEnd = [&] {
+            constexpr rlimit noCore{0, 0};
+            ::setrlimit(RLIMIT_CORE, &noCore);
             std::signal(signal, SIG_DFL);
-            const auto output = ModelOutput::open(pathOf("new"));
+            const auto report = ModelOutput::open(pathOf("report"));
+            auto output = ModelOutput::open(pathOf("model"));
+            output.reset();
+            output = ModelOutput::open(pathOf("ledger"));
             output->write("text");
             ::raise(signal);
         };
@@ -171,23 +178,57 @@ TEST(NamedDescriptor, KnowsTheirPaths) {
     }
 }
 
-TEST_F(Output, SameFiles) {
+TEST_F(Output, EachIsAFileOfItsOwn) {
     put("a", "");
     put("b", "");
     std::filesystem::create_symlink("a", pathOf("link"));
+    std::filesystem::create_symlink("new", pathOf("dangling"));
+    std::filesystem::create_symlink(".", pathOf("folder"));
     std::filesystem::create_hard_link(pathOf("a"), pathOf("other name"));
     struct Row {
         const char* first;
         const char* second;
-        bool expected;
+        bool losesRead; // when the first is read and the second written
+        bool losesWritten;
     };
     constexpr Row rows[] = {
-        {"a", "a", true},          {"a", "link", true},     {"a", "other name", true},
-        {"a", "../x/../a", false}, {"a", "b", false},       {"a", "new", false},
-        {"new", "./new", true},    {"new", "newer", false}, {"/dev/null", "/dev/null", false},
+        {"a", "a", true, true},
+        {"a", "link", true, true},
+        {"a", "other name", true, false},
+        {"a", "folder/a", true, true},
+        {"a", "b", false, false},
+        {"a", "../x/../a", false, false},
+        {"a", "new", false, false},
+        {"new", "./new", true, true},
+        {"new", "folder/./new", true, true},
+        {"new", "dangling", true, true},
+        {"new", "newer", false, false},
+        {"none/x", "none/../none/x", true, true},
+        {"/dev/null", "/dev/null", false, false},
+        {"/dev/stdout", "/dev/stdout", false, false},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(petal::areSameFile(pathOf(row.first), pathOf(row.second)), row.expected)
+        const auto refuses = [&](auto step) {
+            try {
+                petal::FileUses uses;
+                step(uses, *row.first == '/' ? row.first : pathOf(row.first),
+                     *row.second == '/' ? row.second : pathOf(row.second));
+            } catch (const petal::Failure& failure) {
+                return failure.getOutcome() == petal::Outcome::wrongUsage;
+            }
+            return false;
+        };
+        using Path = const std::string&;
+        EXPECT_EQ(refuses([](petal::FileUses& uses, Path one, Path other) { uses.reads(one), uses.writes(other); }),
+                  row.losesRead)
+            << row.first << " " << row.second;
+        EXPECT_EQ(refuses([](petal::FileUses& uses, Path one, Path other) { uses.writes(one), uses.writes(other); }),
+                  row.losesWritten)
+            << row.first << " " << row.second;
+        const bool exists = std::filesystem::exists(pathOf(row.first));
+        EXPECT_EQ(
+            refuses([](petal::FileUses& uses, Path one, Path other) { uses.writes(other), uses.refuseToLose(one); }),
+            row.losesRead && exists)
             << row.first << " " << row.second;
     }
 }

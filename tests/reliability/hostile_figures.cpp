@@ -33,7 +33,7 @@ double secondsOf(const timeval& time) {
     const rlimit stack{stackSize, stackSize};
     const int nothing = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
     if (::setrlimit(RLIMIT_STACK, &stack) == 0 && ::dup2(nothing, STDOUT_FILENO) >= 0) {
-        ::execl(petal, petal, "import", model.c_str(), "--format", "json", static_cast<char*>(nullptr));
+        ::execl(petal, petal, "import", model.c_str(), "--format", "json", "-q", static_cast<char*>(nullptr));
     }
     ::_exit(127);
 }

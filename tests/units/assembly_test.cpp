@@ -2,6 +2,7 @@
 #include "units/Assembly.h"
 
 #include <filesystem>
+#include <sys/stat.h>
 
 namespace {
 
@@ -91,6 +92,13 @@ TEST_F(Assembling, AReferenceThatIsNotWrittenIsNone) {
                                  "(object Class_Category \"C\")(object Class_Category \"B\")))"));
 }
 
+TEST_F(Assembling, AFileOfAnotherKindMayBeThatOfALaterUnit) {
+    put("m", fileOf("(object Design d (list u " + unitObject("k", "k", "SubSystem") + unitObject("k", "./k", "X") +
+                    unitObject("k", "k") + unitObject("k", "k", "X") + "))"));
+    put("k", fileOf("(object Class_Category \"k\")"));
+    EXPECT_EQ(states(read("m")), "uufr  ");
+}
+
 TEST_F(Assembling, APackageByItselfGoesIntoALogicalView) {
     put("p.cat", fileOf("(object Class_Category \"P\" (list u " + unitObject("Q", "q.cat") + "))"));
     put("q.cat", fileOf("(object Class_Category \"Q\")"));
@@ -126,6 +134,16 @@ TEST_F(Assembling, UnitsNestAsDeepAsTheyLike) {
     EXPECT_TRUE(tree.isComplete());
     ASSERT_EQ(tree.files.size(), depth + 1U);
     EXPECT_NE(text(tree).find("(object Class_Category \"end\")"), std::string::npos);
+}
+
+// What the file system showed when the name was looked up may be another file by the time that it is opened.
+TEST_F(Assembling, NothingIsReadThatMightNeverEnd) {
+    ASSERT_EQ(::mkfifo(pathOf("pipe").c_str(), 0600), 0);
+    std::filesystem::create_symlink("/dev/zero", pathOf("link to device"));
+    for (const std::string& path : {pathOf("pipe"), std::string("/dev/zero"), pathOf("link to device"), pathOf("")}) {
+        EXPECT_THROW(static_cast<void>(units::readUnitFile(path, units::Extent::whole)), std::system_error) << path;
+    }
+    EXPECT_FALSE(units::readUnitFile("/proc/self/pagemap", units::Extent::whole).isModel); // hundreds of gigabytes
 }
 
 TEST_F(Assembling, AFileWithoutReferencesIsKnownWithoutReadingIt) {

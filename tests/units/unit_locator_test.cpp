@@ -28,7 +28,9 @@ TEST_F(Locator, TakesTheFirstPlaceThatHasTheFile) {
           "archive/a/old/One.cat", "archive/b/Two.cat", "archive/c/Two.cat", "archive/c/k/Two.cat"}) {
         putIn(path);
     }
-    ::mkfifo((folder / "m/sub/pipe.cat").c_str(), S_IRWXU);
+    ASSERT_EQ(::mkfifo(pathOf("root/pipe").c_str(), 0600), 0);
+    std::filesystem::create_symlink("/dev/zero", pathOf("root/link to device"));
+    std::filesystem::create_symlink("pkg/Ünit.cat", pathOf("root/link to file"));
     ::setenv("UNIT_TEST_FOLDER", (folder / "root").c_str(), 1);
     struct Row {
         const char* name;
@@ -48,8 +50,10 @@ TEST_F(Locator, TakesTheFirstPlaceThatHasTheFile) {
              Row{R"(q\k\two.cat)", "archive/c/k/Two.cat found by its name"},
              Row{R"($GONE\None.cat)", "- nothing says what $GONE stands for"},
              Row{R"($ROOT\None.cat)", "- there is no such file"},
+             Row{R"($ROOT\link to file)", "root/link to file"},
              Row{R"($ROOT\pkg)", "- there is no such file"},
-             Row{"pipe.cat", "- there is no such file"},
+             Row{R"($ROOT\pipe)", "- there is no such file"},
+             Row{R"($ROOT\link to device)", "- there is no such file"},
              Row{"/dev/zero", "- there is no such file"},
              Row{"$ROOT", "- it names no file"},
              Row{"", "- it names no file"},

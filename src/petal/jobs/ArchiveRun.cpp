@@ -33,9 +33,9 @@ FileReport fileReport(const std::string& file, const ImportPaths& paths, const I
     return report;
 }
 
-ArchiveRun::ArchiveRun(std::vector<Source> sources, std::vector<ImportPaths> paths, const ImportRequest& import,
-                       const JobsRequest& jobs)
-    : sources_(std::move(sources)), paths_(std::move(paths)), import_(import), jobs_(jobs),
+ArchiveRun::ArchiveRun(std::vector<Source> sources, std::vector<ImportPaths> paths, const FileUses& uses,
+                       const ImportRequest& import, const JobsRequest& jobs)
+    : sources_(std::move(sources)), paths_(std::move(paths)), uses_(uses), import_(import), jobs_(jobs),
       logFormat_(*findLogFormat(import.logFormat)), console_(!jobs.quiet), files_(sources_.size()),
       end_(sources_.size()) {
     if (import.log && *import.log != "-") {
@@ -121,7 +121,7 @@ std::unique_ptr<TemporaryFile> ArchiveRun::openOutput(const std::string& path) {
 }
 
 ImportTask ArchiveRun::taskFor(std::size_t number) {
-    ImportTask task{.request = import_, .files = {}, .errors = {}, .log = {}};
+    ImportTask task{.request = import_, .uses = &uses_, .files = {}, .errors = {}, .log = {}};
     const std::string& file = sources_[number].path;
     task.request.file = file;
     if (const std::string& model = paths_[number].model; !model.empty()) {

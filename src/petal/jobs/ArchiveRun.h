@@ -21,9 +21,10 @@ namespace petal {
 /// own, and after a failure that ends the run nothing is kept of the files behind the one that failed.
 class ArchiveRun {
 public:
-    /// `paths` says for each source where what it gives is to be. Throws a `Failure` when the log cannot be opened.
-    ArchiveRun(std::vector<Source> sources, std::vector<ImportPaths> paths, const ImportRequest& import,
-               const JobsRequest& jobs);
+    /// `paths` says for each source where what it gives is to be; `uses`, which must live as long, those of
+    /// the whole command. Throws a `Failure` when the log cannot be opened.
+    ArchiveRun(std::vector<Source> sources, std::vector<ImportPaths> paths, const FileUses& uses,
+               const ImportRequest& import, const JobsRequest& jobs);
 
     /// Imports them all; called once. Throws `Stopped`, and a `Failure` when the log could not be written or when it is
     /// not known that the outputs have reached the disk.
@@ -52,6 +53,7 @@ private:
 
     std::vector<Source> sources_;
     std::vector<ImportPaths> paths_;
+    const FileUses& uses_;
     ImportRequest import_;
     JobsRequest jobs_;
     const LogFormat& logFormat_;

@@ -51,7 +51,7 @@ ImportProcess::ImportProcess(ImportTask task, const Limits& limits,
         }
         runChild(
             {parent, channels_[result].writing.get(), channels_[errors].writing.get(), channels_[log].writing.get()},
-            std::move(task_.request), task_.files, limits_);
+            std::move(task_.request), *task_.uses, task_.files, limits_);
     }
     for (Channel& channel : channels_) {
         channel.writing.close();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "petal/Descriptor.h"
+#include "petal/FileUses.h"
 #include "petal/Request.h"
 #include "petal/jobs/ImportEnd.h"
 #include "petal/jobs/ImportFiles.h"
@@ -20,6 +21,7 @@ namespace petal {
 /// What an import in a process of its own is to do.
 struct ImportTask {
     ImportRequest request;
+    const FileUses* uses; // of the whole command; must live as long
     /// What stands in place of the request's output and ledger. They are this process's: the import only writes to
     /// them, so whatever becomes of the import, nobody but their owner replaces or removes a file.
     ImportFiles files;

@@ -9,7 +9,7 @@ namespace petal {
 
 namespace {
 
-constexpr std::array stopSignals{SIGINT, SIGHUP, SIGTERM};
+constexpr std::array stopSignals{SIGINT, SIGQUIT, SIGHUP, SIGTERM};
 
 bool isIgnored(int signal) {
     struct sigaction present {};

@@ -11,8 +11,8 @@ struct Stopped {
     int signal;
 };
 
-/// Holds back the signals that ask a program to end (interrupt, hang-up, termination), but for those it was started to
-/// ignore, so that it can put away what it has under way. One at a time.
+/// Holds back the signals that ask a program to end (interrupt, quit, hang-up, termination), but for those it was
+/// started to ignore, so that it can put away what it has under way. One at a time.
 class StopSignals {
 public:
     /// Throws `std::system_error`.

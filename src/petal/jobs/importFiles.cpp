@@ -7,6 +7,7 @@
 #include "petal/jobs/isUpToDate.h"
 #include "petal/jobs/limitsOf.h"
 #include "petal/jobs/planOutputs.h"
+#include "petal/jobs/planUses.h"
 #include "petal/outputFailure.h"
 #include "petal/report/reports.h"
 #include "petal/report/summary.h"
@@ -24,9 +25,8 @@ namespace {
 /// Opened before the imports, so that they are not in vain; left out unless asked for.
 class ReportOutput {
 public:
-    ReportOutput(const std::optional<std::string>& path, std::span<const Source> sources) : path_(path) {
+    explicit ReportOutput(const std::optional<std::string>& path) : path_(path) {
         if (path_) {
-            refuseSource(sources, *path_);
             writing([&] { output_ = ModelOutput::open(path_); });
         }
     }
@@ -62,15 +62,19 @@ ImportPaths pathsOf(const ImportRequest& request) {
 }
 
 Outcome importSingle(const ImportRequest& request, const JobsRequest& jobs) {
-    const ImportPaths paths = pathsOf(request);
-    if (jobs.resume && isUpToDate(request.file, paths)) {
+    const std::array paths{pathsOf(request)};
+    if (jobs.resume && isUpToDate(request.file, paths.front())) {
         return Outcome::success;
     }
     const std::array sources{Source{request.file, ""}};
-    ReportOutput report(jobs.report, sources);
+    const FileUses uses = planUses(sources, paths, request, jobs);
+    ReportOutput report(jobs.report);
     const bool isWatched = jobs.timeout || jobs.maxMemory || jobs.report;
-    const ImportEnd end = isWatched && !jobs.inProcess ? importApart(request, limitsOf(jobs)) : importHere(request);
-    report.write({fileReport(request.file, paths, end)});
+    const ImportEnd end =
+        isWatched && !jobs.inProcess ? importApart(request, uses, limitsOf(jobs)) : importHere(request, uses);
+    if (end.outcome != Outcome::wrongUsage) { // such as a report that would overwrite a controlled unit
+        report.write({fileReport(request.file, paths.front(), end)});
+    }
     if (!end.isDone()) {
         throw Failure(end.outcome, end.text, end.advice);
     }
@@ -126,13 +130,12 @@ Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
         throw Failure(Outcome::inputNotRead, "there is no model file in what was named",
                       "In a folder, model files are those whose names end in '.mdl'.");
     }
-    if (request.log && *request.log != "-") {
-        refuseSource(sources, *request.log);
-    }
     std::vector<ImportPaths> paths = planPaths(sources, request);
+    const FileUses uses = planUses(sources, paths, request, jobs);
+    refuseModelFiles(uses);
     static_cast<void>(PlugIn::load()); // once; every process of an import has it from this one
-    ReportOutput report(jobs.report, sources);
-    ArchiveRun run(std::move(sources), std::move(paths), request, jobs);
+    ReportOutput report(jobs.report);
+    ArchiveRun run(std::move(sources), std::move(paths), uses, request, jobs);
     run.run();
     const std::vector<FileReport>& files = run.getFiles();
     report.write(files);

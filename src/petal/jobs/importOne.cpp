@@ -24,9 +24,9 @@ std::unique_ptr<TemporaryFile> openFile(const std::optional<std::string>& path) 
     }
 }
 
-EndedImport run(const ImportRequest& request, const Limits& limits, ImportFiles files, const StopSignals& signals) {
+EndedImport run(ImportTask task, const Limits& limits, const StopSignals& signals) {
     ProcessPool pool(limits, signals);
-    pool.start(0, {.request = request, .files = std::move(files), .errors = {}, .log = {}});
+    pool.start(0, std::move(task));
     for (;;) {
         std::vector<EndedImport> ended = pool.wait(std::chrono::hours(1));
         if (!ended.empty()) {
@@ -46,12 +46,13 @@ void keep(TemporaryFile& file) {
 
 } // namespace
 
-ImportEnd importApart(const ImportRequest& request, const Limits& limits) {
+ImportEnd importApart(const ImportRequest& request, const FileUses& uses, const Limits& limits) {
     static_cast<void>(PlugIn::load()); // here, where no limit holds
     const StopSignals signals;
     ImportFiles files{.model = request.format == "none" ? nullptr : openFile(request.output),
                       .ledger = openFile(request.ledger)};
-    const EndedImport ended = run(request, limits, std::move(files), signals);
+    const EndedImport ended =
+        run({.request = request, .uses = &uses, .files = std::move(files), .errors = {}, .log = {}}, limits, signals);
     for (TemporaryFile* file : ended.files.inOrder()) {
         if (ended.end.isDone() && file != nullptr) {
             keep(*file);
@@ -60,9 +61,9 @@ ImportEnd importApart(const ImportRequest& request, const Limits& limits) {
     return ended.end;
 }
 
-ImportEnd importHere(const ImportRequest& request) {
+ImportEnd importHere(const ImportRequest& request, const FileUses& uses) {
     try {
-        return endWith(importModel(request));
+        return endWith(importModel(request, uses));
     } catch (...) {
         return endWith(std::current_exception());
     }

@@ -12,12 +12,9 @@ namespace petal {
 /// The file in `folder` for what each source gives: the source's own path below the folder, with a dot and the suffix
 /// behind it. A path that goes up, or starts at the root, is mirrored from the root.
 ///
-/// Throws a `Failure` with the outcome `wrongUsage` when two sources would share a file, when the file of one would be
-/// the folder of another's, or when one is a source itself.
+/// Throws a `Failure` with the outcome `wrongUsage` when two sources would share a file, or when the file of one would
+/// be the folder of another's.
 [[nodiscard]] std::vector<std::string> planOutputs(std::span<const Source> sources, const std::string& folder,
                                                    std::string_view suffix);
-
-/// Throws a `Failure` with the outcome `wrongUsage` when writing `file`, which need not exist, would lose a source.
-void refuseSource(std::span<const Source> sources, const std::string& file);
 
 } // namespace petal

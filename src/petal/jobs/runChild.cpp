@@ -9,8 +9,10 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <new>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -22,8 +24,8 @@ namespace {
 
 /// The parent decides what a signal means for its imports; when it is gone, nobody waits for them.
 void followParent(pid_t parent) {
-    removeOnSignal(nullptr);
-    for (const int signal : {SIGINT, SIGHUP}) {
+    keepAllOnSignal();
+    for (const int signal : {SIGINT, SIGQUIT, SIGHUP}) {
         std::signal(signal, SIG_IGN); // a terminal sends them to every process
     }
     StopSignals::unblock();
@@ -37,18 +39,23 @@ void followParent(pid_t parent) {
 class MemoryLimit {
 public:
     explicit MemoryLimit(const std::optional<std::uint64_t>& most) {
-        ::getrlimit(RLIMIT_DATA, &before_);
         if (most) {
-            const rlimit limited{.rlim_cur = std::min<rlim_t>(*most, before_.rlim_max), .rlim_max = before_.rlim_max};
-            ::setrlimit(RLIMIT_DATA, &limited);
+            rlimit limit{};
+            ::getrlimit(RLIMIT_DATA, &limit);
+            limit.rlim_cur = std::min<rlim_t>(*most, limit.rlim_max);
+            ::setrlimit(RLIMIT_DATA, &limit);
         }
     }
     MemoryLimit(const MemoryLimit&) = delete;
     MemoryLimit& operator=(const MemoryLimit&) = delete;
-    ~MemoryLimit() { ::setrlimit(RLIMIT_DATA, &before_); }
+    ~MemoryLimit() { lift(); }
 
-private:
-    rlimit before_{};
+    static void lift() {
+        rlimit limit{};
+        ::getrlimit(RLIMIT_DATA, &limit);
+        limit.rlim_cur = limit.rlim_max;
+        ::setrlimit(RLIMIT_DATA, &limit);
+    }
 };
 
 std::atomic<bool> memoryRanOut{false};
@@ -59,6 +66,25 @@ void noteNoMemory() {
     throw std::bad_alloc();
 }
 
+int resultDescriptor = -1; // of this process, for the encoded `ImportEnd`
+
+void tell(const ImportEnd& end) {
+    try {
+        writeFully(resultDescriptor, encoded(end));
+    } catch (const std::system_error&) {
+        ::_exit(1); // nobody is left to be told
+    }
+}
+
+/// Tells of a shortage when the bridge has ended the process, as it does when its input buffer cannot grow: the reason
+/// is the last error then.
+void tellOfShortageAtExit() {
+    if (errno == ENOMEM) {
+        MemoryLimit::lift();
+        tell(endWith(std::make_exception_ptr(std::bad_alloc())));
+    }
+}
+
 void bringToDisk(const TemporaryFile& file) {
     try {
         file.sync();
@@ -67,10 +93,13 @@ void bringToDisk(const TemporaryFile& file) {
     }
 }
 
-ImportResult importWithin(const Limits& limits, const ImportRequest& request, const ImportFiles& files) {
+ImportResult importWithin(const Limits& limits, const ImportRequest& request, const FileUses& uses,
+                          const ImportFiles& files) {
     const MemoryLimit limit(limits.memory);
     std::set_new_handler(noteNoMemory);
-    const ImportResult result = importModel(request);
+    std::atexit(tellOfShortageAtExit);
+    errno = 0;
+    const ImportResult result = importModel(request, uses);
     for (const TemporaryFile* file : files.inOrder()) {
         if (file != nullptr) {
             bringToDisk(*file);
@@ -79,18 +108,23 @@ ImportResult importWithin(const Limits& limits, const ImportRequest& request, co
     return result;
 }
 
-ImportEnd import(const ImportRequest& request, const ImportFiles& files, const Limits& limits) {
+ImportEnd import(const ImportRequest& request, const FileUses& uses, const ImportFiles& files, const Limits& limits) {
     try {
-        return endWith(importWithin(limits, request, files));
+        return endWith(importWithin(limits, request, uses, files));
     } catch (...) {
-        return endWith(memoryRanOut ? std::make_exception_ptr(std::bad_alloc()) : std::current_exception());
+        const bool isLastError = errno == ENOMEM; // of a library that does without exceptions
+        ImportEnd end = endWith(std::current_exception());
+        const bool isShortage = memoryRanOut || (isLastError && end.outcome == Outcome::importFailed);
+        return isShortage ? endWith(std::make_exception_ptr(std::bad_alloc())) : end;
     }
 }
 
 } // namespace
 
-void runChild(const ChildSide& side, ImportRequest request, const ImportFiles& files, const Limits& limits) noexcept {
+void runChild(const ChildSide& side, ImportRequest request, const FileUses& uses, const ImportFiles& files,
+              const Limits& limits) noexcept {
     followParent(side.parent);
+    resultDescriptor = side.result;
     if (side.errors >= 0) {
         ::dup2(side.errors, STDOUT_FILENO);
         ::dup2(side.errors, STDERR_FILENO);
@@ -104,13 +138,9 @@ void runChild(const ChildSide& side, ImportRequest request, const ImportFiles& f
     if (files.ledger != nullptr) {
         request.ledgerDescriptor = files.ledger->getDescriptor();
     }
-    const ImportEnd end = import(request, files, limits);
+    const ImportEnd end = import(request, uses, files, limits);
     std::fflush(nullptr);
-    try {
-        writeFully(side.result, encoded(end));
-    } catch (const std::system_error&) {
-        ::_exit(1); // nobody is left to be told
-    }
+    tell(end);
     ::_exit(0);
 }
 

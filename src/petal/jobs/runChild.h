@@ -1,5 +1,6 @@
 #pragma once
 
+#include "petal/FileUses.h"
 #include "petal/Request.h"
 #include "petal/jobs/ImportFiles.h"
 #include "petal/jobs/Limits.h"
@@ -19,7 +20,7 @@ struct ChildSide {
 
 /// Runs one import in a process made for it, and ends the process: without the clean-up that belongs to its parent,
 /// unless the bridge ends it. `files` are brought to the disk.
-[[noreturn]] void runChild(const ChildSide& side, ImportRequest request, const ImportFiles& files,
+[[noreturn]] void runChild(const ChildSide& side, ImportRequest request, const FileUses& uses, const ImportFiles& files,
                            const Limits& limits) noexcept;
 
 } // namespace petal

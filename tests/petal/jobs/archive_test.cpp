@@ -74,6 +74,8 @@ TEST_F(Archive, RefusesWhatWouldLoseAFile) {
     put("c.mdl", good);
     put("c.mdl.json", good);
     put("file", "");
+    put("list", "b.mdl\n");
+    put("unit.cat", "(object Petal\n    version 42)\n(object Class_Category \"unit\")\n");
     const Names before = filesBelow("");
     struct Row {
         const char* arguments;
@@ -88,10 +90,20 @@ TEST_F(Archive, RefusesWhatWouldLoseAFile) {
         {"b.mdl -o /proc/none", 6, "cannot write '/proc/none'"},
         {"b.mdl -o /proc/none --timeout 9", 6, "cannot write '/proc/none'"},
         {"b.mdl b.mdl.json/c.mdl -o out", 2, "the results of 'b.mdl' and 'b.mdl.json/c.mdl' would"},
-        {"c.mdl c.mdl.json -o ./", 2, "writing './c.mdl.json' would overwrite a model file"},
-        {"b.mdl c.mdl -o out --report c.mdl", 2, "writing 'c.mdl' would overwrite a model file"},
-        {"b.mdl --report ./b.mdl", 2, "writing './b.mdl' would overwrite a model file"},
-        {"b.mdl c.mdl -o out --log c.mdl", 2, "writing 'c.mdl' would overwrite a model file"},
+        {"c.mdl c.mdl.json -o ./", 2, "writing './c.mdl.json' would overwrite 'c.mdl.json'"},
+        {"b.mdl c.mdl -o out --report c.mdl", 2, "writing 'c.mdl' would overwrite 'c.mdl'"},
+        {"b.mdl --report ./b.mdl", 2, "writing './b.mdl' would overwrite 'b.mdl'"},
+        {"b.mdl c.mdl -o out --log c.mdl", 2, "writing 'c.mdl' would overwrite 'c.mdl'"},
+        {"--files-from list -o out --log ./list", 2, "writing './list' would overwrite 'list'"},
+        {"b.mdl -o new --report new", 2, "writing 'new' would overwrite 'new'"},
+        {"b.mdl --log new --report new", 2, "writing 'new' would overwrite 'new'"},
+        {"b.mdl --ledger new --report new --in-process", 2, "writing 'new' would overwrite 'new'"},
+        {"b.mdl c.mdl -o out --report out/b.mdl.json", 2, "writing 'out/b.mdl.json' would overwrite 'out/b.mdl.json'"},
+        {"b.mdl c.mdl -o out --log out/b.mdl.json", 2, "writing 'out/b.mdl.json' would overwrite 'out/b.mdl.json'"},
+        {"b.mdl c.mdl -o out --log new --report new", 2, "writing 'new' would overwrite 'new'"},
+        {"b.mdl c.mdl -o out --ledger out/. --report out/c.mdl.ledger", 2, "writing 'out/c.mdl.ledger' would"},
+        {"b.mdl c.mdl -o out --log unit.cat", 2, "writing 'unit.cat' would overwrite a model file"},
+        {"b.mdl c.mdl -o out --report unit.cat", 2, "writing 'unit.cat' would overwrite a model file"},
         {"b.mdl c.mdl -o out --in-process", 2, "--in-process is for a single file"},
         {"b.mdl c.mdl -o out --report missing/r", 6, "cannot write the report 'missing/r'"},
         {"b.mdl --report /dev/full", 6, "cannot write the report '/dev/full'"},

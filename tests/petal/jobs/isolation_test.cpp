@@ -59,6 +59,29 @@ TEST_P(Isolation, AFileCostsNoOther) {
 INSTANTIATE_TEST_SUITE_P(All, Isolation, testing::ValuesIn(fates),
                          [](const auto& row) { return "row" + std::to_string(row.index); });
 
+class RealBridgeWithinLimits : public Shell {
+protected:
+    RealBridgeWithinLimits() : Shell("") {}
+};
+
+// The scanner's buffer, which ends the process, and the texts made of it run out at different limits.
+TEST_F(RealBridgeWithinLimits, ALongLineEndsAsAnyShortage) {
+    if (!limitsHold) {
+        GTEST_SKIP() << "a sanitizer takes memory of its own";
+    }
+    put("long.mdl", "(object Petal\n    version 42\n    charSet 0)\n(object Class_Category \"Logical View\"\n"
+                    "(object Class \"" +
+                        std::string(50'000'000, 'x') + "\"))\n");
+    for (const char* limit : {"1M", "20M", "60M", "100M", "130M"}) {
+        const Ended ended =
+            run(std::string("$petal import long.mdl -q --format none --report report --max-memory ") + limit);
+        EXPECT_EQ(ended.status, 1) << limit;
+        EXPECT_TRUE(contains(ended.errors, "petal: there is too little memory")) << limit << ended.errors;
+        EXPECT_TRUE(contains(get("report"), "\"reason\": \"outOfMemory\"")) << limit << get("report");
+    }
+    EXPECT_EQ(run("$petal import long.mdl -q --format none --max-memory 400M").status, 0);
+}
+
 TEST_F(Archive, ASingleFileApartIsLikeOneInProcess) {
     put("m", "log WARNING careful\npackage A\npackage B\n");
     for (const char* arguments : {"m --format tree", "m --format tree -o out; cat out", "m --format none",
@@ -82,16 +105,15 @@ TEST_F(Archive, ASignalLeavesNothingUnderWay) {
     };
     constexpr Row rows[] = {{"a -o out -j 2 --report report", "pid1 pid2"}, {"a/1.mdl -o old --timeout 100", "pid1"}};
     for (const Row& row : rows) {
-        for (const char* signal : {"INT", "TERM", "HUP"}) {
+        for (const int signal : {SIGINT, SIGQUIT, SIGTERM, SIGHUP}) {
             // A shell without a terminal starts what is in the background with interrupts ignored.
             const Ended ended =
-                run(std::string("rm -f pid1 pid2; env --default-signal $petal import ") + row.arguments +
-                    " & for f in " + row.files + "; do while [ ! -s $f ]; do sleep 0.01; done; done; kill -" + signal +
-                    " $!; wait $!; echo $? >&2; for f in " + row.files +
+                run(std::string("ulimit -c 0; rm -f pid1 pid2; env --default-signal $petal import ") + row.arguments +
+                    " & for f in " + row.files + "; do while [ ! -s $f ]; do sleep 0.01; done; done; kill -" +
+                    std::to_string(signal) + " $!; wait $!; echo $? >&2; for f in " + row.files +
                     "; do kill -0 $(cat $f) 2>/dev/null && echo alive; done");
             EXPECT_EQ(ended.output, "") << "no import is left";
-            const int number = std::string_view(signal) == "INT" ? SIGINT : *signal == 'T' ? SIGTERM : SIGHUP;
-            EXPECT_TRUE(contains(ended.errors, std::to_string(128 + number) + "\n")) << ended.errors;
+            EXPECT_TRUE(contains(ended.errors, std::to_string(128 + signal) + "\n")) << ended.errors;
             EXPECT_EQ(filesBelow("out"), Names{});
             EXPECT_EQ(get("old"), "precious");
             EXPECT_EQ(get("report"), "(none)");

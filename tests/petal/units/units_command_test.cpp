@@ -69,6 +69,34 @@ TEST_F(Units, MayBeRequired) {
     EXPECT_EQ(run("$petal import m.mdl --path-map SHOP").status, 2);
 }
 
+TEST_F(Units, AreNotOverwritten) {
+    std::filesystem::create_symlink("shop/sales.cat", pathOf("link"));
+    for (const char* option : {"-o", "--log", "--ledger", "--report"}) {
+        for (const char* more : {"", " --in-process", " --timeout 60"}) {
+            const Ended ended = run("SHOP=shop $petal import m.mdl -q " + std::string(option) + " link" + more);
+            EXPECT_EQ(ended.status, 2) << option << more;
+            EXPECT_EQ(ended.errors.find("petal: writing 'link' would overwrite 'shop/sales.cat'\n"), 0U)
+                << ended.errors;
+            EXPECT_EQ(get("shop/sales.cat"), unit) << option << more;
+        }
+    }
+    EXPECT_EQ(files(), (std::set<std::string>{"m.mdl", "shop", "link"}));
+}
+
+TEST_F(Units, MayNotKeepPetalWaiting) {
+    const std::string pattern = "$SHOP\\\\Sales.CAT";
+    for (const char* name : {"pipe", "/dev/zero", "link"}) {
+        std::string hostile = model;
+        put("hostile.mdl", hostile.replace(hostile.find(pattern), pattern.size(), name));
+        const Ended ended =
+            run("mkfifo pipe; ln -sf /dev/zero link; timeout 20 $petal import hostile.mdl -q; echo $? >&2; "
+                "timeout 20 $petal units hostile.mdl");
+        EXPECT_NE(ended.errors.find("\n0\n"), std::string::npos) << ended.errors;
+        EXPECT_NE(ended.output.find(name + std::string("\n    missing: there is no such file\n")), std::string::npos)
+            << ended.output;
+    }
+}
+
 TEST_F(Units, ALonePackageIsWhatItIs) {
     const Ended lone = run("$petal import shop/sales.cat --format tree");
     EXPECT_EQ(lone.output.substr(lone.output.find("  package")), "  package sales\n    class Order\n");
