@@ -30,8 +30,8 @@ struct ImportRequest {
     std::optional<std::string> ledger; // "-": standard output; for several files a folder
     bool ledgerListsAll = false;
     std::vector<std::string> failOn; // of "loss", "warning" and "encoding"
-    bool isQuiet = false;            // no summary of the ledger, and no ledger unless something else needs it
-    bool isSummarised = true;        // false: the ledger is made to be counted
+    bool isSummarised = true;        // the ledger, in lines on standard error
+    bool isCounted = true;           // false: no ledger is made unless something else needs it
     int outputDescriptor = -1;       // unless negative, where to write; `output` then only names it
     int ledgerDescriptor = -1;       // likewise, of `ledger`
 };

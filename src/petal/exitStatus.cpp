@@ -36,6 +36,10 @@ const ExitStatus& exitStatus(Outcome outcome) {
     return *std::ranges::find(statuses, outcome, &ExitStatus::outcome);
 }
 
+Outcome outcomeOf(std::string_view word) {
+    return std::ranges::find(statuses, word, &ExitStatus::word)->outcome;
+}
+
 int exitNumber(Outcome outcome) {
     return exitStatus(outcome).number;
 }

@@ -33,6 +33,8 @@ struct ExitStatus {
 /// One row for each outcome, by number. Help, the manual page and docs/cli.md say the same.
 [[nodiscard]] std::span<const ExitStatus> exitStatuses();
 [[nodiscard]] const ExitStatus& exitStatus(Outcome outcome);
+/// What a word stands for that is one of theirs.
+[[nodiscard]] Outcome outcomeOf(std::string_view word);
 [[nodiscard]] int exitNumber(Outcome outcome);
 
 } // namespace petal

@@ -54,6 +54,11 @@ private:
     std::unique_ptr<ModelOutput> output_;
 };
 
+/// Whether anybody is told how much was dropped.
+bool isCounted(const JobsRequest& jobs) {
+    return !jobs.quiet || jobs.report;
+}
+
 ImportPaths pathsOf(const ImportRequest& request) {
     const auto pathIn = [](const std::optional<std::string>& given) {
         return given && *given != "-" ? *given : std::string();
@@ -124,6 +129,7 @@ Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
         throw Failure(Outcome::wrongUsage, "--in-process is for a single file", "Leave it out.");
     }
     request.isSummarised = false;
+    request.isCounted = isCounted(jobs);
     request.format = request.format.value_or("json");
     std::vector<Source> sources = findSources(jobs);
     if (sources.empty() && !jobs.inputs.empty()) {
@@ -144,7 +150,7 @@ Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
     }
     const ReportTotals totals = totalsOf(files);
     if (totals.failed > 0) {
-        throw Failure(Outcome::someFailed,
+        throw Failure(files.size() == 1 ? outcomeOf(files.front().reason) : Outcome::someFailed,
                       std::to_string(totals.failed) + " of " + std::to_string(files.size()) + " files failed", "");
     }
     const std::string_view tripped = exitStatus(Outcome::checkTripped).word;
@@ -162,7 +168,8 @@ Outcome importFiles(const ImportRequest& import, const JobsRequest& jobs) {
         }
         ImportRequest request = import;
         request.file = jobs.inputs.front();
-        request.isQuiet = jobs.quiet;
+        request.isSummarised = !jobs.quiet;
+        request.isCounted = isCounted(jobs);
         return importSingle(request, jobs);
     } catch (const Stopped& stopped) {
         std::signal(stopped.signal, SIG_DFL); // everything has been put away

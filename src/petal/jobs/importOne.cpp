@@ -49,8 +49,11 @@ void keep(TemporaryFile& file) {
 ImportEnd importApart(const ImportRequest& request, const FileUses& uses, const Limits& limits) {
     static_cast<void>(PlugIn::load()); // here, where no limit holds
     const StopSignals signals;
-    ImportFiles files{.model = request.format == "none" ? nullptr : openFile(request.output),
-                      .ledger = openFile(request.ledger)};
+    ImportFiles files;
+    if (request.format != "none") {
+        files.model = openFile(request.output);
+    }
+    files.ledger = openFile(request.ledger);
     const EndedImport ended =
         run({.request = request, .uses = &uses, .files = std::move(files), .errors = {}, .log = {}}, limits, signals);
     for (TemporaryFile* file : ended.files.inOrder()) {

@@ -5,8 +5,26 @@
 
 namespace petal {
 
+namespace {
+
+/// Only one of them can go there.
+void refuseSharedStandardOutput(const ImportRequest& request, const JobsRequest& jobs, bool isSingle) {
+    const bool hasModel = isSingle && request.format != "none" && request.output.value_or("-") == "-";
+    const bool hasLedger = request.ledger == "-";
+    const bool hasReport = jobs.report == "-";
+    if (hasModel + hasLedger + hasReport > 1) {
+        throw Failure(Outcome::wrongUsage,
+                      std::string(hasModel ? "the model" : "the ledger") + " and " +
+                          (hasReport ? "the report" : "the ledger") + " would both go to standard output",
+                      "Give one of them a file.");
+    }
+}
+
+} // namespace
+
 FileUses planUses(std::span<const Source> sources, std::span<const ImportPaths> paths, const ImportRequest& request,
                   const JobsRequest& jobs) {
+    refuseSharedStandardOutput(request, jobs, sources.size() == 1);
     FileUses uses;
     for (const Source& source : sources) {
         uses.reads(source.path);

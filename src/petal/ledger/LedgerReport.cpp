@@ -52,17 +52,9 @@ bool isRegularFile(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-bool isStandardOutput(const std::optional<std::string>& path) {
-    return !path || *path == "-";
-}
-
 } // namespace
 
 LedgerReport::LedgerReport(const ImportRequest& request) : request_(request), canRead_(isRegularFile(request.file)) {
-    if (request.ledger == "-" && isStandardOutput(request.output) && request.format != "none") {
-        throw Failure(Outcome::wrongUsage, "the model and the ledger would both go to standard output",
-                      "Give one of them a file with -o or --ledger.");
-    }
     if (!canRead_ && needsLedger(request) && ::access(request.file.c_str(), F_OK) == 0) {
         throw Failure(Outcome::wrongUsage, "'" + request.file + "' cannot be read a second time for its ledger",
                       "Save it as a file first.");
@@ -70,7 +62,7 @@ LedgerReport::LedgerReport(const ImportRequest& request) : request_(request), ca
 }
 
 void LedgerReport::make(const ModelSource& source, const KelModel& model, const KelString& encoding) {
-    if (!canRead_ || (request_.isQuiet && !needsLedger(request_))) {
+    if (!canRead_ || (!request_.isCounted && !needsLedger(request_))) {
         return;
     }
     try {
@@ -99,7 +91,7 @@ void LedgerReport::write() const {
             throw outputFailure("the ledger '" + *request_.ledger + "'", error);
         }
     }
-    if (!request_.isQuiet && request_.isSummarised) {
+    if (request_.isSummarised) {
         const std::string summary = ledgerSummary(*ledger_);
         std::fwrite(summary.data(), 1, summary.size(), stderr);
     }

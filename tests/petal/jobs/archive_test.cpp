@@ -95,6 +95,9 @@ TEST_F(Archive, RefusesWhatWouldLoseAFile) {
         {"b.mdl --report ./b.mdl", 2, "writing './b.mdl' would overwrite 'b.mdl'"},
         {"b.mdl c.mdl -o out --log c.mdl", 2, "writing 'c.mdl' would overwrite 'c.mdl'"},
         {"--files-from list -o out --log ./list", 2, "writing './list' would overwrite 'list'"},
+        {"missing.mdl -o alone/", 1, "1 of 1 files failed"}, // its own status
+        {"b.mdl --report -", 2, "the model and the report would both go to standard output"},
+        {"b.mdl --format none --ledger - --report -", 2, "the ledger and the report would both go to"},
         {"b.mdl -o new --report new", 2, "writing 'new' would overwrite 'new'"},
         {"b.mdl --log new --report new", 2, "writing 'new' would overwrite 'new'"},
         {"b.mdl --ledger new --report new --in-process", 2, "writing 'new' would overwrite 'new'"},
