@@ -16,7 +16,7 @@ MEMORY_SHARE = 2.5
 def shapes():
     """The name of each shape that make-model knows, and what it is."""
     told = subprocess.run([program("make-model"), "--help"], check=True, capture_output=True, text=True).stdout
-    return dict(re.findall(r"^\s+([a-z-]+): (.*)$", told, re.MULTILINE))
+    return dict(re.findall(r"^\s+([a-z-]+): (.*); counted in .*$", told, re.MULTILINE))
 
 
 @dataclass(frozen=True)
