@@ -39,7 +39,7 @@ def arguments():
 
 def sections(asked):
     """Each section when it is measured."""
-    if has("scan_bench"):
+    if has("scan-bench"):
         yield scanner.section(asked.scanned, asked.rounds)
         yield imports.section(asked.imported, asked.rounds)
     else:

@@ -10,7 +10,7 @@ SHAPES = ("plain", "sparse", "dense")
 
 def runs_of(shape, megabytes, rounds):
     path = model(shape, megabytes)
-    return in_turns({"petal": import_of(path), "flex": [program("scan_bench"), "--only", "1", str(path)]}, rounds)
+    return in_turns({"petal": import_of(path), "flex": [program("scan-bench"), "--only", "1", str(path)]}, rounds)
 
 
 def gain(megabytes, rounds):

@@ -52,7 +52,7 @@ def real_files():
 
 def matches_per_byte(path):
     """How many keywords the scanner finds in a file, for each byte."""
-    done = subprocess.run([program("scan_bench"), "-n", "1", path], check=True, capture_output=True, text=True)
+    done = subprocess.run([program("scan-bench"), "-n", "1", path], check=True, capture_output=True, text=True)
     matches, length = re.search(r"(\d+) matches in (\d+) bytes", done.stdout).groups()
     return int(matches) / int(length)
 

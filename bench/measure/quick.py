@@ -22,7 +22,7 @@ ATTEMPTS = 2
 def ratios():
     """Ratios that are the higher the faster petal is, and the less memory it takes, by name."""
     found = {}
-    if has("scan_bench"):
+    if has("scan-bench"):
         for kind, gain in scanner.gains(made_texts(SCANNED), ROUNDS).items():
             found[f"scanner beside flex, {kind}"] = gain
         found["import beside flex"] = imports.gain(IMPORTED, ROUNDS)

@@ -28,8 +28,8 @@ def literals():
 def commands(text):
     """What is run on a text, by name. Whoever is not installed is left out."""
     of = {
-        OURS: [program("scan_bench"), "--only", "0", str(text)],
-        FLEX: [program("scan_bench"), "--only", "1", str(text)],
+        OURS: [program("scan-bench"), "--only", "0", str(text)],
+        FLEX: [program("scan-bench"), "--only", "1", str(text)],
         "grep -c -F": ["sh", "-c", GREP, str(literals()), str(text), str(DATA / "grep.txt")],
         "hyperscan, literals only": [program("count-literals"), str(text)],
         "newlines in 8 KiB reads": [program("count-lines"), str(text)],
