@@ -1,13 +1,18 @@
-"""The texts that are measured. They lie in build/bench-data and are made when first needed."""
+"""The texts that are measured. They lie in build/bench-data and are made when first needed. Their names tell what they
+were made of, so that one is made anew when that has changed."""
 
+import functools
+import hashlib
 import json
 import os
 import re
 import subprocess
+from pathlib import Path
 
 from programs import DATA, program
 
 MEGABYTE = 1_000_000
+REAL_MODELS = "PETAL_REAL_MODELS"
 
 
 # What has an identity in a model, as make-model calls it.
@@ -17,17 +22,45 @@ OBJECTS = (
 )
 
 
-def model(shape, megabytes):
-    """A made model file. What it holds stands beside it."""
-    path = DATA / f"{shape}-{megabytes}.mdl"
+def mark(data):
+    return hashlib.sha256(data).hexdigest()[:12]
+
+
+def kept(name, suffix, origin, make):
+    """The file of that name and origin; `make` fills it at the path it is given. One of another origin goes."""
+    path = DATA / f"{name}.{origin}{suffix}"
     if not path.exists():
         DATA.mkdir(parents=True, exist_ok=True)
+        for old in DATA.glob(f"{name}.*"):
+            old.unlink()
         unfinished = path.with_suffix(".part")
-        command = [program("make-model"), shape, "--megabytes", str(megabytes), "-o", str(unfinished)]
-        told = subprocess.run(command, check=True, stderr=subprocess.PIPE).stderr
-        path.with_suffix(".json").write_bytes(told)
+        make(unfinished)
         unfinished.rename(path)
     return path
+
+
+@functools.cache
+def maker_mark():
+    return mark(Path(program("make-model")).read_bytes())
+
+
+def model(shape, megabytes=None, count=None):
+    """A made model file, of that size or with so many things. What it holds stands beside it."""
+    wanted = ["--megabytes", str(megabytes)] if count is None else ["--count", str(count)]
+    name = f"{shape}-{megabytes}MB" if count is None else f"{shape}-{count}"
+
+    def make(path):
+        command = [program("make-model"), shape, *wanted, "-o", str(path)]
+        told = subprocess.run(command, check=True, stderr=subprocess.PIPE).stderr
+        path.with_suffix(".json").write_bytes(told)
+
+    return kept(name, ".mdl", maker_mark(), make)
+
+
+def remove(path):
+    """Removes a made model, whose likes are too big to be kept."""
+    path.with_suffix(".json").unlink(missing_ok=True)
+    path.unlink()
 
 
 def objects(path):
@@ -41,34 +74,62 @@ def size(path):
     return path.stat().st_size / MEGABYTE
 
 
+def found_models():
+    """The model files in the folder that PETAL_REAL_MODELS names; none when it is not set. Empty files are left out.
+    Raises ValueError when it is set to what is of no use: made texts must not pass for real ones."""
+    folder = os.environ.get(REAL_MODELS, "")
+    if not folder:
+        return []
+    if not os.path.isabs(folder):
+        raise ValueError(f"{REAL_MODELS} must be an absolute path: {folder}")
+    if not os.path.isdir(folder):
+        raise ValueError(f"{REAL_MODELS} names no folder: {folder}")
+    files = [
+        Path(path, name)
+        for path, _, names in os.walk(folder)
+        for name in names
+        if name.lower().endswith((".mdl", ".cat"))
+    ]
+    found = sorted(file for file in files if file.stat().st_size > 0)
+    if not found:
+        raise ValueError(f"{REAL_MODELS} names a folder without models: {folder}")
+    return found
+
+
+@functools.cache
 def real_files():
-    """The real model files in the folder that PETAL_REAL_MODELS names; none when it names none."""
-    folder = os.environ.get("PETAL_REAL_MODELS", "")
-    found = []
-    for path, _, names in os.walk(folder):
-        found += [os.path.join(path, name) for name in names if name.endswith((".mdl", ".cat"))]
-    return sorted(found)
+    return found_models()
 
 
-def matches_per_byte(path):
-    """How many keywords the scanner finds in a file, for each byte."""
-    done = subprocess.run([program("scan_bench"), "-n", "1", path], check=True, capture_output=True, text=True)
+@functools.cache
+def matches_per_byte(*paths):
+    """How many keywords the scanner finds in files, for each byte."""
+    done = subprocess.run([program("scan-bench"), "-n", "1", *paths], check=True, capture_output=True, text=True)
     matches, length = re.search(r"(\d+) matches in (\d+) bytes", done.stdout).groups()
     return int(matches) / int(length)
 
 
+def matches_per_megabyte(*paths):
+    """The same as words for a reader."""
+    return f"{matches_per_byte(*paths) * MEGABYTE:,.0f} matches per MB"
+
+
+def state_of(files):
+    """A mark that changes with the files."""
+    states = [(str(file), file.stat().st_size, file.stat().st_mtime_ns) for file in files]
+    return mark(repr(states).encode())
+
+
 def repeated(name, files, megabytes):
     """The files one after the other, over and over, up to that size."""
-    path = DATA / f"{name}-{megabytes}.txt"
-    if not path.exists():
-        DATA.mkdir(parents=True, exist_ok=True)
-        once = b"".join(open(file, "rb").read() for file in files)
-        unfinished = path.with_suffix(".part")
-        with open(unfinished, "wb") as out:
+
+    def make(path):
+        once = b"".join(file.read_bytes() for file in files)
+        with open(path, "wb") as out:
             while out.tell() < megabytes * MEGABYTE:
                 out.write(once)
-        unfinished.rename(path)
-    return path
+
+    return kept(f"{name}-{megabytes}MB", ".txt", state_of(files), make)
 
 
 def made_texts(megabytes):

@@ -25,7 +25,7 @@ def memory():
 
 
 def description():
-    commit = first_line(["git", "rev-parse", "--short", "HEAD"])
+    commit = first_line(["git", "describe", "--always", "--dirty"])
     return (
         f"{datetime.date.today()}, commit {commit}. {os.cpu_count()} processors {processor()}, {memory():.0f} GiB of"
         f" memory, Linux {platform.release()}, {first_line(['c++', '--version'])}, {first_line(['flex', '--version'])}."

@@ -7,7 +7,7 @@ from timing import in_turns
 
 FORMATS = ("none", "json", "tree")
 TIME_BOUND = 2.0
-MEMORY_BOUND = 1.1
+MEMORY_BOUND = 1.0  # megabytes, whatever the size of the model: buffers, and no more
 
 
 def runs_of(megabytes, rounds):
@@ -20,8 +20,14 @@ def both_outputs(runs):
     return (runs["json"].cpu + runs["tree"].cpu - runs["none"].cpu) / runs["none"].cpu
 
 
+def memory_of_output(runs):
+    """The megabytes that an output takes, the bigger of the two."""
+    return (max(runs[output].peak for output in FORMATS) - runs["none"].peak) / 1e6
+
+
 def section(megabytes, rounds):
     rows = []
+    goals = []
     runs = {}
     for one in (megabytes // 4, megabytes):
         runs = runs_of(one, rounds)
@@ -30,15 +36,19 @@ def section(megabytes, rounds):
             [f"{output}, {one} MB", f"{run.cpu * 1000 / length:.2f}", f"{run.peak / 1e6:.1f} MB", f"{run.spread:.1%}"]
             for output, run in runs.items()
         ]
-    more = max(runs[output].peak for output in FORMATS) / runs["none"].peak
+        goals.append(
+            Goal(f"memory that an output of the {one} MB takes", memory_of_output(runs), MEMORY_BOUND, is_most=True,
+                 unit=" MB")
+        )
+    goals.insert(
+        0, Goal("import with JSON and outline, times the import alone", both_outputs(runs), TIME_BOUND, is_most=True)
+    )
     return Section(
         "Output",
         [
-            "`petal import` of ordinary models without an output, and with each of the two.",
+            "`petal import -q` of ordinary models without an output, and with each of the two.",
             table(["format", "ms/MB", "memory", "spread"], rows),
         ],
-        [
-            Goal("import with JSON and outline, times the import alone", both_outputs(runs), TIME_BOUND, is_most=True),
-            Goal("memory with an output, times that without", more, MEMORY_BOUND, is_most=True),
-        ],
+        goals,
+        rounds,
     )

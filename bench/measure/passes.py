@@ -10,11 +10,11 @@ from report import Goal, Section, marked, table
 
 SHARE_BOUND = 35.0
 SAMPLES_A_SECOND = 2000
-STACK_BYTES = 32768  # the longest stack of an import: a text in "|" lines stands on it
+STACK_BYTES = 32768  # of the stack that perf copies for a sample: what is further up goes unseen
 
 # A sample belongs to the first pass that one of its functions is of. What runs within the scan is the builder's if one
 # of its functions is, and the scanner's otherwise.
-SCAN = "rose::RoseLexImport"
+SCAN = ("rose::RoseLexImport", "rose::scan<")  # how the names of the functions that scan begin
 PASSES = (
     ("types", {"rose::setRoseTypes"}),
     ("completion and validation", {"rose::checkToBeClasses", "rose::ValidateModel"}),
@@ -31,43 +31,58 @@ def builder_functions():
     return set(re.findall(r"^[0-9a-f]+ [TtW] (rose::[^(\n]+)", listed, re.MULTILINE))
 
 
+def stacks_of(script):
+    """The functions of each sample that perf tells of."""
+    samples = script.strip().split("\n\n")
+    return [set(re.findall(r"^\s*[0-9a-f]+ (.*?)(?: \(inlined\))?$", one, re.MULTILINE)) for one in samples if one]
+
+
+def scans(functions):
+    return any(function.startswith(SCAN) for function in functions)
+
+
 def pass_of(functions, builder):
     for name, starts in PASSES:
         if functions & starts:
             return name
-    if SCAN not in functions:
+    if not scans(functions):
         return REST
     return BUILDING if functions & builder else SCANNING
 
 
+def shares_in(stacks, builder):
+    """The share of each pass, in percent; none when no sample is of the scan, which is then out of perf's sight."""
+    if not any(scans(functions) for functions in stacks):
+        return {}
+    counted = Counter(pass_of(functions, builder) for functions in stacks)
+    names = [SCANNING, BUILDING, *(name for name, _ in PASSES), REST]
+    return {name: 100 * counted[name] / len(stacks) for name in names}
+
+
 def shares(path):
-    """The share of each pass, in percent; none when the system does not let perf sample."""
+    """The share of each pass; none when perf may not take samples, or sees too little of the stack."""
     recorded = DATA / "perf.data"
     record = ["perf", "record", "-q", "-F", str(SAMPLES_A_SECOND), "--call-graph", f"dwarf,{STACK_BYTES}"]
     done = subprocess.run([*record, "-o", str(recorded), *import_of(path)], capture_output=True, check=False)
     if done.returncode != 0:
         return {}
     script = ["perf", "script", "-i", str(recorded), "-F", "ip,sym"]
-    stacks = subprocess.run(script, capture_output=True, text=True, check=True).stdout.strip().split("\n\n")
+    told = subprocess.run(script, capture_output=True, text=True, check=True).stdout
     recorded.unlink()
-    functions = [set(re.findall(r"^\s*[0-9a-f]+ (.*)$", stack, re.MULTILINE)) for stack in stacks]
-    builder = builder_functions()
-    counted = Counter(pass_of(those, builder) for those in functions)
-    names = [SCANNING, BUILDING, *(name for name, _ in PASSES), REST]
-    return {name: 100 * counted[name] / len(stacks) for name in names}
+    return shares_in(stacks_of(told), builder_functions())
 
 
 def section(megabytes, shapes):
     title = "The passes of an import"
     found = {shape: shares(model(shape, megabytes)) for shape in shapes} if has("perf") else {}
     if not all(found.values()) or not found:
-        return Section(title, ["Not measured: perf is not there, or may not take samples on this machine."])
+        return Section(title, ["Not measured: perf is not there, may not take samples on this machine, or does not see the scan."])
     rows = [[name] + [marked(found[shape][name], SHARE_BOUND) for shape in shapes] for name in found["plain"]]
     largest = max(found["plain"], key=found["plain"].get)
     return Section(
         title,
         [
-            f"Shares of the time in percent, by {SAMPLES_A_SECOND} samples a second, of models of {megabytes} MB. The"
+            f"Shares of the time in percent, by {SAMPLES_A_SECOND} samples a second of one import each, of models of {megabytes} MB. The"
             " scanner's share holds reading the file and taking the values out of what has matched.",
             table(["pass", *shapes], rows),
         ],

@@ -19,4 +19,10 @@ def has(tool):
 
 
 def import_of(path, output="none"):
+    """The import and nothing else: for its summary petal would read the file once more."""
+    return [program("petal"), "import", "-q", str(path), "--format", output]
+
+
+def summed_up_import_of(path, output="none"):
+    """The same with the summary that petal gives by default."""
     return [program("petal"), "import", str(path), "--format", output]

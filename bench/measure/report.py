@@ -29,9 +29,12 @@ class Section:
     title: str
     paragraphs: list = field(default_factory=list)
     goals: list = field(default_factory=list)
+    rounds: int = 0  # of which a figure is the median; 0 when there are none
 
     def __str__(self):
         parts = [f"## {self.title}", *self.paragraphs]
+        if self.rounds:
+            parts.insert(2, "One round." if self.rounds == 1 else f"Medians of {self.rounds} rounds.")
         if self.goals:
             parts.append("\n".join(f"- {goal}" for goal in self.goals))
         return "\n\n".join(parts) + "\n"

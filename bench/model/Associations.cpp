@@ -1,7 +1,9 @@
 #include "model/Associations.h"
 
+#include "model/Diagrams.h"
+#include "model/Features.h"
 #include "model/ModelWriter.h"
-#include "model/Names.h"
+#include "model/ToolProperties.h"
 
 namespace bench {
 
@@ -10,16 +12,15 @@ namespace {
 void role(ModelWriter& writer, const RoleText& role) {
     PetalText& text = writer.text;
     text.beginObject("Role", role.name);
+    uuid(writer, 22);
     writer.quid();
     text.quoted("label", role.name);
     text.quoted("supplier", role.supplier);
-    text.quoted("quidu", otherQuid(writer.nextClass));
+    writer.quidu();
     if (!role.qualifiers.empty()) {
         text.beginList("keys", "class_attribute_list");
-        for (const std::string& qualifier : role.qualifiers) {
-            text.beginObject("ClassAttribute", qualifier);
-            text.quoted("type", "int");
-            text.end();
+        for (const std::string& name : role.qualifiers) {
+            qualifier(writer, name);
         }
         text.end();
     }
@@ -54,10 +55,11 @@ void roleView(ModelWriter& writer, std::uint64_t association, std::uint64_t draw
     text.end();
     text.plain("stereotype", "TRUE");
     text.number("line_color", 3342489);
-    text.quoted("quidu", otherQuid(number));
+    writer.quidu();
     text.reference("client", association);
     text.reference("supplier", drawnClass);
     text.number("line_style", 0);
+    attachments(writer);
     text.end();
 }
 
@@ -66,6 +68,7 @@ void roleView(ModelWriter& writer, std::uint64_t association, std::uint64_t draw
 void association(ModelWriter& writer, std::uint64_t number, const RoleText& first, const RoleText& second) {
     PetalText& text = writer.text;
     text.beginObject("Association", "$UNNAMED$" + std::to_string(number));
+    uuid(writer, 8);
     text.quoted("quid", associationQuid(number));
     text.beginList("roles", "role_list");
     role(writer, first);
@@ -88,6 +91,13 @@ void associationView(ModelWriter& writer, std::uint64_t number, std::uint64_t fi
     roleView(writer, view, secondClass);
     text.end();
     text.end();
+    writer.counts.add(Counted::drawnElements);
+}
+
+void leanAssociationView(ModelWriter& writer, std::uint64_t number) {
+    writer.text.beginView("AssociationViewNew", {""}, writer.nextView++);
+    writer.text.quoted("quidu", associationQuid(number));
+    writer.text.end();
     writer.counts.add(Counted::drawnElements);
 }
 

@@ -24,4 +24,7 @@ void association(ModelWriter& writer, std::uint64_t number, const RoleText& firs
 /// Draws an association that has been written; the last two numbers are those of the views of its classes.
 void associationView(ModelWriter& writer, std::uint64_t number, std::uint64_t firstClass, std::uint64_t secondClass);
 
+/// Draws it with nothing but what says which one it is, for models that draw millions.
+void leanAssociationView(ModelWriter& writer, std::uint64_t number);
+
 } // namespace bench

@@ -1,19 +1,25 @@
 #include "model/Classes.h"
 
 #include "model/ModelWriter.h"
-#include "model/Names.h"
+#include "model/ToolProperties.h"
 
 namespace bench {
 
-void beginClass(ModelWriter& writer, std::uint64_t number) {
+void beginClass(ModelWriter& writer, std::uint64_t number, unsigned percentOfUuids) {
     writer.text.beginObject("Class", className(number));
     writer.counts.add(Counted::classes);
+    uuid(writer, percentOfUuids);
     writer.quid();
 }
 
-void emptyClass(ModelWriter& writer, std::uint64_t number) {
-    beginClass(writer, number);
+void endClass(ModelWriter& writer) {
+    writer.text.quoted("language", "Java");
     writer.text.end();
+}
+
+void emptyClass(ModelWriter& writer, std::uint64_t number) {
+    beginClass(writer, number, 63);
+    endClass(writer);
 }
 
 void enumeration(ModelWriter& writer, std::uint64_t number) {

@@ -1,7 +1,7 @@
 #include "model/Diagrams.h"
 
 #include "model/ModelWriter.h"
-#include "model/Names.h"
+#include "model/ToolProperties.h"
 
 namespace bench {
 
@@ -13,6 +13,7 @@ void font(PetalText& text) {
     text.quoted("face", "Arial");
     text.plain("bold", "FALSE");
     text.plain("italics", "TRUE");
+    text.plain("underline", "FALSE");
     text.number("color", 0);
     text.end();
 }
@@ -24,7 +25,6 @@ void label(PetalText& text, std::uint64_t view, std::string_view words) {
     text.number("fill_color", 13434879);
     text.number("nlines", 1);
     text.number("max_width", 324);
-    text.number("justify", 0);
     text.quoted("label", words);
     text.end();
 }
@@ -33,11 +33,32 @@ std::string place(ModelWriter& writer) {
     return "(" + std::to_string(writer.random.below(3000)) + ", " + std::to_string(writer.random.below(2000)) + ")";
 }
 
+/// What a class shows of its features.
+void compartment(ModelWriter& writer, std::uint64_t view) {
+    PetalText& text = writer.text;
+    text.beginObjectOf("compartment", "Compartment");
+    text.reference("Parent_View", view);
+    text.plain("location", place(writer));
+    text.quoted("icon_style", "Icon");
+    text.number("fill_color", 16777215);
+    text.number("nlines", 2);
+    text.beginList("compartmentItems", "Compartment");
+    text.item("+ " + featureName(writer.random.below(1000)) + "()");
+    text.end();
+    text.end();
+}
+
 } // namespace
+
+void attachments(ModelWriter& writer) {
+    writer.text.plain("origin_attachment", place(writer));
+    writer.text.plain("terminal_attachment", place(writer));
+}
 
 void beginDiagram(ModelWriter& writer, std::string_view name) {
     PetalText& text = writer.text;
     text.beginObject("ClassDiagram", name);
+    uuid(writer, 30);
     writer.quid();
     text.quoted("title", name);
     text.number("zoom", 100);
@@ -60,6 +81,7 @@ std::uint64_t classView(ModelWriter& writer, std::string_view name) {
     text.beginView("ClassView", {"Class", name}, view);
     text.plain("ShowCompartmentStereotypes", "TRUE");
     text.plain("SuppressAttribute", "TRUE");
+    text.plain("IncludeAttribute", "TRUE");
     text.plain("IncludeOperation", "TRUE");
     text.plain("location", place(writer));
     font(text);
@@ -67,7 +89,10 @@ std::uint64_t classView(ModelWriter& writer, std::string_view name) {
     text.quoted("icon_style", "Icon");
     text.number("line_color", 3342489);
     text.number("fill_color", 16777088);
-    text.quoted("quidu", otherQuid(view));
+    writer.quidu();
+    if (writer.random.chance(20)) {
+        compartment(writer, view);
+    }
     text.number("width", 342);
     text.number("height", 110);
     text.number("annotation", 8);
@@ -84,13 +109,16 @@ void noteOn(ModelWriter& writer, std::uint64_t view) {
     text.plain("location", place(writer));
     label(text, note, words);
     text.number("line_color", 3342489);
+    text.number("fill_color", 13434879);
     text.number("width", 300);
+    text.number("height", 175);
     text.end();
     text.beginView("AttachView", {""}, writer.nextView++);
     text.plain("stereotype", "TRUE");
     text.reference("client", note);
     text.reference("supplier", view);
     text.number("line_style", 0);
+    attachments(writer);
     text.end();
     writer.counts.add(Counted::notes);
     writer.counts.add(Counted::noteCharacters, words.size());

@@ -17,4 +17,7 @@ std::uint64_t classView(ModelWriter& writer, std::string_view name);
 /// Draws a note and ties it to what has that view.
 void noteOn(ModelWriter& writer, std::uint64_t view);
 
+/// Where a line on a diagram begins and ends.
+void attachments(ModelWriter& writer);
+
 } // namespace bench

@@ -1,7 +1,7 @@
 #include "model/Features.h"
 
 #include "model/ModelWriter.h"
-#include "model/Names.h"
+#include "model/ToolProperties.h"
 
 #include <array>
 
@@ -31,7 +31,18 @@ void typeProperty(ModelWriter& writer, std::string_view type) {
     if (!type.empty()) {
         writer.text.quoted("type", type);
     }
-    countTyped(writer, type);
+}
+
+void beginAttribute(ModelWriter& writer, std::string_view name, std::string_view type) {
+    writer.text.beginObject("ClassAttribute", name);
+    uuid(writer, 6);
+    writer.quid();
+    typeProperty(writer, type);
+}
+
+void endAttribute(ModelWriter& writer) {
+    writer.text.quoted("exportControl", writer.random.chance(80) ? "Public" : "Private");
+    writer.text.end();
 }
 
 void condition(ModelWriter& writer, std::string_view property) {
@@ -51,61 +62,58 @@ std::string anyType(ModelWriter& writer) {
     return typeName(number);
 }
 
-void beginAttribute(ModelWriter& writer, std::string_view name, std::string_view type) {
-    writer.text.beginObject("ClassAttribute", name);
-    writer.counts.add(Counted::attributes);
-    typeProperty(writer, type);
+void qualifier(ModelWriter& writer, std::string_view name) {
+    beginAttribute(writer, name, "int");
+    endAttribute(writer);
 }
 
 void attribute(ModelWriter& writer, std::string_view name, std::string_view type) {
     beginAttribute(writer, name, type);
-    writer.text.end();
+    countTyped(writer, type);
+    if (writer.random.chance(20)) {
+        writer.text.quoted("initv", "0");
+        writer.counts.add(Counted::initialValueCharacters, 1);
+    }
+    endAttribute(writer);
+    writer.counts.add(Counted::attributes);
 }
 
 void parameter(ModelWriter& writer, std::string_view name, std::string_view type) {
     writer.text.beginObject("Parameter", name);
-    writer.counts.add(Counted::arguments);
     typeProperty(writer, type);
+    countTyped(writer, type);
     writer.text.end();
+    writer.counts.add(Counted::arguments);
 }
 
 void operation(ModelWriter& writer, std::string_view name, std::size_t parameters) {
     writer.text.beginObject("Operation", name);
-    writer.counts.add(Counted::operations);
-    writer.counts.add(Counted::returnTypes);
     writer.quid();
     if (parameters != 0) {
         writer.text.beginList("parameters", "Parameters");
+        const std::uint64_t first = writer.random.next();
         for (std::size_t number = 0; number != parameters; ++number) {
-            parameter(writer, featureName(writer.nextFeature++), anyType(writer));
+            parameter(writer, parameterName(first + number), anyType(writer));
         }
         writer.text.end();
     }
-    writer.text.quoted("result", spelledType(writer));
-    writer.text.quoted("concurrency", "Sequential");
+    if (writer.random.chance(30)) {
+        writer.text.quoted("result", spelledType(writer));
+    } else {
+        writer.declareType(intType);
+    }
+    if (writer.random.chance(70)) {
+        writer.text.quoted("concurrency", "Sequential");
+    }
     writer.text.quoted("opExportControl", writer.random.chance(70) ? "Public" : "Protected");
-    if (writer.random.chance(20)) {
+    if (writer.random.chance(3)) {
         condition(writer, "pre_condition");
         condition(writer, "semantics");
     }
     writer.text.number("uid", 0);
     writer.text.end();
-}
-
-void toolProperties(ModelWriter& writer, std::size_t number) {
-    writer.text.beginList("attributes", "Attribute_Set");
-    for (; number != 0; --number) {
-        writer.text.beginObject("Attribute");
-        writer.text.quoted("tool", writer.random.chance(50) ? "Java" : "DDL");
-        writer.text.quoted("name", featureName(writer.random.below(60)));
-        if (writer.random.chance(60)) {
-            writer.text.plain("value", "FALSE");
-        } else {
-            writer.text.quoted("value", sentence(writer.random, 20));
-        }
-        writer.text.end();
-    }
-    writer.text.end();
+    writer.counts.add(Counted::operations);
+    writer.counts.add(Counted::returnTypes);
 }
 
 } // namespace bench

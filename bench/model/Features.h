@@ -17,8 +17,7 @@ std::string anyType(ModelWriter& writer);
 
 // Each of these belongs into the list of its kind, which the caller writes. A type counts as declared already.
 
-/// An attribute that the caller may give more properties and ends. Without a type an import makes it an int.
-void beginAttribute(ModelWriter& writer, std::string_view name, std::string_view type);
+/// Without a type an import makes it an int.
 void attribute(ModelWriter& writer, std::string_view name, std::string_view type);
 
 /// An operation of that many parameters, with all that may be said of one.
@@ -26,7 +25,7 @@ void operation(ModelWriter& writer, std::string_view name, std::size_t parameter
 /// A parameter with nothing but a name and a type.
 void parameter(ModelWriter& writer, std::string_view name, std::string_view type);
 
-/// Settings of other tools, which no import takes.
-void toolProperties(ModelWriter& writer, std::size_t number);
+/// An attribute of a key that a role has in its list of keys. The caller counts it.
+void qualifier(ModelWriter& writer, std::string_view name);
 
 } // namespace bench

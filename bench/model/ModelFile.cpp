@@ -1,9 +1,8 @@
 #include "model/ModelFile.h"
 
-#include "model/Features.h"
 #include "model/ModelWriter.h"
-#include "model/Names.h"
 #include "model/Shapes.h"
+#include "model/ToolProperties.h"
 
 namespace bench {
 
@@ -62,7 +61,7 @@ void logicalView(ModelWriter& writer, const Shape& shape) {
 }
 
 /// What follows the logical view: components, and the settings of other tools.
-void otherViews(ModelWriter& writer) {
+void otherViews(ModelWriter& writer, const Shape& shape) {
     PetalText& text = writer.text;
     text.beginObjectOf("root_subsystem", "SubSystem", "Component View");
     writer.quid();
@@ -76,22 +75,25 @@ void otherViews(ModelWriter& writer) {
     text.end();
     text.end();
     text.beginObjectOf("properties", "Properties");
-    toolProperties(writer, 20);
+    settingsUpTo(writer, static_cast<std::uint64_t>(static_cast<double>(text.size()) / (1 - shape.settings)));
     writer.quid();
     text.end();
 }
 
 } // namespace
 
-Counts writeModelFile(std::FILE* out, const Shape& shape, std::uint64_t size, std::uint64_t seed) {
-    ModelWriter writer(out, shape.layout, size, seed);
+Counts writeModelFile(std::FILE* out, const Shape& shape, Amount amount, std::uint64_t seed) {
+    if (amount.unit == Amount::Unit::bytes) {
+        amount.number = static_cast<std::uint64_t>(static_cast<double>(amount.number) * (1 - shape.settings));
+    }
+    ModelWriter writer(out, shape.layout, amount, seed);
     header(writer.text);
     writer.text.beginObject("Design", "Logical View");
     writer.text.plain("is_unit", "TRUE");
     writer.text.plain("is_loaded", "TRUE");
     useCaseView(writer);
     logicalView(writer, shape);
-    otherViews(writer);
+    otherViews(writer, shape);
     writer.text.end();
     writer.text.finish();
     return writer.counts;

@@ -1,7 +1,5 @@
 #include "model/ModelWriter.h"
 
-#include "model/Names.h"
-
 namespace bench {
 
 namespace {

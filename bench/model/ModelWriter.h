@@ -1,6 +1,8 @@
 #pragma once
 
+#include "model/Amount.h"
 #include "model/Counts.h"
+#include "model/Names.h"
 #include "model/PetalText.h"
 #include "model/Random.h"
 
@@ -12,15 +14,20 @@ namespace bench {
 
 /// What writing a model keeps: the text, what it holds so far, and the numbers that its parts are made of.
 struct ModelWriter {
-    ModelWriter(std::FILE* out, Layout layout, std::uint64_t wantedSize, std::uint64_t seed)
-        : text(out, layout), random(seed), wantedSize(wantedSize) {}
+    ModelWriter(std::FILE* out, Layout layout, Amount wanted, std::uint64_t seed)
+        : text(out, layout), random(seed), wanted(wanted) {}
 
-    /// Whether this share of the wanted size is not yet written.
-    bool hasRoom(double share = 1.0) const noexcept {
-        return static_cast<double>(text.size()) < static_cast<double>(wantedSize) * share;
+    /// Whether more than the things made so far are wanted; if bytes are, whether this share of them is not yet
+    /// written.
+    bool wantsMore(std::uint64_t made, double share = 1.0) const noexcept {
+        return wanted.unit == Amount::Unit::things
+                   ? made < wanted.number
+                   : static_cast<double>(text.size()) < static_cast<double>(wanted.number) * share;
     }
 
     void quid() { text.quoted("quid", otherQuidOfNext()); }
+    /// A reference by identifier, which an import of these models does without.
+    void quidu() { text.quoted("quidu", otherQuid(random.below(nextQuid_ + 1))); }
     /// A documentation of about `length` bytes for the object whose header was written last.
     void documentation(std::size_t length);
     /// Counts a declared type once, however often it is declared. `number` tells it from the others; they are
@@ -30,7 +37,7 @@ struct ModelWriter {
     PetalText text;
     Counts counts;
     Random random;
-    std::uint64_t wantedSize;
+    Amount wanted;
     std::uint64_t nextClass = 0;
     std::uint64_t nextPackage = 0;
     std::uint64_t nextAssociation = 0;

@@ -86,13 +86,19 @@ std::string className(std::uint64_t number) {
 }
 
 std::string packageName(std::uint64_t number) {
-    return twoWords(number) + "Package" + std::to_string(number);
+    std::string name;
+    appendCapitalised(name, word(number));
+    return name + "s" + std::to_string(number);
 }
 
 std::string featureName(std::uint64_t number) {
     std::string name(word(number));
     appendCapitalised(name, word(number / words.size() + number * 11 + 5));
     return name + std::to_string(number);
+}
+
+std::string_view parameterName(std::uint64_t number) {
+    return word(number);
 }
 
 std::string typeName(std::uint64_t number) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace bench {
 
@@ -13,6 +14,7 @@ class Random;
 std::string className(std::uint64_t number);
 std::string packageName(std::uint64_t number);
 std::string featureName(std::uint64_t number);
+std::string_view parameterName(std::uint64_t number); ///< a word: there are few
 std::string typeName(std::uint64_t number);
 
 /// The identifier of the association of that number, of twelve hexadecimal digits.

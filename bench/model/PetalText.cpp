@@ -112,6 +112,11 @@ void PetalText::value(std::string_view property, std::string_view kind, std::str
     buffer_ += ')';
 }
 
+void PetalText::item(std::string_view text) {
+    beginItem();
+    quote(text);
+}
+
 void PetalText::lines(std::string_view property, std::string_view text) {
     beginProperty(property);
     buffer_ += "\n|";

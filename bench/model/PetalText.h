@@ -32,6 +32,8 @@ public:
     void plain(std::string_view property, std::string_view value);
     void number(std::string_view property, std::uint64_t value);
     void reference(std::string_view property, std::uint64_t view);
+    /// A text that is an item of a list.
+    void item(std::string_view text);
     void value(std::string_view property, std::string_view kind, std::string_view text);
     /// A text in "|" lines: `text` holds them, joined by newlines.
     void lines(std::string_view property, std::string_view text);

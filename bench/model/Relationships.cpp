@@ -1,5 +1,6 @@
 #include "model/Relationships.h"
 
+#include "model/Diagrams.h"
 #include "model/ModelWriter.h"
 
 #include <array>
@@ -40,6 +41,7 @@ void relationship(ModelWriter& writer, RelationshipKind kind, std::string_view s
     writer.text.beginObject(words.object);
     writer.quid();
     writer.text.quoted("supplier", supplier);
+    writer.quidu();
     writer.text.end();
     writer.text.end();
     for (const Counted counted : {words.counted, words.firstEnd, words.secondEnd}) {
@@ -51,10 +53,11 @@ void relationshipView(ModelWriter& writer, RelationshipKind kind, std::uint64_t 
     writer.text.beginView(textOf(kind).view, {""}, writer.nextView++);
     writer.text.plain("stereotype", "TRUE");
     writer.text.number("line_color", 3342489);
-    writer.quid();
+    writer.quidu();
     writer.text.reference("client", client);
     writer.text.reference("supplier", supplier);
     writer.text.number("line_style", 0);
+    attachments(writer);
     writer.text.end();
     writer.counts.add(Counted::drawnElements);
 }

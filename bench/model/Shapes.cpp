@@ -11,20 +11,23 @@ namespace {
 
 using enum Layout;
 
+constexpr double settingsOfReal = 1.0 / 3;
+
 constexpr std::array table{
-    Shape{"plain", "as real models are", asUsual, plain},
-    Shape{"packages-flat", "one package with all classes", asUsual, packagesFlat},
-    Shape{"packages-nested", "packages three deep, a class in each", asUsual, packagesNested},
-    Shape{"attributes", "one class with all attributes", asUsual, attributesOfOneClass},
-    Shape{"diagrams", "one package with all diagrams", asUsual, diagrams},
-    Shape{"views", "one diagram with all classes and generalizations", asUsual, viewsOfOneDiagram},
-    Shape{"associations", "associations drawn on ten diagrams each", asUsual, associationsOnTenDiagrams},
-    Shape{"forward", "every class referred to before any is written", asUsual, forwardReferences},
-    Shape{"keys", "every key's attribute in two keys", asUsual, attributesInTwoKeys},
-    Shape{"types", "every attribute of a type of its own", asUsual, distinctTypes},
-    Shape{"dense", "as many keywords as the bytes can hold", tight, denseText},
-    Shape{"sparse", "long documentation and little else", asUsual, sparseText},
-    Shape{"texts", "one class with all documentation", asUsual, textsOfOneClass},
+    Shape{"plain", "as real models are", "classes", asUsual, settingsOfReal, plain},
+    Shape{"packages-flat", "one package with all classes", "classes", asUsual, 0, packagesFlat},
+    Shape{"packages-nested", "packages three deep, a class in each", "packages", asUsual, 0, packagesNested},
+    Shape{"attributes", "one class with all attributes", "attributes", asUsual, 0, attributesOfOneClass},
+    Shape{"diagrams", "one package with all diagrams", "diagrams", asUsual, 0, diagrams},
+    Shape{"views", "one diagram with all classes and generalizations", "views", asUsual, 0, viewsOfOneDiagram},
+    Shape{"associations", "associations drawn on ten diagrams each, by bare views", "associations", asUsual, 0,
+          associationsOnTenDiagrams},
+    Shape{"forward", "every class referred to before any is written", "classes", asUsual, 0, forwardReferences},
+    Shape{"keys", "every key's attribute in two keys", "attributes", asUsual, 0, attributesInTwoKeys},
+    Shape{"types", "every attribute of a type of its own", "attributes", asUsual, 0, distinctTypes},
+    Shape{"dense", "as many keywords as the bytes can hold", "classes", tight, 0, denseText},
+    Shape{"sparse", "long documentation and little else", "classes", asUsual, 0, sparseText},
+    Shape{"texts", "one class with all documentation", "texts", asUsual, 0, textsOfOneClass},
 };
 
 } // namespace

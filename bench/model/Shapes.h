@@ -13,8 +13,10 @@ struct ModelWriter;
 struct Shape {
     std::string_view name;
     std::string_view description;
+    std::string_view things; ///< what it has much of, and is counted by
     Layout layout;
-    void (*write)(ModelWriter& writer); ///< writes what is in the logical view, up to the wanted size
+    double settings; ///< the share of the text that other tools' settings are, behind what is modelled
+    void (*write)(ModelWriter& writer); ///< writes what is in the logical view, as much as is wanted
 };
 
 /// All shapes; the first is the ordinary one.

@@ -1,7 +1,5 @@
 #include "Workload.h"
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -17,7 +15,8 @@ File openFile(const std::string& path) {
     return file;
 }
 
-Workload::Workload(const std::vector<std::string>& paths, std::uint64_t leastBytes) {
+Workload::Workload(const std::vector<std::string>& paths, std::uint64_t leastBytes)
+    : file_(std::tmpfile(), [](std::FILE* file) { return file != nullptr ? std::fclose(file) : 0; }) {
     std::string once;
     for (const std::string& path : paths) {
         std::ostringstream text;
@@ -26,19 +25,16 @@ Workload::Workload(const std::vector<std::string>& paths, std::uint64_t leastByt
         }
         once += text.view();
     }
-    path_ = std::filesystem::temp_directory_path() / "scan-bench-XXXXXX";
-    const int handle = mkstemp(path_.data());
-    const File file(handle < 0 ? nullptr : fdopen(handle, "w"), [](std::FILE* f) { return f ? std::fclose(f) : 0; });
     do {
-        if (!file || std::fwrite(once.data(), 1, once.size(), file.get()) != once.size()) {
-            throw std::runtime_error("cannot write " + path_);
+        if (!file_ || std::fwrite(once.data(), 1, once.size(), file_.get()) != once.size()) {
+            throw std::runtime_error("cannot write a temporary file");
         }
         bytes_ += once.size();
     } while (bytes_ < leastBytes);
-}
-
-Workload::~Workload() {
-    unlink(path_.c_str());
+    if (std::fflush(file_.get()) != 0) {
+        throw std::runtime_error("cannot write a temporary file");
+    }
+    path_ = "/proc/" + std::to_string(getpid()) + "/fd/" + std::to_string(fileno(file_.get()));
 }
 
 } // namespace rose::bench

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <functional>
 #include <numeric>
+#include <optional>
 #include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -19,6 +20,8 @@ namespace {
 using namespace rose::bench;
 
 constexpr double bytesPerMegabyte = 1e6;
+constexpr double mostMegabytes = 16'384;
+constexpr int mostPasses = 10'000;
 
 /// Seconds of processor time, which other programs disturb less than they do the time on the clock.
 using Seconds = std::vector<double>;
@@ -42,7 +45,7 @@ double secondsOf(int who, Run&& run) {
 
 /// Runs this program anew to scan `path` once by the engine of that number.
 void scanInProcess(std::size_t engine, const std::string& path) {
-    std::vector<std::string> words{"scan_bench", "--only", std::to_string(engine), path};
+    std::vector<std::string> words{"scan-bench", "--only", std::to_string(engine), path};
     std::vector<char*> arguments;
     std::transform(words.begin(), words.end(), std::back_inserter(arguments),
                    [](std::string& word) { return word.data(); });
@@ -114,17 +117,21 @@ int run(int argc, char** argv) {
     std::vector<std::string> paths;
     int passes = 5;
     double megabytes = 0;
-    int only = -1;
+    std::optional<std::size_t> only;
+    const std::vector<Engine> engines = allEngines();
     CLI::App app("Measures the scanner beside its rival, the one that flex makes of the same rules.");
     app.add_option("files", paths, "Scanned one after the other as one text")->required();
-    app.add_option("-n,--passes", passes, "Passes of each scanner, made in turns")->check(CLI::PositiveNumber);
-    app.add_option("-s,--size", megabytes, "Repeat the files until there are so many megabytes");
+    app.add_option("-n,--passes", passes, "Passes of each scanner, made in turns")->check(CLI::Range(1, mostPasses));
+    app.add_option("-s,--size", megabytes, "Repeat the files until there are so many megabytes")
+        ->check(CLI::Range(0.0, mostMegabytes));
     app.add_option("--only", only,
-                   "Scan the first file once: 0 by ours, 1 by the rival, or by another line of the report");
+                   "Scan the first file once: 0 by ours, 1 by the rival, or by another engine of the report")
+        ->check(CLI::Range(std::size_t{0}, engines.size() - 1));
+    app.failure_message(
+        [](const CLI::App*, const CLI::Error& error) { return "scan-bench: " + std::string(error.what()) + '\n'; });
     CLI11_PARSE(app, argc, argv);
-    const std::vector<Engine> engines = allEngines();
-    if (only >= 0) {
-        engines.at(static_cast<std::size_t>(only)).count(openFile(paths.front()).get());
+    if (only) {
+        engines[*only].count(openFile(paths.front()).get());
         return EXIT_SUCCESS;
     }
     return measure(engines, Workload(paths, static_cast<std::uint64_t>(megabytes * bytesPerMegabyte)), passes);
@@ -136,7 +143,7 @@ int main(int argc, char** argv) {
     try {
         return run(argc, argv);
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "scan_bench: %s\n", error.what());
+        std::fprintf(stderr, "scan-bench: %s\n", error.what());
         return EXIT_FAILURE;
     }
 }

@@ -8,9 +8,11 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdlib>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 namespace bench {
 
@@ -25,12 +27,12 @@ struct MadeModel {
     Counts written;
 };
 
-MadeModel make(const Shape& shape, std::uint64_t size, std::uint64_t seed) {
+MadeModel make(const Shape& shape, Amount amount, std::uint64_t seed) {
     char* bytes = nullptr;
     std::size_t length = 0;
     std::FILE* const file = ::open_memstream(&bytes, &length);
     MadeModel made;
-    made.written = writeModelFile(file, shape, size, seed);
+    made.written = writeModelFile(file, shape, amount, seed);
     std::fclose(file);
     made.bytes.assign(bytes, length);
     std::free(bytes);
@@ -52,7 +54,7 @@ class MadeModels : public testing::TestWithParam<Shape> {};
 
 TEST_P(MadeModels, AreImportedWithoutLoss) {
     constexpr std::uint64_t size = 500'000;
-    const MadeModel made = make(GetParam(), size, 1);
+    const MadeModel made = make(GetParam(), Amount::ofBytes(size), 1);
     EXPECT_NEAR(static_cast<double>(made.bytes.size()), size, size * 0.2);
     const ImportedModel imported = ImportedModel::ofBytes(made.bytes);
     EXPECT_EQ(imported.failure, "");
@@ -62,8 +64,22 @@ TEST_P(MadeModels, AreImportedWithoutLoss) {
     EXPECT_EQ(countText(imported.json()), made.written);
 }
 
+TEST(MadeModel, HoldsAsManyThingsAsAreWanted) {
+    constexpr std::uint64_t wanted = 1200;
+    constexpr std::array table{
+        std::pair("packages-flat", Counted::classes), std::pair("packages-nested", Counted::packages),
+        std::pair("attributes", Counted::attributes), std::pair("diagrams", Counted::diagrams),
+        std::pair("views", Counted::drawnElements),   std::pair("associations", Counted::associations),
+        std::pair("forward", Counted::classes),       std::pair("keys", Counted::roleNameMaps)};
+    for (const auto& [shape, counted] : table) {
+        const MadeModel made = make(*findShape(shape), Amount::ofThings(wanted), 1);
+        EXPECT_NEAR(static_cast<double>(made.written.of(counted)), wanted, 2) << shape;
+        EXPECT_EQ(countText(ImportedModel::ofBytes(made.bytes).json()), made.written) << shape;
+    }
+}
+
 TEST_P(MadeModels, AreSoundNotation) {
-    const MadeModel made = make(GetParam(), 20'000, 1);
+    const MadeModel made = make(GetParam(), Amount::ofBytes(20'000), 1);
     notation::MemorySource source(made.bytes);
     notation::Reader reader(source);
     while (reader.next()) {
@@ -73,7 +89,7 @@ TEST_P(MadeModels, AreSoundNotation) {
 
 TEST_P(MadeModels, AreTheSameForTheSameSeed) {
     constexpr std::uint64_t size = 20'000;
-    EXPECT_EQ(make(GetParam(), size, 5).bytes, make(GetParam(), size, 5).bytes);
+    EXPECT_EQ(make(GetParam(), Amount::ofBytes(size), 5).bytes, make(GetParam(), Amount::ofBytes(size), 5).bytes);
 }
 
 INSTANTIATE_TEST_SUITE_P(OfEveryShape, MadeModels, testing::ValuesIn(shapes().begin(), shapes().end()),

@@ -33,7 +33,7 @@ void denseOperation(ModelWriter& writer, char name) {
 
 /// Nothing takes fewer bytes for its keywords than parameters of short names.
 void denseText(ModelWriter& writer) {
-    while (writer.hasRoom()) {
+    while (writer.wantsMore(writer.nextClass)) {
         beginClass(writer, writer.nextClass++);
         writer.text.beginList("operations", "Operations");
         for (char name = 'a'; name <= lastOperation; ++name) {
@@ -46,7 +46,7 @@ void denseText(ModelWriter& writer) {
 
 void sparseText(ModelWriter& writer) {
     constexpr std::size_t longestText = 9900; // an import cuts what is longer than 9,999 bytes
-    while (writer.hasRoom()) {
+    while (writer.wantsMore(writer.nextClass)) {
         beginClass(writer, writer.nextClass++);
         writer.documentation(longestText);
         writer.text.end();
@@ -56,7 +56,7 @@ void sparseText(ModelWriter& writer) {
 void textsOfOneClass(ModelWriter& writer) {
     constexpr std::size_t shortText = 60;
     beginClass(writer, writer.nextClass++);
-    while (writer.hasRoom()) {
+    for (std::uint64_t number = 0; writer.wantsMore(number); ++number) {
         writer.documentation(shortText);
     }
     writer.text.end();

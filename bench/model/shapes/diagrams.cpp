@@ -32,7 +32,7 @@ void diagrams(ModelWriter& writer) {
         emptyClass(writer, number);
     }
     beginDiagrams(writer);
-    for (std::uint64_t number = 0; writer.hasRoom(); ++number) {
+    for (std::uint64_t number = 0; writer.wantsMore(number); ++number) {
         beginDiagram(writer, featureName(number));
         for (std::uint64_t drawn = 0; drawn != classes; ++drawn) {
             classView(writer, qualified(drawn));
@@ -43,13 +43,13 @@ void diagrams(ModelWriter& writer) {
 }
 
 void viewsOfOneDiagram(ModelWriter& writer) {
-    constexpr double shareOfClasses = 0.25;
+    constexpr double shareOfClasses = 0.27;
     beginPackage(writer, writer.nextPackage++);
     emptyClass(writer, writer.nextClass++);
-    while (writer.hasRoom(shareOfClasses)) {
-        beginClass(writer, writer.nextClass);
+    while (writer.wantsMore(2 * writer.nextClass - 1, shareOfClasses)) { // all but the first are drawn with a line
+        beginClass(writer, writer.nextClass, 35);
         relationship(writer, RelationshipKind::generalization, qualified(writer.nextClass - 1));
-        writer.text.end();
+        endClass(writer);
         ++writer.nextClass;
     }
     beginDiagrams(writer);
@@ -66,20 +66,20 @@ void viewsOfOneDiagram(ModelWriter& writer) {
 }
 
 void associationsOnTenDiagrams(ModelWriter& writer) {
-    constexpr double shareOfAssociations = 0.045;
+    constexpr double shareOfAssociations = 0.49;
     beginPackage(writer, writer.nextPackage++);
     emptyClass(writer, 0);
     emptyClass(writer, 1);
     do {
         associate(writer, writer.nextAssociation++, 0, 1);
-    } while (writer.hasRoom(shareOfAssociations));
+    } while (writer.wantsMore(writer.nextAssociation, shareOfAssociations));
     beginDiagrams(writer);
     for (std::uint64_t diagram = 0; diagram != diagramsOfEach; ++diagram) {
         beginDiagram(writer, featureName(diagram));
-        const std::uint64_t first = classView(writer, qualified(0));
-        const std::uint64_t second = classView(writer, qualified(1));
+        classView(writer, qualified(0));
+        classView(writer, qualified(1));
         for (std::uint64_t number = 0; number != writer.nextAssociation; ++number) {
-            associationView(writer, number, first, second);
+            leanAssociationView(writer, number);
         }
         endDiagram(writer);
     }
@@ -87,12 +87,12 @@ void associationsOnTenDiagrams(ModelWriter& writer) {
 }
 
 void forwardReferences(ModelWriter& writer) {
-    constexpr double shareOfReferences = 0.75;
+    constexpr double shareOfReferences = 0.63;
     beginPackage(writer, writer.nextPackage++);
     do {
         const std::uint64_t number = writer.nextAssociation++;
         associate(writer, number, number * 2, number * 2 + 1);
-    } while (writer.hasRoom(shareOfReferences));
+    } while (writer.wantsMore(2 * writer.nextAssociation, shareOfReferences));
     for (; writer.nextClass != writer.nextAssociation * 2; ++writer.nextClass) {
         emptyClass(writer, writer.nextClass);
     }

@@ -16,15 +16,15 @@ constexpr std::uint64_t attributesPerClass = 20;
 void attributesOfOneClass(ModelWriter& writer) {
     beginClass(writer, writer.nextClass++);
     writer.text.beginList("class_attributes", "class_attribute_list");
-    while (writer.hasRoom()) {
+    while (writer.wantsMore(writer.nextFeature)) {
         attribute(writer, featureName(writer.nextFeature++), anyType(writer));
     }
     writer.text.end();
-    writer.text.end();
+    endClass(writer);
 }
 
 void distinctTypes(ModelWriter& writer) {
-    while (writer.hasRoom()) {
+    while (writer.wantsMore(writer.nextFeature)) {
         beginClass(writer, writer.nextClass++);
         writer.text.beginList("class_attributes", "class_attribute_list");
         for (std::uint64_t count = 0; count != attributesPerClass; ++count) {
@@ -33,7 +33,7 @@ void distinctTypes(ModelWriter& writer) {
             writer.counts.add(Counted::declaredTypes);
         }
         writer.text.end();
-        writer.text.end();
+        endClass(writer);
     }
 }
 

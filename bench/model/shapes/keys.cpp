@@ -25,7 +25,7 @@ RoleText role(std::uint64_t number, std::vector<std::string> keys) {
 /// keys that share theirs. An import gives the second key attributes of its own.
 void attributesInTwoKeys(ModelWriter& writer) {
     beginPackage(writer, writer.nextPackage++);
-    while (writer.hasRoom()) {
+    while (writer.wantsMore(writer.nextFeature)) {
         const std::uint64_t qualified = writer.nextClass++;
         const std::uint64_t other = writer.nextClass++;
         emptyClass(writer, qualified);

@@ -21,7 +21,7 @@ void package(ModelWriter& writer, unsigned depth) {
 
 void packagesFlat(ModelWriter& writer) {
     beginPackage(writer, writer.nextPackage++);
-    while (writer.hasRoom()) {
+    while (writer.wantsMore(writer.nextClass)) {
         emptyClass(writer, writer.nextClass++);
     }
     beginDiagrams(writer);
@@ -29,7 +29,7 @@ void packagesFlat(ModelWriter& writer) {
 }
 
 void packagesNested(ModelWriter& writer) {
-    while (writer.hasRoom()) {
+    while (writer.wantsMore(writer.nextPackage)) {
         package(writer, 3);
     }
 }

@@ -19,7 +19,6 @@ namespace {
 
 constexpr std::uint64_t classesPerPackage = 8;
 constexpr std::uint64_t packagesPerGroup = 3;
-constexpr std::size_t toolPropertiesPerClass = 32;                // a third of the text, as it is in real models
 constexpr std::uint64_t enumerationPlace = classesPerPackage - 1; // the last of a package, in the first of a group
 
 std::string path(std::uint64_t number) {
@@ -63,46 +62,49 @@ std::uint64_t earlierClass(ModelWriter& writer, std::uint64_t number) {
     return first == 0 ? 0 : writer.random.below(first / classesPerPackage) * classesPerPackage;
 }
 
-void features(ModelWriter& writer, std::uint64_t number) {
-    PetalText& text = writer.text;
-    text.beginList("operations", "Operations");
-    for (std::uint64_t count = writer.random.below(3); count != 0; --count) {
-        operation(writer, featureName(writer.nextFeature++), writer.random.below(3));
+void operations(ModelWriter& writer) {
+    if (!writer.random.chance(20)) {
+        return;
     }
-    text.end();
-    text.beginList("class_attributes", "class_attribute_list");
-    if (number % (classesPerPackage * packagesPerGroup) == 0) {
+    writer.text.beginList("operations", "Operations");
+    for (std::uint64_t count = 1 + writer.random.below(3); count != 0; --count) {
+        operation(writer, featureName(writer.nextFeature++), writer.random.chance(25) ? 1 + writer.random.below(2) : 0);
+    }
+    writer.text.end();
+}
+
+void attributes(ModelWriter& writer, std::uint64_t number) {
+    const bool isFirst = number % (classesPerPackage * packagesPerGroup) == 0;
+    const std::uint64_t others = writer.random.below(4);
+    if (!isFirst && others == 0) {
+        return;
+    }
+    writer.text.beginList("class_attributes", "class_attribute_list");
+    if (isFirst) {
         attribute(writer, "state", className(number + enumerationPlace)); // the enumeration is still to come
     }
-    for (std::uint64_t count = writer.random.below(5); count != 0; --count) {
-        beginAttribute(writer, featureName(writer.nextFeature++), writer.random.chance(90) ? anyType(writer) : "");
-        writer.quid();
-        if (writer.random.chance(20)) {
-            text.quoted("initv", "0");
-            writer.counts.add(Counted::initialValueCharacters, 1);
-            text.quoted("Containment", "By Value");
-        }
-        text.quoted("exportControl", "Private");
-        text.end();
+    for (std::uint64_t count = 0; count != others; ++count) {
+        attribute(writer, featureName(writer.nextFeature++), writer.random.chance(90) ? anyType(writer) : "");
     }
-    text.end();
+    writer.text.end();
 }
 
 void fullClass(ModelWriter& writer, std::uint64_t number) {
-    beginClass(writer, number);
-    toolProperties(writer, toolPropertiesPerClass);
-    if (writer.random.chance(40)) {
-        writer.documentation(writer.random.chance(50) ? 60 : 600);
+    beginClass(writer, number, 10);
+    if (writer.random.chance(10)) {
+        writer.documentation(writer.random.chance(70) ? 60 : 400);
     }
-    writer.text.quoted("stereotype", number % classesPerPackage == 0 ? "Interface" : "entity");
+    if (number % classesPerPackage == 0) {
+        writer.text.quoted("stereotype", "Interface");
+    }
     if (const std::optional<Tie> tie = tieOf(number)) {
         relationship(writer, tie->kind, path(tie->supplier));
-    } else {
+    } else if (writer.random.chance(15)) {
         relationship(writer, RelationshipKind::dependency, path(earlierClass(writer, number)));
     }
-    features(writer, number);
-    writer.text.quoted("language", "Java");
-    writer.text.end();
+    operations(writer);
+    attributes(writer, number);
+    endClass(writer);
 }
 
 /// Ties each class of the package to the next one, and the last but one to the first of all classes.
@@ -152,7 +154,8 @@ void contents(ModelWriter& writer, bool hasInnerPackages) {
         (isEnumeration(writer.nextClass) ? enumeration : fullClass)(writer, writer.nextClass);
     }
     associations(writer, first);
-    for (std::uint64_t inner = 1; hasInnerPackages && inner != packagesPerGroup && writer.hasRoom(); ++inner) {
+    for (std::uint64_t inner = 1; hasInnerPackages && inner != packagesPerGroup && writer.wantsMore(writer.nextClass);
+         ++inner) {
         package(writer, false);
     }
     beginDiagrams(writer);
@@ -163,7 +166,7 @@ void contents(ModelWriter& writer, bool hasInnerPackages) {
 } // namespace
 
 void plain(ModelWriter& writer) {
-    while (writer.hasRoom()) {
+    while (writer.wantsMore(writer.nextClass)) {
         package(writer, true);
     }
 }
