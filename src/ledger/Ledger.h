@@ -15,6 +15,7 @@
 namespace ledger {
 
 struct PropertyRow;
+enum class Reach : std::uint8_t;
 
 struct TextHash {
     using is_transparent = void;
@@ -44,8 +45,9 @@ struct PropertyGroup {
 
 /// The properties of one name in the objects of one kind.
 struct PropertyTally {
-    std::string name;                  ///< UTF-8, as all texts here
-    const PropertyRow* row;            ///< null when none stands for it
+    std::string name;       ///< UTF-8, as all texts here
+    const PropertyRow* row; ///< null when none stands for it
+    Reach reach;
     Counts counts;                     ///< those that are told one by one included
     std::vector<PropertyGroup> groups; ///< by reason, of those that are not
 };

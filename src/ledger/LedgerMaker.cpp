@@ -160,8 +160,8 @@ void LedgerMaker::endObject() {
 void LedgerMaker::addProperty(const Event& event) {
     SourceObject& owner = objects_[depth_ - 1];
     PropertyTally& tally = propertyOf(*owner.kind, event.key);
-    SourceValue value{&tally, open_.back()->file, event.keyPlace, ++order_, event.kind, {}};
-    if (owner.dropped != nullptr) {
+    SourceValue value{&tally, open_.back()->file, event.keyPlace, ++order_, event.kind, reachOf(tally), {}};
+    if (owner.dropped != nullptr && value.reached == nullptr) {
         settleValue(owner, value, {&reasons::withObject, {}});
         return;
     }

@@ -9,14 +9,18 @@
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelGeneralization.h"
 #include "host/model/KelModel.h"
+#include "host/model/KelNote.h"
 #include "host/model/KelOperation.h"
 #include "host/model/KelRealization.h"
+
+#include <algorithm>
 
 namespace ledger {
 
 namespace {
 
 constexpr std::string_view homeName = "Use Case Classes in Class Diagrams";
+constexpr std::size_t noteKeyLength = 1000;
 
 /// A key for two classes: the first, and the second as bytes.
 std::string_view bytesOf(const KelClass* const& pointer) {
@@ -27,6 +31,14 @@ void addPair(Claims& claims, const KelClass* first, const KelClass* second, KelO
     if (first != nullptr && second != nullptr) {
         claims.add(first, bytesOf(second), object);
     }
+}
+
+/// The front of a note's text, which a reader may have cut, without the CR of lines from elsewhere.
+std::string keyOfNote(std::string_view text) {
+    std::string key(text.substr(0, 2 * noteKeyLength));
+    std::erase(key, '\r');
+    key.resize(std::min(key.size(), noteKeyLength));
+    return key;
 }
 
 } // namespace
@@ -61,6 +73,7 @@ void ModelIndex::addPackage(const KelPackage& package) {
 
 void ModelIndex::addElements(const KelDesignPackage& package) {
     for (KelModelElement* element : package.modelElements()) {
+        addNotes(*element);
         switch (element->elementType) {
         case KelElementType::classObject:
             addClass(static_cast<const KelClass&>(*element));
@@ -88,6 +101,7 @@ void ModelIndex::addElements(const KelDesignPackage& package) {
         }
     }
     for (KelDiagram* diagram : package.diagrams()) {
+        addNotes(*diagram);
         diagrams_.add(&package, diagram->getName().view(), diagram);
         diagrams_.add(nullptr, diagram->getName().view(), diagram);
     }
@@ -134,23 +148,35 @@ KelAssociation* ModelIndex::takeAssociation(std::string_view signature) {
     return static_cast<KelAssociation*>(associations_.take(nullptr, signature));
 }
 
-KelGeneralization* ModelIndex::takeGeneralization(const KelClass& subtype, const KelClass& supertype) {
-    return static_cast<KelGeneralization*>(generalizations_.take(&subtype, bytesOf(&supertype)));
+Claims& ModelIndex::relationships(KelElementType kind) {
+    return kind == KelElementType::generalization ? generalizations_
+           : kind == KelElementType::realization  ? realizations_
+                                                  : dependencies_;
 }
 
-KelRealization* ModelIndex::takeRealization(const KelClass& realization, const KelClass& specification) {
-    return static_cast<KelRealization*>(realizations_.take(&realization, bytesOf(&specification)));
+KelObject* ModelIndex::takeRelationship(KelElementType kind, const KelClass& client, const KelClass& supplier) {
+    return relationships(kind).take(&client, bytesOf(&supplier));
 }
 
-KelDependency* ModelIndex::takeDependency(const KelClass& client, const KelClass& supplier) {
-    return static_cast<KelDependency*>(dependencies_.take(&client, bytesOf(&supplier)));
+KelObject* ModelIndex::findRelationship(KelElementType kind, const KelClass& client, const KelClass& supplier) {
+    return relationships(kind).first(&client, bytesOf(&supplier));
 }
 
-KelObject* ModelIndex::findRelationship(KelElementType kind, const KelClass& client, const KelClass& supplier) const {
-    const Claims& claims = kind == KelElementType::generalization ? generalizations_
-                           : kind == KelElementType::realization  ? realizations_
-                                                                  : dependencies_;
-    return claims.first(&client, bytesOf(&supplier));
+void ModelIndex::addNotes(const KelElement& element) {
+    for (KelNote* note : element.notes()) {
+        const std::string key = keyOfNote(note->description.view());
+        notes_.add(&element, key, note);
+        notes_.add(nullptr, key, note);
+    }
+}
+
+KelNote* ModelIndex::takeNote(const KelObject* element, std::string_view text) {
+    const std::string key = keyOfNote(text);
+    KelObject* found = notes_.take(element, key);
+    while (found != nullptr && !takenNotes_.insert(found).second) {
+        found = notes_.take(element, key);
+    }
+    return static_cast<KelNote*>(found);
 }
 
 void ModelIndex::addToSignature(std::string& signature, std::string_view name) {

@@ -5,6 +5,7 @@
 #include "ledger/reasons.h"
 
 #include <algorithm>
+#include <array>
 
 namespace ledger {
 
@@ -21,7 +22,8 @@ KindTally& LedgerMaker::kindOf(std::string_view bytes) {
 PropertyTally& LedgerMaker::propertyOf(KindTally& kind, std::string_view bytes) {
     auto found = kind.properties.find(bytes);
     if (found == kind.properties.end()) {
-        PropertyTally tally{currentText().toUtf8(bytes), propertyRow(kind.row->subject, bytes), {}, {}};
+        PropertyTally tally{
+            currentText().toUtf8(bytes), propertyRow(kind.row->subject, bytes), propertyReach(bytes), {}, {}};
         found = kind.properties.emplace(bytes, std::move(tally)).first;
     }
     return found->second;
@@ -52,17 +54,33 @@ void LedgerMaker::settleValues(SourceObject& object) {
         if (object.verdict.reason == &reasons::readFromUnit) {
             const bool isFixed = row != nullptr && row->check == nullptr;
             settleValue(object, value, {isFixed ? &row->always : &reasons::storage, {}});
-        } else if (object.object == nullptr) {
-            settleValue(object, value, {&reasons::withObject, {}});
-        } else if (row == nullptr) {
-            settleValue(object, value, {&otherProperties(object.subject()), {}});
-        } else if (row->check == nullptr) {
-            settleValue(object, value, {&row->always, {}});
-        } else {
-            settleValue(object, value, row->check({object, value, *object.object, textOf(value.file), index_, rests_}));
+            continue;
         }
+        Verdict verdict = object.object == nullptr ? Verdict{&reasons::withObject, {}}
+                          : row == nullptr         ? Verdict{&otherProperties(object.subject()), {}}
+                          : row->check == nullptr
+                              ? Verdict{&row->always, {}}
+                              : row->check({object, value, *object.object, textOf(value.file), index_, rests_});
+        const bool isMissing = verdict.reason->outcome == Outcome::dropped;
+        if (isMissing && value.reached != nullptr && value.reached != object.object && hasReached(object, value)) {
+            verdict = {&reasons::given, quoted(*value.reached)};
+        }
+        settleValue(object, value, std::move(verdict));
     }
     object.values.clear();
+}
+
+// Whether the object that the import gives the property to has it.
+bool LedgerMaker::hasReached(const SourceObject& owner, const SourceValue& value) {
+    const PropertyRow* row = propertyRow(subjectOf(*value.reached), value.property->name);
+    const bool isGiven = value.text != "FALSE" && !value.text.empty();
+    if (row == nullptr || row->check == nullptr || !isGiven) {
+        return false;
+    }
+    const Reason* reason = row->check({owner, value, *value.reached, textOf(value.file), index_, rests_}).reason;
+    constexpr std::array found{&reasons::kept, &reasons::textAdded, &reasons::textCut, &reasons::replaced,
+                               &reasons::textAtQuote};
+    return std::ranges::find(found, reason) != found.end();
 }
 
 void LedgerMaker::settleValue(const SourceObject& owner, const SourceValue& value, Verdict verdict) {
