@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ledger/kindTable.h"
-#include "notation/Place.h"
+#include "notation/damage.h"
 
 #include <array>
 #include <cstdint>
@@ -48,6 +48,7 @@ struct PropertyTally {
     std::string name;       ///< UTF-8, as all texts here
     const PropertyRow* row; ///< null when none stands for it
     Reach reach;
+    bool isPlain;                      ///< its name is ASCII
     Counts counts;                     ///< those that are told one by one included
     std::vector<PropertyGroup> groups; ///< by reason, of those that are not
 };
@@ -56,6 +57,7 @@ struct PropertyTally {
 struct KindTally {
     std::string name;
     const KindRow* row = nullptr;
+    bool isPlain = true; ///< its name is ASCII
     Counts objects;
     ByText<PropertyTally> properties;
 
@@ -76,6 +78,14 @@ struct Entry {
     std::string detail; ///< what the reason is about; may be empty
 };
 
+/// Something wrong with the notation of a file, whose reader may have skipped text for it.
+struct DamagedPlace {
+    std::uint32_t file = 0;
+    notation::Damage damage;
+};
+/// How many damages are told one by one.
+inline constexpr std::size_t mostDamages = 1000;
+
 /// Bytes of a text that the encoding of its file does not have.
 struct BadBytes {
     std::uint32_t file = 0;
@@ -93,8 +103,11 @@ struct Ledger {
 
     std::vector<std::string> files; ///< paths
     ByText<KindTally> kinds;
-    std::deque<Entry> entries; ///< what is told one by one, in the order of the files' text
-    std::vector<BadBytes> badBytes;
+    std::deque<Entry> entries;         ///< what is told one by one, in the order of the files' text
+    std::vector<DamagedPlace> damages; ///< the first of them
+    std::uint64_t damageCount = 0;
+    std::vector<BadBytes> badBytes; ///< none where only counts were asked for
+    std::uint64_t badByteCount = 0;
     std::uint64_t losses = 0; ///< how many objects and properties
 
     [[nodiscard]] Counts objects() const;

@@ -51,7 +51,10 @@ private:
     void endObject();
     void addProperty(const notation::Event& event);
     void noteBadBytes(std::string_view bytes, const notation::Place& place, std::uint64_t column);
-    void noteBadNames(const notation::Event& event);
+    void noteBadValue(const notation::Event& event);
+    void noteBadWord(const notation::Event& event, std::uint64_t end);
+    void noteBadHead(const notation::Event& event, bool isKindPlain);
+    void addDamage(const notation::Damage& damage);
     const units::Unit* unitAt(const notation::Place& place);
     SourceText& currentText();
     SourceText& textOf(std::uint32_t file) { return *texts_[file]; }

@@ -15,6 +15,7 @@ KindTally& LedgerMaker::kindOf(std::string_view bytes) {
         found = ledger_.kinds.emplace(bytes, KindTally{}).first;
         found->second.name = currentText().toUtf8(bytes);
         found->second.row = &kindRow(bytes);
+        found->second.isPlain = isPlain(bytes);
     }
     return found->second;
 }
@@ -22,8 +23,12 @@ KindTally& LedgerMaker::kindOf(std::string_view bytes) {
 PropertyTally& LedgerMaker::propertyOf(KindTally& kind, std::string_view bytes) {
     auto found = kind.properties.find(bytes);
     if (found == kind.properties.end()) {
-        PropertyTally tally{
-            currentText().toUtf8(bytes), propertyRow(kind.row->subject, bytes), propertyReach(bytes), {}, {}};
+        PropertyTally tally{currentText().toUtf8(bytes),
+                            propertyRow(kind.row->subject, bytes),
+                            propertyReach(bytes),
+                            isPlain(bytes),
+                            {},
+                            {}};
         found = kind.properties.emplace(bytes, std::move(tally)).first;
     }
     return found->second;
