@@ -36,7 +36,7 @@ bool isNote(Subject subject) {
 
 /// Whether an object can only be judged together with the one that it stands in.
 bool isHeld(const SourceObject& object, const SourceObject& parent) {
-    return isNote(object.subject()) ||
+    return (isNote(object.subject()) && !isNote(parent.subject())) ||
            (object.subject() == Subject::role && parent.subject() == Subject::association) ||
            (object.subject() == Subject::label && parent.subject() == Subject::noteView);
 }
@@ -119,6 +119,7 @@ void LedgerMaker::begin(SourceObject& object, SourceObject* parent) {
 }
 
 void LedgerMaker::finish(SourceObject& object, SourceObject* parent) {
+    deferNotes(object);
     if (object.dropped == nullptr && object.verdict.reason != &reasons::readFromUnit) {
         switch (object.subject()) {
         case Subject::package:
@@ -148,7 +149,10 @@ void LedgerMaker::finish(SourceObject& object, SourceObject* parent) {
         case Subject::generalizationView:
         case Subject::realizationView:
         case Subject::dependencyView:
-            return finishRelationshipView(object, parent);
+            if (lastDiagram_ != nullptr) { // it may have ended within the view
+                return finishRelationshipView(object, parent);
+            }
+            break;
         case Subject::treeView:
             drawn_[object.reference].instead = object.find("supplier") != nullptr ? object.find("supplier")->text : "";
             drop(object, object.kind->row->reason);
@@ -170,7 +174,6 @@ void LedgerMaker::finish(SourceObject& object, SourceObject* parent) {
         parent->held.push_back(std::move(object));
         return;
     }
-    deferNotes(object);
     settleHeld(object, {&reasons::within, {}});
     settle(object);
 }

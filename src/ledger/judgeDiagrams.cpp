@@ -119,6 +119,7 @@ void LedgerMaker::finishDeferred() {
         } else if (view.verdict.reason != &reasons::endNotDrawn) {
             view.verdict.reason = &reasons::nothingToShow;
         }
+        settleHeld(view, {&reasons::within, {}});
         settle(view);
     }
     deferred_.clear();

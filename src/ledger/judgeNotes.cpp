@@ -44,7 +44,9 @@ void LedgerMaker::deferNotes(SourceObject& holder) {
             notes.elements.emplace(number, static_cast<const KelObject*>(drawn.element));
         }
     }
-    holder.held.clear();
+    std::erase_if(holder.held, [](const SourceObject& held) {
+        return held.subject() == Subject::noteView || held.subject() == Subject::attachView;
+    });
     notesOf_.emplace(lastDiagram_, notes_.size());
     notes_.push_back(std::move(notes));
 }
@@ -85,7 +87,9 @@ void LedgerMaker::finishNotes() {
             settleHeld(view, {&reasons::layoutOfNote, {}});
             settle(view);
         }
-        std::ranges::for_each(notes.attachments, [this](SourceObject& attachment) { settle(attachment); });
+        for (SourceObject& attachment : notes.attachments) {
+            settle(attachment);
+        }
     }
 }
 
