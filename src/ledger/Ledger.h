@@ -45,21 +45,31 @@ struct PropertyGroup {
 
 /// The properties of one name in the objects of one kind.
 struct PropertyTally {
-    std::string name;       ///< UTF-8, as all texts here
-    const PropertyRow* row; ///< null when none stands for it
-    Reach reach;
-    bool isPlain;                      ///< its name is ASCII
+    std::string name;                  ///< UTF-8, as all texts here
+    const PropertyRow* row = nullptr;  ///< null when none stands for it
     Counts counts;                     ///< those that are told one by one included
     std::vector<PropertyGroup> groups; ///< by reason, of those that are not
+
+    // For whoever makes the ledger.
+    std::string_view bytes; ///< the name as it stands in the file
+    bool isPlain = true;    ///< it is ASCII
+    bool hasText = false;   ///< the value's text is looked at
+    Reach reach{};
+    PropertyTally* follower = nullptr; ///< that came behind it the last time
 };
 
 /// The objects of one kind and their properties.
 struct KindTally {
     std::string name;
     const KindRow* row = nullptr;
-    bool isPlain = true; ///< its name is ASCII
     Counts objects;
     ByText<PropertyTally> properties;
+
+    // For whoever makes the ledger.
+    std::string_view bytes;         ///< the name as it stands in the file
+    bool isPlain = true;            ///< it is ASCII
+    PropertyTally* first = nullptr; ///< that an object of this kind began with the last time
+    KindTally* follower = nullptr;  ///< that came behind it the last time
 
     /// By name.
     [[nodiscard]] std::vector<const PropertyTally*> sortedProperties() const;

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <ranges>
+#include <utility>
 
 namespace ledger {
 
@@ -87,12 +88,9 @@ void LedgerMaker::take(const Event& event) {
         startObject(event);
     } else if (event.kind == EventKind::end && event.construct == Construct::object) {
         endObject();
-    } else if (value_ == nullptr && depth_ > 0 && isText && !objects_[depth_ - 1].values.empty()) {
-        SourceValue& holder = objects_[depth_ - 1].values.back(); // such as (value cardinality "1")
-        if (holder.kind == EventKind::start && holder.text.empty()) {
-            holder.text = event.text;
-            value_ = &holder;
-        }
+    } else if (isText && holder_ != nullptr) { // such as (value cardinality "1")
+        holder_->text = event.text;
+        value_ = std::exchange(holder_, nullptr);
     }
 }
 
@@ -111,6 +109,7 @@ const units::Unit* LedgerMaker::unitAt(const notation::Place& place) {
 }
 
 void LedgerMaker::startObject(const Event& event) {
+    holder_ = nullptr;
     if (objects_.size() == depth_) {
         objects_.emplace_back();
     }
@@ -127,6 +126,7 @@ void LedgerMaker::startObject(const Event& event) {
     object.verdict = {};
     object.file = open_.back()->file;
     object.place = event.place;
+    object.lastProperty = nullptr;
     object.values.clear();
     object.held.clear();
     object.isImplied = event.isImplied;
@@ -144,6 +144,7 @@ void LedgerMaker::startObject(const Event& event) {
 }
 
 void LedgerMaker::endObject() {
+    holder_ = nullptr;
     SourceObject& object = objects_[--depth_];
     SourceObject* parent = depth_ > 0 ? &objects_[depth_ - 1] : nullptr;
     const units::Unit* unit = object.unit;
@@ -154,21 +155,29 @@ void LedgerMaker::endObject() {
 }
 
 void LedgerMaker::addProperty(const Event& event) {
+    holder_ = nullptr;
     SourceObject& owner = objects_[depth_ - 1];
-    PropertyTally& tally = propertyOf(*owner.kind, event.key);
+    PropertyTally& tally = propertyOf(owner, event.key);
     if (!tally.isPlain) {
         noteBadBytes(event.key, event.keyPlace, event.keyPlace.column);
     }
-    SourceValue value{&tally, open_.back()->file, event.keyPlace, ++order_, event.kind, reachOf(tally), {}};
-    if (owner.dropped != nullptr && value.reached == nullptr) {
-        settleValue(owner, value, {&reasons::withObject, {}});
-        return;
-    }
-    if (event.kind != EventKind::start) {
+    SourceValue& value = owner.values.emplace_back();
+    value.property = &tally;
+    value.file = open_.back()->file;
+    value.place = event.keyPlace;
+    value.order = ++order_;
+    value.kind = event.kind;
+    value.reached = reachOf(tally);
+    const bool isLost = owner.dropped != nullptr && value.reached == nullptr;
+    if (isLost || (owner.object != nullptr && !tally.hasText)) { // what becomes of it is known
+        settleValue(owner, value, {isLost ? &reasons::withObject : &always(owner, tally), {}});
+        owner.values.pop_back();
+    } else if (tally.hasText && event.kind == EventKind::start) {
+        holder_ = &value;
+    } else if (tally.hasText) {
         value.text = event.text;
+        value_ = &value;
     }
-    owner.values.push_back(std::move(value));
-    value_ = &owner.values.back();
 }
 
 void LedgerMaker::addDamage(const notation::Damage& damage) {

@@ -61,12 +61,13 @@ private:
 
     // The ledger (settle.cpp).
     KindTally& kindOf(std::string_view bytes);
-    PropertyTally& propertyOf(KindTally& kind, std::string_view bytes);
+    PropertyTally& propertyOf(SourceObject& owner, std::string_view bytes);
     void count(Counts& counts, const Reason& reason);
     void settle(SourceObject& object);
     void settleValue(const SourceObject& owner, const SourceValue& value, Verdict verdict);
     void settleValues(SourceObject& object);
     bool hasReached(const SourceObject& owner, const SourceValue& value);
+    static const Reason& always(const SourceObject& owner, const PropertyTally& property);
     void settleHeld(SourceObject& object, const Verdict& verdict);
 
     // What became of an object; those that begin have no properties yet (judge*.cpp).
@@ -129,8 +130,10 @@ private:
     std::vector<std::unique_ptr<OpenText>> open_;    // the innermost unit last
     std::vector<SourceObject> objects_; // those in front of `depth_` are open; the others keep their memory
     std::size_t depth_ = 0;
-    SourceValue* value_ = nullptr; // what a further piece of text belongs to
+    SourceValue* value_ = nullptr;  // what a further piece of text belongs to
+    SourceValue* holder_ = nullptr; // what a first one may belong to
     std::uint64_t order_ = 0;
+    KindTally* lastKind_ = nullptr;
 
     bool started_ = false; // the logical view has been met
     std::optional<std::string> mutedBy_;

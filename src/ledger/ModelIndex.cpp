@@ -22,14 +22,9 @@ namespace {
 constexpr std::string_view homeName = "Use Case Classes in Class Diagrams";
 constexpr std::size_t noteKeyLength = 1000;
 
-/// A key for two classes: the first, and the second as bytes.
-std::string_view bytesOf(const KelClass* const& pointer) {
-    return {reinterpret_cast<const char*>(&pointer), sizeof(std::uintptr_t)};
-}
-
 void addPair(Claims& claims, const KelClass* first, const KelClass* second, KelObject* object) {
     if (first != nullptr && second != nullptr) {
-        claims.add(first, bytesOf(second), object);
+        claims.add({first, {}, second}, object);
     }
 }
 
@@ -58,8 +53,8 @@ ModelIndex::ModelIndex(const KelModel& model) : model_(model) {
 
 void ModelIndex::addPackage(const KelPackage& package) {
     for (KelPackage* child : package.childPackages()) {
-        packages_.add(&package, child->getName().view(), child);
-        packagesByName_.add(nullptr, child->getName().view(), child);
+        packages_.add({&package, child->getName().view()}, child);
+        packagesByName_.add({nullptr, child->getName().view()}, child);
     }
     if (package.elementType != KelElementType::designPackage) {
         return;
@@ -79,7 +74,7 @@ void ModelIndex::addElements(const KelDesignPackage& package) {
             addClass(static_cast<const KelClass&>(*element));
             break;
         case KelElementType::association:
-            associations_.add(nullptr, signatureOf(static_cast<const KelAssociation&>(*element)), element);
+            associations_.addCopy({nullptr, signatureOf(static_cast<const KelAssociation&>(*element))}, element);
             break;
         case KelElementType::generalization: {
             const auto& relation = static_cast<const KelGeneralization&>(*element);
@@ -102,50 +97,50 @@ void ModelIndex::addElements(const KelDesignPackage& package) {
     }
     for (KelDiagram* diagram : package.diagrams()) {
         addNotes(*diagram);
-        diagrams_.add(&package, diagram->getName().view(), diagram);
-        diagrams_.add(nullptr, diagram->getName().view(), diagram);
+        diagrams_.add({&package, diagram->getName().view()}, diagram);
+        diagrams_.add({nullptr, diagram->getName().view()}, diagram);
     }
 }
 
 void ModelIndex::addClass(const KelClass& added) {
-    classes_.add(nullptr, added.getName().view(), const_cast<KelClass*>(&added));
+    classes_.add({nullptr, added.getName().view()}, const_cast<KelClass*>(&added));
     for (KelOperation* operation : added.operations()) {
-        operations_.add(&added, operation->getName().view(), operation);
+        operations_.add({&added, operation->getName().view()}, operation);
         for (KelArgument* argument : operation->arguments()) {
-            arguments_.add(operation, argument->getName().view(), argument);
+            arguments_.add({operation, argument->getName().view()}, argument);
         }
     }
     for (KelArgument* argument : added.arguments()) {
-        arguments_.add(&added, argument->getName().view(), argument);
+        arguments_.add({&added, argument->getName().view()}, argument);
     }
 }
 
 KelClass* ModelIndex::findClass(std::string_view name) {
-    return static_cast<KelClass*>(classes_.first(nullptr, name));
+    return static_cast<KelClass*>(classes_.first({nullptr, name}));
 }
 
 KelPackage* ModelIndex::takePackage(const KelPackage& parent, std::string_view name) {
-    return static_cast<KelPackage*>(packages_.take(&parent, name));
+    return static_cast<KelPackage*>(packages_.take({&parent, name}));
 }
 
 KelPackage* ModelIndex::takePackageAnywhere(std::string_view name) {
-    return static_cast<KelPackage*>(packagesByName_.take(nullptr, name));
+    return static_cast<KelPackage*>(packagesByName_.take({nullptr, name}));
 }
 
 KelDiagram* ModelIndex::takeDiagram(const KelPackage* package, std::string_view name) {
-    return static_cast<KelDiagram*>(diagrams_.take(package, name));
+    return static_cast<KelDiagram*>(diagrams_.take({package, name}));
 }
 
 KelOperation* ModelIndex::takeOperation(const KelClass& owner, std::string_view name) {
-    return static_cast<KelOperation*>(operations_.take(&owner, name));
+    return static_cast<KelOperation*>(operations_.take({&owner, name}));
 }
 
 KelArgument* ModelIndex::takeArgument(const KelObject& owner, std::string_view name) {
-    return static_cast<KelArgument*>(arguments_.take(&owner, name));
+    return static_cast<KelArgument*>(arguments_.take({&owner, name}));
 }
 
 KelAssociation* ModelIndex::takeAssociation(std::string_view signature) {
-    return static_cast<KelAssociation*>(associations_.take(nullptr, signature));
+    return static_cast<KelAssociation*>(associations_.take({nullptr, signature}));
 }
 
 Claims& ModelIndex::relationships(KelElementType kind) {
@@ -155,26 +150,26 @@ Claims& ModelIndex::relationships(KelElementType kind) {
 }
 
 KelObject* ModelIndex::takeRelationship(KelElementType kind, const KelClass& client, const KelClass& supplier) {
-    return relationships(kind).take(&client, bytesOf(&supplier));
+    return relationships(kind).take({&client, {}, &supplier});
 }
 
 KelObject* ModelIndex::findRelationship(KelElementType kind, const KelClass& client, const KelClass& supplier) {
-    return relationships(kind).first(&client, bytesOf(&supplier));
+    return relationships(kind).first({&client, {}, &supplier});
 }
 
 void ModelIndex::addNotes(const KelElement& element) {
     for (KelNote* note : element.notes()) {
         const std::string key = keyOfNote(note->description.view());
-        notes_.add(&element, key, note);
-        notes_.add(nullptr, key, note);
+        notes_.addCopy({&element, key}, note);
+        notes_.addCopy({nullptr, key}, note);
     }
 }
 
 KelNote* ModelIndex::takeNote(const KelObject* element, std::string_view text) {
     const std::string key = keyOfNote(text);
-    KelObject* found = notes_.take(element, key);
+    KelObject* found = notes_.take({element, key});
     while (found != nullptr && !takenNotes_.insert(found).second) {
-        found = notes_.take(element, key);
+        found = notes_.take({element, key});
     }
     return static_cast<KelNote*>(found);
 }

@@ -38,6 +38,7 @@ struct SourceObject {
     notation::Place place;
     bool isImplied = false;            ///< the file lacks its beginning: it is not counted
     const units::Unit* unit = nullptr; ///< that it stands for, or null
+    PropertyTally* lastProperty = nullptr;
     std::vector<SourceValue> values;
     std::vector<SourceObject> held; ///< parts that can only be judged together with it
 

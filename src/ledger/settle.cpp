@@ -9,29 +9,61 @@
 
 namespace ledger {
 
-KindTally& LedgerMaker::kindOf(std::string_view bytes) {
-    auto found = ledger_.kinds.find(bytes);
-    if (found == ledger_.kinds.end()) {
-        found = ledger_.kinds.emplace(bytes, KindTally{}).first;
-        found->second.name = currentText().toUtf8(bytes);
-        found->second.row = &kindRow(bytes);
-        found->second.isPlain = isPlain(bytes);
-    }
-    return found->second;
+namespace {
+
+/// What objects are found by.
+bool isLookedAt(std::string_view property) {
+    static constexpr auto properties = std::to_array<std::string_view>(
+        {"supplier", "client", "quid", "quidu", "label", "is_unit", "is_loaded", "file_name"});
+    return std::ranges::find(properties, property) != properties.end();
 }
 
-PropertyTally& LedgerMaker::propertyOf(KindTally& kind, std::string_view bytes) {
-    auto found = kind.properties.find(bytes);
-    if (found == kind.properties.end()) {
-        PropertyTally tally{currentText().toUtf8(bytes),
-                            propertyRow(kind.row->subject, bytes),
-                            propertyReach(bytes),
-                            isPlain(bytes),
-                            {},
-                            {}};
-        found = kind.properties.emplace(bytes, std::move(tally)).first;
+/// What is looked up by the tally that came behind the last one the time before: files repeat themselves.
+template <class Tally>
+bool isGuessed(const Tally* guess, std::string_view bytes) {
+    return guess != nullptr && guess->bytes == bytes;
+}
+
+} // namespace
+
+KindTally& LedgerMaker::kindOf(std::string_view bytes) {
+    KindTally*& guess = lastKind_ != nullptr ? lastKind_->follower : lastKind_;
+    if (!isGuessed(guess, bytes)) {
+        auto found = ledger_.kinds.find(bytes);
+        if (found == ledger_.kinds.end()) {
+            found = ledger_.kinds.emplace(bytes, KindTally{}).first;
+            KindTally& tally = found->second;
+            tally.bytes = found->first;
+            tally.name = currentText().toUtf8(bytes);
+            tally.row = &kindRow(bytes);
+            tally.isPlain = isPlain(bytes);
+        }
+        guess = &found->second;
     }
-    return found->second;
+    lastKind_ = guess;
+    return *guess;
+}
+
+PropertyTally& LedgerMaker::propertyOf(SourceObject& owner, std::string_view bytes) {
+    PropertyTally*& guess = owner.lastProperty != nullptr ? owner.lastProperty->follower : owner.kind->first;
+    if (!isGuessed(guess, bytes)) {
+        KindTally& kind = *owner.kind;
+        auto found = kind.properties.find(bytes);
+        if (found == kind.properties.end()) {
+            found = kind.properties.emplace(bytes, PropertyTally{}).first;
+            PropertyTally& tally = found->second;
+            tally.bytes = found->first;
+            tally.name = currentText().toUtf8(bytes);
+            tally.row = propertyRow(kind.row->subject, bytes);
+            tally.isPlain = isPlain(bytes);
+            tally.reach = propertyReach(bytes);
+            tally.hasText = (tally.row != nullptr && tally.row->check != nullptr) || tally.reach != Reach::owner ||
+                            isLookedAt(bytes);
+        }
+        guess = &found->second;
+    }
+    owner.lastProperty = guess;
+    return *guess;
 }
 
 void LedgerMaker::count(Counts& counts, const Reason& reason) {
@@ -62,9 +94,8 @@ void LedgerMaker::settleValues(SourceObject& object) {
             continue;
         }
         Verdict verdict = object.object == nullptr ? Verdict{&reasons::withObject, {}}
-                          : row == nullptr         ? Verdict{&otherProperties(object.subject()), {}}
-                          : row->check == nullptr
-                              ? Verdict{&row->always, {}}
+                          : row == nullptr || row->check == nullptr
+                              ? Verdict{&always(object, *value.property), {}}
                               : row->check({object, value, *object.object, textOf(value.file), index_, rests_});
         const bool isMissing = verdict.reason->outcome == Outcome::dropped;
         if (isMissing && value.reached != nullptr && value.reached != object.object && hasReached(object, value)) {
@@ -73,6 +104,11 @@ void LedgerMaker::settleValues(SourceObject& object) {
         settleValue(object, value, std::move(verdict));
     }
     object.values.clear();
+}
+
+// What becomes of a property of an imported object that is not held against the model.
+const Reason& LedgerMaker::always(const SourceObject& owner, const PropertyTally& property) {
+    return property.row != nullptr ? property.row->always : otherProperties(owner.subject());
 }
 
 // Whether the object that the import gives the property to has it.
