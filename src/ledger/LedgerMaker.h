@@ -102,6 +102,7 @@ private:
     void beginDiagram(SourceObject& object, const SourceObject* parent);
     void finishClassView(SourceObject& object, const SourceObject* parent);
     void finishRelationshipView(SourceObject& object, const SourceObject* parent);
+    void settleView(SourceObject& view, const KelDiagram& diagram, const KelObject* shown, bool isAstray);
     void finishDeferred();
 
     // Notes (judgeNotes.cpp).
@@ -114,7 +115,7 @@ private:
         tsl::robin_map<std::string, const KelObject*> elements; ///< on the diagram, by number
     };
     void deferNotes(SourceObject& holder);
-    void noteDrawn(const KelDiagram& diagram, const std::string& reference, const KelObject& shown);
+    void noteDrawn(const KelDiagram& diagram, const std::string& reference, KelModelElement& shown);
     void finishNotes();
     void attach(DiagramNotes& notes, SourceObject& attachment);
     void finishNote(SourceObject& view, KelNote* found);
@@ -154,9 +155,7 @@ private:
     tsl::robin_set<const KelObject*> drawnClasses_; // likewise
     struct Deferred {
         SourceObject view;
-        const KelObject* diagram;
-        const KelModelElement* client;
-        const KelModelElement* supplier;
+        const KelDiagram* diagram;
         bool isAstray; // the diagram is not the one that it stands in
     };
     std::vector<Deferred> deferred_;

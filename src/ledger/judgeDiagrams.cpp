@@ -75,52 +75,56 @@ void LedgerMaker::finishClassView(SourceObject& object, const SourceObject* pare
 }
 
 void LedgerMaker::finishRelationshipView(SourceObject& object, const SourceObject* parent) {
-    const auto elementOf = [&](std::string_view property) -> const KelModelElement* {
+    const auto classOf = [&](std::string_view property) -> const KelClass* {
         const SourceValue* value = object.find(property);
         auto found = value != nullptr ? drawn_.find(value->text) : drawn_.end();
         if (found != drawn_.end() && found->second.element == nullptr) {
             found = drawn_.find(found->second.instead);
         }
-        return found != drawn_.end() ? found->second.element : nullptr;
+        const KelModelElement* element = found != drawn_.end() ? found->second.element : nullptr;
+        return element != nullptr && element->elementType == KelElementType::classObject
+                   ? static_cast<const KelClass*>(element)
+                   : nullptr;
     };
-    const KelModelElement* client = nullptr;
-    const KelModelElement* supplier = nullptr;
-    if (object.subject() != Subject::associationView) {
-        client = elementOf("client");
-        supplier = elementOf("supplier");
-    }
     const bool isAstray = parent == nullptr || parent->object != lastDiagram_;
-    deferred_.push_back({std::move(object), lastDiagram_, client, supplier, isAstray});
+    if (object.subject() == Subject::associationView) {
+        const SourceValue* quid = object.find("quidu");
+        const auto found = quid != nullptr ? associations_.find(quid->text) : associations_.end();
+        if (quid != nullptr && found == associations_.end()) { // it may be defined behind the diagrams that show it
+            deferred_.push_back({std::move(object), lastDiagram_, isAstray});
+            return;
+        }
+        return settleView(object, *lastDiagram_, found != associations_.end() ? found->second : nullptr, isAstray);
+    }
+    const KelClass* client = classOf("client");
+    const KelClass* supplier = classOf("supplier");
+    if (client == nullptr || supplier == nullptr) {
+        object.verdict.reason = &reasons::endNotDrawn;
+        return settleView(object, *lastDiagram_, nullptr, isAstray);
+    }
+    settleView(object, *lastDiagram_, index_.findRelationship(kindShownBy(object.subject()), *client, *supplier),
+               isAstray);
 }
 
-// Relationships may be defined behind the diagrams that show them.
+void LedgerMaker::settleView(SourceObject& view, const KelDiagram& diagram, const KelObject* shown, bool isAstray) {
+    if (shown != nullptr && diagram.modelElements().holds(static_cast<const KelModelElement&>(*shown))) {
+        view.object = const_cast<KelObject*>(shown);
+        view.verdict = isAstray ? Verdict{&reasons::given, quoted(diagram)} : Verdict{&reasons::kept, {}};
+        noteDrawn(diagram, view.reference, static_cast<KelModelElement&>(*view.object));
+    } else if (isAstray) {
+        view.verdict.reason = &reasons::within;
+    } else if (view.verdict.reason != &reasons::endNotDrawn) {
+        view.verdict.reason = &reasons::nothingToShow;
+    }
+    settleHeld(view, {&reasons::within, {}});
+    settle(view);
+}
+
 void LedgerMaker::finishDeferred() {
     for (Deferred& deferred : deferred_) {
-        SourceObject& view = deferred.view;
-        const auto& diagram = static_cast<const KelDiagram&>(*deferred.diagram);
-        const KelObject* shown = nullptr;
-        const bool isAssociation = view.subject() == Subject::associationView;
-        if (isAssociation) {
-            const SourceValue* quid = view.find("quidu");
-            const auto found = quid != nullptr ? associations_.find(quid->text) : associations_.end();
-            shown = found != associations_.end() ? found->second : nullptr;
-        } else if (deferred.client != nullptr && deferred.supplier != nullptr) {
-            shown = index_.findRelationship(kindShownBy(view.subject()), static_cast<const KelClass&>(*deferred.client),
-                                            static_cast<const KelClass&>(*deferred.supplier));
-        } else {
-            view.verdict.reason = &reasons::endNotDrawn;
-        }
-        if (shown != nullptr && diagram.modelElements().holds(static_cast<const KelModelElement&>(*shown))) {
-            view.object = const_cast<KelObject*>(shown);
-            view.verdict = deferred.isAstray ? Verdict{&reasons::given, quoted(diagram)} : Verdict{&reasons::kept, {}};
-            noteDrawn(diagram, view.reference, *shown);
-        } else if (deferred.isAstray) {
-            view.verdict.reason = &reasons::within;
-        } else if (view.verdict.reason != &reasons::endNotDrawn) {
-            view.verdict.reason = &reasons::nothingToShow;
-        }
-        settleHeld(view, {&reasons::within, {}});
-        settle(view);
+        const auto found = associations_.find(deferred.view.find("quidu")->text);
+        settleView(deferred.view, *deferred.diagram, found != associations_.end() ? found->second : nullptr,
+                   deferred.isAstray);
     }
     deferred_.clear();
     finishNotes();

@@ -51,9 +51,12 @@ void LedgerMaker::deferNotes(SourceObject& holder) {
     notes_.push_back(std::move(notes));
 }
 
-void LedgerMaker::noteDrawn(const KelDiagram& diagram, const std::string& reference, const KelObject& shown) {
+void LedgerMaker::noteDrawn(const KelDiagram& diagram, const std::string& reference, KelModelElement& shown) {
+    if (&diagram == lastDiagram_) {
+        drawn_[reference].element = &shown;
+    }
     if (const auto found = notesOf_.find(&diagram); found != notesOf_.end()) {
-        notes_[found->second].elements.emplace(reference, &shown);
+        notes_[found->second].elements.emplace(reference, static_cast<const KelObject*>(&shown));
     }
 }
 
