@@ -41,6 +41,10 @@ bool isHeld(const SourceObject& object, const SourceObject& parent) {
            (object.subject() == Subject::label && parent.subject() == Subject::noteView);
 }
 
+bool isOnDiagram(const SourceObject* parent) {
+    return parent != nullptr && parent->subject() == Subject::classDiagram && parent->dropped == nullptr;
+}
+
 bool isDrawnElement(Subject subject) {
     return subject >= Subject::classView && subject <= Subject::dependencyView;
 }
@@ -106,8 +110,7 @@ void LedgerMaker::begin(SourceObject& object, SourceObject* parent) {
         if (isDrawnElement(row.subject) && isReading()) {
             beginClassView(object);
         }
-        if (row.subject > Subject::classDiagram && row.subject != Subject::label &&
-            (parent == nullptr || parent->subject() != Subject::classDiagram) &&
+        if (row.subject > Subject::classDiagram && row.subject != Subject::label && !isOnDiagram(parent) &&
             (lastDiagram_ == nullptr || row.subject == Subject::diagramLabel)) {
             parent != nullptr && parent->dropped != nullptr ? missing(object, parent) : drop(object, reasons::within);
         } else if (row.subject == Subject::diagramLabel) {
