@@ -2,10 +2,10 @@
 
 namespace ledger {
 
-void Claims::add(const void* owner, std::string_view name, KelObject* object) {
+void Claims::add(const Key& key, KelObject* object) {
     const auto number = static_cast<std::uint32_t>(items_.size());
     items_.push_back({object, 0});
-    const auto [place, isNew] = chains_.try_emplace(Key{owner, std::string(name)}, Chain{number, number, number});
+    const auto [place, isNew] = chains_.try_emplace(key, Chain{number, number, number});
     if (!isNew) {
         Chain& chain = place.value();
         items_[chain.last].next = number;
@@ -14,8 +14,12 @@ void Claims::add(const void* owner, std::string_view name, KelObject* object) {
     }
 }
 
-KelObject* Claims::take(const void* owner, std::string_view name) {
-    const auto found = chains_.find(Key{owner, std::string(name)});
+void Claims::addCopy(const Key& key, KelObject* object) {
+    add({key.owner, copies_.emplace_back(key.name), key.other}, object);
+}
+
+KelObject* Claims::take(const Key& key) {
+    const auto found = chains_.find(key);
     if (found == chains_.end()) {
         return nullptr;
     }
@@ -24,8 +28,8 @@ KelObject* Claims::take(const void* owner, std::string_view name) {
     return item.object;
 }
 
-KelObject* Claims::first(const void* owner, std::string_view name) const {
-    const auto found = chains_.find(Key{owner, std::string(name)});
+KelObject* Claims::first(const Key& key) const {
+    const auto found = chains_.find(key);
     return found != chains_.end() ? items_[found->second.head].object : nullptr;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ledger/kindTable.h"
-#include "notation/Place.h"
+#include "notation/damage.h"
 
 #include <array>
 #include <cstdint>
@@ -15,6 +15,7 @@
 namespace ledger {
 
 struct PropertyRow;
+enum class Reach : std::uint8_t;
 
 struct TextHash {
     using is_transparent = void;
@@ -45,9 +46,16 @@ struct PropertyGroup {
 /// The properties of one name in the objects of one kind.
 struct PropertyTally {
     std::string name;                  ///< UTF-8, as all texts here
-    const PropertyRow* row;            ///< null when none stands for it
+    const PropertyRow* row = nullptr;  ///< null when none stands for it
     Counts counts;                     ///< those that are told one by one included
     std::vector<PropertyGroup> groups; ///< by reason, of those that are not
+
+    // For whoever makes the ledger.
+    std::string_view bytes; ///< the name as it stands in the file
+    bool isPlain = true;    ///< it is ASCII
+    bool hasText = false;   ///< the value's text is looked at
+    Reach reach{};
+    PropertyTally* follower = nullptr; ///< that came behind it the last time
 };
 
 /// The objects of one kind and their properties.
@@ -56,6 +64,12 @@ struct KindTally {
     const KindRow* row = nullptr;
     Counts objects;
     ByText<PropertyTally> properties;
+
+    // For whoever makes the ledger.
+    std::string_view bytes;         ///< the name as it stands in the file
+    bool isPlain = true;            ///< it is ASCII
+    PropertyTally* first = nullptr; ///< that an object of this kind began with the last time
+    KindTally* follower = nullptr;  ///< that came behind it the last time
 
     /// By name.
     [[nodiscard]] std::vector<const PropertyTally*> sortedProperties() const;
@@ -74,6 +88,14 @@ struct Entry {
     std::string detail; ///< what the reason is about; may be empty
 };
 
+/// Something wrong with the notation of a file, whose reader may have skipped text for it.
+struct DamagedPlace {
+    std::uint32_t file = 0;
+    notation::Damage damage;
+};
+/// How many damages are told one by one.
+inline constexpr std::size_t mostDamages = 1000;
+
 /// Bytes of a text that the encoding of its file does not have.
 struct BadBytes {
     std::uint32_t file = 0;
@@ -91,8 +113,11 @@ struct Ledger {
 
     std::vector<std::string> files; ///< paths
     ByText<KindTally> kinds;
-    std::deque<Entry> entries; ///< what is told one by one, in the order of the files' text
-    std::vector<BadBytes> badBytes;
+    std::deque<Entry> entries;         ///< what is told one by one, in the order of the files' text
+    std::vector<DamagedPlace> damages; ///< the first of them
+    std::uint64_t damageCount = 0;
+    std::vector<BadBytes> badBytes; ///< none where only counts were asked for
+    std::uint64_t badByteCount = 0;
     std::uint64_t losses = 0; ///< how many objects and properties
 
     [[nodiscard]] Counts objects() const;

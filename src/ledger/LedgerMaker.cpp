@@ -7,6 +7,8 @@
 #include "units/localText.h"
 
 #include <algorithm>
+#include <ranges>
+#include <utility>
 
 namespace ledger {
 
@@ -17,10 +19,6 @@ using notation::EventKind;
 namespace {
 
 constexpr std::size_t nestedWindow = std::size_t{16} * 1024; // of units, which may nest deep
-
-bool isPlain(std::string_view bytes) {
-    return std::ranges::all_of(bytes, [](char byte) { return byte >= 0; });
-}
 
 } // namespace
 
@@ -70,13 +68,11 @@ void LedgerMaker::open(std::size_t file) {
 
 void LedgerMaker::take(const Event& event) {
     if (event.kind == EventKind::damage) {
-        return;
+        return addDamage(*event.damage);
     }
     const bool isText = event.kind == EventKind::text || event.kind == EventKind::line;
-    if (isText && !isPlain(event.text)) {
-        noteBadBytes(event.text, event.place, event.place.column + (event.continues && !event.startsLine ? 0 : 1));
-    }
     if (event.continues) {
+        noteBadValue(event);
         if (value_ != nullptr) {
             value_->text += event.startsLine ? "\n" : "";
             value_->text += event.text;
@@ -87,16 +83,14 @@ void LedgerMaker::take(const Event& event) {
     if (event.isProperty() && depth_ > 0) {
         addProperty(event);
     }
+    noteBadValue(event);
     if (event.kind == EventKind::start && event.construct == Construct::object) {
         startObject(event);
     } else if (event.kind == EventKind::end && event.construct == Construct::object) {
         endObject();
-    } else if (value_ == nullptr && depth_ > 0 && isText && !objects_[depth_ - 1].values.empty()) {
-        SourceValue& holder = objects_[depth_ - 1].values.back(); // such as (value cardinality "1")
-        if (holder.kind == EventKind::start && holder.text.empty()) {
-            holder.text = event.text;
-            value_ = &holder;
-        }
+    } else if (isText && holder_ != nullptr) { // such as (value cardinality "1")
+        holder_->text = event.text;
+        value_ = std::exchange(holder_, nullptr);
     }
 }
 
@@ -115,13 +109,14 @@ const units::Unit* LedgerMaker::unitAt(const notation::Place& place) {
 }
 
 void LedgerMaker::startObject(const Event& event) {
-    noteBadNames(event);
+    holder_ = nullptr;
     if (objects_.size() == depth_) {
         objects_.emplace_back();
     }
     SourceObject& object = objects_[depth_++];
     SourceObject* parent = depth_ > 1 ? &objects_[depth_ - 2] : nullptr;
     object.kind = &kindOf(event.text);
+    noteBadHead(event, object.kind->isPlain);
     object.key = event.key;
     object.name = event.names.empty() ? std::string_view() : event.names.front().text;
     object.secondName = event.names.size() < 2 ? std::string_view() : event.names[1].text;
@@ -131,6 +126,7 @@ void LedgerMaker::startObject(const Event& event) {
     object.verdict = {};
     object.file = open_.back()->file;
     object.place = event.place;
+    object.lastProperty = nullptr;
     object.values.clear();
     object.held.clear();
     object.isImplied = event.isImplied;
@@ -148,6 +144,7 @@ void LedgerMaker::startObject(const Event& event) {
 }
 
 void LedgerMaker::endObject() {
+    holder_ = nullptr;
     SourceObject& object = objects_[--depth_];
     SourceObject* parent = depth_ > 0 ? &objects_[depth_ - 1] : nullptr;
     const units::Unit* unit = object.unit;
@@ -158,41 +155,86 @@ void LedgerMaker::endObject() {
 }
 
 void LedgerMaker::addProperty(const Event& event) {
+    holder_ = nullptr;
     SourceObject& owner = objects_[depth_ - 1];
-    PropertyTally& tally = propertyOf(*owner.kind, event.key);
-    SourceValue value{&tally, open_.back()->file, event.keyPlace, ++order_, event.kind, {}};
-    if (owner.dropped != nullptr) {
-        settleValue(owner, value, {&reasons::withObject, {}});
-        return;
+    PropertyTally& tally = propertyOf(owner, event.key);
+    if (!tally.isPlain) {
+        noteBadBytes(event.key, event.keyPlace, event.keyPlace.column);
     }
-    if (event.kind != EventKind::start) {
+    SourceValue& value = owner.values.emplace_back();
+    value.property = &tally;
+    value.file = open_.back()->file;
+    value.place = event.keyPlace;
+    value.order = ++order_;
+    value.kind = event.kind;
+    value.reached = reachOf(tally);
+    const bool isLost = owner.dropped != nullptr && value.reached == nullptr;
+    if (isLost || (owner.object != nullptr && !tally.hasText)) { // what becomes of it is known
+        settleValue(owner, value, {isLost ? &reasons::withObject : &always(owner, tally), {}});
+        owner.values.pop_back();
+    } else if (tally.hasText && event.kind == EventKind::start) {
+        holder_ = &value;
+    } else if (tally.hasText) {
         value.text = event.text;
+        value_ = &value;
     }
-    owner.values.push_back(std::move(value));
-    value_ = &owner.values.back();
+}
+
+void LedgerMaker::addDamage(const notation::Damage& damage) {
+    ++ledger_.damageCount;
+    if (choices_.detail != Detail::counts && ledger_.damages.size() < mostDamages) {
+        ledger_.damages.push_back({open_.back()->file, damage});
+    }
 }
 
 void LedgerMaker::noteBadBytes(std::string_view bytes, const notation::Place& place, std::uint64_t column) {
     for (const SourceText::Run& run : textOf(open_.back()->file).badRuns(bytes)) {
-        notation::Place at = place;
-        at.offset += column - place.column + run.offset;
-        at.column = column + run.offset;
-        ledger_.badBytes.push_back({open_.back()->file, at, std::string(bytes.substr(run.offset, run.length))});
+        ++ledger_.badByteCount;
+        if (choices_.detail != Detail::counts) {
+            notation::Place at = place;
+            at.offset += column - place.column + run.offset;
+            at.column = column + run.offset;
+            ledger_.badBytes.push_back({open_.back()->file, at, std::string(bytes.substr(run.offset, run.length))});
+        }
     }
+}
+
+// Of a value, which is a text behind its quote or bar, or a word; or of the word that a list or the like begins with.
+void LedgerMaker::noteBadValue(const Event& event) {
+    const bool isWord = event.kind == EventKind::word;
+    if (isWord || event.kind == EventKind::text || event.kind == EventKind::line) {
+        if (!isPlain(event.text)) {
+            const bool isBehindMark = !isWord && (!event.continues || event.startsLine);
+            noteBadBytes(event.text, event.place, event.place.column + (isBehindMark ? 1 : 0));
+        }
+    } else if (event.kind == EventKind::start && event.construct != Construct::object && !isPlain(event.text)) {
+        noteBadWord(event, event.end);
+    }
+}
+
+// Of the word of a construct that ends at the offset.
+void LedgerMaker::noteBadWord(const Event& event, std::uint64_t end) {
+    const std::uint64_t begin = end - event.text.size();
+    noteBadBytes(event.text, event.place, event.place.column + begin - event.place.offset);
 }
 
 // The reader tells where an object's head ends, but not where each name begins: they are counted back from there, with
 // a blank between them as the tool writes it.
-void LedgerMaker::noteBadNames(const Event& event) {
+void LedgerMaker::noteBadHead(const Event& event, bool isKindPlain) {
+    const bool arePlain = std::ranges::all_of(event.names, isPlain, &notation::Name::text);
+    if (event.isImplied || (isKindPlain && arePlain)) {
+        return;
+    }
+    const std::size_t first = ledger_.badBytes.size();
     std::uint64_t end = event.end - (event.reference.empty() ? 0 : event.reference.size() + 2);
-    for (std::size_t index = event.names.size(); index-- > 0;) {
-        const notation::Name& name = event.names[index];
+    for (const notation::Name& name : std::views::reverse(event.names)) {
         const std::uint64_t begin = end - name.length - (name.hasEscapes ? 1 : 0);
-        if (!isPlain(name.text)) {
-            noteBadBytes(name.text, event.place, event.place.column + begin - event.place.offset);
-        }
+        noteBadBytes(name.text, event.place, event.place.column + begin - event.place.offset);
         end = begin - 2;
     }
+    noteBadWord(event, end);
+    std::sort(ledger_.badBytes.begin() + static_cast<std::ptrdiff_t>(first), ledger_.badBytes.end(),
+              [](const BadBytes& left, const BadBytes& right) { return left.place.offset < right.place.offset; });
 }
 
 Ledger makeLedger(const units::UnitTree& tree, const KelModel& model, const Choices& choices) {

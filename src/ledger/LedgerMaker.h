@@ -16,13 +16,18 @@
 #include <string>
 #include <vector>
 
+class KelDiagram;
 class KelModelElement;
+class KelNote;
 
 namespace notation {
 struct Event;
 }
 
 namespace ledger {
+
+/// The name of an object of the model, as reasons tell it.
+[[nodiscard]] std::string quoted(const KelObject& object);
 
 /// Walks through the text of a model and its units and judges each object and property as soon as what it depends on
 /// has been read: most at their end, roles with their association, notes with their diagram, and views of
@@ -46,18 +51,23 @@ private:
     void endObject();
     void addProperty(const notation::Event& event);
     void noteBadBytes(std::string_view bytes, const notation::Place& place, std::uint64_t column);
-    void noteBadNames(const notation::Event& event);
+    void noteBadValue(const notation::Event& event);
+    void noteBadWord(const notation::Event& event, std::uint64_t end);
+    void noteBadHead(const notation::Event& event, bool isKindPlain);
+    void addDamage(const notation::Damage& damage);
     const units::Unit* unitAt(const notation::Place& place);
     SourceText& currentText();
     SourceText& textOf(std::uint32_t file) { return *texts_[file]; }
 
     // The ledger (settle.cpp).
     KindTally& kindOf(std::string_view bytes);
-    PropertyTally& propertyOf(KindTally& kind, std::string_view bytes);
+    PropertyTally& propertyOf(SourceObject& owner, std::string_view bytes);
     void count(Counts& counts, const Reason& reason);
     void settle(SourceObject& object);
     void settleValue(const SourceObject& owner, const SourceValue& value, Verdict verdict);
     void settleValues(SourceObject& object);
+    bool hasReached(const SourceObject& owner, const SourceValue& value);
+    static const Reason& always(const SourceObject& owner, const PropertyTally& property);
     void settleHeld(SourceObject& object, const Verdict& verdict);
 
     // What became of an object; those that begin have no properties yet (judge*.cpp).
@@ -68,7 +78,10 @@ private:
     [[nodiscard]] std::string textOf(const SourceObject& object, std::string_view property);
     void drop(SourceObject& object, const Reason& reason, std::string detail = {});
     bool claim(const KelObject& object, const SourceObject& by);
-    void missing(SourceObject& object);
+    void missing(SourceObject& object, const SourceObject* parent);
+    static void take(SourceObject& object, KelObject& found, const KelObject& holder, const KelObject* expected);
+    [[nodiscard]] const KelObject* reachOf(const PropertyTally& property) const;
+    [[nodiscard]] bool isReading() const { return started_ && !mutedBy_; }
 
     void beginPackage(SourceObject& object, const SourceObject* parent);
     void finishPackage(SourceObject& object);
@@ -85,12 +98,28 @@ private:
     void finishRelationship(SourceObject& object, const SourceObject* parent);
     void placed(SourceObject& object, const SourceObject* parent);
 
+    void beginClassView(const SourceObject& object);
     void beginDiagram(SourceObject& object, const SourceObject* parent);
-    void finishDiagram(SourceObject& object);
-    void finishClassView(SourceObject& object);
-    void finishRelationshipView(SourceObject& object);
-    void finishNotes(SourceObject& diagram);
+    void finishClassView(SourceObject& object, const SourceObject* parent);
+    void finishRelationshipView(SourceObject& object, const SourceObject* parent);
+    void settleView(SourceObject& view, const KelDiagram& diagram, const KelObject* shown, bool isAstray);
     void finishDeferred();
+
+    // Notes (judgeNotes.cpp).
+    /// The notes of a diagram of the file and what attaches them.
+    struct DiagramNotes {
+        const KelDiagram* diagram; ///< of the model
+        std::vector<SourceObject> views;
+        std::vector<SourceObject> attachments;
+        tsl::robin_map<std::string, std::size_t> byNumber;      ///< the place in `views`
+        tsl::robin_map<std::string, const KelObject*> elements; ///< on the diagram, by number
+    };
+    void deferNotes(SourceObject& holder);
+    void noteDrawn(const KelDiagram& diagram, const std::string& reference, KelModelElement& shown);
+    void finishNotes();
+    void attach(DiagramNotes& notes, SourceObject& attachment);
+    void finishNote(SourceObject& view, KelNote* found);
+    [[nodiscard]] std::string textOfNote(const SourceObject& view);
 
     const units::UnitTree& tree_;
     const KelModel& model_;
@@ -102,12 +131,19 @@ private:
     std::vector<std::unique_ptr<OpenText>> open_;    // the innermost unit last
     std::vector<SourceObject> objects_; // those in front of `depth_` are open; the others keep their memory
     std::size_t depth_ = 0;
-    SourceValue* value_ = nullptr; // what a further piece of text belongs to
+    SourceValue* value_ = nullptr;  // what a further piece of text belongs to
+    SourceValue* holder_ = nullptr; // what a first one may belong to
     std::uint64_t order_ = 0;
+    KindTally* lastKind_ = nullptr;
 
     bool started_ = false; // the logical view has been met
     std::optional<std::string> mutedBy_;
-    KelObject* lastClass_ = nullptr;                                   // that the text came upon
+    // What the import gives properties and parts to, whatever they stand in; null for what the model does not have.
+    KelClass* lastClass_ = nullptr;
+    KelOperation* lastOperation_ = nullptr;
+    KelDiagram* lastDiagram_ = nullptr;
+    const KelObject* active_ = nullptr; // the last object of all
+
     tsl::robin_map<const KelObject*, std::uint64_t> claimed_;          // which objects have been found, by what line
     tsl::robin_map<std::string, const KelModelElement*> associations_; // by quid
 
@@ -119,11 +155,12 @@ private:
     tsl::robin_set<const KelObject*> drawnClasses_; // likewise
     struct Deferred {
         SourceObject view;
-        const KelObject* diagram;
-        const KelModelElement* client;
-        const KelModelElement* supplier;
+        const KelDiagram* diagram;
+        bool isAstray; // the diagram is not the one that it stands in
     };
     std::vector<Deferred> deferred_;
+    std::vector<DiagramNotes> notes_;
+    tsl::robin_map<const KelObject*, std::size_t> notesOf_; // the place in `notes_` by diagram
 };
 
 } // namespace ledger

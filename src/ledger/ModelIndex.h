@@ -3,18 +3,19 @@
 #include "host/model/KelElementType.h"
 #include "ledger/Claims.h"
 
+#include <tsl/robin_set.h>
+
 class KelArgument;
 class KelAssociation;
 class KelClass;
 class KelClassDiagram;
-class KelDependency;
 class KelDesignPackage;
 class KelDiagram;
-class KelGeneralization;
+class KelElement;
 class KelModel;
+class KelNote;
 class KelOperation;
 class KelPackage;
-class KelRealization;
 
 namespace ledger {
 
@@ -37,13 +38,12 @@ public:
     KelArgument* takeArgument(const KelObject& owner, std::string_view name);
     /// `signature` as `signatureOf` makes it.
     KelAssociation* takeAssociation(std::string_view signature);
-    KelGeneralization* takeGeneralization(const KelClass& subtype, const KelClass& supertype);
-    KelRealization* takeRealization(const KelClass& realization, const KelClass& specification);
-    KelDependency* takeDependency(const KelClass& client, const KelClass& supplier);
+    KelObject* takeRelationship(KelElementType kind, const KelClass& client, const KelClass& supplier);
+    /// The note of that text on an element, or on any (null). Only the first bytes of texts are looked at.
+    KelNote* takeNote(const KelObject* element, std::string_view text);
 
     /// The first relationship of that kind between two classes, taken or not; null when there is none.
-    [[nodiscard]] KelObject* findRelationship(KelElementType kind, const KelClass& client,
-                                              const KelClass& supplier) const;
+    [[nodiscard]] KelObject* findRelationship(KelElementType kind, const KelClass& client, const KelClass& supplier);
 
     /// The names of an association, of its roles and of their classes as one text.
     [[nodiscard]] static std::string signatureOf(const KelAssociation& association);
@@ -53,6 +53,8 @@ private:
     void addPackage(const KelPackage& package);
     void addClass(const KelClass& added);
     void addElements(const KelDesignPackage& package);
+    void addNotes(const KelElement& element);
+    Claims& relationships(KelElementType kind);
 
     const KelModel& model_;
     const KelDesignPackage* homeOfNamed_ = nullptr;
@@ -66,6 +68,8 @@ private:
     Claims generalizations_;
     Claims realizations_;
     Claims dependencies_;
+    Claims notes_;
+    tsl::robin_set<const KelObject*> takenNotes_;
 };
 
 } // namespace ledger

@@ -19,6 +19,7 @@ struct SourceValue {
     notation::Place place;
     std::uint64_t order = 0;
     notation::EventKind kind = notation::EventKind::nothing; ///< `start` for an object or list
+    const KelObject* reached = nullptr; ///< what the import gives it to when that is not the object it stands in
     std::string text; ///< bytes as they stand, where the property's row looks at them; lines are joined by LF
 };
 
@@ -37,6 +38,7 @@ struct SourceObject {
     notation::Place place;
     bool isImplied = false;            ///< the file lacks its beginning: it is not counted
     const units::Unit* unit = nullptr; ///< that it stands for, or null
+    PropertyTally* lastProperty = nullptr;
     std::vector<SourceValue> values;
     std::vector<SourceObject> held; ///< parts that can only be judged together with it
 

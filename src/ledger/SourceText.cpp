@@ -32,6 +32,10 @@ std::vector<SourceText::Run> SourceText::badRuns(std::string_view bytes) {
     return runs;
 }
 
+bool isPlain(std::string_view bytes) {
+    return std::ranges::all_of(bytes, [](char byte) { return byte >= 0; });
+}
+
 std::string_view takenOfQuoted(std::string_view bytes) {
     return bytes.substr(0, std::min(bytes.find('"'), bytes.find('\0')));
 }

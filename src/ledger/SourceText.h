@@ -32,6 +32,9 @@ private:
     bool converts_;
 };
 
+/// Whether there is nothing but ASCII.
+[[nodiscard]] bool isPlain(std::string_view bytes);
+
 /// What the import takes of a text in quotes: what stands in front of the first quote within it, escapes as they are.
 [[nodiscard]] std::string_view takenOfQuoted(std::string_view bytes);
 

@@ -8,6 +8,7 @@
 #include "host/model/KelDependency.h"
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelGeneralization.h"
+#include "host/model/KelNote.h"
 #include "host/model/KelOperation.h"
 #include "host/model/KelType.h"
 #include "ledger/reasons.h"
@@ -83,6 +84,10 @@ namespace checks {
 
 Verdict description(const Checked& checked) {
     return compareText(checked, as<KelModelObject>(checked).description);
+}
+
+Verdict noteText(const Checked& checked) {
+    return compareText(checked, as<KelNote>(checked).description);
 }
 
 Verdict stereotype(const Checked& checked) {

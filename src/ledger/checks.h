@@ -17,6 +17,7 @@ namespace ledger {
 namespace checks {
 
 Verdict description(const Checked& checked);
+Verdict noteText(const Checked& checked);
 Verdict stereotype(const Checked& checked);
 Verdict initialValue(const Checked& checked);
 Verdict type(const Checked& checked);

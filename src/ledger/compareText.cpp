@@ -26,6 +26,12 @@ std::string shown(std::string_view text) {
     return '"' + std::string(start) + (start.size() < text.size() ? "...\"" : "\"");
 }
 
+/// Whether the text is the model's byte for byte, and whoever reads it otherwise could not tell: most texts are.
+bool isSamePlainText(const SourceValue& value, std::string_view taken, std::string_view inModel) {
+    return taken == inModel && taken.size() == value.text.size() && isPlain(taken) &&
+           taken.find_first_of("\\\r") == std::string_view::npos;
+}
+
 std::string_view taken(const Checked& checked) {
     const std::string_view bytes = checked.value.text;
     return checked.value.kind == notation::EventKind::line ? bytes.substr(0, bytes.find('\0')) : takenOfQuoted(bytes);
@@ -63,6 +69,9 @@ std::string takenText(const Checked& checked) {
 
 Verdict compareText(const Checked& checked, const KelString& inModel) {
     const std::string_view bytes = taken(checked);
+    if (isSamePlainText(checked.value, bytes, inModel.view())) {
+        return {&reasons::kept, {}};
+    }
     bool isWhole = true;
     const std::string expected = withoutReturns(checked.text.toUtf8(bytes, &isWhole));
     const bool isMuchLonger = inModel.view().size() > 2 * expected.size() + searchedLength;

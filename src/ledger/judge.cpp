@@ -1,6 +1,9 @@
 // Which judgement each object gets, and what these have in common.
 
+#include "host/model/KelClass.h"
+#include "host/model/KelDiagram.h"
 #include "host/model/KelModel.h"
+#include "host/model/KelOperation.h"
 #include "ledger/LedgerMaker.h"
 #include "ledger/reasons.h"
 #include "notation/unescaped.h"
@@ -17,20 +20,40 @@ bool isReadAnywhere(Subject subject) {
            subject == Subject::classDiagram;
 }
 
+/// What the import gives to the class or the diagram that it came upon last, whatever it stands in.
+bool isReadAstray(Subject subject) {
+    static constexpr std::array subjects{
+        Subject::attribute,          Subject::operation,       Subject::parameter,      Subject::generalization,
+        Subject::realization,        Subject::dependency,      Subject::classView,      Subject::associationView,
+        Subject::generalizationView, Subject::realizationView, Subject::dependencyView, Subject::noteView,
+        Subject::attachView};
+    return std::ranges::find(subjects, subject) != subjects.end();
+}
+
+bool isNote(Subject subject) {
+    return subject == Subject::noteView || subject == Subject::attachView;
+}
+
 /// Whether an object can only be judged together with the one that it stands in.
 bool isHeld(const SourceObject& object, const SourceObject& parent) {
-    struct Row {
-        Subject held;
-        Subject by;
-    };
-    static constexpr std::array rows{
-        Row{Subject::role, Subject::association}, Row{Subject::noteView, Subject::classDiagram},
-        Row{Subject::attachView, Subject::classDiagram}, Row{Subject::label, Subject::noteView}};
-    return std::ranges::any_of(
-        rows, [&](const Row& row) { return row.held == object.subject() && row.by == parent.subject(); });
+    return (isNote(object.subject()) && !isNote(parent.subject())) ||
+           (object.subject() == Subject::role && parent.subject() == Subject::association) ||
+           (object.subject() == Subject::label && parent.subject() == Subject::noteView);
+}
+
+bool isOnDiagram(const SourceObject* parent) {
+    return parent != nullptr && parent->subject() == Subject::classDiagram && parent->dropped == nullptr;
+}
+
+bool isDrawnElement(Subject subject) {
+    return subject >= Subject::classView && subject <= Subject::dependencyView;
 }
 
 } // namespace
+
+std::string quoted(const KelObject& object) {
+    return '"' + std::string(object.getName().view()) + '"';
+}
 
 void LedgerMaker::begin(SourceObject& object, SourceObject* parent) {
     const KindRow& row = *object.kind->row;
@@ -47,8 +70,9 @@ void LedgerMaker::begin(SourceObject& object, SourceObject* parent) {
     if (row.subject == Subject::none) {
         return drop(object, row.reason);
     }
-    if (parent != nullptr && parent->dropped != nullptr && !isReadAnywhere(row.subject)) {
-        return drop(object, parent->dropped->weight == Weight::loss ? *parent->dropped : reasons::within);
+    if (parent != nullptr && parent->dropped != nullptr && !isReadAnywhere(row.subject) &&
+        !(isReading() && isReadAstray(row.subject))) {
+        return missing(object, parent);
     }
     switch (row.subject) {
     case Subject::header:
@@ -67,15 +91,28 @@ void LedgerMaker::begin(SourceObject& object, SourceObject* parent) {
         return beginParameter(object, parent);
     case Subject::operationText:
         object.object = parent != nullptr && parent->subject() == Subject::operation ? parent->object : nullptr;
-        return object.object == nullptr ? missing(object) : void();
+        return object.object == nullptr ? missing(object, parent) : void();
+    case Subject::association:
+        lastClass_ = nullptr;
+        active_ = nullptr;
+        return;
+    case Subject::role:
+    case Subject::generalization:
+    case Subject::realization:
+    case Subject::dependency:
+        active_ = nullptr;
+        return;
     case Subject::classDiagram:
         return beginDiagram(object, parent);
     case Subject::treeView:
         return;
     default:
-        if (row.subject > Subject::classDiagram && row.subject != Subject::label &&
-            (parent == nullptr || parent->subject() != Subject::classDiagram)) {
-            drop(object, reasons::within);
+        if (isDrawnElement(row.subject) && isReading()) {
+            beginClassView(object);
+        }
+        if (row.subject > Subject::classDiagram && row.subject != Subject::label && !isOnDiagram(parent) &&
+            (lastDiagram_ == nullptr || row.subject == Subject::diagramLabel)) {
+            parent != nullptr && parent->dropped != nullptr ? missing(object, parent) : drop(object, reasons::within);
         } else if (row.subject == Subject::diagramLabel) {
             object.object = parent->object;
         } else if (row.subject == Subject::label && (parent == nullptr || parent->subject() != Subject::noteView)) {
@@ -85,6 +122,7 @@ void LedgerMaker::begin(SourceObject& object, SourceObject* parent) {
 }
 
 void LedgerMaker::finish(SourceObject& object, SourceObject* parent) {
+    deferNotes(object);
     if (object.dropped == nullptr && object.verdict.reason != &reasons::readFromUnit) {
         switch (object.subject()) {
         case Subject::package:
@@ -107,17 +145,17 @@ void LedgerMaker::finish(SourceObject& object, SourceObject* parent) {
         case Subject::dependency:
             finishRelationship(object, parent);
             break;
-        case Subject::classDiagram:
-            finishDiagram(object);
-            break;
         case Subject::classView:
-            finishClassView(object);
+            finishClassView(object, parent);
             break;
         case Subject::associationView:
         case Subject::generalizationView:
         case Subject::realizationView:
         case Subject::dependencyView:
-            return finishRelationshipView(object);
+            if (lastDiagram_ != nullptr) { // it may have ended within the view
+                return finishRelationshipView(object, parent);
+            }
+            break;
         case Subject::treeView:
             drawn_[object.reference].instead = object.find("supplier") != nullptr ? object.find("supplier")->text : "";
             drop(object, object.kind->row->reason);
@@ -172,9 +210,37 @@ bool LedgerMaker::claim(const KelObject& object, const SourceObject& by) {
     return claimed_.emplace(&object, by.place.line).second;
 }
 
-// Drops what the import takes and the model does not have.
-void LedgerMaker::missing(SourceObject& object) {
+// Drops what the model does not have.
+void LedgerMaker::missing(SourceObject& object, const SourceObject* parent) {
+    if (parent != nullptr && parent->dropped != nullptr) {
+        return drop(object, parent->dropped->weight == Weight::loss ? *parent->dropped : reasons::within);
+    }
     drop(object, mutedBy_ ? reasons::muted : reasons::notInModel, mutedBy_.value_or(""));
+}
+
+// The object was found in `holder`, and is expected in `expected`.
+void LedgerMaker::take(SourceObject& object, KelObject& found, const KelObject& holder, const KelObject* expected) {
+    object.object = &found;
+    if (&holder != expected) {
+        object.verdict = {&reasons::given, quoted(holder)};
+    }
+}
+
+// What the import gives a property to.
+const KelObject* LedgerMaker::reachOf(const PropertyTally& property) const {
+    if (!isReading()) {
+        return nullptr;
+    }
+    switch (property.reach) {
+    case Reach::activeObject:
+        return active_;
+    case Reach::lastClass:
+        return lastClass_;
+    case Reach::lastOperation:
+        return lastOperation_;
+    default:
+        return nullptr;
+    }
 }
 
 } // namespace ledger

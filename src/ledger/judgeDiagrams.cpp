@@ -4,11 +4,8 @@
 #include "host/model/KelClassDiagram.h"
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelModelElement.h"
-#include "host/model/KelNote.h"
 #include "ledger/LedgerMaker.h"
 #include "ledger/reasons.h"
-
-#include <tsl/robin_set.h>
 
 namespace ledger {
 
@@ -24,6 +21,9 @@ constexpr KelElementType kindShownBy(Subject view) {
 
 void LedgerMaker::beginDiagram(SourceObject& object, const SourceObject* parent) {
     drawn_.clear();
+    drawnClasses_.clear();
+    lastDiagram_ = nullptr;
+    active_ = nullptr;
     const std::string name = taken(object.name, object.file);
     const bool inPackage = parent != nullptr && parent->subject() == Subject::package && parent->object != nullptr;
     KelDiagram* found = inPackage ? index_.takeDiagram(static_cast<const KelPackage*>(parent->object), name) : nullptr;
@@ -32,128 +32,102 @@ void LedgerMaker::beginDiagram(SourceObject& object, const SourceObject* parent)
         if (found == nullptr) {
             break;
         }
-        object.verdict = {&reasons::misplaced, '"' + std::string(found->getDesignPackage()->getName().view()) + '"'};
+        object.verdict = {&reasons::misplaced, quoted(*found->getDesignPackage())};
     }
     if (found == nullptr) {
         return drop(object, started_ ? reasons::notInModel : reasons::outsideLogicalView);
     }
     claim(*found, object);
     object.object = found;
+    lastDiagram_ = found;
+    active_ = found;
 }
 
-void LedgerMaker::finishClassView(SourceObject& object) {
-    const auto& diagram = static_cast<const KelDiagram&>(*objects_[depth_ - 1].object);
+// What the import gives what follows a view to.
+void LedgerMaker::beginClassView(const SourceObject& object) {
+    if (object.subject() == Subject::classView && lastDiagram_ != nullptr) {
+        lastClass_ = index_.findClass(classNamed(taken(object.secondName, object.file)));
+        active_ = lastClass_;
+    } else if (object.subject() != Subject::generalizationView) {
+        active_ = nullptr;
+    }
+}
+
+void LedgerMaker::finishClassView(SourceObject& object, const SourceObject* parent) {
     const std::string text = taken(object.secondName, object.file);
     KelClass* shown = index_.findClass(classNamed(text));
-    if (shown == nullptr || !diagram.modelElements().holds(*shown)) {
+    if (shown == nullptr || lastDiagram_ == nullptr || !lastDiagram_->modelElements().holds(*shown)) {
+        if (parent == nullptr || parent->subject() != Subject::classDiagram) {
+            return missing(object, parent);
+        }
         return drop(object, mutedBy_ ? reasons::muted : reasons::nothingToShow, mutedBy_.value_or(""));
     }
-    object.object = shown;
-    Drawn& drawn = drawn_[object.reference];
-    drawn.element = shown;
+    take(object, *shown, *lastDiagram_, parent != nullptr ? parent->object : nullptr);
+    drawn_[object.reference].element = shown;
+    if (object.verdict.reason != &reasons::kept) {
+        return;
+    }
     if (!drawnClasses_.insert(shown).second) {
         object.verdict.reason = &reasons::drawnTwice;
+    } else if (shown->getDesignPackage() == index_.homeOfNamed()) {
+        object.verdict.reason = &reasons::amongNamed;
     }
 }
 
-void LedgerMaker::finishRelationshipView(SourceObject& object) {
-    const auto elementOf = [&](std::string_view property) -> const KelModelElement* {
+void LedgerMaker::finishRelationshipView(SourceObject& object, const SourceObject* parent) {
+    const auto classOf = [&](std::string_view property) -> const KelClass* {
         const SourceValue* value = object.find(property);
         auto found = value != nullptr ? drawn_.find(value->text) : drawn_.end();
         if (found != drawn_.end() && found->second.element == nullptr) {
             found = drawn_.find(found->second.instead);
         }
-        return found != drawn_.end() ? found->second.element : nullptr;
+        const KelModelElement* element = found != drawn_.end() ? found->second.element : nullptr;
+        return element != nullptr && element->elementType == KelElementType::classObject
+                   ? static_cast<const KelClass*>(element)
+                   : nullptr;
     };
-    const KelModelElement* client = nullptr;
-    const KelModelElement* supplier = nullptr;
-    if (object.subject() != Subject::associationView) {
-        client = elementOf("client");
-        supplier = elementOf("supplier");
+    const bool isAstray = parent == nullptr || parent->object != lastDiagram_;
+    if (object.subject() == Subject::associationView) {
+        const SourceValue* quid = object.find("quidu");
+        const auto found = quid != nullptr ? associations_.find(quid->text) : associations_.end();
+        if (quid != nullptr && found == associations_.end()) { // it may be defined behind the diagrams that show it
+            deferred_.push_back({std::move(object), lastDiagram_, isAstray});
+            return;
+        }
+        return settleView(object, *lastDiagram_, found != associations_.end() ? found->second : nullptr, isAstray);
     }
-    deferred_.push_back({std::move(object), objects_[depth_ - 1].object, client, supplier});
+    const KelClass* client = classOf("client");
+    const KelClass* supplier = classOf("supplier");
+    if (client == nullptr || supplier == nullptr) {
+        object.verdict.reason = &reasons::endNotDrawn;
+        return settleView(object, *lastDiagram_, nullptr, isAstray);
+    }
+    settleView(object, *lastDiagram_, index_.findRelationship(kindShownBy(object.subject()), *client, *supplier),
+               isAstray);
 }
 
-// Relationships may be defined behind the diagrams that show them.
+void LedgerMaker::settleView(SourceObject& view, const KelDiagram& diagram, const KelObject* shown, bool isAstray) {
+    if (shown != nullptr && diagram.modelElements().holds(static_cast<const KelModelElement&>(*shown))) {
+        view.object = const_cast<KelObject*>(shown);
+        view.verdict = isAstray ? Verdict{&reasons::given, quoted(diagram)} : Verdict{&reasons::kept, {}};
+        noteDrawn(diagram, view.reference, static_cast<KelModelElement&>(*view.object));
+    } else if (isAstray) {
+        view.verdict.reason = &reasons::within;
+    } else if (view.verdict.reason != &reasons::endNotDrawn) {
+        view.verdict.reason = &reasons::nothingToShow;
+    }
+    settleHeld(view, {&reasons::within, {}});
+    settle(view);
+}
+
 void LedgerMaker::finishDeferred() {
     for (Deferred& deferred : deferred_) {
-        SourceObject& view = deferred.view;
-        const auto& diagram = static_cast<const KelDiagram&>(*deferred.diagram);
-        const KelObject* shown = nullptr;
-        const bool isAssociation = view.subject() == Subject::associationView;
-        if (isAssociation) {
-            const SourceValue* quid = view.find("quidu");
-            const auto found = quid != nullptr ? associations_.find(quid->text) : associations_.end();
-            shown = found != associations_.end() ? found->second : nullptr;
-        } else if (deferred.client != nullptr && deferred.supplier != nullptr) {
-            shown = index_.findRelationship(kindShownBy(view.subject()), static_cast<const KelClass&>(*deferred.client),
-                                            static_cast<const KelClass&>(*deferred.supplier));
-        } else {
-            view.verdict.reason = &reasons::endNotDrawn;
-        }
-        if (shown != nullptr && diagram.modelElements().holds(static_cast<const KelModelElement&>(*shown))) {
-            view.object = const_cast<KelObject*>(shown);
-            view.verdict.reason = &reasons::kept;
-        } else if (view.verdict.reason != &reasons::endNotDrawn) {
-            view.verdict.reason = &reasons::nothingToShow;
-        }
-        settle(view);
+        const auto found = associations_.find(deferred.view.find("quidu")->text);
+        settleView(deferred.view, *deferred.diagram, found != associations_.end() ? found->second : nullptr,
+                   deferred.isAstray);
     }
     deferred_.clear();
-}
-
-void LedgerMaker::finishDiagram(SourceObject& object) {
-    finishNotes(object);
-    drawn_.clear();
-    drawnClasses_.clear();
-}
-
-// The notes that the model has on the diagram and on what it shows are known by their texts.
-void LedgerMaker::finishNotes(SourceObject& object) {
-    if (object.held.empty()) {
-        return;
-    }
-    const auto& diagram = static_cast<const KelDiagram&>(*object.object);
-    tsl::robin_set<std::string> texts;
-    const auto add = [&](const KelElement& element) {
-        for (const KelNote* note : element.notes()) {
-            texts.emplace(note->description.view());
-        }
-    };
-    add(diagram);
-    for (const KelModelElement* element : diagram.modelElements()) {
-        add(*element);
-    }
-    tsl::robin_set<std::string> attached; // the numbers of notes that the model has
-    for (SourceObject& held : object.held) {
-        if (held.subject() != Subject::noteView) {
-            continue;
-        }
-        SourceObject* label = held.held.empty() ? nullptr : &held.held.front();
-        const bool isFound = texts.contains(textOf(label != nullptr ? *label : held, "label"));
-        held.verdict.reason = isFound ? &reasons::kept : &reasons::attachedToNothing;
-        if (isFound) {
-            held.object = object.object;
-            if (label != nullptr) {
-                label->object = object.object;
-                label->verdict.reason = &reasons::noteText;
-            }
-            attached.insert(held.reference);
-        }
-    }
-    for (SourceObject& held : object.held) {
-        if (held.subject() != Subject::attachView) {
-            continue;
-        }
-        const auto isNote = [&](std::string_view property) {
-            const SourceValue* value = held.find(property);
-            return value != nullptr && attached.contains(value->text);
-        };
-        const bool isFound = isNote("client") || isNote("supplier");
-        held.verdict.reason = isFound ? &reasons::kept : &reasons::nothingToShow;
-        held.object = isFound ? object.object : nullptr;
-    }
-    settleHeld(object, {&reasons::layoutOfNote, {}});
+    finishNotes();
 }
 
 } // namespace ledger

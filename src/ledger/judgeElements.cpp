@@ -18,10 +18,6 @@ namespace {
 constexpr std::string_view rootPackage = "Logical View";
 constexpr std::string_view useCaseView = "Use Case View"; // which the import leaves out wherever it stands
 
-std::string quoted(const KelObject& object) {
-    return '"' + std::string(object.getName().view()) + '"';
-}
-
 std::string placeOf(const KelModelElement& element) {
     const KelDesignPackage* package = element.getDesignPackage();
     return package != nullptr ? quoted(*package) : "no package";
@@ -56,6 +52,8 @@ void LedgerMaker::beginPackage(SourceObject& object, const SourceObject* parent)
     }
     claim(*found, object);
     object.object = found;
+    active_ = found;
+    lastDiagram_ = nullptr;
 }
 
 void LedgerMaker::finishPackage(SourceObject& object) {
@@ -79,12 +77,16 @@ void LedgerMaker::beginClass(SourceObject& object, const SourceObject* parent) {
         object.verdict.reason = isHomeless ? &reasons::nameOnly : &reasons::outsideLogicalView;
         return;
     }
-    lastClass_ = found;
     if (found == nullptr) {
         const KelType* type = model_.types().findNamed(KelString(std::string_view(name)));
         if (type == nullptr || type->getTypeValueCount() == 0) {
-            return drop(object, reasons::notInModel);
+            return drop(object, reasons::notInModel); // what stands in it goes to the class in front of it
         }
+    }
+    lastClass_ = found;
+    lastOperation_ = nullptr;
+    active_ = found;
+    if (found == nullptr) {
         drop(object, reasons::inEnumeration);
         object.verdict.reason = &reasons::becameType;
         return;
@@ -98,36 +100,38 @@ void LedgerMaker::beginClass(SourceObject& object, const SourceObject* parent) {
     }
 }
 
+// An attribute goes to the class that the import came upon last, but a qualifier to that of its role.
 void LedgerMaker::beginAttribute(SourceObject& object, const SourceObject* parent) {
     const std::string name = taken(object.name, object.file);
+    const auto attributeOf = [&](const KelClass* owner) {
+        return owner != nullptr ? owner->getAttribute(KelString(std::string_view(name)), nullptr) : nullptr;
+    };
     KelClass* owner = classOf(parent);
+    KelClass* taker = lastClass_;
     if (parent != nullptr && parent->subject() == Subject::role) {
         const std::string supplier = textOf(*parent, "supplier");
         owner = index_.findClass(classNamed(supplier));
+        taker = owner;
     }
-    auto* last = static_cast<KelClass*>(lastClass_);
-    for (KelClass* place : {owner, last}) {
-        KelAttribute* found =
-            place != nullptr ? place->getAttribute(KelString(std::string_view(name)), nullptr) : nullptr;
-        if (found == nullptr || claimed_.contains(found)) {
-            continue;
-        }
-        claim(*found, object);
-        object.object = found;
-        if (place != owner) {
-            object.verdict = {&reasons::misplaced, quoted(*place)};
-        }
-        return;
+    if (attributeOf(taker) == nullptr) {
+        taker = attributeOf(owner) != nullptr ? owner : lastClass_;
     }
-    if (owner == nullptr) {
+    active_ = nullptr; // what follows one that is refused is lost with it
+    KelAttribute* found = attributeOf(taker);
+    if (found != nullptr && claim(*found, object)) {
+        active_ = found;
+        return take(object, *found, *taker, owner);
+    }
+    if (parent != nullptr && parent->dropped != nullptr && (found == nullptr || owner == nullptr)) {
+        return missing(object, parent);
+    }
+    if (owner == nullptr && taker == nullptr) {
         return drop(object, reasons::inNoClass);
     }
-    const KelAttribute* same = owner->getAttribute(KelString(std::string_view(name)), nullptr);
-    if (same != nullptr) {
-        const auto line = claimed_.find(same);
-        return drop(object, reasons::duplicate, line != claimed_.end() ? std::to_string(line->second) : "?");
+    if (found != nullptr) {
+        return drop(object, reasons::duplicate, std::to_string(claimed_.at(found)));
     }
-    missing(object);
+    missing(object, parent);
 }
 
 void LedgerMaker::finishAttribute(SourceObject& object) {
@@ -146,25 +150,33 @@ void LedgerMaker::finishAttribute(SourceObject& object) {
 
 void LedgerMaker::beginOperation(SourceObject& object, const SourceObject* parent) {
     const std::string name = taken(object.name, object.file);
-    const KelClass* owner = classOf(parent);
-    const auto* last = static_cast<const KelClass*>(lastClass_);
-    object.object = owner != nullptr ? index_.takeOperation(*owner, name) : nullptr;
-    if (object.object == nullptr && last != nullptr && last != owner) {
-        object.object = index_.takeOperation(*last, name);
-        object.verdict = {&reasons::misplaced, quoted(*last)};
+    KelClass* owner = classOf(parent);
+    lastOperation_ = nullptr;
+    active_ = nullptr;
+    for (const KelClass* taker : {lastClass_, owner}) {
+        lastOperation_ = taker != nullptr ? index_.takeOperation(*taker, name) : nullptr;
+        if (lastOperation_ != nullptr) {
+            active_ = lastOperation_;
+            return take(object, *lastOperation_, *taker, owner);
+        }
     }
-    if (object.object == nullptr) {
-        missing(object);
-    }
+    missing(object, parent);
 }
 
+// A parameter goes to the operation that the import came upon last, and without one to the class.
 void LedgerMaker::beginParameter(SourceObject& object, const SourceObject* parent) {
-    const bool hasOwner = parent != nullptr && parent->object != nullptr &&
-                          (parent->subject() == Subject::operation || parent->subject() == Subject::classObject);
-    object.object = hasOwner ? index_.takeArgument(*parent->object, taken(object.name, object.file)) : nullptr;
-    if (object.object == nullptr) {
-        missing(object);
+    const std::string name = taken(object.name, object.file);
+    const bool isOwned = parent != nullptr && (parent->subject() == Subject::operation || classOf(parent) != nullptr);
+    const KelObject* owner = isOwned ? parent->object : nullptr;
+    active_ = nullptr;
+    for (const KelObject* taker : {static_cast<const KelObject*>(lastOperation_), owner}) {
+        KelArgument* found = taker != nullptr ? index_.takeArgument(*taker, name) : nullptr;
+        if (found != nullptr) {
+            active_ = found;
+            return take(object, *found, *taker, owner);
+        }
     }
+    missing(object, parent);
 }
 
 // What has no type, or an empty one, in the file has one in the model.

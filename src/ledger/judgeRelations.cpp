@@ -23,6 +23,12 @@ std::string_view importedName(std::string_view name) {
     return name.starts_with(unnamedMark) ? std::string_view() : name;
 }
 
+KelElementType typeOf(const SourceObject& object) {
+    return object.subject() == Subject::generalization ? KelElementType::generalization
+           : object.subject() == Subject::realization  ? KelElementType::realization
+                                                       : KelElementType::dependency;
+}
+
 bool isRole(const SourceObject& object) {
     return object.subject() == Subject::role;
 }
@@ -70,6 +76,7 @@ void LedgerMaker::finishRoles(SourceObject& object) {
             held.verdict = {&reasons::nameCut, std::string(held.object->getName().view())};
         }
     }
+    active_ = next > 0 ? roles[next - 1] : nullptr;
     settleHeld(object, {&reasons::kept, {}});
 }
 
@@ -88,38 +95,35 @@ Verdict LedgerMaker::whyNoAssociation(const SourceObject& object) {
     return {&reasons::notInModel, {}};
 }
 
+// A relationship goes out from the class that the import came upon last.
 void LedgerMaker::finishRelationship(SourceObject& object, const SourceObject* parent) {
     const std::string text = textOf(object, "supplier");
     const std::string_view name = classNamed(text);
-    const KelClass* supplier = index_.findClass(name);
-    const bool inClass = parent != nullptr && parent->subject() == Subject::classObject && parent->object != nullptr;
-    if (!inClass || name.empty() || supplier == nullptr) {
-        return !inClass       ? drop(object, reasons::inNoClass)
-               : name.empty() ? drop(object, reasons::withoutSupplier)
-                              : drop(object, reasons::supplierUnknown, std::string(name));
-    }
-    for (const KelObject* client :
-         {static_cast<const KelObject*>(parent->object), static_cast<const KelObject*>(lastClass_)}) {
-        if (client == nullptr) {
-            continue;
-        }
-        const auto& owner = static_cast<const KelClass&>(*client);
-        object.object = object.subject() == Subject::generalization
-                            ? static_cast<KelObject*>(index_.takeGeneralization(owner, *supplier))
-                        : object.subject() == Subject::realization
-                            ? static_cast<KelObject*>(index_.takeRealization(owner, *supplier))
-                            : static_cast<KelObject*>(index_.takeDependency(owner, *supplier));
-        if (object.object != nullptr) {
-            if (client != parent->object) {
-                object.verdict = {&reasons::misplaced, '"' + std::string(owner.getName().view()) + '"'};
-            }
-            return;
+    KelClass* supplier = name.empty() ? nullptr : index_.findClass(name);
+    const bool inClass = parent != nullptr && parent->subject() == Subject::classObject;
+    KelClass* owner = inClass ? static_cast<KelClass*>(parent->object) : nullptr;
+    for (const KelClass* client : {lastClass_, owner}) {
+        KelObject* found = client != nullptr && supplier != nullptr
+                               ? index_.takeRelationship(typeOf(object), *client, *supplier)
+                               : nullptr;
+        if (found != nullptr) {
+            active_ = found;
+            return take(object, *found, *client, owner);
         }
     }
-    if (supplier->getDesignPackage() == index_.homeOfNamed()) {
+    if (parent != nullptr && parent->dropped != nullptr) {
+        return missing(object, parent);
+    }
+    if (owner == nullptr) {
+        return drop(object, reasons::inNoClass);
+    }
+    if (name.empty()) {
+        return drop(object, reasons::withoutSupplier);
+    }
+    if (supplier == nullptr || supplier->getDesignPackage() == index_.homeOfNamed()) {
         return drop(object, reasons::supplierUnknown, std::string(name));
     }
-    missing(object);
+    missing(object, parent);
 }
 
 // Whether the package that holds the object in the file holds it in the model.
@@ -128,7 +132,7 @@ void LedgerMaker::placed(SourceObject& object, const SourceObject* parent) {
     const bool isElsewhere =
         parent != nullptr && parent->subject() == Subject::package && package != parent->object && package != nullptr;
     if (isElsewhere) {
-        object.verdict = {&reasons::misplaced, '"' + std::string(package->getName().view()) + '"'};
+        object.verdict = {&reasons::misplaced, quoted(*package)};
     }
 }
 

@@ -1,5 +1,6 @@
 #include "ledger/propertyTable.h"
 
+#include "host/model/KelObject.h"
 #include "ledger/checks.h"
 #include "ledger/reasons.h"
 
@@ -104,8 +105,8 @@ constexpr auto rows = std::to_array<PropertyRow>({
 
     {classDiagram, "items", nullptr, kept},
     {classDiagram, "title", nullptr, bulkOf("the diagram's name stands for its title")},
-    {noteView, "label", nullptr, kept},
-    {label, "label", nullptr, kept},
+    {noteView, "label", checks::noteText, kept},
+    {label, "label", checks::noteText, kept},
     {diagramLabel, "label", checks::description, kept},
     {attachView, "client", nullptr, kept},
     {attachView, "supplier", nullptr, kept},
@@ -122,6 +123,57 @@ constexpr bool isDrawn(Subject subject) {
 }
 
 } // namespace
+
+Reach propertyReach(std::string_view property) {
+    struct Row {
+        std::string_view property;
+        Reach reach;
+    };
+    using enum Reach;
+    static constexpr auto reaches = std::to_array<Row>({
+        {"documentation", activeObject},
+        {"label", activeObject},
+        {"stereotype", activeObject},
+        {"type", activeObject},
+        {"initv", activeObject},
+        {"exportControl", activeObject},
+        {"Containment", activeObject},
+        {"static", activeObject},
+        {"derived", activeObject},
+        {"virtual", activeObject},
+        {"friend", activeObject},
+        {"concurrency", activeObject},
+        {"abstract", lastClass},
+        {"persistence", lastClass},
+        {"space", lastClass},
+        {"result", lastOperation},
+        {"opExportControl", lastOperation},
+    });
+    const auto* row = std::ranges::find(reaches, property, &Row::property);
+    return row != reaches.end() ? row->reach : owner;
+}
+
+Subject subjectOf(const KelObject& object) {
+    struct Row {
+        KelElementType type;
+        Subject subject;
+    };
+    static constexpr auto subjects = std::to_array<Row>({
+        {KelElementType::designPackage, package},
+        {KelElementType::classObject, classObject},
+        {KelElementType::attribute, attribute},
+        {KelElementType::operation, operation},
+        {KelElementType::argument, parameter},
+        {KelElementType::association, association},
+        {KelElementType::associationRole, role},
+        {KelElementType::generalization, generalization},
+        {KelElementType::realization, realization},
+        {KelElementType::dependency, dependency},
+        {KelElementType::classDiagram, classDiagram},
+    });
+    const auto* row = std::ranges::find(subjects, object.elementType, &Row::type);
+    return row != subjects.end() ? row->subject : none;
+}
 
 const PropertyRow* propertyRow(Subject subject, std::string_view property) {
     const auto find = [property](Subject wanted) {

@@ -31,6 +31,17 @@ struct PropertyRow {
     Reason always; ///< without a check
 };
 
+/// What the import gives a property to, whatever object it stands in.
+enum class Reach : std::uint8_t {
+    owner, ///< nothing but the object that it stands in
+    activeObject,
+    lastClass,
+    lastOperation,
+};
+[[nodiscard]] Reach propertyReach(std::string_view property);
+/// What of the kinds of objects in a file became an object of the model; `none` for what has no properties.
+[[nodiscard]] Subject subjectOf(const KelObject& object);
+
 /// The row of a property, that of any subject where the subject has none of its own, or null.
 [[nodiscard]] const PropertyRow* propertyRow(Subject subject, std::string_view property);
 /// What becomes of the properties of that subject that have no row.

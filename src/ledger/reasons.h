@@ -52,6 +52,13 @@ inline constexpr Reason nameOnly{changed, listed,
 inline constexpr Reason becameType{changed, listed, "it became an enumerated type"};
 inline constexpr Reason merged{changed, listed, "it was merged into the class of the same name from line"};
 inline constexpr Reason misplaced{changed, listed, "the model has it elsewhere, in"};
+inline constexpr Reason given{changed, loss,
+                              "the import takes it for a part of what stands in front of it; the model has it in"};
+inline constexpr Reason amongNamed{changed, listed,
+                                   "its class is not defined in the logical view; the model has it in the package "
+                                   "\"Use Case Classes in Class Diagrams\""};
+inline constexpr Reason noteOnDiagram{changed, loss,
+                                      "what it is attached to is not on the diagram, which has the note"};
 inline constexpr Reason typeDefaulted{changed, listed, "no type is given; the model has"};
 inline constexpr Reason typeDiffers{changed, listed, "the model's type is"};
 inline constexpr Reason attributeSplit{changed, listed, "each key has a copy of the attribute, beginning with"};

@@ -1,8 +1,5 @@
 #include "LedgerText.h"
 
-#include "notation/Reader.h"
-#include "units/OpenFile.h"
-
 #include <filesystem>
 #include <fstream>
 #include <unistd.h>
@@ -58,18 +55,4 @@ std::string LedgerText::exceptions() const {
         text += entry.reason->outcome != ledger::Outcome::imported ? textOf(entry) + "\n" : "";
     }
     return text;
-}
-
-SourceCounts SourceCounts::of(const std::string& path) {
-    units::OpenFile file(path);
-    notation::Reader reader(file);
-    SourceCounts counts;
-    while (reader.next()) {
-        const notation::Event& event = reader.event();
-        const bool isObject =
-            event.kind == notation::EventKind::start && event.construct == notation::Construct::object;
-        counts.objects += isObject && !event.isImplied ? 1 : 0;
-        counts.properties += event.isProperty() && !event.continues ? 1 : 0;
-    }
-    return counts;
 }

@@ -27,12 +27,3 @@ struct LedgerText {
     /// The lines of what was not imported as it is.
     [[nodiscard]] std::string exceptions() const;
 };
-
-/// How many objects and properties a text holds by the reader's own account.
-struct SourceCounts {
-    std::uint64_t objects = 0;
-    std::uint64_t properties = 0;
-
-    [[nodiscard]] static SourceCounts of(const std::string& path);
-    bool operator==(const SourceCounts&) const = default;
-};

@@ -53,10 +53,14 @@ INSTANTIATE_TEST_SUITE_P(
             "  static FALSE)))",
             "5 ClassAttribute x.static: changed whatever its value, it counts as TRUE\n"},
         Row{"(object UseCase \"U\"\n documentation \"of U\")\n(object Class \"A\"\n documentation \"of A\")",
-            "1 UseCase U: dropped use cases are not imported\n"},
+            "1 UseCase U: dropped use cases are not imported\n"
+            "2 UseCase U.documentation: changed the import takes it for a part of what stands in front of it; the "
+            "model has it in \"Logical View\"\n"},
         Row{"(object Class \"A\"\n documentation \"of A\")\n(object UseCase \"U\"\n documentation \"of U\")",
             "2 Class A.documentation: changed other texts stand with it \"of Uof A\"\n"
-            "3 UseCase U: dropped use cases are not imported\n"},
+            "3 UseCase U: dropped use cases are not imported\n"
+            "4 UseCase U.documentation: changed the import takes it for a part of what stands in front of it; the "
+            "model has it in \"A\"\n"},
         Row{"(object Class \"A\"\n statemachine \t(object State_Machine \"m\"\n  states (list l\n"
             "   (object State \"s\")))\n class_attributes (list l\n (object ClassAttribute \"x\"\n  type \"int\")))",
             "2 Class A.statemachine: dropped state machines and activities are not imported\n"
@@ -65,6 +69,49 @@ INSTANTIATE_TEST_SUITE_P(
             "6 ClassAttribute x: LOST what follows such an object is skipped up to the next class, association, class "
             "diagram or package: State_Machine at line 9\n"},
         Row{"(object Odd \"o\"\n x 1)", "1 Odd o: dropped the import does not know objects of this kind\n"}));
+
+// What stands in one object and goes to another one that stands in front of it.
+constexpr const char* toB = "changed the import takes it for a part of what stands in front of it; the model has it in "
+                            "\"B\"\n";
+
+TEST(PlantedAstray, IsToldWhereTheModelHasIt) {
+    struct AstrayRow {
+        const char* elements;
+        std::string expected;
+    };
+    for (const AstrayRow& row : {
+             AstrayRow{
+                 "(object Class \"A\")\n(object Class \"B\")\n(object UseCase \"U\"\n superclasses (list l\n"
+                 "  (object Inheritance_Relationship\n   supplier \"A\"))\n class_attributes (list l\n"
+                 "  (object ClassAttribute \"z\"\n   type \"char\"))\n operations (list l\n"
+                 "  (object Operation \"op\"\n   result \"int\"\n   parameters (list l\n"
+                 "    (object Parameter \"p\"\n     type \"int\"))))\n abstract \tTRUE)",
+                 "3 UseCase U: dropped use cases are not imported\n5 Inheritance_Relationship: " + std::string(toB) +
+                     "8 ClassAttribute z: " + toB + "11 Operation op: " + toB + "16 UseCase U.abstract: " + toB},
+             AstrayRow{"(object Class \"B\")\n(object UseCase \"U\"\n stereotype \"s\"\n persistence \"Persistent\"\n"
+                       " space \"3\"\n abstract FALSE)",
+                       "2 UseCase U: dropped use cases are not imported\n3 UseCase U.stereotype: " + std::string(toB) +
+                           "4 UseCase U.persistence: " + toB + "5 UseCase U.space: " + toB},
+             AstrayRow{"(object Class \"B\"\n operations (list l\n  (object Operation \"f\"\n   result \"int\"\n"
+                       "   abstract TRUE)))",
+                       "5 Operation f.abstract: " + std::string(toB)},
+             // behind an association no class is left to take anything
+             AstrayRow{"(object Class \"B\")\n  (object Association \"a\"\n roles (list l\n  (object Role \"x\"\n"
+                       "   supplier \"B\")\n  (object Role \"y\"\n   supplier \"B\")))\n(object UseCase \"U\"\n"
+                       " class_attributes (list l\n  (object ClassAttribute \"z\"))\n abstract TRUE)",
+                       "8 UseCase U: dropped use cases are not imported\n"
+                       "10 ClassAttribute z: dropped what it stands in is not imported\n"},
+             // each attribute is held against the one that it became
+             AstrayRow{
+                 "(object Class \"A\"\n nestedClasses (list l\n  (object Class \"B\"))\n class_attributes (list l\n"
+                 "  (object ClassAttribute \"x\"\n   type \"int\"\n   initv \"1\")))\n(object Class \"A\"\n"
+                 " class_attributes (list l\n  (object ClassAttribute \"x\"\n   type \"char\")))",
+                 "5 ClassAttribute x: " + std::string(toB) +
+                     "8 Class A: changed it was merged into the class of the same name from line 8\n"},
+         }) {
+        EXPECT_EQ(LedgerText::of(row.elements).exceptions(), row.expected) << row.elements;
+    }
+}
 
 INSTANTIATE_TEST_SUITE_P(
     Operations, Planted,
@@ -161,6 +208,58 @@ TEST(PlantedDiagrams, AreTold) {
                                  "27 ItemLabel: dropped how something is drawn is not imported\n"
                                  "36 ClassView Logical View::A: changed the model's diagram holds it once\n"
                                  "37 UseCaseDiagram U: dropped use cases are not imported\n");
+}
+
+std::string note(int number, const char* text) {
+    const std::string reference = " @" + std::to_string(number);
+    return "(object NoteView" + reference + "\n Parent_View \t" + reference + "\n label \t\"" + text + "\")\n";
+}
+
+std::string attachment(int client, int supplier) {
+    return "(object AttachView \"\" @90\n client \t@" + std::to_string(client) + "\n supplier \t@" +
+           std::to_string(supplier) + ")\n";
+}
+
+// Each note of the model stands for one of the file.
+TEST(PlantedNotes, AreToldByWhereTheyAre) {
+    const std::string shown = "(object ClassDiagram \"D\"\n items (list l\n(object ClassView \"Class\" \"A\" @1)\n";
+    const std::string other = "))\n(object ClassDiagram \"E\"\n items (list l\n(object ClassView \"Class\" \"B\" @1)\n";
+    const char* unattached = " NoteView: LOST only notes that are attached to something are taken\n";
+    const char* unshown = " AttachView: LOST what it shows is not on the model's diagram\n";
+    struct NoteRow {
+        std::string views;
+        std::string expected;
+    };
+    for (const NoteRow& row : {
+             NoteRow{note(2, "same") + note(3, "same") + attachment(2, 1) + other + note(3, "same"),
+                     std::string("11") + unattached + "21" + unattached},
+             NoteRow{note(2, "a") + note(3, "b") + attachment(2, 1) + attachment(3, 1) + attachment(3, 99),
+                     "20 AttachView: changed what it is attached to is not on the diagram, which has the note\n"},
+             // the second diagram's note has the number of the first one's, whose text goes to both classes
+             NoteRow{note(2, "first") + attachment(2, 1) + other + note(2, "second") + attachment(2, 1),
+                     std::string("18") + unattached + "21" + unshown},
+             NoteRow{note(2, "away") + other + note(3, "here") + attachment(1, 2) + attachment(2, 3),
+                     std::string("8 NoteView: changed the model has it elsewhere, in \"E\"\n18") + unshown + "21" +
+                         unshown},
+         }) {
+        EXPECT_EQ(LedgerText::of(twoClasses, shown + row.views + "))").exceptions(), row.expected) << row.views;
+    }
+}
+
+// Views on a diagram that is not imported are drawn on the class diagram in front of it.
+TEST(PlantedDiagrams, OfUseCasesGoAstray) {
+    const LedgerText text = LedgerText::of(
+        twoClasses, "(object ClassDiagram \"B\"\n items (list l\n (object ClassView \"Class\" \"A\" @1)))\n"
+                    "(object UseCaseDiagram \"U\"\n items (list l\n (object ClassView \"Class\" \"B\" @1)\n"
+                    " (object NoteView @2\n  Parent_View \t@2\n  label \t\"n\")\n"
+                    " (object AttachView \"\" @3\n  client \t@2\n  supplier \t@1)\n"
+                    " (object ClassView \"Class\" \"Visitor\" @4)))\n"
+                    "(object ClassDiagram \"F\"\n items (list l\n (object ClassView \"Class\" \"Visitor\" @1)))\n");
+    EXPECT_EQ(text.exceptions(),
+              "8 UseCaseDiagram U: dropped use cases are not imported\n10 ClassView B: " + std::string(toB) +
+                  "14 AttachView: LOST what it shows is not on the model's diagram\n17 ClassView Visitor: " + toB +
+                  "20 ClassView Visitor: changed its class is not defined in the logical view; the model has it in "
+                  "the package \"Use Case Classes in Class Diagrams\"\n");
 }
 
 TEST(PlantedTexts, ThatAreCutAreTold) {

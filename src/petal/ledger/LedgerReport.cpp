@@ -28,7 +28,7 @@ constexpr std::array conditions{
     Condition{"loss", true, [](const ledger::Ledger* ledger, std::uint64_t) { return ledger->losses; }, "losses"},
     Condition{"warning", false, [](const ledger::Ledger*, std::uint64_t warnings) { return warnings; }, "warnings"},
     Condition{"encoding", true,
-              [](const ledger::Ledger* ledger, std::uint64_t) -> std::uint64_t { return ledger->badBytes.size(); },
+              [](const ledger::Ledger* ledger, std::uint64_t) -> std::uint64_t { return ledger->badByteCount; },
               "byte sequences that the encoding does not have"},
 };
 

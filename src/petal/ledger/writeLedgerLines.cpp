@@ -89,6 +89,13 @@ void writeLedgerLines(const Ledger& ledger, exporter::BufferedOutput& output) {
         line.text("bytes", hexText(bad.bytes));
         line.write(output);
     }
+    for (const ledger::DamagedPlace& damaged : ledger.damages) {
+        Line line("damage");
+        line.place(ledger, damaged.file, damaged.damage.place);
+        line.text("damage", notation::damageWord(damaged.damage.kind));
+        line.text("text", notation::damageText(damaged.damage));
+        line.write(output);
+    }
     const std::vector<const ledger::KindTally*> kinds = ledger.sortedKinds();
     for (const ledger::KindTally* kind : kinds) {
         writeGroups(ledger, *kind, output);
@@ -100,7 +107,8 @@ void writeLedgerLines(const Ledger& ledger, exporter::BufferedOutput& output) {
     total.counts("objects", ledger.objects());
     total.counts("properties", ledger.properties());
     total.number("losses", ledger.losses);
-    total.number("badBytes", ledger.badBytes.size());
+    total.number("badBytes", ledger.badByteCount);
+    total.number("damages", ledger.damageCount);
     total.write(output);
 }
 

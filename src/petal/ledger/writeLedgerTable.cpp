@@ -67,6 +67,10 @@ void writeLedgerTable(const Ledger& ledger, exporter::BufferedOutput& output) {
         output.put("bytes\t" + placeText(ledger, bad.file, bad.place) + "\t" + hexText(bad.bytes) +
                    ": the encoding does not have them\n");
     }
+    for (const ledger::DamagedPlace& damaged : ledger.damages) {
+        output.put("damage\t" + placeText(ledger, damaged.file, damaged.damage.place) + "\t" +
+                   notation::damageText(damaged.damage) + "\n");
+    }
     for (const ledger::KindTally* kind : ledger.sortedKinds()) {
         output.put(exporter::printableText(kind->name) + ": " + countsText(kind->objects) + "\n");
         for (const ledger::PropertyTally* property : kind->sortedProperties()) {
@@ -80,8 +84,8 @@ std::string ledgerSummary(const Ledger& ledger) {
     return "petal: objects: " + countsText(ledger.objects()) +
            "\npetal: properties: " + countsText(ledger.properties()) +
            "\npetal: losses: " + std::to_string(ledger.losses) +
-           ", bytes that are not in the encoding: " + std::to_string(ledger.badBytes.size()) +
-           "; --ledger FILE tells of each\n";
+           ", bytes that are not in the encoding: " + std::to_string(ledger.badByteCount) +
+           ", damages: " + std::to_string(ledger.damageCount) + "; --ledger FILE tells of each\n";
 }
 
 } // namespace petal

@@ -9,7 +9,7 @@ protected:
                  " root_category (object Class_Category \"Logical View\"\n logical_models (list l\n"
                  "  (object Class \"A\"\n   documentation \"\xB7 \x1b\"\n   class_attributes (list l\n"
                  "    (object ClassAttribute \"x\"\n     quid \"1\")\n    (object ClassAttribute \"x\"\n"
-                 "     type \"int\"))))))\n");
+                 "     type \"int\"))))))\n)\n");
         put("clean", "\n(object Petal\n version 42\n charSet 0)\n");
     }
 };
@@ -17,7 +17,7 @@ protected:
 constexpr const char* summary =
     "petal: objects: 4 imported, 1 changed, 1 dropped\n"
     "petal: properties: 4 imported, 1 changed, 3 dropped\n"
-    "petal: losses: 2, bytes that are not in the encoding: 1; --ledger FILE tells of each\n";
+    "petal: losses: 2, bytes that are not in the encoding: 1, damages: 1; --ledger FILE tells of each\n";
 
 TEST_F(LedgerCommand, WritesLinesAndASummary) {
     const Ended ended = run("$petal import m --format none --ledger l");
@@ -31,9 +31,10 @@ TEST_F(LedgerCommand, WritesLinesAndASummary) {
             R"({"entry":"property","file":"m","line":9,"column":4,"kind":"Class","name":"A","property":"documentation","outcome":"changed","loss":true,"reason":"bytes that the encoding does not have became U+FFFD"})",
             R"({"entry":"object","file":"m","line":13,"column":5,"kind":"ClassAttribute","name":"x","outcome":"dropped","loss":true,"reason":"its class has an attribute of that name already, from line 11"})",
             R"({"entry":"bytes","file":"m","line":9,"column":19,"bytes":"b7"})",
+            R"({"entry":"damage","file":"m","line":15,"column":1,"damage":"surplusClose","text":"there is a closing parenthesis too many here or further up"})",
             R"({"entry":"properties","count":1,"file":"m","line":12,"column":6,"kind":"ClassAttribute","property":"quid","outcome":"dropped","reason":"identifiers tie a file together and are not kept"})",
             R"({"entry":"kind","kind":"ClassAttribute","objects":{"imported":0,"changed":1,"dropped":1},"properties":{"imported":0,"changed":0,"dropped":2}})",
-            R"({"entry":"total","objects":{"imported":4,"changed":1,"dropped":1},"properties":{"imported":4,"changed":1,"dropped":3},"losses":2,"badBytes":1})",
+            R"({"entry":"total","objects":{"imported":4,"changed":1,"dropped":1},"properties":{"imported":4,"changed":1,"dropped":3},"losses":2,"badBytes":1,"damages":1})",
         }) {
         EXPECT_NE(lines.find(std::string(line) + "\n"), std::string::npos) << line << "\n" << lines;
     }
