@@ -7,7 +7,6 @@
 #include "units/localText.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 namespace ledger {
@@ -235,7 +234,8 @@ void LedgerMaker::noteBadHead(const Event& event, bool isKindPlain) {
     }
     const std::size_t first = ledger_.badBytes.size();
     std::uint64_t end = event.end - (event.reference.empty() ? 0 : event.reference.size() + 2);
-    for (const notation::Name& name : std::views::reverse(event.names)) {
+    for (std::size_t index = event.names.size(); index-- > 0;) {
+        const notation::Name& name = event.names[index];
         const std::uint64_t begin = end - name.length - (name.hasEscapes ? 1 : 0);
         noteBadBytes(name.text, event.place, event.place.column + begin - event.place.offset);
         end = begin - 2;
