@@ -7,7 +7,6 @@
 #include "units/localText.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 namespace ledger {
@@ -117,10 +116,12 @@ void LedgerMaker::startObject(const Event& event) {
     SourceObject* parent = depth_ > 1 ? &objects_[depth_ - 2] : nullptr;
     object.kind = &kindOf(event.text);
     noteBadHead(event, object.kind->isPlain);
-    object.key = event.key;
-    object.name = event.names.empty() ? std::string_view() : event.names.front().text;
-    object.secondName = event.names.size() < 2 ? std::string_view() : event.names[1].text;
-    object.reference = event.reference;
+    const bool isSought = object.subject() != Subject::none || choices_.detail != Detail::counts;
+    const std::size_t names = isSought ? event.names.size() : 0;
+    object.name = names == 0 ? std::string_view() : event.names.front().text;
+    object.secondName = names < 2 ? std::string_view() : event.names[1].text;
+    object.key = isSought ? event.key : std::string_view();
+    object.reference = isSought ? event.reference : std::string_view();
     object.object = nullptr;
     object.dropped = nullptr;
     object.verdict = {};
@@ -161,16 +162,22 @@ void LedgerMaker::addProperty(const Event& event) {
     if (!tally.isPlain) {
         noteBadBytes(event.key, event.keyPlace, event.keyPlace.column);
     }
+    const KelObject* reached = reachOf(tally);
+    const bool isLost = owner.dropped != nullptr && reached == nullptr;
+    const bool isKnown = isLost || (owner.object != nullptr && !tally.hasText); // what becomes of it
+    const Reason& known = isLost ? reasons::withObject : always(owner, tally);
+    if (isKnown && choices_.detail == Detail::counts) {
+        return count(tally.counts, known);
+    }
     SourceValue& value = owner.values.emplace_back();
     value.property = &tally;
     value.file = open_.back()->file;
     value.place = event.keyPlace;
     value.order = ++order_;
     value.kind = event.kind;
-    value.reached = reachOf(tally);
-    const bool isLost = owner.dropped != nullptr && value.reached == nullptr;
-    if (isLost || (owner.object != nullptr && !tally.hasText)) { // what becomes of it is known
-        settleValue(owner, value, {isLost ? &reasons::withObject : &always(owner, tally), {}});
+    value.reached = reached;
+    if (isKnown) {
+        settleValue(owner, value, {&known, {}});
         owner.values.pop_back();
     } else if (tally.hasText && event.kind == EventKind::start) {
         holder_ = &value;
@@ -227,7 +234,8 @@ void LedgerMaker::noteBadHead(const Event& event, bool isKindPlain) {
     }
     const std::size_t first = ledger_.badBytes.size();
     std::uint64_t end = event.end - (event.reference.empty() ? 0 : event.reference.size() + 2);
-    for (const notation::Name& name : std::views::reverse(event.names)) {
+    for (std::size_t index = event.names.size(); index-- > 0;) {
+        const notation::Name& name = event.names[index];
         const std::uint64_t begin = end - name.length - (name.hasEscapes ? 1 : 0);
         noteBadBytes(name.text, event.place, event.place.column + begin - event.place.offset);
         end = begin - 2;

@@ -4,6 +4,8 @@
 #include "host/encoding/invalidBytes.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 namespace ledger {
 
@@ -11,7 +13,7 @@ SourceText::SourceText(const KelString& encoding)
     : from_(encoding), utf8_("UTF-8"), converts_(from_.getHandle() != nullptr) {}
 
 std::string SourceText::toUtf8(std::string_view bytes, bool* isWhole) {
-    if (!converts_ || std::ranges::all_of(bytes, [](char byte) { return byte > 0; })) {
+    if (!converts_ || (isPlain(bytes) && bytes.find('\0') == std::string_view::npos)) {
         return std::string(bytes);
     }
     KelString text(bytes);
@@ -33,6 +35,14 @@ std::vector<SourceText::Run> SourceText::badRuns(std::string_view bytes) {
 }
 
 bool isPlain(std::string_view bytes) {
+    constexpr std::uint64_t highBits = 0x8080'8080'8080'8080;
+    std::uint64_t word = 0; // eight bytes at a time, since all texts come through here
+    for (; bytes.size() >= sizeof word; bytes.remove_prefix(sizeof word)) {
+        std::memcpy(&word, bytes.data(), sizeof word);
+        if ((word & highBits) != 0) {
+            return false;
+        }
+    }
     return std::ranges::all_of(bytes, [](char byte) { return byte >= 0; });
 }
 
