@@ -44,7 +44,8 @@ Reader::Row Reader::row() const {
 }
 
 bool Reader::next() {
-    event_ = Event{};
+    static constexpr Event nothing; // copied in wide moves, where a fresh one is made byte by byte
+    event_ = nothing;
     if (std::exchange(consumes_, false)) {
         advance();
     }
