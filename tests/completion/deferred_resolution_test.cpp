@@ -9,35 +9,6 @@
 namespace {
 
 constexpr LogicalViewRow waiting[] = {
-    {"classes that are defined wait no more", R"(
-(object ClassDiagram "D")
-(object ClassView "Class" "Logical View::A" @1
-(object Class "A")
-)",
-     R"(
-package Logical View
-  class A
-  diagram D
-    shows class A
-)"},
-    {"the others get a package of their own, in name order", R"(
-(object ClassDiagram "D")
-(object ClassView "Class" "Use Case View::Z" @1
-(object ClassView "Class" "Logical View::B" @2
-(object ClassView "Class" "Logical View::A" @3
-(object Class "B")
-)",
-     R"(
-package Logical View
-  class B
-  diagram D
-    shows class Use Case View::Z
-    shows class B
-    shows class A
-package Use Case Classes in Class Diagrams
-  class A
-  class Use Case View::Z
-)"},
     {"where nothing is validated", R"(
  (object Association "a")
   (object Role "r" supplier "Undefined" keys (list (object ClassAttribute "untyped")
@@ -107,12 +78,6 @@ package Logical View
     shows class A
 )");
     }
-}
-
-TEST(DeferredResolution, ClosesNoFileThatWasNotOpened) {
-    const ImportedModel imported = ImportedModel::ofFile("/nonexistent/model.mdl");
-    EXPECT_EQ(imported.failure, "[QEV_RRSE_F0001] Unable to open input file : /nonexistent/model.mdl");
-    EXPECT_EQ(rose::theFile, nullptr);
 }
 
 } // namespace
