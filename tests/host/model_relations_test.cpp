@@ -213,25 +213,6 @@ TEST(ModelRelations, TheTableAboveIsAllOfThem) {
     EXPECT_EQ(std::size(rows), KelRelations::all().size());
 }
 
-TEST(ModelRelations, AClassRefusesASecondAttributeOfAName) {
-    KelClass owner;
-    for (const auto& [name, accepted] : {std::pair("b", true), {"a", true}, {"b", false}, {"B", true}, {"", true}}) {
-        auto made = std::make_unique<KelAttribute>();
-        made->setName(name);
-        EXPECT_EQ(owner.addAttribute(made.get()), accepted) << name;
-        if (accepted) {
-            static_cast<void>(made.release());
-        }
-    }
-    int index = -1;
-    ASSERT_EQ(owner.getAttributeCount(), 4);
-    EXPECT_EQ(owner.getAttribute("b", &index), owner.getAttribute(3));
-    EXPECT_EQ(index, 3);
-    EXPECT_EQ(owner.getAttribute("c", &index), nullptr);
-    EXPECT_EQ(index, 3);
-    EXPECT_EQ(owner.getAttribute(4), nullptr);
-}
-
 TEST(ModelRelations, APackageIsNeverInsideItself) {
     KelDesignPackage packages[4];
     for (int index = 0; index < 3; ++index) {
