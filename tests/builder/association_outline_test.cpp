@@ -57,31 +57,7 @@ package Use Case Classes in Class Diagrams
   class Car
   class Owner
 )"},
-    {"an association class is an ordinary class between two new associations", R"(
-(object Class "Order")
-(object Class "Product")
- (object Association "contains")
-  (object Role "order" supplier "Order" client_cardinality (value cardinality "0..n")
-  (object Role "product" supplier "Product" client_cardinality (value cardinality "1..n")
-  AssociationClass "Logical View::Line"
-(object Class "Line")
-)",
-     R"(
-package Logical View
-  class Order
-  class Product
-  association contains: Order, Product
-    role order: Order [0..*] (source)
-    role product: Product [1..*]
-  association Order_Line: Order, Line
-    role: Order [1] (source)
-    role: Line [1..*]
-  association Line_Product: Line, Product
-    role: Line [0..*] (source)
-    role: Product [1]
-  class Line
-)"},
-    {"it needs two roles that have a class", R"(
+    {"an association class needs two roles that have a class", R"(
 (object Class "A") AssociationClass "X"
  (object Association "one")
   (object Role "r" supplier "A") AssociationClass "X"
@@ -122,54 +98,6 @@ package Logical View
     shows association a: A, A
   diagram E
     shows association a: A, A
-)"},
-    {"one read after its views takes over their diagrams and notes, by the quid of the view and no earlier one", R"(
-(object Class_Category "First"
- logical_presentations (list)
-(object ClassDiagram "D")
-(object AssociationViewNew "view" @1
- quid "old" quidu "1"
-  Parent_View @7
-  (object NoteView @25
-   Parent_View @25
-   label "checked"
-(object AttachView "" @26
-   client @25
-   supplier @7
-  (object NoteView @27
-   Parent_View @27
-   label "twice"
-(object AttachView "" @26
-   client @27
-   supplier @7
-(object ClassDiagram "E")
-(object AssociationViewNew "view" @1 quidu "1"
-(object Class_Category "Second"
-(object Class "A")
- (object Association "a") quid "1"
-  (object Role "r" supplier "A")
-  (object Role "s" supplier "A")
- (object Association "b") quid "old"
-  (object Role "r" supplier "A")
-  (object Role "s" supplier "A")
-)",
-     R"(
-package Logical View
-  package First
-    diagram D
-      shows association a: A, A
-    diagram E
-      shows association a: A, A
-  package Second
-    class A
-    association a: A, A
-      note: checked
-      note: twice
-      role r: A (source)
-      role s: A
-    association b: A, A
-      role r: A (source)
-      role s: A
 )"},
     {"an association begun between a view and its quid is the view's; found to be shown itself, it stays", R"(
 (object Class "A")

@@ -11,25 +11,6 @@
 namespace {
 
 constexpr LogicalViewRow qualifiers[] = {
-    {"on the second role: the key is its class's, the foreign key the first role's", R"(
-(object Class "Bank")
-(object Class "Account")
- (object Association "a")
-  (object Role "bank" supplier "Bank")
-  (object Role "account" supplier "Account" keys (list (object ClassAttribute "number" type "long" initv "1"
-)",
-     R"(
-package Logical View
-  class Bank
-    - number: long = 1
-    foreign key: number -> number of Account
-  class Account
-    - number: long = 1
-    primary key number: number
-  association a: Bank, Account
-    role bank: Bank (source, foreign key number)
-    role account: Account
-)"},
     {"on the first role: the foreign key waits for the second role's class", R"(
 (object Class "Bank")
 (object Class "Product")

@@ -121,38 +121,6 @@ package Logical View
     + f(): int
     + f(): int
 )"},
-    {"arguments belong to the last operation of their class, template arguments come before the first", R"(
-(object Parameterized_Class "A"
-    (object Parameter "T"
-        type "class"
-    (object Parameter "size"
-        initv "10"
-    (object Operation "f"
-        (object Parameter "x"
-            type "char"
-        (object Parameter "y"
-            initv "1"
-        result "long"
-    (object Operation "g"
-        (object Parameter "z"
-            type "char"
-(object Class "B"
-    (object Parameter "lost"
-        type "char"
-        initv "1"
-    (object Operation "g"
-        (object Parameter "x"
-)",
-     R"(
-package Logical View
-  parameterized class A
-    template argument T: class
-    template argument size: int = 10
-    + f(x: char, y: int = 1): long
-    + g(z: char): int
-  class B
-    + g(x: int): int
-)"},
     {"an enumeration leaves everything, and its rest is read for nothing", R"(
 (object ClassDiagram "D"
     (object ClassView "Class" "Logical View::Colour" @1
@@ -207,26 +175,6 @@ package Logical View
 package Use Case Classes in Class Diagrams
   class Cart
   class Use Case View::Visitor
-)"},
-    {"drawn twice, shown once; drawn on two diagrams, shown on both", R"(
-(object Class "A"
-(object Class "B"
-(object ClassDiagram "D"
-    (object ClassView "Class" "Logical View::B" @1
-    (object ClassView "Class" "Logical View::A" @2
-    (object ClassView "Class" "Logical View::B" @3
-(object ClassDiagram "E"
-    (object ClassView "Class" "Logical View::A" @4
-)",
-     R"(
-package Logical View
-  class A
-  class B
-  diagram D
-    shows class B
-    shows class A
-  diagram E
-    shows class A
 )"},
 };
 

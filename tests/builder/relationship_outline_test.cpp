@@ -7,24 +7,6 @@
 namespace {
 
 constexpr LogicalViewRow relationships[] = {
-    {"the class before a relationship is its client; the supplier may be defined later", R"(
-(object Class "B")
-(object Inheritance_Relationship
-  supplier "Logical View::A")
-(object Realize_Relationship
-  supplier "Logical View::A")
-(object Uses_Relationship
-  label "uses" supplier "Logical View::A")
-(object Class "A")
-)",
-     R"(
-package Logical View
-  class B
-  generalization: B -> A
-  realization: B -> A
-  dependency uses: B -> A
-  class A
-)"},
     {"a supplier found by name goes to the last relationship made, a new one to that which is active", R"(
 (object Class "A")
 (object Class "C")
@@ -57,52 +39,6 @@ TEST(Relationships, AreBoundAtBothEnds) {
 }
 
 constexpr LogicalViewRow views[] = {
-    {"each kind of view shows its own kind, and every one between the two classes", R"(
-(object Class "A")
-(object Class "B")
-(object Inheritance_Relationship
-  supplier "A")
-(object Inheritance_Relationship
-  supplier "A")
-(object Realize_Relationship
-  supplier "A")
-(object Uses_Relationship
-  supplier "A")
-(object ClassDiagram "D")
-(object InheritView "of nothing yet" @3
-  client @2
-  supplier @1)
-(object ClassView "Class" "Logical View::A" @1
-(object ClassView "Class" "Logical View::B" @2
-(object UsesView "" @3
-  client @2
-  supplier @1)
-(object InheritView "" @3
-  client @2
-  supplier @1)
-(object InheritView "" @3
-  client @1
-  supplier @2)
-(object RealizeView "" @3
-  client @2
-  supplier @1)
-)",
-     R"(
-package Logical View
-  class A
-  class B
-  generalization: B -> A
-  generalization: B -> A
-  realization: B -> A
-  dependency: B -> A
-  diagram D
-    shows class A
-    shows class B
-    shows dependency: B -> A
-    shows generalization: B -> A
-    shows generalization: B -> A
-    shows realization: B -> A
-)"},
     {"the last relationship shown is current: a supplier found by name is bound to it", R"(
 (object Class "A")
 (object Class "C")

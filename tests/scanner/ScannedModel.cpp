@@ -115,7 +115,9 @@ State builderState() {
         note(state, "operation.returns", aOperation->getReturnType());
     }
     if (aAssociation != nullptr) {
-        note(state, "association.quid", static_cast<long>(aAssociation->generalPointer != nullptr));
+        if (const auto* quid = static_cast<const KelString*>(aAssociation->generalPointer); quid != nullptr) {
+            note(state, "association.quid", *quid);
+        }
         for (const KelAssociationRole* role : aAssociation->associationRoles()) {
             note(state, std::string(role->getName().text()) + ".isAggregate", role->isAggregate);
         }

@@ -227,6 +227,8 @@ const EffectRow effects[] = {
     {61, association + "\tquid \"1\"\n(object AssociationViewNew \"R\"\n", "\tquidu \"1\"\n", ""},
     {61, diagram + "(object UsesView \n\tParent_View @5\n(object AssociationViewNew \"R\"\n", "\tquidu \"1\"\n",
      "association.quid=1 association.toolId=5 diagram.elements=1 waitingAssociations=1 -InAssociationView -physicalId"},
+    {61, diagram + "(object AssociationViewNew \"R\"\n\tquid \"old\"\n", "\tquidu \"new\"\n",
+     "association.quid=new diagram.elements=1 waitingAssociations=1 -InAssociationView"},
     {62, role, "\tkeys (list\n", "InQualifier=1"},
     {63, classA, "\t(object Realize_Relationship\n", "active=41: package.elements=2 realization=41:"},
     {64, classA, "\t(object Uses_Relationship\n", "active=40: dependency=40: package.elements=2"},
