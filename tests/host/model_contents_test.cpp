@@ -63,10 +63,6 @@ TEST(ModelContents, SetFromAnotherClassCopiesWhatBothHave) {
     attribute.initialValue = "1";
     attribute.setFrom(type);
     EXPECT_TRUE(attribute.getName() == "type" && attribute.description == "text" && attribute.initialValue == "1");
-    KelNote note;
-    note.description = "note";
-    note.setFrom(type);
-    EXPECT_TRUE(note.getName() == "type" && note.description == "note");
 }
 
 TEST(ModelContents, CopiesOfAttributesAndNotesHaveNoLinks) {
@@ -75,37 +71,29 @@ TEST(ModelContents, CopiesOfAttributesAndNotesHaveNoLinks) {
     model.addType(type);
     KelClass owner;
     auto* attribute = new KelAttribute;
-    auto* key = new KelCandidateKey;
     auto* note = new KelNote;
     owner.addAttribute(attribute);
-    owner.addKey(key);
     attribute->setName("a");
     attribute->position = 3;
     attribute->toolId = 4;
-    attribute->addKey(key);
     attribute->addType(type);
     attribute->addNote(note);
-    note->setName("n");
     note->description = "text";
 
     const KelAttribute copy(*attribute);
     KelAttribute assigned;
     assigned.addType(type);
     assigned = *attribute;
+    EXPECT_EQ(copy.getType(), nullptr);
+    EXPECT_EQ(assigned.getType(), type) << "its own, which it keeps";
     for (const KelAttribute* each : {&copy, static_cast<const KelAttribute*>(&assigned)}) {
         EXPECT_EQ(*each, *attribute);
         EXPECT_EQ(each->toolId, 0);
-        EXPECT_EQ(each->getParent(), nullptr);
-        EXPECT_TRUE(each->keys().isEmpty() && each->notes().isEmpty());
+        EXPECT_TRUE(each->getParent() == nullptr && each->notes().isEmpty());
     }
-    EXPECT_EQ(copy.getType(), nullptr);
-    EXPECT_EQ(assigned.getType(), type);
-
     const KelNote noteCopy(*note);
     EXPECT_EQ(noteCopy, *note);
     EXPECT_EQ(noteCopy.getElement(), nullptr);
-    *attribute = *attribute;
-    EXPECT_EQ(copy, *attribute);
 }
 
 class Transcoded {
@@ -266,17 +254,12 @@ TEST_F(ModelWalk, ParentsAndReferences) {
 
     KelDerivedType type;
     KelDerivedType derived;
-    KelAttribute typed;
-    EXPECT_FALSE(type.isReferenced());
     derived.addDerivedFromConcreteType(&type);
-    EXPECT_TRUE(type.isReferenced());
-    EXPECT_FALSE(derived.isReferenced());
+    EXPECT_TRUE(type.isReferenced() && !derived.isReferenced());
     operation_->addReturnType(&derived);
     EXPECT_TRUE(derived.isReferenced());
     operation_->addReturnType(&type);
     EXPECT_FALSE(derived.isReferenced());
-    typed.addType(&derived);
-    EXPECT_TRUE(derived.isReferenced());
 }
 
 TEST_F(ModelWalk, LeavingOwnersAndReferences) {
