@@ -28,6 +28,12 @@ const std::string diagram = classA + "(object ClassDiagram \"D\"\n";
 /// Two associations that have not been read, on a diagram.
 const std::string waiting = diagram + "(object AssociationViewNew \"\"\n\tquidu \"4\"\n"
                                       "(object AssociationViewNew \"\"\n\tquidu \"1\"\n\tParent_View @7\n";
+/// An association class ends an operation, while a view keeps both the association and the class current.
+const std::string classOfAnEarlierOperation =
+    classA + " (object Association \"R\"\n\tquid \"1\"\n (object Role \"r\"\n supplier \"A\"\n"
+             " (object Role \"s\"\n supplier \"A\"\n(object ClassDiagram \"D\"\n(object AssociationViewNew "
+             "\"R\"\n\tquidu \"1\"\n"
+             "(object ClassView \"Class\" \"A\" @1\n(object Operation \"f\"\n\tAssociationClass \"A\"\n";
 
 struct EffectRow {
     int rule;
@@ -171,6 +177,9 @@ const EffectRow effects[] = {
     {42, operation, "\tconcurrency \"guarded\"\n", "operation.concurrency=3"},
     {42, operation + "\tconcurrency \"Guarded\"\n", "\tconcurrency \"Sequential\"\n", "-operation.concurrency"},
     {42, classA, "\tconcurrency \"Guarded\"\n", ""},
+    {42, classOfAnEarlierOperation, "\tconcurrency \"Sequential\"\n", "class.concurrency=3"},
+    {42, classOfAnEarlierOperation + "\tconcurrency \"guarded\"\n", "\tconcurrency \"Seqtial\"\n",
+     "-class.concurrency"},
     {43, operation, "\tpost_condition (object\n", "post=1"},
     {44, operation, "\tpre_condition (object\n", "pre=1"},
     {45, operation, "\tsemantics (object\n", "sem=1"},
