@@ -101,18 +101,6 @@ void expectNothingWaits() {
     EXPECT_EQ(rose::theFile, nullptr);
 }
 
-TEST(RepeatedImportTest, TwoInARowAreTheSame) {
-    for (const std::string_view types : {"C++", "Oracle 7.x & 8"}) {
-        const ImportedModel first = ImportedModel::ofFile(everything, {.types = types});
-        const ImportedModel second = ImportedModel::ofFile(everything, {.types = types});
-        EXPECT_EQ(first.failure, "");
-        EXPECT_GT(first.log.lines.size(), 50U);
-        EXPECT_EQ(first.json(), second.json());
-        EXPECT_EQ(first.log.lines, second.log.lines);
-        expectNothingWaits();
-    }
-}
-
 TEST(RepeatedImportTest, AnImportStartsWithoutTheStateOfTheOneBefore) {
     const ImportedModel before = ImportedModel::ofBody(unfinished);
     EXPECT_EQ(before.failure, "");
@@ -201,23 +189,6 @@ TEST(RepeatedImportTest, WhateverFailsTheModelIsEmptyAndTheNextImportUnharmed) {
         EXPECT_EQ(next.json(), whole.json()) << row.what;
         EXPECT_EQ(next.log.lines, whole.log.lines) << row.what;
     }
-}
-
-TEST(RepeatedImportTest, AFailureWithinTheFileIsOneOfTheHostsOwn) {
-    const ImportedModel whole = ImportedModel::ofFile(everything);
-    // A class that is the supplier of a view, but there is no diagram.
-    const ImportedModel failed = ImportedModel::ofBody(R"((object Class_Category "Logical View"
-(object Class "A"
-    Parent_View @5
-    (object ClassAttribute "x"
-        type "char"
-    (object ClassAttribute "x"
-    supplier @5
-)");
-    EXPECT_EQ(failed.failure, "[QEV_RRSE_F0009] Diagram not yet created");
-    EXPECT_TRUE(failed.model.childPackages().isEmpty());
-    expectNothingWaits();
-    EXPECT_EQ(ImportedModel::ofFile(everything).json(), whole.json());
 }
 
 } // namespace

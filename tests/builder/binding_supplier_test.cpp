@@ -36,26 +36,20 @@ package Logical View
 package Use Case Classes in Class Diagrams
   class Sales::Customer
 )"},
-    {"in a role view nothing is bound", R"(
+    {"in a role view and while nothing is active nothing is bound; a diagram finds its own classes only", R"(
 (object Class "A")
 (object Class "B")
 (object Inheritance_Relationship
  (object RoleView "" @3
   supplier "A") supplier "A")
+(object Class "E") (value Text "{X,Y}") supplier "New"
+(object ClassDiagram "D") supplier "A"
 )",
      R"(
 package Logical View
   class A
   class B
   generalization: B -> A
-)"},
-    {"on a diagram only its classes are found: a new one waits even where the name exists", R"(
-(object Class "A")
-(object ClassDiagram "D") supplier "A"
-)",
-     R"(
-package Logical View
-  class A
   diagram D
 package Use Case Classes in Class Diagrams
   class A
@@ -112,12 +106,6 @@ package Logical View
   diagram E
     shows class A
     shows class B
-)"},
-    {"while nothing is active a supplier is nobody's", R"(
-(object Class "E") (value Text "{X,Y}") supplier "New"
-)",
-     R"(
-package Logical View
 )"},
 };
 

@@ -6,32 +6,11 @@
 namespace {
 
 constexpr LogicalViewRow nesting[] = {
-    {"categories side by side in the usual order: each diagram goes to the category that lists it", R"(
-    (object Class_Category "A"
-        (object Class "InA"
-    logical_presentations (list
-        (object ClassDiagram "of A"
-    (object Class_Category "B"
-        (object Class "InB"
-    logical_presentations (list
-        (object ClassDiagram "of B"
- logical_presentations (list
-    (object ClassDiagram "of all"
-)",
-     R"(
-package Logical View
-  package A
-    class InA
-    diagram of A
-  package B
-    class InB
-    diagram of B
-  diagram of all
-)"},
-    {"categories in one another: the end of a list moves up once its package is closed", R"(
+    {"the end of a list closes its package, and moves up once that is closed: diagrams go to the list's own", R"(
     (object Class_Category "A"
         (object Class_Category "B"
-            (object Class_Category "C"
+            (object Class_Category ""
+                (object Class "InC"
             logical_presentations (list
                 (object ClassDiagram "of C"
         logical_presentations (list
@@ -39,19 +18,26 @@ package Logical View
     logical_presentations (list
         (object ClassDiagram "of A"
     (object Class_Category "D"
+    (object Class_Category
+        (object Class "InD"
     logical_presentations (list
         (object ClassDiagram "of D"
+ logical_presentations (list
+    (object ClassDiagram "of all"
 )",
      R"(
 package Logical View
   package A
     package B
-      package C
+      package 
+        class InC
         diagram of C
       diagram of B
     diagram of A
   package D
+    class InD
     diagram of D
+  diagram of all
 )"},
     {"a logical view in another one: later packages without a current one go to the inner one", R"(
     (object Class_Category "A"
@@ -88,23 +74,6 @@ package Beside
 package Logical View
   package Late
     class Kept
-)"},
-    {"an empty name is kept", R"(
-    (object Class_Category ""
-        (object Class "A"
-)",
-     R"(
-package Logical View
-  package 
-    class A
-)"},
-    {"a category without a name is none", R"(
-    (object Class_Category
-        (object Class "A"
-)",
-     R"(
-package Logical View
-  class A
 )"},
     {"a new package has no current diagram", R"(
     (object ClassDiagram "D"
@@ -164,23 +133,17 @@ package Logical View
   package After
     class Kept
 )"},
-    {"a use-case view that does not end: nothing that follows is a package", R"(
+    {"another spelling is none; one that does not end: nothing that follows is a package", R"(
 (object Class_Category "Logical View"
+    (object Class_Category "Use Case view"
     (object Class_Category "Use Case View"
     (object Class_Category "Lost"
         (object Class "A"
 )",
      R"(
 package Logical View
-  class A
-)"},
-    {"another spelling is no use-case view", R"(
-(object Class_Category "Logical View"
-    (object Class_Category "Use Case view"
-)",
-     R"(
-package Logical View
   package Use Case view
+    class A
 )"},
 };
 

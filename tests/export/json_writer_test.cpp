@@ -1,21 +1,8 @@
 #include "export/JsonWriter.h"
 
 #include "MemoryOutput.h"
-#include "ModelBuilding.h"
-#include "host/model/KelArgument.h"
-#include "host/model/KelAssociationRoleNameMap.h"
-#include "host/model/KelAttribute.h"
-#include "host/model/KelBaseType.h"
-#include "host/model/KelCandidateKey.h"
-#include "host/model/KelClassDiagram.h"
-#include "host/model/KelDependency.h"
-#include "host/model/KelDerivedType.h"
-#include "host/model/KelForeignKey.h"
-#include "host/model/KelGeneralization.h"
-#include "host/model/KelMetadataOrigin.h"
-#include "host/model/KelOperation.h"
-#include "host/model/KelRealization.h"
-#include "host/model/KelTypeValue.h"
+#include "Shop.h"
+#include "host/model/KelTraversalOperation.h"
 
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
@@ -52,7 +39,6 @@ TEST(JsonWriter, LaysOutADocument) {
     KelDesignPackage& logical = addPackage(model, "Logical View");
     logical.addNote(note("first"));
     logical.addNote(note(""));
-    addPackage(logical, "Orders").stereotype = "layer";
     addElement<KelClass>(logical, "Order");
     EXPECT_EQ(documentOf(model), R"({
   "format": "petal-model",
@@ -68,16 +54,9 @@ TEST(JsonWriter, LaysOutADocument) {
           "first",
           ""
         ],
-        "packages": [
-          {
-            "id": 3,
-            "name": "Orders",
-            "stereotype": "layer"
-          }
-        ],
         "elements": [
           {
-            "id": 4,
+            "id": 3,
             "kind": "class",
             "name": "Order",
             "category": "class"
@@ -107,243 +86,104 @@ TEST_F(JsonForms, AnEmptyNameIsWritten) {
     EXPECT_EQ(written("/model"), R"({"id":1,"name":"","description":"d","packages":[{"id":2,"name":"P"}]})");
 }
 
-TEST_F(JsonForms, Origins) {
-    auto* origin = new KelMetadataOrigin;
-    model.addMetadataOrigin(origin);
-    model.addMetadataOrigin(new KelMetadataOrigin);
-    origin->sourceEncoding = "ibm-5348";
-    origin->sourceFormat = "MDL";
-    origin->sourcePath = "/a.mdl";
-    origin->sourceKind = "OBJ";
-    origin->vendorName = "v";
-    origin->toolName = "n";
-    origin->toolVersions = "1";
-    origin->toolWeb = "w";
-    origin->methodologySummary = "m";
-    origin->bridgeId = "b";
-    EXPECT_EQ(written("/model/origins"),
-              R"([{"sourceEncoding":"ibm-5348","sourceFormat":"MDL","sourcePath":"/a.mdl","sourceKind":"OBJ",)"
-              R"("tool":{"vendor":"v","name":"n","versions":"1","web":"w","methodology":"m","bridgeId":"b"}},{}])");
-}
-
-TEST_F(JsonForms, TypesComeFirstAndByName) {
-    auto* number = named<KelBaseType>("number");
-    auto* money = named<KelDerivedType>("Money");
-    model.addType(number);
-    model.addType(money);
-    number->dataType = "SQL_NUMERIC";
-    money->description = "d";
-    money->dataType = "SQL_DECIMAL";
-    money->length = 10;
-    money->scale = -2;
-    money->userDefined = true;
-    money->physicalName = "DECIMAL";
-    money->addDerivedFromConcreteType(number);
-    for (const char* text : {"red", ""}) {
-        auto* value = named<KelTypeValue>(text);
-        value->setValue(text);
-        value->position = 7;
-        money->addTypeValue(value);
+/// Makes every text the name of its field, and every flag true.
+struct Filling final : KelTraversalOperation {
+    void post_process(KelObject* object, void* /*userData*/) override {
+        for (const KelField& field : object->getMetaClass().fields()) {
+            if (const auto* text = std::get_if<KelString KelObject::*>(&field.member)) {
+                object->*(*text) = field.name;
+            } else if (const auto* flag = std::get_if<bool KelObject::*>(&field.member)) {
+                object->*(*flag) = true;
+            }
+        }
     }
-    EXPECT_EQ(
-        written("/model/types"),
-        R"([{"id":2,"kind":"derived","name":"Money","description":"d","dataType":"SQL_DECIMAL","length":10,"scale":-2,)"
-        R"("userDefined":true,"physicalName":"DECIMAL","derivedFrom":3,)"
-        R"("values":[{"name":"red","value":"red","position":7},{"name":"","position":7}]},)"
-        R"({"id":3,"kind":"base","name":"number","dataType":"SQL_NUMERIC"}])");
+};
+
+TEST(JsonWriter, WritesEveryKindOfObject) {
+    Shop shop;
+    Filling filling;
+    shop.model.depthTraversal(filling, nullptr);
+    EXPECT_EQ(partOf(documentOf(shop.model), "/model"),
+              R"({"id":1,"name":"Shop","description":"description","origins":[{"sourceEncoding":"sourceEncoding",)"
+              R"("sourceFormat":"sourceFormat","sourcePath":"sourcePath","sourceKind":"sourceKind",)"
+              R"("tool":{"vendor":"vendorName","name":"toolName","versions":"toolVersions","web":"toolWeb",)"
+              R"("methodology":"methodologySummary","bridgeId":"bridgeId"}}],"types":[{"id":2,"kind":"derived",)"
+              R"("name":"Money","description":"description","dataType":"dataType","length":10,"scale":2,)"
+              R"("userDefined":true,"physicalName":"physicalName","derivedFrom":3,"values":[{"name":"none",)"
+              R"("value":"value","position":0}]},{"id":3,"kind":"base","name":"int","description":"description",)"
+              R"("dataType":"dataType","userDefined":true,"physicalName":"physicalName"}],"packages":[{"id":4,)"
+              R"("name":"Logical View","stereotype":"stereotype","description":"description",)"
+              R"("notes":["description"],"packages":[{"id":5,"name":"Empty","stereotype":"stereotype",)"
+              R"("description":"description"}],"elements":[{"id":6,"kind":"class","name":"Customer",)"
+              R"("category":"interface","stereotype":"stereotype","description":"description","isAbstract":true,)"
+              R"("isPersistent":true,"multiplicity":"multiplicity","keys":[{"id":7,"kind":"foreign","name":"fk",)"
+              R"("userDefined":true,"candidateKey":18,"attributes":[12],"roleNameMaps":[{"name":"id","source":11,)"
+              R"("destination":13}]}]},{"id":8,"kind":"class","name":"Order","category":"class",)"
+              R"("stereotype":"stereotype","description":"description","notes":["description"],"isAbstract":true,)"
+              R"("isPersistent":true,"space":3,"multiplicity":"multiplicity","concurrency":1,"arguments":[{"id":9,)"
+              R"("name":"T","description":"description","position":0,"initialValue":"initialValue"}],)"
+              R"("attributes":[{"id":10,"name":"a","description":"description","visibility":"public",)"
+              R"("isStatic":true,"isDerived":true,"position":0,"initialValue":"initialValue"},)"
+              R"({"id":11,"name":"pub","description":"description","type":3,"visibility":"public",)"
+              R"("containment":"byValue","isStatic":true,"isDerived":true,"position":0,)"
+              R"("initialValue":"initialValue"},{"id":12,"name":"prot","description":"description",)"
+              R"("visibility":"protected","containment":"byReference","isStatic":true,"isDerived":true,"position":1,)"
+              R"("initialValue":"initialValue"},{"id":13,"name":"priv","description":"description",)"
+              R"("visibility":"private","isStatic":true,"isDerived":true,"position":2,)"
+              R"("initialValue":"initialValue"},{"id":14,"name":"impl","description":"description",)"
+              R"("visibility":"implementation","isStatic":true,"isDerived":true,"position":3,)"
+              R"("initialValue":"initialValue"}],"operations":[{"id":15,"name":"total","description":"description",)"
+              R"("visibility":"public","concurrency":3,"isFriend":true,"isStatic":true,"isVirtual":true,)"
+              R"("semantics":"semantics","precondition":"precondition","postcondition":"postcondition",)"
+              R"("returnType":3,"arguments":[{"id":16,"name":"a","description":"description","type":3,"position":0,)"
+              R"("initialValue":"initialValue"},{"id":17,"name":"b","description":"description",)"
+              R"("notes":["description"],"position":1,"initialValue":"initialValue"}]}],"keys":[{"id":18,)"
+              R"("kind":"candidate","name":"pk","userDefined":true,"isPrimary":true,"attributes":[11]}]},)"
+              R"({"id":19,"kind":"association","name":"placed","description":"description","isAggregation":true,)"
+              R"("roles":[{"id":20,"name":"buyer","description":"description","class":6,)"
+              R"("multiplicity":"multiplicity","isAggregate":true,"isNavigable":true,"isStatic":true,)"
+              R"("isFriend":true,"isSource":true,"containment":"byValue","foreignKeys":[7]},)"
+              R"({"id":21,"name":"","description":"description","class":8,"multiplicity":"multiplicity",)"
+              R"("isAggregate":true,"isNavigable":true,"isStatic":true,"isFriend":true,"isSource":true,)"
+              R"("containment":"byReference"}]},{"id":22,"kind":"generalization","name":"",)"
+              R"("description":"description","visibility":"protected","isVirtual":true,"isFriend":true,)"
+              R"("subtypes":[8],"supertypes":[6]},{"id":23,"kind":"realization","name":"r",)"
+              R"("description":"description","realizationClass":8},{"id":24,"kind":"dependency","name":"d",)"
+              R"("description":"description","client":8,"supplier":6}],"diagrams":[{"id":25,"name":"Main",)"
+              R"("description":"description","notes":["description"],"elements":[19,8]}]}]})");
 }
 
-TEST_F(JsonForms, Class) {
-    auto& made = addElement<KelClass>(package, "C");
-    made.categoryType = KelClassCategoryType::parameterizedClassUtility;
-    made.stereotype = "s";
-    made.description = "d";
-    made.addNote(note("n"));
-    made.isAbstract = made.isPersistent = true;
-    made.space = 3;
-    made.multiplicity = "0..n";
-    made.concurrency = 1;
-    made.addArgument(named<KelArgument>("T"));
-    made.addOperation(named<KelOperation>("run"));
-    EXPECT_EQ(
-        writtenElements(),
-        R"([{"id":3,"kind":"class","name":"C","category":"parameterizedClassUtility","stereotype":"s","description":"d",)"
-        R"("notes":["n"],"isAbstract":true,"isPersistent":true,"space":3,"multiplicity":"0..n","concurrency":1,)"
-        R"("arguments":[{"id":4,"name":"T","position":0}],)"
-        R"("operations":[{"id":5,"name":"run","visibility":"public"}]}])");
+TEST_F(JsonForms, ClassesThatAreNotThereAreLeftOut) {
+    auto& generalization = addElement<KelGeneralization>(package, "");
+    auto& realization = addElement<KelRealization>(package, "");
+    generalization.addSubtypeClass(&outside);
+    generalization.addSubtypeClass(&addElement<KelClass>(package, "C"));
+    realization.addSpecificationClass(&outside);
+    addRole(addElement<KelAssociation>(package, ""), "", &outside);
+    EXPECT_EQ(writtenElements(),
+              R"([{"id":3,"kind":"generalization","name":"","visibility":"public","subtypes":[5]},)"
+              R"({"id":4,"kind":"realization","name":""},{"id":5,"kind":"class","name":"C","category":"class"},)"
+              R"({"id":6,"kind":"association","name":"","roles":[{"id":7,"name":""}]}])");
 }
 
 TEST_F(JsonForms, Categories) {
-    struct Row {
-        int category;
-        const char* expected;
-    };
-    constexpr Row rows[] = {
-        {1, R"("class")"},
-        {2, R"("parameterizedClass")"},
-        {3, R"("instantiatedClass")"},
-        {4, R"("classUtility")"},
-        {5, R"("parameterizedClassUtility")"},
-        {6, R"("instantiatedClassUtility")"},
-        {8, R"("metaclass")"},
-        {9, R"("interface")"},
-    };
     auto& made = addElement<KelClass>(package, "C");
-    for (const Row& row : rows) {
-        made.categoryType = static_cast<KelClassCategoryType>(row.category);
-        EXPECT_EQ(written("/model/packages/0/elements/0/category"), row.expected);
+    std::string words;
+    for (const int category : {1, 2, 3, 4, 5, 6, 8, 9}) {
+        made.categoryType = static_cast<KelClassCategoryType>(category);
+        words += written("/model/packages/0/elements/0/category");
     }
+    EXPECT_EQ(words, R"("class""parameterizedClass""instantiatedClass""classUtility""parameterizedClassUtility")"
+                     R"("instantiatedClassUtility""metaclass""interface")");
 }
 
-TEST_F(JsonForms, AttributesByPositionThenByName) {
-    auto& made = addElement<KelClass>(package, "C");
-    for (const char* name : {"b", "a", "c"}) {
-        made.addAttribute(named<KelAttribute>(name));
-    }
-    made.getAttribute(0)->containment = 0;
-    KelAttribute& first = *made.getAttribute(2);
-    first.position = -1;
-    first.visibility = 3;
-    first.containment = 1;
-    first.isStatic = first.isDerived = true;
-    first.initialValue = "0";
-    first.description = "d";
-    first.addNote(note("n"));
-    model.addType(named<KelBaseType>("int"));
-    first.addType(model.types().first());
-    EXPECT_EQ(written("/model/packages/0/elements/0/attributes"),
-              R"([{"id":5,"name":"c","description":"d","notes":["n"],"type":2,"visibility":"implementation",)"
-              R"("containment":"byReference","isStatic":true,"isDerived":true,"position":-1,"initialValue":"0"},)"
-              R"({"id":6,"name":"a","visibility":"public","containment":"byValue","position":0},)"
-              R"({"id":7,"name":"b","visibility":"public","position":0}])");
-}
-
-TEST_F(JsonForms, Operation) {
-    auto* made = named<KelOperation>("f");
-    addElement<KelClass>(package, "C").addOperation(made);
-    made->description = "d";
-    made->addNote(note("n"));
-    made->visibility = 1;
-    made->concurrency = 3;
-    made->isFriend = made->isStatic = made->isVirtual = true;
-    made->semantics = "s";
-    made->precondition = "p";
-    made->postcondition = "q";
-    model.addType(named<KelBaseType>("int"));
-    made->addReturnType(model.types().first());
-    auto* argument = named<KelArgument>("x");
-    made->addArgument(argument);
-    argument->addType(model.types().first());
-    argument->position = 4;
-    argument->initialValue = "1";
-    argument->description = "d";
-    argument->addNote(note("n"));
-    EXPECT_EQ(
-        written("/model/packages/0/elements/0/operations"),
-        R"([{"id":5,"name":"f","description":"d","notes":["n"],"visibility":"protected","concurrency":3,)"
-        R"("isFriend":true,"isStatic":true,"isVirtual":true,"semantics":"s","precondition":"p","postcondition":"q",)"
-        R"("returnType":2,"arguments":[)"
-        R"({"id":6,"name":"x","description":"d","notes":["n"],"type":2,"position":4,"initialValue":"1"}]}])");
-}
-
-TEST_F(JsonForms, Keys) {
-    auto& made = addElement<KelClass>(package, "C");
-    made.addAttribute(named<KelAttribute>("a"));
-    made.addAttribute(named<KelAttribute>("b"));
-    auto* candidate = named<KelCandidateKey>("ck");
-    auto* foreign = named<KelForeignKey>("fk");
-    made.addKey(foreign);
-    made.addKey(candidate);
-    candidate->addPrimaryOfClass(&made);
-    candidate->userDefined = true;
-    candidate->addAttribute(made.getAttribute(1));
-    candidate->addAttribute(made.getAttribute(0));
-    foreign->addCandidateKey(candidate);
-    foreign->addAttribute(made.getAttribute(1));
-    auto* map = named<KelAssociationRoleNameMap>("m");
-    map->addForeignKey(foreign);
-    map->addSourceAttribute(made.getAttribute(0));
-    map->addDestinationAttribute(made.getAttribute(1));
-    EXPECT_EQ(written("/model/packages/0/elements/0/keys"),
-              R"([{"id":6,"kind":"foreign","name":"fk","candidateKey":7,"attributes":[5],)"
-              R"("roleNameMaps":[{"name":"m","source":4,"destination":5}]},)"
-              R"({"id":7,"kind":"candidate","name":"ck","userDefined":true,"isPrimary":true,"attributes":[4,5]}])");
-}
-
-TEST_F(JsonForms, Association) {
-    auto& target = addElement<KelClass>(package, "C");
-    auto* key = named<KelForeignKey>("fk");
-    target.addKey(key);
-    auto& made = addElement<KelAssociation>(package, "has");
-    made.isAggregation = true;
-    made.description = "d";
-    KelAssociationRole& role = addRole(made, "r", &target);
-    role.multiplicity = "1";
-    role.isAggregate = role.isNavigable = role.isStatic = role.isFriend = role.isSource = true;
-    role.containment = 0;
-    role.addForeignKey(key);
-    addRole(made, "", &outside);
-    EXPECT_EQ(
-        written("/model/packages/0/elements/1"),
-        R"({"id":5,"kind":"association","name":"has","description":"d","isAggregation":true,"roles":[)"
-        R"({"id":6,"name":"r","class":3,"multiplicity":"1","isAggregate":true,"isNavigable":true,"isStatic":true,)"
-        R"("isFriend":true,"isSource":true,"containment":"byValue","foreignKeys":[4]},{"id":7,"name":""}]})");
-}
-
-TEST_F(JsonForms, OtherRelationshipsLeaveOutClassesThatAreNotThere) {
-    auto& generalization = addElement<KelGeneralization>(package, "g");
-    auto& realization = addElement<KelRealization>(package, "r");
-    auto& dependency = addElement<KelDependency>(package, "d");
-    auto& inside = addElement<KelClass>(package, "C");
-    generalization.visibility = 2;
-    generalization.isVirtual = generalization.isFriend = true;
-    generalization.addSubtypeClass(&outside);
-    generalization.addSubtypeClass(&inside);
-    generalization.addSupertypeClass(&outside);
-    realization.addRealizationClass(&inside);
-    realization.addSpecificationClass(&outside);
-    dependency.addClientClass(&inside);
-    dependency.addSupplierClass(&inside);
-    EXPECT_EQ(writtenElements(),
-              R"([{"id":3,"kind":"generalization","name":"g","visibility":"private","isVirtual":true,"isFriend":true,)"
-              R"("subtypes":[6]},{"id":4,"kind":"realization","name":"r","realizationClass":6},)"
-              R"({"id":5,"kind":"dependency","name":"d","client":6,"supplier":6},)"
-              R"({"id":6,"kind":"class","name":"C","category":"class"}])");
-}
-
-TEST_F(JsonForms, DiagramsListWhatWasDrawnInThatOrder) {
-    auto& first = addElement<KelClass>(package, "A");
-    auto& second = addElement<KelClass>(package, "B");
-    auto* diagram = named<KelClassDiagram>("Main");
-    package.addDiagram(diagram);
-    diagram->addModelElement(&second);
-    diagram->addModelElement(&first);
-    diagram->addNote(note("n"));
-    diagram->description = "d";
-    EXPECT_EQ(written("/model/packages/0/diagrams"),
-              R"([{"id":5,"name":"Main","description":"d","notes":["n"],"elements":[4,3]}])");
-}
-
-TEST_F(JsonForms, Texts) {
-    struct Row {
-        std::string_view text;
-        const char* expected;
-        const char* lossy;
-    };
-    constexpr Row rows[] = {
-        {{"\"\\/\x01\n\0z", 7}, R"("\"\\/\u0001\n\u0000z")", "nothing"},
-        {"\uFFFD\xC3\xA9", "\"\uFFFD\u00E9\"", "nothing"},
-        {"caf\xE9", "\"caf\uFFFD\"", "true"},
-    };
-    for (const Row& row : rows) {
-        package.setName(KelString(row.text));
-        EXPECT_EQ(written("/model/packages/0/name"), row.expected);
-        EXPECT_EQ(written("/lossy"), row.lossy);
-    }
-    package.setName("");
+TEST_F(JsonForms, TextsThatAreNotUtf8MakeTheDocumentLossy) {
+    package.setName(KelString("\"\uFFFD\0z", 6));
+    EXPECT_EQ(written("/model/packages/0/name"), "\"\\\"\uFFFD\\u0000z\"");
     package.physicalName = "\xE9"; // is not written and does not count
     EXPECT_EQ(written("/lossy"), "nothing");
-    package.addNote(note("\xE9"));
+    package.addNote(note("caf\xE9"));
+    EXPECT_EQ(written("/model/packages/0/notes"), "[\"caf\uFFFD\"]");
     EXPECT_EQ(written("/lossy"), "true");
 }
 

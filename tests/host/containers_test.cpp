@@ -210,20 +210,22 @@ TEST(KelVectorTest, FindsByIndex) {
     for (const int& value : values) {
         vector.addElement(&value, true);
     }
-    const int four = 4;
-    const int nine = 9;
-    EXPECT_EQ(vector.findFirstElement(&four), 0);
-    EXPECT_EQ(vector.findLastElement(&four), 4);
-    EXPECT_EQ(vector.findNextElement(&four, 0), 2);
-    EXPECT_EQ(vector.findNextElement(&four, -5), 0);
-    EXPECT_EQ(vector.findNextElement(&four, std::numeric_limits<int>::max()), -1);
-    EXPECT_EQ(vector.findPreviousElement(&four, 99), 4);
-    EXPECT_EQ(vector.findPreviousElement(&four, 0), -1);
-    EXPECT_EQ(vector.findPreviousElement(&four, std::numeric_limits<int>::min()), -1);
-    EXPECT_EQ(vector.findFirstElement(&nine), -1);
+    constexpr int lowest = std::numeric_limits<int>::min();
+    constexpr int highest = std::numeric_limits<int>::max();
+    const struct {
+        int sought;
+        int from;
+        int next;
+        int previous;
+    } rows[] = {{4, 0, 2, -1}, {4, -5, 0, -1}, {4, 99, -1, 4},     {4, highest, -1, 4},
+                {4, 4, -1, 2}, {2, 0, 1, -1},  {2, lowest, 1, -1}, {9, 2, -1, -1}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(vector.findNextElement(&row.sought, row.from), row.next) << row.sought << " from " << row.from;
+        EXPECT_EQ(vector.findPreviousElement(&row.sought, row.from), row.previous)
+            << row.sought << " from " << row.from;
+    }
     EXPECT_FALSE(vector.removeElement(-1) || vector.removeElement(5));
-    EXPECT_EQ(vector[5], nullptr);
-    EXPECT_EQ(vector[-1], nullptr);
+    EXPECT_TRUE(vector[5] == nullptr && vector[-1] == nullptr);
 
     Ints<KelVector> copy;
     copy = vector;

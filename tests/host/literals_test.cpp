@@ -1,11 +1,9 @@
-#include "host/literals/HOCM.h"
 #include "host/literals/KelLiteralRegistry.h"
 #include "host/literals/KelParameterizedTextLiteral.h"
+#include "host/literals/KelTextLiteralsCollection.h"
 #include "host/literals/messageCode.h"
 #include "host/log/KelException.h"
-#include "host/log/KelLog.h"
 #include "host/log/Severity.h"
-#include "host/options/BLIB.h"
 
 #include <gtest/gtest.h>
 
@@ -18,13 +16,6 @@ class KelDOMElement {};
 
 namespace {
 
-class ListLog : public KelLog {
-public:
-    void record(const KelLogEvent& event) override { events.push_back(event); }
-
-    std::vector<KelLogEvent> events;
-};
-
 TEST(SeverityTest, WordsAndLevelsAnswerEachOther) {
     const char* words[] = {"FATAL", "ERROR", "WARNING", "STATUS", "DEBUG"};
     for (int level = 1; level <= 5; ++level) {
@@ -36,14 +27,6 @@ TEST(SeverityTest, WordsAndLevelsAnswerEachOther) {
     }
     EXPECT_EQ(severityWord(0), nullptr);
     EXPECT_EQ(severityWord(6), nullptr);
-}
-
-TEST(KelLogTest, ListensToEveryLevelUntilToldOtherwise) {
-    ListLog log;
-    EXPECT_TRUE(log.accepts(5));
-    log.setMaximumLevel(severityLevel("WARNING"));
-    EXPECT_TRUE(log.accepts(3));
-    EXPECT_FALSE(log.accepts(4));
 }
 
 TEST(KelExceptionTest, CopiesKeepTheMessageWhenTheOriginalIsGone) {
@@ -109,34 +92,6 @@ TEST(MessageCodeTest, PadsTheShortCode) {
     };
     for (const auto& [prefix, severity, code, expected] : rows) {
         EXPECT_EQ(fullMessageCode(prefix, severity, code), expected);
-    }
-}
-
-TEST(HostMessagesTest, AreLoggedWithTheirCodeAndParameters) {
-    ListLog log;
-    HOCM::ICU_CANNNOT_CREATE_CONVERTER.log(log, "EBCDIC");
-    HOCM::ICU_EQUIVALENT_CONVERTERS.log(log);
-    HOCM::ICU_CONVERSION_ERROR.log(log, "3", "17");
-    log.setMaximumLevel(severityLevel("ERROR"));
-    HOCM::ICU_CANNNOT_CREATE_CONVERTER.log(log, "unheard");
-    ASSERT_EQ(log.events.size(), 3U);
-    const std::pair<const char*, int> expected[] = {{"HOCM_W0002", 3}, {"HOCM_D0003", 5}, {"HOCM_W0004", 3}};
-    for (std::size_t i = 0; i < 3; ++i) {
-        EXPECT_EQ(log.events[i].getCode(), expected[i].first);
-        EXPECT_EQ(log.events[i].getSeverityLevel(), expected[i].second);
-        EXPECT_EQ(log.events[i].getFurtherText(), emptyString);
-        EXPECT_EQ(log.events[i].getText().view().find('{'), std::string_view::npos);
-    }
-    EXPECT_NE(log.events[0].getText().view().find("EBCDIC"), std::string_view::npos);
-    EXPECT_EQ(log.events[2].getText().view().rfind("3 of 17 texts", 0), 0U);
-}
-
-TEST(HostMessagesTest, AreThrownWithTheCodeInFront) {
-    try {
-        HOCM::BRIDGE_UNEXPECTED_ERROR.throwException("SomeImport");
-    } catch (const KelException& failure) {
-        EXPECT_EQ(failure.getMessage().view().rfind("[HOCM_F0001] Unexpected error in bridge SomeImport: ", 0), 0U)
-            << failure.what();
     }
 }
 

@@ -160,23 +160,6 @@ TEST(ModelDeletion, OwnersAreDeletedBeforeTheirPartsAndPartsInOrder) {
     EXPECT_EQ(outer.names, "a12Pc12b12");
 }
 
-TEST(ModelDeletion, ARoleTakesItsForeignKeysWithIt) {
-    KelClass owner;
-    KelAssociationRole stays;
-    auto* role = new KelAssociationRole;
-    KelForeignKey* keys[] = {new KelForeignKey, new KelForeignKey, new KelForeignKey};
-    for (KelForeignKey* key : keys) {
-        owner.addKey(key);
-    }
-    role->addForeignKey(keys[0]);
-    role->addForeignKey(keys[1]);
-    stays.addForeignKey(keys[1]);
-    stays.addForeignKey(keys[2]);
-    delete role;
-    EXPECT_EQ(linkedTo(owner, relationOf(KelElementType::classObject, "keys"), true), std::vector<KelObject*>{keys[2]});
-    EXPECT_EQ(stays.foreignKeys().count(), 1);
-}
-
 TEST(ModelDeletion, RecursiveDeleteEmptiesAModelAndKeepsIt) {
     KelModel model;
     model.setName("host's");

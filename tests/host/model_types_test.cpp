@@ -1,11 +1,8 @@
-// Types, what is made from them, and origins.
+// Types, and what is made from them.
 
-#include "host/bridge/KelBridgeSpecificationLiteral.h"
-#include "host/bridge/generateMetadataOrigin.h"
 #include "host/model/KelAliasType.h"
 #include "host/model/KelBaseType.h"
 #include "host/model/KelDerivedType.h"
-#include "host/model/KelMetadataOrigin.h"
 #include "host/model/KelTypeValue.h"
 #include "host/model/KelTypeValueByPosition.h"
 #include "host/types/buildTypePhysicalName.h"
@@ -18,42 +15,30 @@
 
 namespace {
 
-TEST(ModelTypes, BaseTypesByName) {
-    constexpr const char* rows[][2] = {
-        {"undefined", "undefined"},    {"char", "SQL_CHAR"},       {"int", "SQL_INTEGER"},    {"number", "SQL_NUMERIC"},
-        {"binary", "SQL_BINARY"},      {"boolean", "SQL_BOOLEAN"}, {"date", "SQL_DATE"},      {"time", "SQL_TIME"},
-        {"datetime", "SQL_TIMESTAMP"}, {"Char", "undefined"},      {"SQL_CHAR", "undefined"}, {"", "undefined"},
-    };
-    for (const auto& [name, dataType] : rows) {
-        const std::unique_ptr<KelBaseType> made(createBaseType(name));
-        EXPECT_TRUE(made->getName() == name);
-        EXPECT_TRUE(made->getDataType() == dataType) << name;
-        EXPECT_EQ(made->getParent(), nullptr);
-    }
-}
-
-TEST(ModelTypes, LogicalNamesOfDataTypes) {
+TEST(ModelTypes, LogicalNamesStandForDataTypes) {
     const struct {
         const char* logicalName;
+        const char* dataType; // of the base type of that name
         std::initializer_list<const char*> dataTypes;
     } rows[] = {
-        {"char", {"CHAR", "VARCHAR", "LONGVARCHAR", "WCHAR", "WVARCHAR", "WLONGVARCHAR"}},
-        {"int", {"INTEGER", "SMALLINT", "TINYINT", "BIGINT"}},
-        {"number", {"NUMERIC", "DECIMAL", "FLOAT", "REAL", "DOUBLE"}},
-        {"binary", {"BINARY", "VARBINARY", "LONGVARBINARY"}},
-        {"boolean", {"BOOLEAN", "BIT"}},
-        {"date", {"DATE"}},
-        {"time", {"TIME"}},
-        {"datetime", {"TIMESTAMP"}},
-        {"undefined", {"", "CLOB", "CHAR2", "char"}},
+        {"char", "SQL_CHAR", {"CHAR", "VARCHAR", "LONGVARCHAR", "WCHAR", "WVARCHAR", "WLONGVARCHAR"}},
+        {"int", "SQL_INTEGER", {"INTEGER", "SMALLINT", "TINYINT", "BIGINT"}},
+        {"number", "SQL_NUMERIC", {"NUMERIC", "DECIMAL", "FLOAT", "REAL", "DOUBLE"}},
+        {"binary", "SQL_BINARY", {"BINARY", "VARBINARY", "LONGVARBINARY"}},
+        {"boolean", "SQL_BOOLEAN", {"BOOLEAN", "BIT"}},
+        {"date", "SQL_DATE", {"DATE"}},
+        {"time", "SQL_TIME", {"TIME"}},
+        {"datetime", "SQL_TIMESTAMP", {"TIMESTAMP"}},
+        {"undefined", "undefined", {"", "CLOB", "CHAR2", "char"}},
     };
     for (const auto& row : rows) {
+        EXPECT_EQ(std::unique_ptr<KelBaseType>(createBaseType(row.logicalName))->getDataType(), row.dataType);
         for (const char* dataType : row.dataTypes) {
             EXPECT_STREQ(getDefaultLogicalName(KelString("SQL_") + dataType), row.logicalName) << dataType;
         }
     }
     EXPECT_STREQ(getDefaultLogicalName("VARCHAR"), "undefined");
-    EXPECT_STREQ(getDefaultLogicalName(""), "undefined");
+    EXPECT_EQ(std::unique_ptr<KelBaseType>(createBaseType("Char"))->getDataType(), "undefined");
 }
 
 TEST(ModelTypes, PhysicalNames) {
@@ -154,21 +139,15 @@ TEST(ModelTypes, AnAliasShowsTheTypeItStandsFor) {
     KelAliasType inner;
     KelAliasType outer;
     ASSERT_TRUE(outer.addType(&inner));
-    const auto shown = [&] {
-        std::string all;
-        for (const KelString* text :
-             {&outer.getDataType(), &outer.getInitialValue(), &outer.getLowerBound(), &outer.getUpperBound(),
-              &outer.getNativeDataType(), &outer.getUserDataType(), &outer.getNativeLogicalDataType()}) {
-            all.append(text->view()).append(" ");
-        }
-        return all + std::to_string(outer.getLength()) + std::to_string(outer.getScale()) +
-               std::to_string(static_cast<int>(outer.getUserDefined()));
-    };
-    EXPECT_EQ(shown(), "       000");
-    EXPECT_EQ(outer.getActualType(), nullptr);
-    ASSERT_TRUE(inner.addType(&type));
-    EXPECT_EQ(shown(), "data initial lower upper native user logical 121");
-    EXPECT_EQ(outer.getActualType(), &type);
+    for (const char* expected : {"//////|000", "data/initial/lower/upper/native/user/logical|121"}) {
+        EXPECT_EQ(outer.getActualType(), inner.getType());
+        EXPECT_EQ(outer.getDataType() + "/" + outer.getInitialValue() + "/" + outer.getLowerBound() + "/" +
+                      outer.getUpperBound() + "/" + outer.getNativeDataType() + "/" + outer.getUserDataType() + "/" +
+                      outer.getNativeLogicalDataType() + "|" + std::to_string(outer.getLength()).c_str() +
+                      std::to_string(outer.getScale()).c_str() + (outer.getUserDefined() ? "1" : "0"),
+                  expected);
+        inner.addType(&type);
+    }
 }
 
 TEST(ModelTypes, AnAliasNeverStandsForItself) {
@@ -177,15 +156,6 @@ TEST(ModelTypes, AnAliasNeverStandsForItself) {
     ASSERT_TRUE(aliases[0].addType(&aliases[1]) && aliases[1].addType(&aliases[2]));
     EXPECT_FALSE(aliases[2].addType(&aliases[0]) || aliases[1].addType(&aliases[0]));
     EXPECT_EQ(aliases[1].getType(), &aliases[2]);
-}
-
-TEST(ModelTypes, OriginsDescribeTheBridge) {
-    const KelBridgeSpecificationLiteral bridge("id", "description", {"vendor", "tool", "1.0", "web", "summary"});
-    const std::unique_ptr<KelMetadataOrigin> origin(generateMetadataOrigin(bridge, "run as"));
-    EXPECT_TRUE(origin->vendorName == "vendor" && origin->toolName == "tool" && origin->toolVersions == "1.0");
-    EXPECT_TRUE(origin->toolWeb == "web" && origin->methodologySummary == "summary" && origin->bridgeId == "run as");
-    EXPECT_TRUE(origin->sourceEncoding.isEmpty() && origin->sourcePath.isEmpty() && origin->sourceKind.isEmpty());
-    EXPECT_EQ(origin->getModel(), nullptr);
 }
 
 } // namespace

@@ -83,7 +83,12 @@ State builderState() {
     }
     note(state, "useCaseViews", InUseCaseView);
     note(state, "client", client);
+    note(state, "physicalId", physicalId);
+    note(state, "noteId", currentNoteId.viewId);
     note(state, "notes", toBeNotes.getCount());
+    note(state, "waitingClasses", toBeClasses.getCount());
+    note(state, "waitingAssociations", toBeAssociations.getCount());
+    note(state, "types", aModel->types().count());
     note(state, "active", activeObject);
     noteAll(state, "package", aPackage);
     noteAll(state, "diagram", aDiagram);
@@ -98,11 +103,21 @@ State builderState() {
     noteAll(state, "general", aGeneral);
     noteAll(state, "realization", aRealization);
     noteAll(state, "dependency", aDependency);
+    if (aAttribute != nullptr) {
+        note(state, "attribute.type", aAttribute->getType());
+        note(state, "attribute.of", aAttribute->getParent());
+    }
+    if (aArgument != nullptr) {
+        note(state, "argument.type", aArgument->getType());
+        note(state, "argument.of", aArgument->getParent());
+    }
     if (aOperation != nullptr) {
         note(state, "operation.returns", aOperation->getReturnType());
     }
     if (aAssociation != nullptr) {
-        note(state, "association.quid", static_cast<long>(aAssociation->generalPointer != nullptr));
+        if (const auto* quid = static_cast<const KelString*>(aAssociation->generalPointer); quid != nullptr) {
+            note(state, "association.quid", *quid);
+        }
         for (const KelAssociationRole* role : aAssociation->associationRoles()) {
             note(state, std::string(role->getName().text()) + ".isAggregate", role->isAggregate);
         }

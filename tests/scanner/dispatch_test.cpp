@@ -14,14 +14,26 @@ namespace {
 const std::string package = "(object Class_Category \"Logical View\"\n";
 const std::string classA = package + "(object Class \"A\"\n";
 const std::string attribute = classA + "(object ClassAttribute \"a\"\n";
+const std::string note = " NoteView @3\n";
 const std::string operation = classA + "(object Operation \"f\"\n";
+const std::string argument = operation + " (object Parameter \"p\"\n";
 const std::string general = classA + "(object Inheritance_Relationship\n";
 const std::string association = package + " (object Association \"R\"\n";
 const std::string role = association + " (object Role \"r\"\n";
 const std::string roles = role + " (object Role \"s\"\n";
 const std::string boundRoles = classA + " (object Association \"R\"\n (object Role \"r\"\n supplier \"A\"\n"
                                         " (object Role \"s\"\n supplier \"A\"\n";
+const std::string realization = classA + "(object Realize_Relationship\n";
 const std::string diagram = classA + "(object ClassDiagram \"D\"\n";
+/// Two associations that have not been read, on a diagram.
+const std::string waiting = diagram + "(object AssociationViewNew \"\"\n\tquidu \"4\"\n"
+                                      "(object AssociationViewNew \"\"\n\tquidu \"1\"\n\tParent_View @7\n";
+/// An association class ends an operation, while a view keeps both the association and the class current.
+const std::string classOfAnEarlierOperation =
+    classA + " (object Association \"R\"\n\tquid \"1\"\n (object Role \"r\"\n supplier \"A\"\n"
+             " (object Role \"s\"\n supplier \"A\"\n(object ClassDiagram \"D\"\n(object AssociationViewNew "
+             "\"R\"\n\tquidu \"1\"\n"
+             "(object ClassView \"Class\" \"A\" @1\n(object Operation \"f\"\n\tAssociationClass \"A\"\n";
 
 struct EffectRow {
     int rule;
@@ -30,6 +42,7 @@ struct EffectRow {
     std::string change; // in the builder's state
 };
 
+// Beside what each rule does: what ends a note, who gets a value, and where things are counted.
 const EffectRow effects[] = {
     {1, package, "\tlogical_presentations (list\n", "package.toolId=-1"},
     {2, classA, "\tabstract TRUE\n", "class.isAbstract=1"},
@@ -47,7 +60,11 @@ const EffectRow effects[] = {
     {12, package, "(object UsesView \"\" @1\n", "InUsesView=1 -active"},
     {13, classA, "\tstereotype \"entity\"\n", "class.stereotype=entity"},
     {13, package, "\tstereotype entity\n", ""},
-    {14, classA, "\t(value Text \"{red=1,green}\")\n", "-active -class -class.categoryType -package.elements"},
+    {13, classA + note, "\tstereotype \"\"\n", ""},
+    {13, classA + note, "\tstereotype \"s\"\n", "class.stereotype=s -InNoteView"},
+    {13, package + note, "\tstereotype \"s\"\n", "package.stereotype=s -InNoteView"},
+    {13, attribute + note, "\tstereotype \"kept nowhere\"\n", "-InNoteView"},
+    {14, classA, "\t(value Text \"{red=1,green}\")\n", "types=1 -active -class -class.categoryType -package.elements"},
     {15, classA, "\tpersistence \"Transient\"\n", "class.isPersistent=1"},
     {16, operation, "\tfriend FALSE)\n", "operation.isFriend=1"},
     {16, role, "\tfriend TRUE\n", "role.isFriend=1"},
@@ -65,8 +82,20 @@ const EffectRow effects[] = {
     {20, "", "(object Class_Category\"Logical View\"\n",
      "active=9:Logical View package=9:Logical View package.toolId=1"},
     {21, package, "(object ClassDiagram \"D\"\n", "active=11:D diagram=11:D"},
+    {21, general + note, "(object ClassDiagram \"D\"\n", "active=11:D diagram=11:D -InNoteView -general"},
+    {21, realization, "(object ClassDiagram \"D\"\n", "active=11:D diagram=11:D -realization"},
+    {21, classA + "(object Uses_Relationship\n", "(object ClassDiagram \"D\"\n",
+     "active=11:D diagram=11:D -dependency"},
+    {21, association, "(object ClassDiagram \"D\"\n", "active=11:D diagram=11:D -association"},
     {22, diagram, "(object ClassView \"Class\" \"Logical View::A\" @12\n",
      "active=13:A class.toolId=12 diagram.elements=1"},
+    {22, diagram + note, "(object ClassView \"Class\" \"A\" @4294967298\n",
+     "active=13:A class.toolId=2 diagram.elements=1 -InNoteView"},
+    {22, diagram, "(object ClassView \"Class\" \"Logical View::New\" @-3\n",
+     "active=13:New class=13:New class.toolId=-3 diagram.elements=1 waitingClasses=1"},
+    {22, diagram + "(object ClassView \"Class\" \"New\" @1\n", "(object ClassView \"Class\" \"New\" @2\n",
+     "class.toolId=2"},
+    {22, package + note, "(object ClassView \"Class\" \"Logical View::A\" @12\n", ""},
     {22, diagram + "(object AssociationViewNew \"R\"\n", "(object ClassView \"Class\" A @12\n", "-InAssociationView"},
     {23, package, "\tcompartment (object Compartment\n", "InCompartment=1"},
     {24, roles, "\tis_aggregate TRUE\n", "association.isAggregation=1 role.isAggregate=1 s.isAggregate=1"},
@@ -85,6 +114,9 @@ const EffectRow effects[] = {
      "active=13:A class=13:A class.categoryType=3 package.elements=1"},
     {29, package, "(object Class_Utility \"A\"\n", "active=13:A class=13:A class.categoryType=4 package.elements=1"},
     {30, package, "(object Class \"A\"\n", "active=13:A class=13:A class.categoryType=1 package.elements=1"},
+    {30, roles + " keys\n" + note + "(object AttachView \"\"\n", "(object Class \"Logical View::P::A\"\n",
+     "active=13:A class=13:A class.categoryType=1 package.elements=2 -InNoteView -InQualifier -association "
+     "-attachNote"},
     {31, package, "(object Metaclass \"A\"\n", "active=13:A class=13:A class.categoryType=8 package.elements=1"},
     {32, classA, "(object Inheritance_Relationship\n", "active=16: general=16: package.elements=2"},
     {33, classA, "\tdocumentation \"text\"\n", "class.description=text"},
@@ -94,18 +126,39 @@ const EffectRow effects[] = {
     {33, general, "\tdocumentation \"a label\"\n", "active=16:a label general=16:a label"},
     {33, classA + " NoteView @1\n", "\tdocumentation \"note\"\n", "notes=1"},
     {34, general, "\tlabel \"text\"\n", "active=16:text general=16:text"},
+    {34, general + "\tlabel \"text\"\n", "\tlabel \"\"\n", ""},
+    {34, realization, "\tlabel \"text\"\n", ""},
+    {34, classA, "\tlabel \"text\"\n", ""},
     {34, diagram + "(object Label @1\n", "\tlabel \"text\"\n", "diagram.description=text -diagramDescription"},
     {34, diagram + "(object Label @1\n\tlabel \"old\"\n(object Label @2\n", "\tlabel \n|new\n",
      "diagram.description=newold -diagramDescription"},
     {34, diagram + " NoteView @1\n", "\tlabel \n|note\n", "notes=1"},
     {35, package + "(object Label @1\n", "\t(object NoteView @1\n", "InNoteView=1 -diagramDescription"},
     {36, classA, "(object ClassAttribute \"a\"\n",
+     "active=14:a attribute=14:a attribute.containment=2 attribute.of=13:A attribute.visibility=2"},
+    {36, attribute + note, "(object ClassAttribute \"A\"\n",
+     "active=14:A attribute=14:A attribute.position=1 -InNoteView"},
+    {36, attribute + "(object ClassAttribute \"b\"\n", "(object ClassAttribute \"a\"\n",
+     "active=14:a attribute=14:a -attribute.of"}, // refused
+    {36, package, "(object ClassAttribute \"a\"\n",
      "active=14:a attribute=14:a attribute.containment=2 attribute.visibility=2"},
     {36, boundRoles + " keys\n", "(object ClassAttribute \"a\"\n",
-     "active=14:a attribute=14:a attribute.containment=2 attribute.visibility=2 key=21:a key.userDefined=1"},
-    {37, attribute, "\ttype \"int\"\n", "type=5:int type.userDefined=1"},
+     "active=14:a attribute=14:a attribute.containment=2 attribute.of=13:A attribute.visibility=2 key=21:a "
+     "key.userDefined=1"},
+    {37, attribute, "\ttype \"int\"\n", "attribute.type=5:int type=5:int type.userDefined=1 types=1"},
     {37, attribute, "\ttype int\n", ""},
+    {37, attribute + "\ttype \"T\"\n", "\ttype \"Logical View::S::T\"\n", ""},
+    {37, attribute + "\ttype \"T\"\n", "\ttype \"S::T\"\n", "attribute.type=5:S::T type=5:S::T types=2"},
+    {37, attribute + "\ttype \"T\"\n", "\ttype \"T \"\n", "attribute.type=5:T  type=5:T  types=2"},
+    {37, attribute + "\ttype \"T\"\n", "\ttype \"\"\n", "attribute.type=5: type=5: types=2"},
+    {37, argument, "\ttype \"T\"\n", "argument.type=5:T type=5:T type.userDefined=1 types=1"},
+    {37, attribute + "(object Operation \"f\"\n", "\ttype \"received by nothing\"\n",
+     "type=5:received by nothing type.userDefined=1 types=1"},
     {38, attribute, "\tinitv \"1\"\n", "attribute.initialValue=1"},
+    {38, attribute + "\tinitv \"1\"\n", "\tinitv \"\"\n", "-attribute.initialValue"},
+    {38, argument + "(object ClassAttribute \"a\"\n (object Parameter \"q\"\n", "\tinitv \"1\"\n",
+     "argument.initialValue=1"},
+    {38, attribute + "(object Operation \"f\"\n", "\tinitv \"1\"\n", ""},
     {39, attribute, "\texportControl \"Public\"\n", "-attribute.visibility"},
     {39, attribute, "\texportControl \"Protected\"\n", "attribute.visibility=1"},
     {39, attribute, "\texportControl \"Private\"\n", ""},
@@ -118,8 +171,15 @@ const EffectRow effects[] = {
     {40, role, "\tContainment \"By Reference\"\n", "role.containment=1"},
     {40, role, "\tContainment \"by value\"\n", ""},
     {41, classA, "(object Operation\"f\"\n", "active=23:f operation=23:f"},
+    {41, classA + note, "(object Operation \"f\"\n", "active=23:f operation=23:f -InNoteView"},
     {42, operation, "\tconcurrency \"Guarded\"\n", "operation.concurrency=1"},
+    {42, operation, "\tconcurrency \"Seqtial\"\n", "operation.concurrency=3"},
+    {42, operation, "\tconcurrency \"guarded\"\n", "operation.concurrency=3"},
+    {42, operation + "\tconcurrency \"Guarded\"\n", "\tconcurrency \"Sequential\"\n", "-operation.concurrency"},
     {42, classA, "\tconcurrency \"Guarded\"\n", ""},
+    {42, classOfAnEarlierOperation, "\tconcurrency \"Sequential\"\n", "class.concurrency=3"},
+    {42, classOfAnEarlierOperation + "\tconcurrency \"guarded\"\n", "\tconcurrency \"Seqtial\"\n",
+     "-class.concurrency"},
     {43, operation, "\tpost_condition (object\n", "post=1"},
     {44, operation, "\tpre_condition (object\n", "pre=1"},
     {45, operation, "\tsemantics (object\n", "sem=1"},
@@ -133,26 +193,51 @@ const EffectRow effects[] = {
     {47, operation, "\topExportControl \"Private\"\n", "operation.visibility=2"},
     {47, operation, "\topExportControl \"private\"\n", "operation.visibility=3"},
     {48, operation, "\tresult \"Logical View::T\"\n",
-     "operation.returns=5:Logical View::T type=5:Logical View::T type.userDefined=1"},
+     "operation.returns=5:Logical View::T type=5:Logical View::T type.userDefined=1 types=1"},
     {48, classA, "\tresult \"T\"\n", ""},
-    {49, operation, "\t(object Parameter \"p\"\n", "active=24:p argument=24:p"},
+    {48, operation + "\tresult \"T\"\n", "\tresult \"T\"\n", ""},
+    {49, operation, "\t(object Parameter \"p\"\n", "active=24:p argument=24:p argument.of=23:f"},
+    {49, argument + note, "\t(object Parameter \"Logical View::$UNNAMED$\"\n",
+     "active=24:Logical View::$UNNAMED$ argument=24:Logical View::$UNNAMED$ argument.position=1 -InNoteView"},
+    {49, classA, "\t(object Parameter \"of nothing\"\n", "active=24:of nothing argument=24:of nothing"},
     {50, diagram, "(object AssociationViewNew \"R\" @3\n", "InAssociationView=1 active=17:R association=17:R"},
     {51, package, "\t(object Association \"R\"\n", "active=17:R association=17:R package.elements=1"},
     {52, package, "\t(object RoleView \"\" @1\n", "InAssociationRoleView=1"},
     {53, association, "\t(object Role \"r\"\n", "active=18:r role=18:r role.containment=2"},
     {54, classA, "\tParent_View @7\n", "class.toolId=7"},
+    {54, classA, "\tParent_View @-12x\n", "class.toolId=-12"},
+    {54, classA, "\tParent_View @4294967299\n", "class.toolId=3"},
+    {54, classA + note, "\tParent_View @7\n", "noteId=7"},
+    {54, waiting + "(object RoleView \"\" @8\n", "\tParent_View @9\n", "association.toolId=9"},
+    {54, diagram + "(object UsesView \"\" @4\n", "\tParent_View @7\n", "physicalId=7"},
+    {54, classA + "\tcompartment \n" + note, "\tParent_View @7\n", "-InCompartment"},
     {55, package, "\tclient @12\n", "client=12"},
     {55, package + "\tclient @12\n", "\tclient \"A\"\n", "-client"},
     {56, classA + role.substr(package.size()), "\tsupplier \"Logical View::A\"\n", "role.class=13:A"},
     {56, package + "(object InheritView \n(object RealizeView \n(object UsesView \n\t(object RoleView \n",
      "\tsupplier none\n", "-InAssociationRoleView -InGeneralizationView -InRealizationView -InUsesView"},
     {57, role, "\tclient_cardinality (value cardinality \"1..n\")\n", "role.multiplicity=1..*"},
+    {57, role, "\tclient_cardinality (value cardinality \"0..n\")\n", "role.multiplicity=0..*"},
+    {57, role, "\tclient_cardinality (value cardinality \"1..1\")\n", "role.multiplicity=1"},
+    {57, classA, "\tclient_cardinality (value cardinality \"0..0\")\n", "class.multiplicity=0"},
+    {57, classA, "\tclient_cardinality (value cardinality \"0..N\")\n", "class.multiplicity=0..N"},
     {58, role, "\tis_navigable TRUE\n", "role.isNavigable=1"},
     {58, role, "\tis_navigable FALSE\n", ""},
     {59, boundRoles, "\tAssociationClass \"A\"\n", "package.elements=4"},
     {60, association, "\tquid \"1\"\n", "association.quid=1"},
+    {60, waiting + " (object Association \"R\"\n", "\tquid \"1\"\n",
+     "association.quid=1 association.toolId=7 waitingAssociations=1"},
+    {60, waiting + " (object Association \"R\"\n\tParent_View @9\n", "\tquid \"1\"\n",
+     "association.quid=1 waitingAssociations=1"},
+    {60, waiting + " (object Association \"R\"\n\tquid \"2\"\n", "\tquid \"1\"\n", ""},
     {61, association + "\tquid \"1\"\n(object ClassDiagram \"D\"\n(object AssociationViewNew \"R\"\n",
      "\tquidu \"1\"\n", "association.quid=1 diagram.elements=1 -InAssociationView"},
+    {61, association + "\tquid \"1\"\n(object ClassDiagram \"D\"\n", "\tquidu \"1\"\n", ""},
+    {61, association + "\tquid \"1\"\n(object AssociationViewNew \"R\"\n", "\tquidu \"1\"\n", ""},
+    {61, diagram + "(object UsesView \n\tParent_View @5\n(object AssociationViewNew \"R\"\n", "\tquidu \"1\"\n",
+     "association.quid=1 association.toolId=5 diagram.elements=1 waitingAssociations=1 -InAssociationView -physicalId"},
+    {61, diagram + "(object AssociationViewNew \"R\"\n\tquid \"old\"\n", "\tquidu \"new\"\n",
+     "association.quid=new diagram.elements=1 waitingAssociations=1 -InAssociationView"},
     {62, role, "\tkeys (list\n", "InQualifier=1"},
     {63, classA, "\t(object Realize_Relationship\n", "active=41: package.elements=2 realization=41:"},
     {64, classA, "\t(object Uses_Relationship\n", "active=40: dependency=40: package.elements=2"},

@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
-#include <cstring>
 #include <vector>
 
 namespace rose::test {
@@ -99,54 +97,6 @@ TEST(InputLayer, KeepsTheMatchWhileTheActionReadsOn) {
     EXPECT_EQ(read, "\"" + longText);
 }
 
-/// A stream whose reads go as told: a positive number of bytes, 0 for the end, or a negated error code.
-class ScriptedStream {
-public:
-    explicit ScriptedStream(std::vector<int> script) : script_(std::move(script)) {
-        stream_ = fopencookie(this, "r", {&ScriptedStream::read, nullptr, nullptr, nullptr});
-    }
-    ~ScriptedStream() { std::fclose(stream_); }
-    ScriptedStream(const ScriptedStream&) = delete;
-    ScriptedStream& operator=(const ScriptedStream&) = delete;
-
-    std::FILE* get() const { return stream_; }
-
-private:
-    static ssize_t read(void* self, char* buffer, std::size_t size) {
-        auto* const stream = static_cast<ScriptedStream*>(self);
-        const int step = stream->next_ < stream->script_.size() ? stream->script_[stream->next_++] : 0;
-        if (step < 0) {
-            errno = -step;
-            return -1;
-        }
-        const std::size_t count = std::min(static_cast<std::size_t>(step), size);
-        std::memset(buffer, 'a', count);
-        return static_cast<ssize_t>(count);
-    }
-
-    std::FILE* stream_;
-    std::vector<int> script_;
-    std::size_t next_ = 0;
-};
-
-std::size_t countBytes(const std::vector<int>& script) {
-    const InputText input("");
-    const ScriptedStream stream(script);
-    yyin = stream.get();
-    return InputText::rest().size();
-}
-
-TEST(InputLayer, MakesInterruptedReadsAgain) {
-    struct Row {
-        std::vector<int> script;
-        std::size_t bytes;
-    };
-    for (const Row& row : {Row{{-EINTR, 5}, 5}, Row{{5, -EINTR, 3}, 8}, Row{{-EINTR, -EINTR, -EINTR, 1}, 1},
-                           Row{{5, -EINTR, 0}, 5}, Row{{-EINTR, 0}, 0}}) {
-        EXPECT_EQ(countBytes(row.script), row.bytes);
-    }
-}
-
 /// The allocation with this number (the buffer's own is 0) and all behind it fail.
 int allocationsLeft = 0;
 
@@ -172,8 +122,6 @@ using InputLayerDeath = testing::Test;
 
 TEST(InputLayerDeath, EndsTheProcessWithItsMessage) {
     const auto exitsWithTwo = testing::ExitedWithCode(2);
-    EXPECT_EXIT(countBytes({-EIO}), exitsWithTwo, "^input in flex scanner failed\n$");
-    EXPECT_EXIT(countBytes({5, -EIO}), exitsWithTwo, "^input in flex scanner failed\n$");
     EXPECT_EXIT(readWithAllocations(0), exitsWithTwo, "^out of dynamic memory in yy_create_buffer\\(\\)\n$");
     EXPECT_EXIT(readWithAllocations(3), exitsWithTwo, "^fatal error - scanner input buffer overflow\n$");
     EXPECT_EXIT(pushBackForever(), exitsWithTwo, "^flex scanner push-back overflow\n$");

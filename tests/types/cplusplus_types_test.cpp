@@ -15,22 +15,15 @@ struct SpellingRow {
 };
 
 constexpr SpellingRow spellings[] = {
-    {"int", "int", "SQL_INTEGER (from int, physical name INTEGER"},
-    {"unsigned short", "int", "SQL_INTEGER (from int, physical name INTEGER"},
     {"unsigned char", "int", "SQL_TINYINT (from int, physical name TINYINT"},
-    {"unsigned long", "int", "SQL_INTEGER (from int, physical name INTEGER"},
     {"unsigned int", "int", "SQL_INTEGER (from int, physical name INTEGER"},
     {"short", "int", "SQL_SMALLINT (from int, physical name SMALLINT"},
     {"signed short", "int", "SQL_INTEGER (from int, physical name INTEGER"},
     {"signed char", "int", "SQL_INTEGER (from int, physical name INTEGER"},
     {"long", "int", "SQL_INTEGER (from int, physical name INTEGER"},
     {"long double", "number", "SQL_NUMERIC (from number, physical name NUMERIC"},
-    {"double", "number", "SQL_DOUBLE (from number, physical name DOUBLE"},
     {"float", "number", "SQL_REAL (from number, physical name REAL"},
-    {"boolean", "binary", "SQL_BOOLEAN (from binary, physical name BOOLEAN"},
     {"char", "char", "SQL_CHAR (from char, physical name CHAR"},
-    {"char*", "binary", "SQL_BINARY (from binary, physical name BINARY"},
-    {"char[20]", "binary", "SQL_BINARY(20) (from binary, physical name BINARY(20)"},
     {"char[20][30]", "binary", "SQL_BINARY(20) (from binary, physical name BINARY(20)"},
     {"char[ 20]", "binary", "SQL_BINARY (from binary, physical name BINARY"},
     {"char[-20]", "binary", "SQL_BINARY (from binary, physical name BINARY"},
