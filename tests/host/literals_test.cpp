@@ -95,7 +95,7 @@ TEST(MessageCodeTest, PadsTheShortCode) {
     }
 }
 
-class OneLiteral : public KelTextLiteralsCollection {
+class OneLiteral final : public KelTextLiteralsCollection {
 public:
     explicit OneLiteral(const char* documentId) : documentId_(documentId) {}
     const KelString& getDocumentId() const override { return documentId_; }
