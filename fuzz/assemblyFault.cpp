@@ -37,8 +37,7 @@ std::string assembledSlowly(const UnitTree& tree, std::size_t file, const Range&
         if (unit->state == UnitState::found) {
             text.replace(begin, length, assembledSlowly(tree, unit->file, tree.files[unit->file].contents.content));
         } else if (unit->reference.kind == "Class_Category") {
-            const bool hasParenthesis = text[begin + length - 1] == ')';
-            text.insert(begin + length - (hasParenthesis ? 1 : 0), closing);
+            text.insert(begin + length - (unit->reference.isClosed ? 1 : 0), closing);
         }
     }
     return text;
