@@ -32,7 +32,7 @@ KelClass* findAClass(const char* name, int remove) {
     if (KelClass* found = PackageClasses::find(wanted); found != nullptr) {
         return found;
     }
-    auto* waiting = static_cast<KelClass*>(const_cast<void*>(toBeClasses.findFirst(&wanted, nullptr)));
+    auto* waiting = static_cast<KelClass*>(WaitingNodes::findFirst(toBeClasses, wanted));
     if (waiting != nullptr && remove != 0) {
         WaitingNodes::remove(toBeClasses, *waiting);
     }

@@ -28,7 +28,7 @@ void checkToBeClasses() {
 
 bool findClassInRemainingFoodStuffs(const KelString& name) {
     report(QEV_RRSE::ROS_I_CLASS_NAME_TO_BE_FOUND, name.view());
-    return toBeClasses.findFirst(&name, nullptr) != nullptr;
+    return WaitingNodes::findFirst(toBeClasses, name) != nullptr;
 }
 
 } // namespace rose
