@@ -60,9 +60,12 @@ TEST(ClassLookup, FindsClassesInPackagesAndElseWaitingOnesUntilTheyAreRemoved) {
     EXPECT_EQ(aClass, nullptr);
     EXPECT_EQ(findAClass("order", 0), nullptr);
     EXPECT_EQ(findAClass(name, 0), another);
+    const KelClass* const namesake = createWaitingClass(name);
     EXPECT_EQ(findAClass(name, 1), another);
+    EXPECT_EQ(findAClass(name, 1), namesake);
     EXPECT_EQ(findAClass(name, 1), nullptr);
     delete another;
+    delete namesake;
 }
 
 } // namespace
