@@ -20,6 +20,8 @@ PASSES = (
     ("completion and validation", {"rose::checkToBeClasses", "rose::ValidateModel"}),
     ("transcoding", {"rose::convertTexts"}),
     ("clean-up", {"rose::cleanup"}),
+    ("search for controlled units", {"units::mayHoldReferences"}),
+    ("counting objects", {"petal::countObjects"}),
 )
 SCANNING, BUILDING, REST = "scanning", "building", "start and end of the process"
 
@@ -61,6 +63,7 @@ def shares_in(stacks, builder):
 
 def shares(path):
     """The share of each pass; none when perf may not take samples, or sees too little of the stack."""
+    subprocess.run(import_of(path), capture_output=True, check=False)  # reads the file into the system's cache
     recorded = DATA / "perf.data"
     record = ["perf", "record", "-q", "-F", str(SAMPLES_A_SECOND), "--call-graph", f"dwarf,{STACK_BYTES}"]
     done = subprocess.run([*record, "-o", str(recorded), *import_of(path)], capture_output=True, check=False)
