@@ -75,7 +75,8 @@ void write(UConverter* writer, const UChar* text, const UChar* end, bool isLast,
     while (more) {
         char* filled = buffer.data();
         UErrorCode error = U_ZERO_ERROR;
-        ucnv_fromUnicode(writer, &filled, buffer.data() + buffer.size(), &text, end, nullptr, static_cast<UBool>(isLast), &error);
+        ucnv_fromUnicode(writer, &filled, buffer.data() + buffer.size(), &text, end, nullptr,
+                         static_cast<UBool>(isLast), &error);
         more = isToContinue(error);
         converted.append({buffer.data(), static_cast<std::size_t>(filled - buffer.data())});
     }
