@@ -1,9 +1,9 @@
 // What exporters write of an imported model is what they promise, and the same whatever was imported before.
 
 #include "ImportInput.h"
-#include "export/MemoryOutput.h"
 #include "export/exporters.h"
 #include "require.h"
+#include "text/MemoryOutput.h"
 #include "textFault.h"
 
 namespace {

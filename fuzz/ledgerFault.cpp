@@ -1,10 +1,10 @@
 #include "ledgerFault.h"
 
-#include "export/MemoryOutput.h"
 #include "notation/Reader.h"
 #include "petal/info/gatherFileInfo.h"
 #include "petal/ledger/ledgerForms.h"
 #include "require.h"
+#include "text/MemoryOutput.h"
 #include "textFault.h"
 #include "units/OpenFile.h"
 
@@ -15,9 +15,9 @@ namespace fuzz {
 
 namespace {
 
-std::string written(const ledger::Ledger& ledger, void (*write)(const ledger::Ledger&, exporter::BufferedOutput&)) {
+std::string written(const ledger::Ledger& ledger, void (*write)(const ledger::Ledger&, text::BufferedOutput&)) {
     MemoryOutput output;
-    exporter::BufferedOutput buffered(output);
+    text::BufferedOutput buffered(output);
     write(ledger, buffered);
     buffered.flush();
     return output.text;

@@ -1,21 +1,21 @@
 // The reader of the notation keeps its contract on any bytes, and what petal tells of a file drives no terminal and is
 // JSON.
 
-#include "export/BufferedOutput.h"
-#include "export/MemoryOutput.h"
 #include "petal/headerCharSet.h"
 #include "petal/info/gatherFileInfo.h"
 #include "petal/info/infoForms.h"
 #include "require.h"
 #include "support/NotationEvents.h"
+#include "text/BufferedOutput.h"
+#include "text/MemoryOutput.h"
 #include "textFault.h"
 
 namespace {
 
 std::string jsonOf(const petal::FileInfo& info) {
     MemoryOutput output;
-    exporter::BufferedOutput buffered(output);
-    exporter::IndentedJson json(buffered);
+    text::BufferedOutput buffered(output);
+    text::IndentedJson json(buffered);
     petal::writeInfoJson("model.mdl", info, json);
     buffered.flush();
     return output.text;

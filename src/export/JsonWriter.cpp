@@ -1,12 +1,12 @@
 #include "export/JsonWriter.h"
 
-#include "export/BufferedOutput.h"
-#include "export/IndentedJson.h"
 #include "export/JsonMembers.h"
 #include "export/ModelNumbers.h"
 #include "export/jsonForms.h"
 #include "export/modelWalk.h"
 #include "host/model/KelModel.h"
+#include "text/BufferedOutput.h"
+#include "text/IndentedJson.h"
 
 namespace exporter {
 
@@ -14,7 +14,7 @@ namespace {
 
 class MemberWriter final : public JsonMembers {
 public:
-    MemberWriter(IndentedJson& json, const ModelNumbers& numbers) : json_(json), numbers_(numbers) {}
+    MemberWriter(text::IndentedJson& json, const ModelNumbers& numbers) : json_(json), numbers_(numbers) {}
 
     void text(const char* member, const KelString& value) override {
         json_.key(member);
@@ -70,13 +70,13 @@ public:
     void endObject() override { json_.endObject(); }
 
 private:
-    IndentedJson& json_;
+    text::IndentedJson& json_;
     const ModelNumbers& numbers_;
 };
 
 class DocumentWriter final : public ModelVisitor {
 public:
-    DocumentWriter(IndentedJson& json, const ModelNumbers& numbers) : json_(json), numbers_(numbers) {}
+    DocumentWriter(text::IndentedJson& json, const ModelNumbers& numbers) : json_(json), numbers_(numbers) {}
 
     void enter(const KelObject& object) override {
         const JsonForm& form = jsonFormOf(object);
@@ -94,7 +94,7 @@ public:
     void leave(const KelObject& /*object*/) override { json_.endObject(); }
 
 private:
-    IndentedJson& json_;
+    text::IndentedJson& json_;
     const ModelNumbers& numbers_;
 };
 
@@ -102,8 +102,8 @@ private:
 
 void JsonWriter::write(const KelModel& model) {
     const ModelNumbers numbers(model);
-    BufferedOutput output(output_);
-    IndentedJson json(output);
+    text::BufferedOutput output(output_);
+    text::IndentedJson json(output);
     json.startObject();
     json.key("format");
     json.text("petal-model");

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "export/Output.h"
+#include "text/Output.h"
 
 class KelModel;
 
@@ -14,12 +14,12 @@ namespace exporter {
 class JsonWriter {
 public:
     /// The output must outlive the writer.
-    explicit JsonWriter(Output& output) : output_(output) {}
+    explicit JsonWriter(text::Output& output) : output_(output) {}
 
     void write(const KelModel& model);
 
 private:
-    Output& output_;
+    text::Output& output_;
 };
 
 } // namespace exporter

@@ -2,8 +2,8 @@
 
 #include "export/JsonMembers.h"
 #include "export/jsonForms.h"
-#include "export/utf8.h"
 #include "host/model/KelModel.h"
+#include "text/utf8.h"
 
 namespace exporter {
 
@@ -15,7 +15,7 @@ public:
     explicit TextCheck(bool& allValid) : allValid_(allValid) {}
 
     void text(const char* /*member*/, const KelString& value) override { entry(value); }
-    void entry(const KelString& text) override { allValid_ = allValid_ && isValidUtf8(text.view()); }
+    void entry(const KelString& text) override { allValid_ = allValid_ && text::isValidUtf8(text.view()); }
     void word(const char* /*member*/, const char* /*value*/) override {}
     void number(const char* /*member*/, std::int32_t /*value*/) override {}
     void trueFlag(const char* /*member*/) override {}

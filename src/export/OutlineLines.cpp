@@ -1,6 +1,6 @@
 #include "export/OutlineLines.h"
 
-#include "export/printableText.h"
+#include "text/printableText.h"
 
 #include <algorithm>
 #include <string>
@@ -32,7 +32,7 @@ void OutlineLines::paragraph(std::string_view title, std::string_view text) {
         if (end != std::string_view::npos && piece.ends_with('\r')) {
             piece.remove_suffix(1);
         }
-        line(prefix + printableText(piece));
+        line(prefix + text::printableText(piece));
         if (end == std::string_view::npos || end + 1 == text.size()) {
             return;
         }

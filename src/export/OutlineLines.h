@@ -1,6 +1,6 @@
 #pragma once
 
-#include "export/BufferedOutput.h"
+#include "text/BufferedOutput.h"
 
 #include <cstddef>
 #include <string_view>
@@ -10,7 +10,7 @@ namespace exporter {
 /// Writes the lines of an outline. The indentation stops growing at 40 spaces; a line below that tells its depth.
 class OutlineLines {
 public:
-    explicit OutlineLines(BufferedOutput& output) : output_(output) {}
+    explicit OutlineLines(text::BufferedOutput& output) : output_(output) {}
 
     /// The depth of the lines to come; 0 for those at the margin.
     void setDepth(std::size_t depth) { depth_ = depth; }
@@ -22,7 +22,7 @@ public:
     void paragraph(std::string_view title, std::string_view text);
 
 private:
-    BufferedOutput& output_;
+    text::BufferedOutput& output_;
     std::size_t depth_ = 0;
 };
 

@@ -1,11 +1,11 @@
 #include "export/TreeWriter.h"
 
-#include "export/BufferedOutput.h"
 #include "export/OutlineLines.h"
 #include "export/modelWalk.h"
 #include "export/outlineForms.h"
 #include "host/model/KelModel.h"
 #include "host/model/KelNote.h"
+#include "text/BufferedOutput.h"
 
 namespace exporter {
 
@@ -37,7 +37,7 @@ private:
 } // namespace
 
 void TreeWriter::write(const KelModel& model) {
-    BufferedOutput output(output_);
+    text::BufferedOutput output(output_);
     OutlineLines lines(output);
     OutlineWriter writer(lines);
     walkModel(model, outlineParts, writer);

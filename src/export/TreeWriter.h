@@ -1,6 +1,6 @@
 #pragma once
 
-#include "export/Output.h"
+#include "text/Output.h"
 
 class KelModel;
 
@@ -13,12 +13,12 @@ namespace exporter {
 class TreeWriter {
 public:
     /// The output must outlive the writer.
-    explicit TreeWriter(Output& output) : output_(output) {}
+    explicit TreeWriter(text::Output& output) : output_(output) {}
 
     void write(const KelModel& model);
 
 private:
-    Output& output_;
+    text::Output& output_;
 };
 
 } // namespace exporter

@@ -11,7 +11,7 @@ namespace exporter {
 namespace {
 
 template <class Writer>
-void writeWith(const KelModel& model, Output& output) {
+void writeWith(const KelModel& model, text::Output& output) {
     Writer(output).write(model);
 }
 

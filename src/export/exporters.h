@@ -5,15 +5,18 @@
 
 class KelModel;
 
-namespace exporter {
-
+namespace text {
 class Output;
+}
+
+namespace exporter {
 
 /// A form in which models are written.
 struct Exporter {
     std::string_view format;
-    std::string_view description;                         // half a sentence for people
-    void (*write)(const KelModel& model, Output& output); // null: the format writes nothing, not even an empty file
+    std::string_view description; // half a sentence for people
+    void (*write)(const KelModel& model,
+                  text::Output& output); // null: the format writes nothing, not even an empty file
 };
 
 /// Every form.

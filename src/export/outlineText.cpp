@@ -1,12 +1,12 @@
 #include "export/outlineText.h"
 
-#include "export/printableText.h"
 #include "host/model/KelType.h"
+#include "text/printableText.h"
 
 namespace exporter {
 
 std::string plain(const KelString& text) {
-    return printableText(text.view());
+    return text::printableText(text.view());
 }
 
 std::string after(std::string_view prefix, const KelString& text) {

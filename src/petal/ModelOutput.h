@@ -1,6 +1,6 @@
 #pragma once
 
-#include "export/Output.h"
+#include "text/Output.h"
 
 #include <filesystem>
 #include <memory>
@@ -10,7 +10,7 @@
 namespace petal {
 
 /// Where a model is written.
-class ModelOutput : public exporter::Output {
+class ModelOutput : public text::Output {
 public:
     /// Makes what was written final. Called once, as the last operation. Throws `std::system_error`: a regular file is
     /// then as it was, or, where only bringing its name to the disk failed, what was written, whole. When this is not

@@ -1,10 +1,10 @@
 #include "petal/logFormats.h"
 
-#include "export/JsonLine.h"
-#include "export/jsonText.h"
-#include "export/printableText.h"
 #include "host/log/Severity.h"
 #include "petal/validText.h"
+#include "text/JsonLine.h"
+#include "text/jsonText.h"
+#include "text/printableText.h"
 
 #include <algorithm>
 #include <array>
@@ -19,12 +19,11 @@ const char* severityOf(const KelLogEvent& event) {
 }
 
 std::string textLine(const KelLogEvent& event, std::string_view text) {
-    return std::string(severityOf(event)) + ": [" + event.getCode().text() + "] " + exporter::printableText(text) +
-           "\n";
+    return std::string(severityOf(event)) + ": [" + event.getCode().text() + "] " + text::printableText(text) + "\n";
 }
 
 std::string jsonLine(const KelLogEvent& event, std::string_view text) {
-    exporter::JsonLine line;
+    text::JsonLine line;
     line.text("severity", severityOf(event));
     line.text("code", event.getCode().view());
     line.text("text", text);
@@ -32,11 +31,11 @@ std::string jsonLine(const KelLogEvent& event, std::string_view text) {
 }
 
 std::string textLineOf(std::string_view line, std::string_view file) {
-    return exporter::printableText(file) + ": " + std::string(line);
+    return text::printableText(file) + ": " + std::string(line);
 }
 
 std::string jsonLineOf(std::string_view line, std::string_view file) {
-    return "{\"file\":" + exporter::quotedJsonText(validText(file)) + "," + std::string(line.substr(1));
+    return "{\"file\":" + text::quotedJsonText(validText(file)) + "," + std::string(line.substr(1));
 }
 
 constexpr std::array formats{

@@ -1,15 +1,15 @@
 #include "petal/printFailure.h"
 
-#include "export/printableText.h"
+#include "text/printableText.h"
 
 #include <cstdio>
 
 namespace petal {
 
 std::string failureLines(const std::string& text, const std::string& advice) {
-    std::string lines = "petal: " + exporter::printableText(text) + "\n";
+    std::string lines = "petal: " + text::printableText(text) + "\n";
     if (!advice.empty()) {
-        lines += "petal: " + exporter::printableText(advice) + "\n";
+        lines += "petal: " + text::printableText(advice) + "\n";
     }
     return lines;
 }

@@ -1,12 +1,12 @@
 #include "petal/validText.h"
 
-#include "export/printableText.h"
-#include "export/utf8.h"
+#include "text/printableText.h"
+#include "text/utf8.h"
 
 namespace petal {
 
 std::string validText(std::string_view bytes) {
-    return exporter::isValidUtf8(bytes) ? std::string(bytes) : exporter::printableText(bytes);
+    return text::isValidUtf8(bytes) ? std::string(bytes) : text::printableText(bytes);
 }
 
 } // namespace petal

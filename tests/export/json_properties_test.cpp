@@ -1,6 +1,6 @@
 #include "export/JsonWriter.h"
 
-#include "MemoryOutput.h"
+#include "text/MemoryOutput.h"
 #include "ModelBuilding.h"
 #include "export/jsonForms.h"
 #include "export/outlineForms.h"

@@ -1,6 +1,6 @@
 #include "export/JsonWriter.h"
 
-#include "MemoryOutput.h"
+#include "text/MemoryOutput.h"
 #include "Shop.h"
 #include "host/model/KelTraversalOperation.h"
 

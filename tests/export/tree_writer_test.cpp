@@ -1,6 +1,6 @@
 #include "export/TreeWriter.h"
 
-#include "MemoryOutput.h"
+#include "text/MemoryOutput.h"
 #include "Shop.h"
 #include "export/exporters.h"
 #include "host/model/KelTraversalOperation.h"

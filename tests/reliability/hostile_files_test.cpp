@@ -1,6 +1,5 @@
 // Files made to hurt: nothing of them is lost, no stack is deep enough to matter, and memory stays in step.
 
-#include "export/MemoryOutput.h"
 #include "export/exporters.h"
 #include "host/model/KelTraversalOperation.h"
 #include "support/HostileFiles.h"
@@ -8,6 +7,7 @@
 #include "support/OnSmallStack.h"
 #include "support/RepositoryInvariants.h"
 #include "support/memory/MemoryShortage.h"
+#include "text/MemoryOutput.h"
 
 #include <gtest/gtest.h>
 #include <rapidjson/reader.h>

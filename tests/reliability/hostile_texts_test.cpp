@@ -1,12 +1,12 @@
 // Texts of a model that try to break a document or to drive the terminal of whoever reads it.
 
-#include "export/MemoryOutput.h"
 #include "export/exporters.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDesignPackage.h"
 #include "petal/LogText.h"
 #include "petal/logFormats.h"
 #include "support/ImportedModel.h"
+#include "text/MemoryOutput.h"
 
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>

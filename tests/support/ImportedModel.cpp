@@ -1,10 +1,10 @@
 #include "support/ImportedModel.h"
 
 #include "bridge/KelIbmRationalRose40ImportDllInterface.h"
-#include "export/MemoryOutput.h"
 #include "export/exporters.h"
 #include "host/log/KelException.h"
 #include "host/options/KelOptionList.h"
+#include "text/MemoryOutput.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "export/IndentedJson.h"
 #include "petal/info/FileInfo.h"
+#include "text/IndentedJson.h"
 
 namespace petal {
 
@@ -9,6 +9,6 @@ namespace petal {
 [[nodiscard]] std::string infoText(const std::string& path, const FileInfo& info);
 
 /// Writes the same as a JSON object. What the file does not say, and what is false or empty, is left out.
-void writeInfoJson(const std::string& path, const FileInfo& info, exporter::IndentedJson& json);
+void writeInfoJson(const std::string& path, const FileInfo& info, text::IndentedJson& json);
 
 } // namespace petal

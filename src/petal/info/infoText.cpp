@@ -1,6 +1,6 @@
-#include "export/printableText.h"
 #include "petal/info/infoForms.h"
 #include "petal/info/roseReleases.h"
+#include "text/printableText.h"
 
 #include <algorithm>
 
@@ -25,14 +25,13 @@ std::string versionMeaning(const FileInfo& info) {
 }
 
 std::string named(const std::string& kind, const std::string& name) {
-    return exporter::printableText(kind) + (name.empty() ? "" : " " + exporter::printableText(name));
+    return text::printableText(kind) + (name.empty() ? "" : " " + text::printableText(name));
 }
 
 std::string objectLines(const FileInfo& info) {
     std::string lines = line("objects", std::to_string(info.objectCount));
     for (const auto& [kind, count] : info.objects) {
-        lines +=
-            "    " + std::to_string(count) + " " + (kind.empty() ? "(no kind)" : exporter::printableText(kind)) + "\n";
+        lines += "    " + std::to_string(count) + " " + (kind.empty() ? "(no kind)" : text::printableText(kind)) + "\n";
     }
     return lines;
 }
@@ -40,7 +39,7 @@ std::string objectLines(const FileInfo& info) {
 std::string unitLines(const FileInfo& info) {
     std::string lines = line("controlled units", std::to_string(info.units.size()));
     for (const ControlledUnit& unit : info.units) {
-        const std::string file = unit.file.empty() ? "no file named" : exporter::printableText(unit.file);
+        const std::string file = unit.file.empty() ? "no file named" : text::printableText(unit.file);
         lines += "    " + named(unit.kind, unit.name) + " (line " + std::to_string(unit.place.line) + ", " +
                  (unit.isLoaded ? "loaded" : "not loaded") + "): " + file + "\n";
     }
@@ -67,8 +66,8 @@ std::string damageLines(const FileInfo& info) {
 } // namespace
 
 std::string infoText(const std::string& path, const FileInfo& info) {
-    return exporter::printableText(path) + "\n" + numberLine("version", info.version, versionMeaning(info).c_str()) +
-           line("written by", info.written.empty() ? "unknown" : exporter::printableText(info.written)) +
+    return text::printableText(path) + "\n" + numberLine("version", info.version, versionMeaning(info).c_str()) +
+           line("written by", info.written.empty() ? "unknown" : text::printableText(info.written)) +
            numberLine("charSet", info.charSet, info.encoding) + objectLines(info) +
            line("properties", std::to_string(info.propertyCount)) + unitLines(info) + diagramLines(info) +
            damageLines(info);

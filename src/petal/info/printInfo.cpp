@@ -1,4 +1,3 @@
-#include "export/BufferedOutput.h"
 #include "petal/Failure.h"
 #include "petal/ModelOutput.h"
 #include "petal/commands.h"
@@ -8,6 +7,7 @@
 #include "petal/info/infoForms.h"
 #include "petal/outputFailure.h"
 #include "petal/printFailure.h"
+#include "text/BufferedOutput.h"
 
 namespace petal {
 
@@ -16,7 +16,7 @@ namespace {
 /// Where the files' infos go, in the form that was asked for.
 class Form {
 public:
-    Form(exporter::BufferedOutput& output, bool asJson) : output_(output), json_(output), asJson_(asJson) {
+    Form(text::BufferedOutput& output, bool asJson) : output_(output), json_(output), asJson_(asJson) {
         if (asJson_) {
             json_.startList();
         }
@@ -49,8 +49,8 @@ public:
     }
 
 private:
-    exporter::BufferedOutput& output_;
-    exporter::IndentedJson json_;
+    text::BufferedOutput& output_;
+    text::IndentedJson json_;
     bool asJson_;
 };
 
@@ -88,7 +88,7 @@ void printInfo(const InfoRequest& request) {
     std::size_t failures = 0;
     try {
         const auto output = ModelOutput::open(std::nullopt);
-        exporter::BufferedOutput buffered(*output);
+        text::BufferedOutput buffered(*output);
         Form form(buffered, request.asJson);
         failures = write(request, form);
         output->commit();

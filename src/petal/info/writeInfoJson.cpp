@@ -7,7 +7,7 @@ namespace petal {
 
 namespace {
 
-using exporter::IndentedJson;
+using text::IndentedJson;
 
 /// Writes the members of an object, without those that say nothing.
 class Members {

@@ -1,12 +1,12 @@
 #include "petal/ledger/LedgerReport.h"
 
-#include "export/BufferedOutput.h"
 #include "ledger/makeLedger.h"
 #include "petal/Failure.h"
 #include "petal/ModelOutput.h"
 #include "petal/ledger/ledgerForms.h"
 #include "petal/outputFailure.h"
 #include "petal/printFailure.h"
+#include "text/BufferedOutput.h"
 
 #include <algorithm>
 #include <array>
@@ -83,7 +83,7 @@ void LedgerReport::write() const {
     if (request_.ledger) {
         try {
             const auto output = ModelOutput::open(request_.ledger, request_.ledgerDescriptor);
-            exporter::BufferedOutput buffered(*output);
+            text::BufferedOutput buffered(*output);
             (output->isTerminal() ? writeLedgerTable : writeLedgerLines)(*ledger_, buffered);
             buffered.flush();
             output->commit();

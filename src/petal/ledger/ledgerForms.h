@@ -1,7 +1,7 @@
 #pragma once
 
-#include "export/BufferedOutput.h"
 #include "ledger/Ledger.h"
+#include "text/BufferedOutput.h"
 
 #include <string>
 #include <string_view>
@@ -9,9 +9,9 @@
 namespace petal {
 
 /// Writes the ledger as JSON objects, one a line (docs/ledger.md).
-void writeLedgerLines(const ledger::Ledger& ledger, exporter::BufferedOutput& output);
+void writeLedgerLines(const ledger::Ledger& ledger, text::BufferedOutput& output);
 /// Writes the ledger for a person, without what was imported as it is. It drives no terminal.
-void writeLedgerTable(const ledger::Ledger& ledger, exporter::BufferedOutput& output);
+void writeLedgerTable(const ledger::Ledger& ledger, text::BufferedOutput& output);
 /// Three lines that say how much was imported, changed and dropped.
 [[nodiscard]] std::string ledgerSummary(const ledger::Ledger& ledger);
 

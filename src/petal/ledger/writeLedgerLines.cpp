@@ -1,5 +1,5 @@
-#include "export/JsonLine.h"
 #include "petal/ledger/ledgerForms.h"
+#include "text/JsonLine.h"
 
 namespace petal {
 
@@ -39,13 +39,13 @@ public:
         number("line", place.line);
         number("column", place.column);
     }
-    void write(exporter::BufferedOutput& output) { output.put(line_.finish()); }
+    void write(text::BufferedOutput& output) { output.put(line_.finish()); }
 
 private:
-    exporter::JsonLine line_;
+    text::JsonLine line_;
 };
 
-void writeEntry(const Ledger& ledger, const Entry& entry, exporter::BufferedOutput& output) {
+void writeEntry(const Ledger& ledger, const Entry& entry, text::BufferedOutput& output) {
     Line line(entry.property == nullptr ? "object" : "property");
     line.place(ledger, entry.file, entry.place);
     line.text("kind", entry.kind->name);
@@ -55,7 +55,7 @@ void writeEntry(const Ledger& ledger, const Entry& entry, exporter::BufferedOutp
     line.write(output);
 }
 
-void writeGroups(const Ledger& ledger, const ledger::KindTally& kind, exporter::BufferedOutput& output) {
+void writeGroups(const Ledger& ledger, const ledger::KindTally& kind, text::BufferedOutput& output) {
     for (const ledger::PropertyTally* property : kind.sortedProperties()) {
         for (const ledger::PropertyGroup& group : property->groups) {
             Line line("properties");
@@ -69,7 +69,7 @@ void writeGroups(const Ledger& ledger, const ledger::KindTally& kind, exporter::
     }
 }
 
-void writeKind(const ledger::KindTally& kind, exporter::BufferedOutput& output) {
+void writeKind(const ledger::KindTally& kind, text::BufferedOutput& output) {
     Line line("kind");
     line.text("kind", kind.name);
     line.counts("objects", kind.objects);
@@ -79,7 +79,7 @@ void writeKind(const ledger::KindTally& kind, exporter::BufferedOutput& output) 
 
 } // namespace
 
-void writeLedgerLines(const Ledger& ledger, exporter::BufferedOutput& output) {
+void writeLedgerLines(const Ledger& ledger, text::BufferedOutput& output) {
     for (const Entry& entry : ledger.entries) {
         writeEntry(ledger, entry, output);
     }

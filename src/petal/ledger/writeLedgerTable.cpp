@@ -1,5 +1,5 @@
-#include "export/printableText.h"
 #include "petal/ledger/ledgerForms.h"
+#include "text/printableText.h"
 
 #include <array>
 
@@ -20,14 +20,14 @@ std::string countsText(const Counts& counts) {
 }
 
 std::string placeText(const Ledger& ledger, std::uint32_t file, const notation::Place& place) {
-    return exporter::printableText(ledger.files[file]) + ":" + std::to_string(place.line) + ":" +
+    return text::printableText(ledger.files[file]) + ":" + std::to_string(place.line) + ":" +
            std::to_string(place.column);
 }
 
 std::string whatText(const ledger::Entry& entry) {
-    std::string text = exporter::printableText(entry.kind->name);
-    text += entry.name.empty() ? "" : " " + exporter::printableText(entry.name);
-    return text + (entry.property != nullptr ? ", " + exporter::printableText(entry.property->name) : "");
+    std::string text = text::printableText(entry.kind->name);
+    text += entry.name.empty() ? "" : " " + text::printableText(entry.name);
+    return text + (entry.property != nullptr ? ", " + text::printableText(entry.property->name) : "");
 }
 
 const char* wordOf(const ledger::Reason& reason) {
@@ -55,13 +55,13 @@ std::string hexText(const std::string& bytes) {
     return text;
 }
 
-void writeLedgerTable(const Ledger& ledger, exporter::BufferedOutput& output) {
+void writeLedgerTable(const Ledger& ledger, text::BufferedOutput& output) {
     for (const ledger::Entry& entry : ledger.entries) {
         if (entry.reason->outcome == Outcome::imported) {
             continue;
         }
         output.put(std::string(wordOf(*entry.reason)) + "\t" + placeText(ledger, entry.file, entry.place) + "\t" +
-                   whatText(entry) + ": " + exporter::printableText(reasonText(*entry.reason, entry.detail)) + "\n");
+                   whatText(entry) + ": " + text::printableText(reasonText(*entry.reason, entry.detail)) + "\n");
     }
     for (const ledger::BadBytes& bad : ledger.badBytes) {
         output.put("bytes\t" + placeText(ledger, bad.file, bad.place) + "\t" + hexText(bad.bytes) +
@@ -72,9 +72,9 @@ void writeLedgerTable(const Ledger& ledger, exporter::BufferedOutput& output) {
                    notation::damageText(damaged.damage) + "\n");
     }
     for (const ledger::KindTally* kind : ledger.sortedKinds()) {
-        output.put(exporter::printableText(kind->name) + ": " + countsText(kind->objects) + "\n");
+        output.put(text::printableText(kind->name) + ": " + countsText(kind->objects) + "\n");
         for (const ledger::PropertyTally* property : kind->sortedProperties()) {
-            output.put("\t" + exporter::printableText(property->name) + ": " + countsText(property->counts) + "\n");
+            output.put("\t" + text::printableText(property->name) + ": " + countsText(property->counts) + "\n");
         }
     }
     output.put("objects: " + countsText(ledger.objects()) + "\nproperties: " + countsText(ledger.properties()) + "\n");

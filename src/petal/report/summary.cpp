@@ -1,6 +1,6 @@
 #include "petal/report/summary.h"
 
-#include "export/printableText.h"
+#include "text/printableText.h"
 
 #include <algorithm>
 #include <array>
@@ -50,13 +50,13 @@ std::string failures(const std::vector<FileReport>& files, std::size_t count) {
         if (file.state == FileState::failed) {
             ++reasons[file.reason];
             if (told++ < mostFailures) {
-                lines += "  " + exporter::printableText(file.file + ": " + file.text) + "\n";
+                lines += "  " + text::printableText(file.file + ": " + file.text) + "\n";
             }
         }
     }
     std::string counts;
     for (const auto& [reason, number] : reasons) {
-        counts += row("  " + exporter::printableText(reason), number);
+        counts += row("  " + text::printableText(reason), number);
     }
     return counts + lines +
            (count > mostFailures ? "  ... and " + std::to_string(count - mostFailures) + " more\n" : "");

@@ -1,8 +1,8 @@
-#include "export/IndentedJson.h"
 #include "host/log/Severity.h"
 #include "petal/report/reportForm.h"
 #include "petal/report/reports.h"
 #include "petal/validText.h"
+#include "text/IndentedJson.h"
 
 namespace petal {
 
@@ -10,7 +10,7 @@ namespace {
 
 class ReportWriter {
 public:
-    explicit ReportWriter(exporter::BufferedOutput& output) : json_(output) {}
+    explicit ReportWriter(text::BufferedOutput& output) : json_(output) {}
 
     void write(const std::vector<FileReport>& files) {
         json_.startObject();
@@ -89,13 +89,13 @@ private:
         json_.endObject();
     }
 
-    exporter::IndentedJson json_;
+    text::IndentedJson json_;
 };
 
 } // namespace
 
 void writeReport(const std::vector<FileReport>& files, ModelOutput& output) {
-    exporter::BufferedOutput buffered(output);
+    text::BufferedOutput buffered(output);
     ReportWriter(buffered).write(files);
     buffered.put('\n');
     buffered.flush();

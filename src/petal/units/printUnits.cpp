@@ -1,9 +1,9 @@
-#include "export/printableText.h"
 #include "petal/Failure.h"
 #include "petal/commands.h"
 #include "petal/printFailure.h"
 #include "petal/standardOutput.h"
 #include "petal/units/unitOptions.h"
+#include "text/printableText.h"
 #include "units/UnitTree.h"
 #include "units/localText.h"
 
@@ -19,14 +19,14 @@ constexpr std::array stateWords{"found", "missing", "unusable", "found already",
 
 std::string unitLines(const units::ResolvedFile& file, const units::Unit& unit) {
     const auto text = [&](const std::string& bytes) {
-        return exporter::printableText(units::localText(bytes, file.contents.charSet));
+        return text::printableText(units::localText(bytes, file.contents.charSet));
     };
     std::string lines = "  " + text(unit.reference.kind) + " " + text(unit.reference.name) + " (" +
-                        exporter::printableText(file.path.string()) + " line " +
-                        std::to_string(unit.reference.place.line) + "): " + text(unit.reference.fileName) + "\n    " +
+                        text::printableText(file.path.string()) + " line " + std::to_string(unit.reference.place.line) +
+                        "): " + text(unit.reference.fileName) + "\n    " +
                         stateWords[static_cast<std::size_t>(unit.state)];
-    lines += unit.path.empty() ? "" : ": " + exporter::printableText(unit.path.string());
-    lines += unit.remark.empty() ? "" : (unit.path.empty() ? ": " : " (") + exporter::printableText(unit.remark);
+    lines += unit.path.empty() ? "" : ": " + text::printableText(unit.path.string());
+    lines += unit.remark.empty() ? "" : (unit.path.empty() ? ": " : " (") + text::printableText(unit.remark);
     return lines + (unit.remark.empty() || unit.path.empty() ? "\n" : ")\n");
 }
 
@@ -47,8 +47,8 @@ std::string modelLines(const std::string& path, units::UnitLocator& locator, std
         }
     }
     lost += lostHere;
-    return exporter::printableText(path) + ": " + std::to_string(count) + " controlled units, " +
-           std::to_string(lostHere) + " of them missing\n" + lines;
+    return text::printableText(path) + ": " + std::to_string(count) + " controlled units, " + std::to_string(lostHere) +
+           " of them missing\n" + lines;
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace exporter {
+namespace text {
 
 /// A JSON object on a line of its own. Texts become what `quotedJsonText` makes of them; names need no escapes.
 class JsonLine {
@@ -25,4 +25,4 @@ private:
     std::string line_ = "{";
 };
 
-} // namespace exporter
+} // namespace text

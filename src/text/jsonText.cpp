@@ -1,12 +1,12 @@
-#include "export/jsonText.h"
+#include "text/jsonText.h"
 
-#include "export/printableText.h"
-#include "export/utf8.h"
+#include "text/printableText.h"
+#include "text/utf8.h"
 
 #include <array>
 #include <cstdio>
 
-namespace exporter {
+namespace text {
 
 namespace {
 
@@ -71,4 +71,4 @@ std::string quotedJsonText(std::string_view text) {
     return quoted + "\"";
 }
 
-} // namespace exporter
+} // namespace text

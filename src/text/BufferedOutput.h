@@ -1,12 +1,12 @@
 #pragma once
 
-#include "export/Output.h"
+#include "text/Output.h"
 
 #include <cstddef>
 #include <memory>
 #include <string_view>
 
-namespace exporter {
+namespace text {
 
 /// Gathers small pieces for an output that it does not own. What was not flushed when it is destroyed is lost:
 /// a destructor could not report that the output failed. Throws what the output throws.
@@ -32,4 +32,4 @@ private:
     std::size_t length_ = 0;
 };
 
-} // namespace exporter
+} // namespace text

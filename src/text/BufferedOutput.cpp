@@ -1,8 +1,8 @@
-#include "export/BufferedOutput.h"
+#include "text/BufferedOutput.h"
 
 #include <algorithm>
 
-namespace exporter {
+namespace text {
 
 BufferedOutput::BufferedOutput(Output& output) : output_(output), buffer_(std::make_unique<char[]>(capacity)) {}
 
@@ -37,4 +37,4 @@ void BufferedOutput::flush() {
     }
 }
 
-} // namespace exporter
+} // namespace text

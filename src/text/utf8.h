@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace exporter {
+namespace text {
 
 /// An invalid sequence is the longest run of bytes that begins a valid one, or a single byte if none does.
 
@@ -16,4 +16,4 @@ namespace exporter {
 /// The text with U+FFFD for each invalid sequence.
 [[nodiscard]] std::string repairedUtf8(std::string_view text);
 
-} // namespace exporter
+} // namespace text

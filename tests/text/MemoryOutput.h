@@ -1,6 +1,6 @@
 #pragma once
 
-#include "export/Output.h"
+#include "text/Output.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -9,7 +9,7 @@
 #include <system_error>
 
 /// Keeps what is written, and fails at the write number `failAt` (from 0).
-class MemoryOutput final : public exporter::Output {
+class MemoryOutput final : public text::Output {
 public:
     explicit MemoryOutput(std::size_t failAt = static_cast<std::size_t>(-1)) : failAt_(failAt) {}
 

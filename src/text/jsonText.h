@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace exporter {
+namespace text {
 
 /// Whether `text` is valid UTF-8 in which a JSON writer has to escape nothing but quotes, backslashes and the controls
 /// below the blank: a terminal that is shown the document would only show the rest.
@@ -13,4 +13,4 @@ namespace exporter {
 /// could drive a terminal (see `printableText`).
 [[nodiscard]] std::string quotedJsonText(std::string_view text);
 
-} // namespace exporter
+} // namespace text

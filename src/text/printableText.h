@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace exporter {
+namespace text {
 
 /// Whether a terminal only shows the character, and as one that follows the one before it.
 [[nodiscard]] bool isPrintable(int character);
@@ -13,4 +13,4 @@ namespace exporter {
 /// part of valid UTF-8 ("\xe9"). The result is valid UTF-8 of one line.
 [[nodiscard]] std::string printableText(std::string_view text);
 
-} // namespace exporter
+} // namespace text

@@ -1,10 +1,10 @@
-#include "export/JsonLine.h"
+#include "text/JsonLine.h"
 
-#include "export/jsonText.h"
+#include "text/jsonText.h"
 
 #include <utility>
 
-namespace exporter {
+namespace text {
 
 void JsonLine::key(std::string_view name) {
     if (line_.back() != '{') {
@@ -44,4 +44,4 @@ std::string JsonLine::finish() {
     return std::move(line_);
 }
 
-} // namespace exporter
+} // namespace text

@@ -1,6 +1,6 @@
-#include "export/jsonText.h"
-#include "export/printableText.h"
-#include "export/utf8.h"
+#include "text/jsonText.h"
+#include "text/printableText.h"
+#include "text/utf8.h"
 
 #include <gtest/gtest.h>
 
@@ -31,8 +31,8 @@ TEST(Utf8, RepairsEachInvalidSequence) {
         {"\xEF\xBF\xBD", "\uFFFD"}, // the replacement character itself is valid
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(exporter::repairedUtf8(row.text), row.expected) << row.text;
-        EXPECT_EQ(exporter::isValidUtf8(row.text), row.text == row.expected) << row.text;
+        EXPECT_EQ(text::repairedUtf8(row.text), row.expected) << row.text;
+        EXPECT_EQ(text::isValidUtf8(row.text), row.text == row.expected) << row.text;
     }
 }
 
@@ -47,7 +47,7 @@ TEST(PrintableText, SpellsOutWhatDrivesATerminal) {
         {"\uFEFFa\u200Db", "\\u{feff}a\u200Db"}, // joiners belong to words
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(exporter::printableText(row.text), row.expected);
+        EXPECT_EQ(text::printableText(row.text), row.expected);
     }
 }
 
@@ -68,8 +68,8 @@ TEST(JsonText, EscapesWhatDrivesATerminal) {
         {"\xF0\x9F\x8C\xB8", "\"\xF0\x9F\x8C\xB8\"", true},
     };
     for (const JsonRow& row : rows) {
-        EXPECT_EQ(exporter::quotedJsonText(row.text), row.quoted);
-        EXPECT_EQ(exporter::isSafeJsonText(row.text), row.isSafe) << row.quoted;
+        EXPECT_EQ(text::quotedJsonText(row.text), row.quoted);
+        EXPECT_EQ(text::isSafeJsonText(row.text), row.isSafe) << row.quoted;
     }
 }
 

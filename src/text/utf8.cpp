@@ -1,10 +1,10 @@
-#include "export/utf8.h"
+#include "text/utf8.h"
 
 #include <unicode/utf8.h>
 
 #include <cstdint>
 
-namespace exporter {
+namespace text {
 
 int nextCharacter(std::string_view text, std::size_t& at) {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
@@ -43,4 +43,4 @@ std::string repairedUtf8(std::string_view text) {
     return repaired;
 }
 
-} // namespace exporter
+} // namespace text

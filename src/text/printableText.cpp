@@ -1,12 +1,12 @@
-#include "export/printableText.h"
+#include "text/printableText.h"
 
-#include "export/utf8.h"
+#include "text/utf8.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 
-namespace exporter {
+namespace text {
 
 namespace {
 
@@ -72,4 +72,4 @@ std::string printableText(std::string_view text) {
     return result;
 }
 
-} // namespace exporter
+} // namespace text

@@ -1,13 +1,13 @@
-#include "export/IndentedJson.h"
+#include "text/IndentedJson.h"
 
-#include "export/jsonText.h"
+#include "text/jsonText.h"
 
 #include <algorithm>
 #include <limits>
 #include <stdexcept>
 #include <string>
 
-namespace exporter {
+namespace text {
 
 namespace {
 
@@ -99,4 +99,4 @@ void IndentedJson::startLine() {
     stream_.output.putRepeated(' ', std::min(depth * spacesPerLevel, mostSpaces));
 }
 
-} // namespace exporter
+} // namespace text

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace exporter {
+namespace text {
 
 /// Where an exporter's bytes go: a file, a pipe, a text in memory. Used by one thread at a time.
 class Output {
@@ -17,4 +17,4 @@ public:
     virtual void write(std::string_view bytes) = 0;
 };
 
-} // namespace exporter
+} // namespace text

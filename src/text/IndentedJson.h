@@ -1,13 +1,13 @@
 #pragma once
 
-#include "export/BufferedOutput.h"
+#include "text/BufferedOutput.h"
 
 #include <rapidjson/writer.h>
 
 #include <cstdint>
 #include <string_view>
 
-namespace exporter {
+namespace text {
 
 /// A buffered output in the shape that `rapidjson::Writer` writes to.
 struct JsonStream {
@@ -45,4 +45,4 @@ private:
     JsonStream stream_;
 };
 
-} // namespace exporter
+} // namespace text
