@@ -4,6 +4,7 @@
 #include "bridge/unexpectedError.h"
 #include "builder/BuilderState.h"
 #include "builder/ImportWatch.h"
+#include "builder/Trace.h"
 #include "builder/Unattached.h"
 #include "completion/ValidateModel.h"
 #include "completion/checkToBeClasses.h"
@@ -86,6 +87,7 @@ bool KelIbmRationalRose40ImportDllInterface::run(const KelString& bridgeId, KelM
     rose::theOptions = &options;
     rose::resetBuilderState();
     const rose::ImportWatch watch;
+    const rose::trace::Scope trace(KelImportObserver::current());
     try {
         import(bridgeId, model, options, log, encodingName);
     } catch (const KelException&) {

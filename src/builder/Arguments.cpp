@@ -30,12 +30,14 @@ bool append(Owner& owner, KelArgument& argument) {
 void CreateArgument(char* name) {
     auto made = std::make_unique<KelArgument>();
     made->setName(name);
-    aArgument = attach(std::move(made), [](KelArgument* argument) {
+    const auto offer = [](KelArgument* argument) {
         if (keepOperation != nullptr) {
             return append(*aOperation, *argument);
         }
         return takesTemplateArguments(aClass) && append(*aClass, *argument);
-    });
+    };
+    aArgument = attach(std::move(made), offer,
+                       aClass != nullptr ? KelImportReason::takesNoArguments : KelImportReason::noClass);
     InNoteView = false;
     activeObject = aArgument;
 }

@@ -1,6 +1,7 @@
 #include "builder/AssociationViews.h"
 
 #include "builder/BuilderState.h"
+#include "builder/ClassDiagrams.h"
 #include "builder/Unattached.h"
 #include "builder/copyNotes.h"
 #include "builder/indexes/Containers.h"
@@ -39,12 +40,16 @@ void CreateAssociationInView(char* name) {
     }
     aAssociation = made.get();
     keepUnattached(std::move(made));
+    trace::made(*aAssociation);
     InNoteView = false;
     activeObject = aAssociation;
 }
 
 void ConnectAssociationToDiagram(char* quid) {
     if (aDiagram == nullptr || !InAssociationView) {
+        if (InAssociationView) {
+            trace::refused(KelImportReason::noDiagram);
+        }
         return;
     }
     InAssociationView = false;
@@ -53,15 +58,17 @@ void ConnectAssociationToDiagram(char* quid) {
     aAssociation = findAssociation(text);
     if (aAssociation == nullptr) {
         if (view == nullptr) {
+            trace::refused(KelImportReason::nothingToShow);
             return;
         }
         park(*view, text);
         aAssociation = view;
     } else if (view != nullptr && view != aAssociation) {
         copyNotes(*view, *aAssociation);
+        trace::replaced(*view, KelImportReason::placeholder, *aAssociation);
         delete view;
     }
-    draw(*aDiagram, *aAssociation);
+    showOnDiagram(*aAssociation);
     setViewNumber(*aAssociation, physicalId);
     activeObject = aAssociation;
     physicalId = 0;

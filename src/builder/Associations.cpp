@@ -52,6 +52,12 @@ void addRole(KelAssociation& association, const End& end) {
     role->addAssociatedClass(end.associatedClass);
 }
 
+void tellOfClearedName(KelModelObject& object, std::string_view name) {
+    if (!name.empty() && isUnnamed(name)) {
+        trace::repaired(object, KelImportReason::nameCleared);
+    }
+}
+
 /// Puts an association named after the classes at its ends into the current package.
 void createAssociationBetween(const End& first, const End& second) {
     auto made = std::make_unique<KelAssociation>();
@@ -83,10 +89,12 @@ void CreateAssociation(char* name) {
     aClass = nullptr;
     candKey = nullptr;
     forKey = nullptr;
+    tellOfClearedName(*aAssociation, name);
 }
 
 void CreateAssociationRole(char* name) {
     if (aAssociation == nullptr) {
+        trace::refused(KelImportReason::noAssociation);
         return;
     }
     auto made = std::make_unique<KelAssociationRole>();
@@ -96,20 +104,24 @@ void CreateAssociationRole(char* name) {
     aAssociationRole =
         attach(std::move(made), [](KelAssociationRole* role) { return aAssociation->addAssociationRole(role); });
     aAssociationRole->isNavigable = false;
+    tellOfClearedName(*aAssociationRole, name);
     activeObject = aAssociationRole;
 }
 
 void SetCardinality(char* text) {
     if (activeObject == nullptr) {
+        trace::refused(KelImportReason::nothingActive);
         return;
     }
     const char* multiplicity = multiplicityOf(text);
-    if (aAssociation != nullptr) {
-        if (aAssociationRole != nullptr) {
-            aAssociationRole->multiplicity = multiplicity;
-        }
-    } else if (aClass != nullptr) {
+    if (aAssociation != nullptr && aAssociationRole != nullptr) {
+        aAssociationRole->multiplicity = multiplicity;
+        trace::changed(*aAssociationRole);
+    } else if (aAssociation == nullptr && aClass != nullptr) {
         aClass->multiplicity = multiplicity;
+        trace::changed(*aClass);
+    } else {
+        trace::refused(KelImportReason::nothingActive);
     }
 }
 
@@ -118,6 +130,10 @@ void CreateAssociationClass(char* name) {
     const KelAssociationRole* second = aAssociation != nullptr ? aAssociation->associationRoles()[1] : nullptr;
     if (first == nullptr || second == nullptr || first->getAssociatedClass() == nullptr ||
         second->getAssociatedClass() == nullptr) {
+        trace::refused(aAssociation == nullptr                 ? KelImportReason::noAssociation
+                       : first == nullptr || second == nullptr ? KelImportReason::tooFewEnds
+                                                               : KelImportReason::endWithoutClass,
+                       aAssociation);
         return;
     }
     keepOperation = nullptr;
@@ -129,6 +145,7 @@ void CreateAssociationClass(char* name) {
     }
     createAssociationBetween({first->getAssociatedClass(), "1"}, {associationClass, second->multiplicity});
     createAssociationBetween({associationClass, first->multiplicity}, {second->getAssociatedClass(), "1"});
+    trace::changed(*aAssociation, associationClass);
 }
 
 } // namespace rose

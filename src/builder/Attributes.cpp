@@ -24,8 +24,9 @@ void CreateAttribute(char* name) {
     made->setName(name);
     made->visibility = privateVisibility;
     KelClass* owner = InQualifier ? nullptr : aClass;
-    aAttribute = attach(std::move(made),
-                        [owner](KelAttribute* added) { return owner != nullptr && owner->addAttribute(added); });
+    const auto offer = [owner](KelAttribute* added) { return owner != nullptr && owner->addAttribute(added); };
+    aAttribute =
+        attach(std::move(made), offer, owner != nullptr ? KelImportReason::nameTaken : KelImportReason::noClass);
     if (owner != nullptr) {
         // A refused attribute gets a position, too.
         aAttribute->position = static_cast<std::int16_t>(owner->getAttributeCount() - 1);
@@ -36,15 +37,21 @@ void CreateAttribute(char* name) {
 
 void SetInitialValue(char* text) {
     if (activeObject == nullptr) {
+        trace::refused(KelImportReason::nothingActive);
         return;
     }
     if (activeObject->elementType == KelElementType::attribute) {
         aAttribute->initialValue = text;
+        trace::changed(*aAttribute);
         if (shadowAttribute != nullptr) {
             shadowAttribute->initialValue = text;
+            trace::changed(*shadowAttribute, nullptr, KelImportReason::shadow);
         }
     } else if (activeObject->elementType == KelElementType::argument) {
         aArgument->initialValue = text;
+        trace::changed(*aArgument);
+    } else {
+        trace::refused(KelImportReason::nothingActive);
     }
 }
 

@@ -1,9 +1,11 @@
 #include "builder/Binding.h"
 
 #include "builder/BuilderState.h"
+#include "builder/ClassDiagrams.h"
 #include "builder/ClassLookup.h"
 #include "builder/Notes.h"
 #include "builder/RelationshipViews.h"
+#include "builder/Trace.h"
 #include "builder/indexes/ContainerIndex.h"
 #include "builder/indexes/Containers.h"
 #include "builder/indexes/Relationships.h"
@@ -74,9 +76,11 @@ void moveAttributes(KelForeignKey& key, KelClass& owner) {
 
 void bindRole(KelClass& bound) {
     if (aDiagram != nullptr || aAssociationRole == nullptr) {
+        trace::refused(KelImportReason::noAssociation);
         return;
     }
     aAssociationRole->addAssociatedClass(&bound);
+    trace::changed(*aAssociationRole, &bound);
     if (forKey != nullptr) {
         aAssociationRole->addForeignKey(forKey);
         forKey->addAssociatedClass(&bound);
@@ -93,6 +97,8 @@ void bindCurrentRelationship(KelClass& bound) {
         bindSpecification(*aRealization, bound);
     } else if (aDependency != nullptr) {
         bindSupplier(*aDependency, bound);
+    } else {
+        trace::refused(KelImportReason::nothingActive);
     }
 }
 
@@ -103,6 +109,8 @@ void bindRelationshipOfKind(KelElementType kind, KelClass& bound) {
         bindSpecification(*aRealization, bound);
     } else if (kind == KelElementType::dependency && aDependency != nullptr) {
         bindSupplier(*aDependency, bound);
+    } else {
+        trace::refused(KelImportReason::nothingActive);
     }
 }
 
@@ -119,7 +127,9 @@ void bindView(KelClass& supplier, char* viewNumber) {
     }
     if (KelGeneralization* found = generalizationIndex().first(*clientClass, supplier); found != nullptr) {
         aGeneral = found;
-        draw(*aDiagram, *aGeneral);
+        showOnDiagram(*aGeneral);
+    } else {
+        trace::refused(KelImportReason::nothingToShow);
     }
 }
 
@@ -143,6 +153,7 @@ void CreateBinding(char* text) {
         char* name = stripDoubleColon(text);
         const Supplier supplier = findSupplier(name);
         if (supplier.boundClass == nullptr) {
+            trace::refused(KelImportReason::endNotDrawn);
             return;
         }
         if (kind == KelElementType::associationRole) {
@@ -154,6 +165,8 @@ void CreateBinding(char* text) {
         } else {
             bindView(*supplier.boundClass, name);
         }
+    } else {
+        trace::refused(KelImportReason::nothingActive);
     }
 }
 

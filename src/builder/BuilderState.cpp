@@ -7,6 +7,9 @@ KelModel* aModel = nullptr;
 KelLog* localLog = nullptr;
 KelOptionList* theOptions = nullptr;
 
+KelImportObserver* theObserver = nullptr;
+KelImportSource theSource;
+
 KelDesignPackage* aPackage = nullptr;
 KelDesignPackage* logicalViewPackage = nullptr;
 bool startPackages = false;

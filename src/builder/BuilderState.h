@@ -2,6 +2,7 @@
 
 #include "builder/NoteRecord.h"
 #include "builder/QuidTree.h"
+#include "host/bridge/KelImportObserver.h"
 #include "host/containers/KelNameLinkTree.h"
 #include "host/containers/KelVector.h"
 
@@ -39,6 +40,10 @@ extern std::FILE* theFile;        // the open model file, or null
 extern KelModel* aModel;          // the model being filled
 extern KelLog* localLog;          // where messages go
 extern KelOptionList* theOptions; // the options of this import
+
+// Who hears of its steps (Trace.h).
+extern KelImportObserver* theObserver; // or null
+extern KelImportSource theSource;      // where the current step comes from; only kept for an observer
 
 // Packages and diagrams.
 extern KelDesignPackage* aPackage;           // the current package; while null, nearly every rule does nothing

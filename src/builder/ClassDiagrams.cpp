@@ -2,6 +2,7 @@
 
 #include "builder/BuilderState.h"
 #include "builder/ClassLookup.h"
+#include "builder/Trace.h"
 #include "builder/Unattached.h"
 #include "builder/indexes/Containers.h"
 #include "builder/report.h"
@@ -27,9 +28,18 @@ void CreateClassDiagram(char* name) {
     aAssociation = nullptr;
 }
 
+void showOnDiagram(KelModelElement& element) {
+    if (draw(*aDiagram, element)) {
+        trace::changed(*aDiagram, &element);
+    } else {
+        trace::refused(KelImportReason::drawnAlready, &element, aDiagram);
+    }
+}
+
 void AddToDiagram(char* name, long viewNumber) {
     const char* simpleName = stripDoubleColon(name);
     if (aDiagram == nullptr) {
+        trace::refused(KelImportReason::noDiagram);
         return;
     }
     aClass = findAClass(simpleName, 0);
@@ -37,7 +47,7 @@ void AddToDiagram(char* name, long viewNumber) {
         aClass = createWaitingClass(simpleName);
     }
     setViewNumber(*aClass, static_cast<int>(viewNumber));
-    draw(*aDiagram, *aClass);
+    showOnDiagram(*aClass);
     activeObject = aClass;
     InNoteView = false;
 }

@@ -1,6 +1,7 @@
 #include "builder/ClassLookup.h"
 
 #include "builder/BuilderState.h"
+#include "builder/Trace.h"
 #include "builder/indexes/ContainerIndex.h"
 #include "builder/indexes/Containers.h"
 #include "builder/indexes/PackageClasses.h"
@@ -50,7 +51,9 @@ KelClass* createWaitingClass(const char* name) {
     auto made = std::make_unique<KelClass>();
     made->setName(name);
     WaitingNodes::add(toBeClasses, *made);
-    return made.release();
+    KelClass* waiting = made.release();
+    trace::named(*waiting);
+    return waiting;
 }
 
 } // namespace rose

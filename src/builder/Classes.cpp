@@ -2,6 +2,7 @@
 
 #include "builder/BuilderState.h"
 #include "builder/ClassLookup.h"
+#include "builder/Trace.h"
 #include "builder/Unattached.h"
 #include "builder/indexes/Containers.h"
 #include "builder/indexes/PackageClasses.h"
@@ -37,6 +38,7 @@ void CreateClass(char* name, KelClassCategoryType category) {
     aClass = findAClass(simpleName, 1);
     if (aClass != nullptr && aClass->getDesignPackage() != nullptr) {
         placeClass(*aClass); // a class defined twice stays where it was defined first
+        trace::changed(*aClass, nullptr, KelImportReason::definedTwice);
     } else {
         // Its own from here on: found waiting, it has just left the list.
         std::unique_ptr<KelClass> made(aClass);
@@ -53,7 +55,11 @@ void CreateClass(char* name, KelClassCategoryType category) {
 }
 
 void AddStereotypeToClass(char* text) {
-    if (activeObject == nullptr || text == nullptr || *text == '\0') {
+    if (text == nullptr || *text == '\0') {
+        return;
+    }
+    if (activeObject == nullptr) {
+        trace::refused(KelImportReason::nothingActive);
         return;
     }
     if (activeObject->elementType == KelElementType::classObject) {
@@ -62,8 +68,10 @@ void AddStereotypeToClass(char* text) {
         if (stereotyped.stereotype == "Interface") {
             stereotyped.categoryType = KelClassCategoryType::interface;
         }
+        trace::changed(stereotyped);
     } else if (activeObject->elementType == KelElementType::designPackage) {
         static_cast<KelDesignPackage&>(*activeObject).stereotype = text;
+        trace::changed(*activeObject);
     }
     InNoteView = false;
 }
@@ -75,6 +83,7 @@ void AddLabel(char* text) {
     if (activeObject->elementType == KelElementType::generalization ||
         activeObject->elementType == KelElementType::dependency) {
         activeObject->setName(text);
+        trace::changed(*activeObject);
     }
 }
 

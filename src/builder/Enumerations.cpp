@@ -52,12 +52,14 @@ KelDerivedType* typeToEnumerate(const KelString& name, std::unique_ptr<KelDerive
 
 void CreateEnumType(char* text) {
     if (aClass == nullptr) {
+        trace::refused(KelImportReason::noClass);
         return;
     }
     const std::string_view whole(text);
     const std::size_t brace = whole.find('{');
     const std::size_t comma = whole.find(',');
     if (brace == std::string_view::npos || comma == std::string_view::npos || comma < brace) {
+        trace::refused(KelImportReason::literalsUnusable, aClass);
         return;
     }
     std::unique_ptr<KelDerivedType> made;
@@ -67,6 +69,7 @@ void CreateEnumType(char* text) {
     if (made != nullptr) {
         attach(std::move(made), [](KelDerivedType* added) { return aModel->addType(added); });
     }
+    trace::replaced(*aClass, KelImportReason::becameEnumeration, *type);
     delete aClass;
     aClass = nullptr;
     activeObject = nullptr;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/bridge/KelImportObserver.h"
 #include "host/text/KelString.h"
 
 namespace rose {
@@ -8,6 +9,7 @@ namespace rose {
 struct NoteRecord {
     int viewId = 0; // the view number of the note view
     KelString text;
+    KelImportSource source; // of the text; only kept for an observer
 };
 
 } // namespace rose

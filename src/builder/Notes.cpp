@@ -33,6 +33,7 @@ KelElement& annotated(int firstView, int secondView) {
 
 void CreateNote(char* text) {
     currentNoteId.text = text;
+    currentNoteId.source = theSource;
     auto record = std::make_unique<NoteRecord>(currentNoteId);
     toBeNotes.add(record.get(), true, nullptr);
     NoteTexts::add(*record.release());
@@ -42,6 +43,7 @@ void addANote(char* text) {
     attachNote = false;
     InNoteView = false;
     if (aDiagram == nullptr) {
+        trace::refused(KelImportReason::noDiagram);
         return;
     }
     const int number = static_cast<int>(std::strtol(text, nullptr, 10));
@@ -51,7 +53,12 @@ void addANote(char* text) {
     auto note = std::make_unique<KelNote>();
     note->description = currentNoteId.text;
     KelElement& element = annotated(client, number);
-    attach(std::move(note), [&](KelNote* added) { return element.addNote(added); });
+    KelNote* added = nullptr;
+    {
+        const trace::SourceScope ofText(currentNoteId.source);
+        added = attach(std::move(note), [&](KelNote* offered) { return element.addNote(offered); });
+    }
+    trace::changed(element, added, &element == aDiagram ? KelImportReason::attachedToDiagram : KelImportReason::none);
 }
 
 } // namespace rose

@@ -33,13 +33,17 @@ const ConcurrencyRow& concurrencyOf(std::string_view text) {
     return row != concurrencyCodes.end() ? *row : anyOtherText;
 }
 
+KelImportReason whyOf(std::string_view text) {
+    return &concurrencyOf(text) != &anyOtherText ? KelImportReason::none : KelImportReason::valueUnknown;
+}
+
 } // namespace
 
 void CreateOperation(char* name) {
     auto made = std::make_unique<KelOperation>();
     made->setName(name);
-    aOperation =
-        attach(std::move(made), [](KelOperation* added) { return aClass != nullptr && aClass->addOperation(added); });
+    const auto offer = [](KelOperation* added) { return aClass != nullptr && aClass->addOperation(added); };
+    aOperation = attach(std::move(made), offer, KelImportReason::noClass);
     keepOperation = aOperation;
     InNoteView = false;
     activeObject = aOperation;
@@ -51,8 +55,10 @@ void Concurrency(char* text) {
     }
     if (keepOperation != nullptr) {
         aOperation->concurrency = concurrencyOf(text).onOperation;
+        trace::changed(*aOperation, nullptr, whyOf(text));
     } else if (aClass != nullptr) {
         aClass->concurrency = concurrencyOf(text).onClass;
+        trace::changed(*aClass, nullptr, whyOf(text));
     }
 }
 

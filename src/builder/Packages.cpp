@@ -1,6 +1,7 @@
 #include "builder/Packages.h"
 
 #include "builder/BuilderState.h"
+#include "builder/Trace.h"
 #include "builder/report.h"
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelModel.h"
@@ -34,12 +35,14 @@ void CreatePackage(char* name) {
     const std::string_view category(name);
     if (!startPackages) {
         if (category != "Logical View") {
+            trace::refused(KelImportReason::beforeLogicalView);
             return;
         }
         startPackages = true;
     }
     if (category == "Use Case View" || InUseCaseView > 0) {
         ++InUseCaseView;
+        trace::refused(KelImportReason::inUseCaseView);
         return;
     }
     report(QEV_RRSE::ROS_I_CREATING_PACKAGE, category);
@@ -58,6 +61,7 @@ void CreatePackage(char* name) {
     // Refused for a package that has a parent, so only one without becomes a top-level package.
     aModel->addChildPackage(created);
     static_cast<void>(made.release());
+    trace::made(*created);
     packages.add(created, true, nullptr);
     created->toolId = openMark;
     activeObject = created;

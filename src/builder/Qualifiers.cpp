@@ -35,6 +35,7 @@ KelAttribute* createShadow(const KelAttribute& qualifier) {
     auto made = std::make_unique<KelAttribute>(qualifier);
     KelAttribute* shadow = made.get();
     keepUnattached(std::move(made));
+    trace::made(*shadow);
     return shadow;
 }
 
@@ -73,6 +74,7 @@ KelForeignKey* createForeignKey(KelCandidateKey& qualified, KelAssociationRole* 
 void CreateKeyAttribute(char* name) {
     KelClass* qualified = classOf(aAssociationRole);
     if (qualified == nullptr) {
+        trace::refused(KelImportReason::endWithoutClass);
         return;
     }
     aGeneral = nullptr;

@@ -1,6 +1,7 @@
 #include "builder/Quids.h"
 
 #include "builder/BuilderState.h"
+#include "builder/Trace.h"
 #include "builder/copyNotes.h"
 #include "builder/indexes/Containers.h"
 #include "builder/indexes/QuidRegistry.h"
@@ -22,6 +23,7 @@ void mergePlaceholder(KelAssociation& association, KelAssociation* placeholder) 
     if (association.toolId == 0) {
         setViewNumber(association, placeholder->toolId);
     }
+    trace::replaced(*placeholder, KelImportReason::placeholder, association);
     delete placeholder;
 }
 

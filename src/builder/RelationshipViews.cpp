@@ -1,6 +1,8 @@
 #include "builder/RelationshipViews.h"
 
 #include "builder/BuilderState.h"
+#include "builder/ClassDiagrams.h"
+#include "builder/Trace.h"
 #include "builder/indexes/ContainerIndex.h"
 #include "builder/indexes/Containers.h"
 #include "builder/indexes/Relationships.h"
@@ -40,16 +42,27 @@ ViewEnds findEnds(const ContainerIndex& elements, int clientView, int supplierVi
 template <class Relationship>
 void drawRelationships(RelationshipIndex<Relationship>& index, int supplierView, Relationship*& current) {
     if (aDiagram == nullptr) {
+        trace::refused(KelImportReason::noDiagram);
         return;
     }
     const ViewEnds ends = findEnds(indexOf(*aDiagram), client, supplierView);
     if (ends.client == nullptr || ends.supplier == nullptr || ends.client->elementType != KelElementType::classObject) {
+        trace::refused(KelImportReason::endNotDrawn);
         return;
     }
-    const auto drawOne = [](Relationship& relationship) { draw(*aDiagram, relationship); };
+    bool isDrawn = false;
+    const auto drawOne = [&isDrawn](Relationship& relationship) {
+        showOnDiagram(relationship);
+        isDrawn = true;
+    };
     Relationship* last = index.drawAll(static_cast<KelClass&>(*ends.client), *ends.supplier, *aDiagram, drawOne);
-    if (last != nullptr) {
-        current = last;
+    if (last == nullptr) {
+        trace::refused(KelImportReason::nothingToShow);
+        return;
+    }
+    current = last;
+    if (!isDrawn) {
+        trace::refused(KelImportReason::drawnAlready, last, aDiagram);
     }
 }
 

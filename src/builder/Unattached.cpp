@@ -9,7 +9,7 @@ namespace rose {
 namespace {
 
 // Emptied from its beginning, which this kind of set finds at once however empty it has become.
-std::unordered_set<const KelObject*, KelPointerHash> unattached;
+std::unordered_set<KelObject*, KelPointerHash> unattached;
 
 } // namespace
 
@@ -20,15 +20,16 @@ void keepUnattached(std::unique_ptr<KelObject> object) {
 
 void forgetUnattached(const KelObject& object) noexcept {
     if (!unattached.empty()) {
-        unattached.erase(&object);
+        unattached.erase(const_cast<KelObject*>(&object));
     }
 }
 
 void deleteUnattached() noexcept {
     while (!unattached.empty()) {
-        const KelObject* object = *unattached.begin();
+        KelObject* object = *unattached.begin();
         unattached.erase(unattached.begin());
         if (object->getParent() == nullptr) {
+            trace::removing(*object, KelImportReason::attachedToNothing);
             delete object;
         }
     }

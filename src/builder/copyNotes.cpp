@@ -7,8 +7,9 @@
 namespace rose {
 
 void copyNotes(const KelElement& from, KelElement& to) {
-    for (const KelNote* note : from.notes()) {
-        attach(std::make_unique<KelNote>(*note), [&](KelNote* copy) { return to.addNote(copy); });
+    for (KelNote* note : from.notes()) {
+        KelNote* copy = attach(std::make_unique<KelNote>(*note), [&](KelNote* added) { return to.addNote(added); });
+        trace::replaced(*note, KelImportReason::placeholder, *copy);
     }
 }
 

@@ -16,6 +16,7 @@ KelAttribute* placeAttribute(KelAttribute& attribute, KelClass& owner) {
     if (standIn == nullptr || standIn == &attribute) {
         return &attribute; // refused for having a class already
     }
+    trace::replaced(attribute, KelImportReason::nameTaken, *standIn);
     delete &attribute;
     return standIn;
 }

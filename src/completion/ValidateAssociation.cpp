@@ -34,29 +34,34 @@ bool detachOrphan(KelAssociation& association) {
     return false;
 }
 
+void remove(KelObject& object, KelImportReason why) {
+    trace::removing(object, why);
+    delete &object;
+}
+
 /// Deletes the qualifiers that the foreign key and its candidate key stand for, and the candidate key when nothing
 /// is left of it.
 void deleteQualifiers(KelForeignKey& key) {
     while (KelAttribute* shadow = key.attributes().first()) {
         const KelCandidateKey* candidate = key.getCandidateKey();
         KelAttribute* qualifier = candidate != nullptr ? candidate->attributes().findNamed(shadow->getName()) : nullptr;
-        if (qualifier != shadow) {
-            delete qualifier;
+        if (qualifier != shadow && qualifier != nullptr) {
+            remove(*qualifier, KelImportReason::withOwner);
         }
-        delete shadow;
+        remove(*shadow, KelImportReason::withOwner);
     }
     if (KelCandidateKey* candidate = key.getCandidateKey(); candidate != nullptr && candidate->attributes().isEmpty()) {
-        delete candidate;
+        remove(*candidate, KelImportReason::withOwner);
     }
 }
 
-void deleteAssociation(KelAssociation* association) {
+void deleteAssociation(KelAssociation* association, KelImportReason why) {
     for (const KelAssociationRole* role : association->associationRoles()) {
         if (KelForeignKey* key = role->foreignKeys().first(); key != nullptr) {
             deleteQualifiers(*key);
         }
     }
-    delete association;
+    remove(*association, why);
 }
 
 /// The first key of the class; a primary key is made if it has none.
@@ -68,6 +73,7 @@ KelKey* classKeyOf(KelClass& owner) {
     made->userDefined = true;
     KelCandidateKey* key = attach(std::move(made), [&](KelCandidateKey* added) { return owner.addKey(added); });
     key->addPrimaryOfClass(&owner);
+    trace::repaired(owner, KelImportReason::keyForAggregation, key);
     return key;
 }
 
@@ -81,6 +87,7 @@ void addToClassKey(const KelForeignKey& key) {
     KelKey* classKey = classKeyOf(*owner);
     for (KelAttribute* attribute : key.attributes()) {
         classKey->addAttribute(attribute);
+        trace::repaired(*classKey, KelImportReason::keyForAggregation, attribute);
     }
 }
 
@@ -88,14 +95,13 @@ void addToClassKey(const KelForeignKey& key) {
 
 bool ValidateAssociation(KelAssociation* association) {
     const auto roles = association->associationRoles();
-    bool removed = detachOrphan(*association);
-    if (roles.count() < 2) {
-        removed = true;
-    } else {
+    const bool isOrphan = detachOrphan(*association);
+    const bool hasTwoEnds = roles.count() >= 2;
+    if (hasTwoEnds) {
         setSourceProperty(roles[0], roles[1]);
     }
-    if (removed) {
-        deleteAssociation(association);
+    if (isOrphan || !hasTwoEnds) {
+        deleteAssociation(association, hasTwoEnds ? KelImportReason::endWithoutClass : KelImportReason::tooFewEnds);
         return true;
     }
     for (KelAssociationRole* role : roles) {
@@ -104,6 +110,7 @@ bool ValidateAssociation(KelAssociation* association) {
         }
         if (role->getName().view().starts_with(unnamedMark)) {
             role->setName(emptyString);
+            trace::repaired(*role, KelImportReason::nameCleared);
         }
     }
     return false;

@@ -84,6 +84,7 @@ void mapRoleName(KelForeignKey& key, const KelString& name, KelAttribute* source
         attach(std::move(made), [&](KelAssociationRoleNameMap* added) { return added->addForeignKey(&key); });
     map->addSourceAttribute(source);
     map->addDestinationAttribute(copy);
+    trace::repaired(*copy, KelImportReason::splitForKey, map);
 }
 
 /// Moves the key from the attribute to a copy of it; false when the class refuses the copy.
@@ -94,12 +95,14 @@ bool split(KelClass& owner, KelAttribute& attribute, KelKey* key, KelAttribute* 
     attribute.removeKey(key);
     made->addKey(key);
     made->setName(names.next());
-    KelAttribute* copy = attach(std::move(made), [&](KelAttribute* added) { return owner.addAttribute(added); });
+    KelAttribute* copy = attach(
+        std::move(made), [&](KelAttribute* added) { return owner.addAttribute(added); }, KelImportReason::nameTaken);
     if (copy->getAssociatedClass() != &owner) {
         QEV_RRSE::ROS_I_DUPLICATE_ATTRIBUTE.log(*localLog);
         return false;
     }
     copy->position = static_cast<std::int16_t>(owner.getAttributeCount() - 1);
+    trace::repaired(attribute, KelImportReason::splitForKey, copy);
     if (KelForeignKey* foreignKey = asForeignKey(key); foreignKey != nullptr) {
         mapRoleName(*foreignKey, attribute.getName(), source, copy);
     }

@@ -1,6 +1,7 @@
 #include "completion/ValidateTypes.h"
 
 #include "builder/BuilderState.h"
+#include "builder/Trace.h"
 #include "host/model/KelArgument.h"
 #include "host/model/KelAttribute.h"
 #include "host/model/KelClass.h"
@@ -16,6 +17,7 @@ void typeAll(const KelLinks<Typed>& objects) {
     for (Typed* object : objects) {
         if (object->getType() == nullptr) {
             object->addType(aBaseType);
+            trace::repaired(*object, KelImportReason::typeDefaulted, aBaseType);
         }
     }
 }
@@ -29,6 +31,7 @@ void ValidateTypes(KelClass* validated) {
         typeAll(operation->arguments());
         if (operation->getReturnType() == nullptr) {
             operation->addReturnType(aBaseType);
+            trace::repaired(*operation, KelImportReason::typeDefaulted, aBaseType);
         }
     }
 }

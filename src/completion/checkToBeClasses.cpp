@@ -22,6 +22,7 @@ void checkToBeClasses() {
     while (const void* waiting = toBeClasses[0]) {
         aClass = static_cast<KelClass*>(const_cast<void*>(waiting));
         home->addModelElement(aClass);
+        trace::repaired(*aClass, KelImportReason::onlyNamed, home);
         WaitingNodes::remove(toBeClasses, *aClass);
     }
 }

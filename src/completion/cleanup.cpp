@@ -44,9 +44,10 @@ void freeNotes() noexcept {
 template <class Element>
 void emptyWaiting(KelLinkTree& waiting) noexcept {
     while (KelRBTree::Node* node = waiting.lastNode()) {
-        const auto* element = static_cast<const Element*>(KelRBTree::element(node));
+        auto* element = static_cast<Element*>(const_cast<void*>(KelRBTree::element(node)));
         waiting.removeNode(node);
         if (element->getDesignPackage() == nullptr) {
+            trace::removing(*element, KelImportReason::supplierUnknown);
             delete element;
         }
     }

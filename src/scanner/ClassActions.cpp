@@ -59,19 +59,22 @@ void createEnumType(const Reading& reading) {
 void setAbstract(const Reading& reading) {
     if (aClass != nullptr && saysTrue(reading)) {
         aClass->isAbstract = true;
+        trace::changed(*aClass);
     }
 }
 
 /// Every persistence makes a class persistent, "Transient" too.
-void setPersistent(const Reading&) {
+void setPersistent(const Reading& reading) {
     if (aClass != nullptr) {
         aClass->isPersistent = true;
+        trace::changed(*aClass, nullptr, unlessSaid(reading, "\"Persistent"));
     }
 }
 
 void setSpace(const Reading& reading) {
     if (aClass != nullptr && reading.value != nullptr) {
         aClass->space = decimal(reading.value);
+        trace::changed(*aClass, nullptr, decimalFault(reading.value));
     }
 }
 

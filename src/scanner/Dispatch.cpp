@@ -1,12 +1,15 @@
 #include "scanner/Dispatch.h"
 
-#include "builder/BuilderState.h"
+#include "builder/Trace.h"
+#include "scanner/Bytes.h"
 #include "scanner/FatalConditions.h"
 #include "scanner/InputLayer.h"
 #include "scanner/Matcher.h"
 #include "scanner/MultiLine.h"
 #include "scanner/RuleTable.h"
 #include "scanner/ValueReaders.h"
+
+#include <cstring>
 
 namespace rose {
 
@@ -37,6 +40,61 @@ Value read(Reader reader, long& viewNumber) {
     return {};
 }
 
+std::uint64_t scanStart = 0; // where in the file the input begins
+KelImportReason toldGate = KelImportReason::none;
+
+/// Why most keywords have no effect now, if they have none.
+KelImportReason gate() {
+    if (objectMechanism) {
+        return KelImportReason::inMechanism;
+    }
+    if (aPackage == nullptr) {
+        return startPackages ? KelImportReason::noPackage : KelImportReason::beforeLogicalView;
+    }
+    return KelImportReason::none;
+}
+
+void tellOfGate() {
+    if (const KelImportReason now = gate(); now != toldGate) {
+        toldGate = now;
+        theObserver->gate(theSource, now);
+    }
+}
+
+/// The place of the current match and of the value that was read from it.
+KelImportSource sourceOf(const Rule& rule, std::uint64_t begin, std::size_t length, const Value& value) {
+    KelImportSource source;
+    source.rule = rule.pattern.number;
+    source.begin = begin;
+    source.end = scanStart + static_cast<std::uint64_t>(scannerInput.positionOf(scannerInput.cursor()));
+    if (value) {
+        const std::size_t ended = length - std::strlen(yytext); // by a NUL in the match
+        source.used = std::strlen(value.text());
+        source.left = value.getSize() - source.used + ended;
+    }
+    return source;
+}
+
+/// Where the keyword of the current match begins.
+std::uint64_t keywordBegin() {
+    const char* keyword = yytext;
+    while (bytes::isBlank(*keyword)) {
+        ++keyword;
+    }
+    return scanStart + static_cast<std::uint64_t>(scannerInput.positionOf(keyword));
+}
+
+/// As `dispatch`, for an observer.
+void dispatchWatched(const Rule& rule) {
+    const std::uint64_t begin = keywordBegin();
+    const std::size_t length = yyleng;
+    long viewNumber = 0;
+    const Value value = read(rule.reader, viewNumber);
+    theSource = sourceOf(rule, begin, length, value);
+    rule.action({yytext, value.text(), viewNumber});
+    tellOfGate();
+}
+
 } // namespace
 
 void dispatch(int number) {
@@ -48,6 +106,10 @@ void dispatch(int number) {
     if (!mayAct(rule)) {
         return;
     }
+    if (trace::isOn()) {
+        dispatchWatched(rule);
+        return;
+    }
     long viewNumber = 0;
     const Value value = read(rule.reader, viewNumber);
     // Reading lines behind the match may have moved it.
@@ -55,8 +117,15 @@ void dispatch(int number) {
 }
 
 int yylex() {
+    if (trace::isOn()) {
+        const long start = std::ftell(yyin);
+        scanStart = start > 0 ? static_cast<std::uint64_t>(start) : 0;
+        toldGate = KelImportReason::none;
+        tellOfGate();
+    }
     scan(scannerInput, [](int rule, const char*, std::size_t) { dispatch(rule); });
     scannerInput.startOver();
+    theSource = {};
     return 0;
 }
 

@@ -18,9 +18,10 @@ namespace {
 
 /// Sets a flag of the active object if it is of that class. The value of the line is not looked at.
 template <class Class>
-void raise(KelElementType type, bool Class::*flag) {
+void raise(const Reading& reading, KelElementType type, bool Class::*flag) {
     if (activeObject != nullptr && activeObject->elementType == type) {
         static_cast<Class*>(activeObject)->*flag = true;
+        trace::changed(*activeObject, nullptr, unlessSaid(reading, "TRUE"));
     }
 }
 
@@ -46,25 +47,25 @@ void setInitialValue(const Reading& reading) {
     give(SetInitialValue, reading);
 }
 
-void setFriend(const Reading&) {
-    raise(KelElementType::generalization, &KelGeneralization::isFriend);
-    raise(KelElementType::associationRole, &KelAssociationRole::isFriend);
-    raise(KelElementType::operation, &KelOperation::isFriend);
+void setFriend(const Reading& reading) {
+    raise(reading, KelElementType::generalization, &KelGeneralization::isFriend);
+    raise(reading, KelElementType::associationRole, &KelAssociationRole::isFriend);
+    raise(reading, KelElementType::operation, &KelOperation::isFriend);
 }
 
-void setStatic(const Reading&) {
-    raise(KelElementType::operation, &KelOperation::isStatic);
-    raise(KelElementType::associationRole, &KelAssociationRole::isStatic);
-    raise(KelElementType::attribute, &KelAttribute::isStatic);
+void setStatic(const Reading& reading) {
+    raise(reading, KelElementType::operation, &KelOperation::isStatic);
+    raise(reading, KelElementType::associationRole, &KelAssociationRole::isStatic);
+    raise(reading, KelElementType::attribute, &KelAttribute::isStatic);
 }
 
-void setDerived(const Reading&) {
-    raise(KelElementType::attribute, &KelAttribute::isDerived);
+void setDerived(const Reading& reading) {
+    raise(reading, KelElementType::attribute, &KelAttribute::isDerived);
 }
 
-void setVirtual(const Reading&) {
-    raise(KelElementType::operation, &KelOperation::isVirtual);
-    raise(KelElementType::generalization, &KelGeneralization::isVirtual);
+void setVirtual(const Reading& reading) {
+    raise(reading, KelElementType::operation, &KelOperation::isVirtual);
+    raise(reading, KelElementType::generalization, &KelGeneralization::isVirtual);
 }
 
 void setVisibility(const Reading& reading) {
@@ -74,8 +75,13 @@ void setVisibility(const Reading& reading) {
     const std::optional<std::int32_t> code = visibilityCode(reading.value);
     if (isActive(KelElementType::attribute) && aAttribute != nullptr) {
         aAttribute->visibility = code.value_or(otherVisibility);
+        trace::changed(*aAttribute, nullptr, visibilityFault(reading.value));
     } else if (isActive(KelElementType::generalization) && aGeneral != nullptr && code.has_value()) {
         aGeneral->visibility = *code;
+        trace::changed(*aGeneral);
+    } else {
+        trace::refused(isActive(KelElementType::generalization) ? KelImportReason::valueUnknown
+                                                                : KelImportReason::nothingActive);
     }
 }
 
@@ -85,8 +91,10 @@ void setContainment(const Reading& reading) {
     }
     if (isActive(KelElementType::attribute) && aAttribute != nullptr) {
         aAttribute->containment = containmentCode(reading.value);
+        trace::changed(*aAttribute, nullptr, containmentFault(reading.value));
     } else if (isActive(KelElementType::associationRole) && aAssociationRole != nullptr) {
         aAssociationRole->containment = containmentCode(reading.value);
+        trace::changed(*aAssociationRole, nullptr, containmentFault(reading.value));
     }
 }
 

@@ -34,6 +34,7 @@ void takeLine(Value& text, std::size_t& room) {
         const std::size_t length = std::min(rest.find('\n'), rest.size());
         const std::size_t kept = std::min(length, room);
         text.append(rest.substr(0, kept));
+        text.leaveOut(length - kept);
         room -= kept;
         scannerInput.moveCursor(scannerInput.cursor() + length);
         if (length < rest.size()) {
@@ -55,6 +56,8 @@ Value getMultiLine() {
         if (room > 0) {
             text.append("\n");
             --room;
+        } else {
+            text.leaveOut(1);
         }
         takeLine(text, room);
     }

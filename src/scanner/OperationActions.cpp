@@ -41,6 +41,7 @@ void setConcurrency(const Reading& reading) {
 void setOperationVisibility(const Reading& reading) {
     if (aOperation != nullptr && reading.value != nullptr) {
         aOperation->visibility = visibilityCode(reading.value).value_or(otherVisibility);
+        trace::changed(*aOperation, nullptr, visibilityFault(reading.value));
     }
 }
 
@@ -69,6 +70,7 @@ void setOperationText(const Reading& reading) {
     for (const PendingText& candidate : pendingTexts) {
         if (std::exchange(candidate.pending, false)) {
             aOperation->*candidate.text = KelString(reading.value);
+            trace::changed(*aOperation);
             return;
         }
     }

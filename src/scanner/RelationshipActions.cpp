@@ -32,6 +32,7 @@ void setCardinality(const Reading& reading) {
 void setNavigable(const Reading& reading) {
     if (aAssociationRole != nullptr && saysTrue(reading)) {
         aAssociationRole->isNavigable = true;
+        trace::changed(*aAssociationRole);
     }
 }
 
@@ -44,6 +45,9 @@ void markAggregation(const Reading& reading) {
     if (aAssociation->associationRoles().count() >= 2) {
         AggregateRoles::mark(*aAssociationRole, *aAssociation);
     }
+    trace::changed(*aAssociation);
+    trace::changed(*aAssociationRole, nullptr,
+                   aAssociationRole->isAggregate ? KelImportReason::none : KelImportReason::wholeOnly);
 }
 
 void enterQualifier(const Reading&) {

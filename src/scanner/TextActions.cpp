@@ -3,6 +3,7 @@
 #include "builder/BuilderState.h"
 #include "builder/Classes.h"
 #include "builder/Notes.h"
+#include "builder/Trace.h"
 #include "host/model/KelClassDiagram.h"
 #include "host/model/KelModelObject.h"
 
@@ -23,9 +24,13 @@ void placeText(const Reading& reading) {
     if (!InNoteView && std::strstr(reading.text, "label") == nullptr) {
         if (activeObject != nullptr) {
             activeObject->description.prepend(reading.value); // the text read last goes in front
+            trace::changed(*activeObject, nullptr, KelImportReason::textAdded);
+        } else {
+            trace::refused(KelImportReason::nothingActive);
         }
     } else if (diagramDescription && aDiagram != nullptr) {
         aDiagram->description.prepend(reading.value);
+        trace::changed(*aDiagram, nullptr, KelImportReason::textAdded);
         diagramDescription = false;
     } else if (InNoteView) {
         CreateNote(reading.value);

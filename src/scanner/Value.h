@@ -30,9 +30,15 @@ public:
         text_[length_] = 0;
     }
 
+    /// Notes that the file's text goes on for `length` bytes that there was no room for.
+    void leaveOut(std::size_t length) { left_ += length; }
+    /// The length of the file's text.
+    [[nodiscard]] std::size_t getSize() const { return length_ + left_; }
+
 private:
     std::unique_ptr<char[]> text_;
     std::size_t length_ = 0;
+    std::size_t left_ = 0;
 };
 
 } // namespace rose

@@ -26,4 +26,14 @@ std::int32_t containmentCode(std::string_view text) {
     return indexOf(containments, text);
 }
 
+KelImportReason visibilityFault(std::string_view text) {
+    const bool isKnown = visibilityCode(text).has_value() || text == "Implementation";
+    return isKnown ? KelImportReason::none : KelImportReason::valueUnknown;
+}
+
+KelImportReason containmentFault(std::string_view text) {
+    const bool isKnown = indexOf(containments, text) < static_cast<std::int32_t>(containments.size());
+    return isKnown || text == "Unspecified" ? KelImportReason::none : KelImportReason::valueUnknown;
+}
+
 } // namespace rose

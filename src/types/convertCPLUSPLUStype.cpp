@@ -1,5 +1,6 @@
 #include "types/convertCPLUSPLUStype.h"
 
+#include "builder/Trace.h"
 #include "builder/Unattached.h"
 #include "host/model/KelAttribute.h"
 #include "host/model/KelBaseType.h"
@@ -29,6 +30,7 @@ KelDerivedType* makeType(KelModel& conversion, const KelString& name, const KelS
     conversion.addType(made.get());
     KelDerivedType* type = made.release();
     type->addDerivedFromConcreteType(base);
+    trace::repaired(*type, KelImportReason::typeConverted, base);
     return type;
 }
 
@@ -95,7 +97,13 @@ void moveAttributes(KelModel& conversion, const CPlusPlusSpelling& spelling, Kel
             continue;
         }
         const bool toReference = attribute->containment == byReference && !(spelling.sqlType == "SQL_BINARY");
-        (toReference ? findOrMakeReference(conversion, spelling) : &to)->addFeature(attribute);
+        if (!toReference) {
+            to.addFeature(attribute);
+            continue;
+        }
+        KelDerivedType* type = findOrMakeReference(conversion, spelling);
+        type->addFeature(attribute);
+        trace::repaired(*attribute, KelImportReason::typeByReference, type);
     }
 }
 

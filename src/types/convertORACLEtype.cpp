@@ -1,5 +1,6 @@
 #include "types/convertORACLEtype.h"
 
+#include "builder/Trace.h"
 #include "host/model/KelAttribute.h"
 #include "host/model/KelBaseType.h"
 #include "host/model/KelDerivedType.h"
@@ -67,7 +68,9 @@ KelDerivedType* makeType(KelModel& conversion, const KelString& text) {
     KelDerivedType* type = made.release();
     type->dataType = retrieveDataTypeInfo(text.text(), type->length, type->scale);
     type->userDefined = true;
-    type->addDerivedFromConcreteType(findOrMakeBase(conversion, getDefaultLogicalName(type->dataType)));
+    KelBaseType* base = findOrMakeBase(conversion, getDefaultLogicalName(type->dataType));
+    type->addDerivedFromConcreteType(base);
+    trace::repaired(*type, KelImportReason::typeConverted, base);
     return type;
 }
 

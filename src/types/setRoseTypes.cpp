@@ -1,6 +1,7 @@
 #include "types/setRoseTypes.h"
 
 #include "builder/BuilderState.h"
+#include "builder/Trace.h"
 #include "host/model/KelArgument.h"
 #include "host/model/KelBaseType.h"
 #include "host/model/KelDerivedType.h"
@@ -67,6 +68,7 @@ void moveOperations(KelType& from, KelType& to) {
 /// it is deleted here. So is one in the conversion model that nothing refers to, as nothing can from now on.
 void convert(KelModel& conversion, std::unique_ptr<KelDerivedType> declared, Converter converter) {
     KelType* converted = converter(&conversion, declared.get());
+    trace::replaced(*declared, KelImportReason::typeConverted, *converted);
     moveArguments(*declared, *converted);
     moveOperations(*declared, *converted);
     if (declared->getModel() == &conversion && declared->isReferenced()) {

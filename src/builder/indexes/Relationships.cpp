@@ -1,5 +1,6 @@
 #include "builder/indexes/Relationships.h"
 
+#include "builder/Trace.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDependency.h"
 #include "host/model/KelGeneralization.h"
@@ -67,6 +68,7 @@ void bindSupertype(KelGeneralization& generalization, KelClass& supertype) {
             generalizations.add(*subtype, supertype, generalization);
         }
     }
+    trace::changed(generalization, &supertype);
 }
 
 void bindSpecification(KelRealization& realization, KelClass& specification) {
@@ -75,6 +77,7 @@ void bindSpecification(KelRealization& realization, KelClass& specification) {
     if (const KelClass* client = realization.getRealizationClass(); client != nullptr) {
         realizations.add(*client, specification, realization);
     }
+    trace::changed(realization, &specification);
 }
 
 void bindSupplier(KelDependency& dependency, KelClass& supplier) {
@@ -83,6 +86,7 @@ void bindSupplier(KelDependency& dependency, KelClass& supplier) {
     if (const KelClass* client = dependency.getClientClass(); client != nullptr) {
         dependencies.add(*client, supplier, dependency);
     }
+    trace::changed(dependency, &supplier);
 }
 
 RelationshipIndex<KelGeneralization>& generalizationIndex() {
