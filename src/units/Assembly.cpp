@@ -22,7 +22,21 @@ constexpr std::string_view wrapping = "\n(object Design \"Logical View\"\n"
                                       "\tlogical_models \t(list unit_reference_list\n";
 constexpr std::string_view closing = "\n\tlogical_presentations \t(list unit_reference_list)";
 
-/// Writes ranges of files, in their bytes or in UTF-8.
+/// The first part of `text`, up to its line end, which is included.
+std::string_view firstLine(std::string_view text) {
+    const std::size_t end = text.find_first_of("\r\n");
+    return end == std::string_view::npos ? text : text.substr(0, end + 1);
+}
+
+/// How many bytes in front are ASCII, and the same in both.
+std::size_t sharedAscii(std::string_view first, std::string_view second) {
+    const auto [end, other] = std::ranges::mismatch(first, second, [](char one, char two) {
+        return one == two && static_cast<unsigned char>(one) < 0x80; // of ASCII
+    });
+    return static_cast<std::size_t>(end - first.begin());
+}
+
+/// Writes ranges of files, in their bytes or in UTF-8, and notes where they come from.
 class Writer {
 public:
     Writer(const UnitTree& tree, bool toUtf8, const std::function<void(std::string_view)>& write)
@@ -31,6 +45,7 @@ public:
     void copy(std::size_t file, Range range) {
         OpenFile& source = open(file);
         source.seek(range.begin);
+        const std::uint64_t begin = range.begin;
         std::string whole;
         while (range.begin < range.end) {
             const std::uint64_t room = std::min<std::uint64_t>(buffer_.size(), range.end - range.begin);
@@ -38,15 +53,18 @@ public:
             if (count == 0) {
                 break;
             }
+            const std::string_view part(buffer_.data(), count);
+            toUtf8_ ? static_cast<void>(whole += part) : put(file, range.begin, count, part, true);
             range.begin += count;
-            const std::string_view piece(buffer_.data(), count);
-            toUtf8_ ? static_cast<void>(whole += piece) : write_(piece);
         }
         if (toUtf8_) {
-            convert(file, whole);
+            convert(file, begin, whole);
         }
     }
-    void put(std::string_view text) { write_(text); }
+    /// Puts in text that is in no file.
+    void put(std::size_t file, std::uint64_t offset, std::string_view text) { put(file, offset, 0, text, false); }
+
+    [[nodiscard]] PieceMap& pieces() { return pieces_; }
 
 private:
     OpenFile& open(std::size_t file) {
@@ -57,18 +75,40 @@ private:
         return *source_;
     }
 
-    // As a whole: a piece might end within a character.
-    void convert(std::size_t file, const std::string& bytes) {
+    void put(std::size_t file, std::uint64_t offset, std::uint64_t fileLength, std::string_view text, bool isCopied) {
+        write_(text);
+        pieces_.add({0, text.size(), file, offset, fileLength, isCopied});
+    }
+
+    // As a whole: a part might end within a character.
+    void convert(std::size_t file, std::uint64_t offset, const std::string& bytes) {
         KelEncodingConverter from(encodingOf(tree_.files[file].contents.charSet));
         KelEncodingConverter utf8("UTF-8");
         KelString text{std::string_view(bytes)};
         convertText(from, utf8, text);
         write_(text.view());
+        noteConverted(file, offset, bytes, text.view());
+    }
+
+    // The lines of both texts are the same ones: in no encoding that a charSet means is a line end part of a character,
+    // and none is made from anything else.
+    void noteConverted(std::size_t file, std::uint64_t offset, std::string_view bytes, std::string_view text) {
+        while (!bytes.empty() || !text.empty()) {
+            const std::string_view from = firstLine(bytes);
+            const std::string_view to = firstLine(text);
+            const std::size_t same = sharedAscii(from, to);
+            pieces_.add({0, same, file, offset, same, true});
+            pieces_.add({0, to.size() - same, file, offset + same, from.size() - same, false});
+            offset += from.size();
+            bytes.remove_prefix(from.size());
+            text.remove_prefix(to.size());
+        }
     }
 
     const UnitTree& tree_;
     bool toUtf8_;
     const std::function<void(std::string_view)>& write_;
+    PieceMap pieces_;
     std::string buffer_;
     std::unique_ptr<OpenFile> source_;
     std::size_t openIndex_ = 0;
@@ -106,7 +146,7 @@ void writeNested(const UnitTree& tree, Writing start, Writer& writer) {
             const bool endsBefore = closes && unit.reference.isClosed; // in front of the parenthesis
             const std::uint64_t end = endsBefore ? place.end - 1 : place.end;
             writer.copy(at.file, {at.rest.begin, end});
-            writer.put(closes ? closing : "");
+            writer.put(at.file, end, closes ? closing : "");
             at.rest.begin = end;
         }
     }
@@ -125,19 +165,20 @@ bool Assembly::isMixed() const {
                                [&](const ResolvedFile& file) { return encoding(file) != encoding(tree_->files[0]); });
 }
 
-void Assembly::write(Bytes bytes, const std::function<void(std::string_view)>& write) const {
+PieceMap Assembly::write(Bytes bytes, const std::function<void(std::string_view)>& write) const {
     Writer writer(*tree_, bytes == Bytes::utf8IfMixed && isMixed(), write);
     if (!isWrapped()) {
         writeNested(*tree_, {0, {0, toTheEnd}, 0}, writer);
-        return;
+        return std::move(writer.pieces());
     }
     const Range& content = tree_->files[0].contents.content;
     writer.copy(0, {0, content.begin});
-    writer.put(wrapping);
+    writer.put(0, content.begin, wrapping);
     writeNested(*tree_, {0, content, 0}, writer);
-    writer.put(")");
-    writer.put(closing);
-    writer.put("))\n");
+    for (const std::string_view text : {std::string_view(")"), closing, std::string_view("))\n")}) {
+        writer.put(0, content.end, text);
+    }
+    return std::move(writer.pieces());
 }
 
 } // namespace units

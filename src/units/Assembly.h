@@ -1,5 +1,6 @@
 #pragma once
 
+#include "units/PieceMap.h"
 #include "units/UnitTree.h"
 
 #include <functional>
@@ -21,10 +22,11 @@ public:
     [[nodiscard]] bool isMixed() const;
 
     enum class Bytes { asTheyAre, utf8IfMixed };
-    /// Hands the text to `write`, one piece after the other, in order. A package whose unit is missing stays, closed,
-    /// so that what follows does not become its content. Throws `std::system_error` when a file cannot be read, and
-    /// what `write` throws.
-    void write(Bytes bytes, const std::function<void(std::string_view)>& write) const;
+    /// Hands the text to `write`, one part after the other, in order, and returns where its bytes come from. A package
+    /// whose unit is missing stays, closed, so that what follows does not become its content. Of text that is brought
+    /// to UTF-8 each line that is not all ASCII is copied as far as it is, and the rest of the line is one piece.
+    /// Throws `std::system_error` when a file cannot be read, `std::bad_alloc`, and what `write` throws.
+    PieceMap write(Bytes bytes, const std::function<void(std::string_view)>& write) const;
 
 private:
     const UnitTree* tree_;

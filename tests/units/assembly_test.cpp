@@ -1,11 +1,17 @@
+#include "host/encoding/KelEncodingConverter.h"
+#include "host/encoding/charSetEncoding.h"
+#include "host/encoding/convertText.h"
 #include "petal/Folder.h"
 #include "units/Assembly.h"
+#include "units/localText.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <sys/stat.h>
 
 namespace {
 
+using units::PieceMap;
 using units::UnitTree;
 
 std::string unitObject(const std::string& name, const std::string& file, const std::string& kind = "Class_Category") {
@@ -36,8 +42,28 @@ protected:
     }
     static std::string text(const UnitTree& tree, units::Assembly::Bytes bytes = units::Assembly::Bytes::asTheyAre) {
         std::string written;
-        units::Assembly(tree).write(bytes, [&](std::string_view piece) { written += piece; });
+        const PieceMap map = units::Assembly(tree).write(bytes, [&](std::string_view part) { written += part; });
+        expectToCover(map, written, tree);
         return written;
+    }
+    // Every byte of the text is in one piece, and what is copied is what the file holds there.
+    static void expectToCover(const PieceMap& map, const std::string& text, const UnitTree& tree) {
+        std::uint64_t end = 0;
+        for (const units::Piece& piece : map.getPieces()) {
+            EXPECT_EQ(piece.begin, end);
+            EXPECT_GT(piece.length, 0U);
+            end = piece.begin + piece.length;
+            std::ifstream stream(tree.files[piece.file].path, std::ios::binary);
+            const std::string file{std::istreambuf_iterator<char>(stream), {}};
+            if (piece.isCopied) {
+                EXPECT_EQ(text.substr(piece.begin, piece.length), file.substr(piece.offset, piece.fileLength));
+            }
+            EXPECT_EQ(map.toFile(piece.begin), (PieceMap::FilePlace{piece.file, piece.offset}));
+            if (piece.fileLength > 0) {
+                EXPECT_EQ(map.toText(piece.file, piece.offset), piece.begin);
+            }
+        }
+        EXPECT_EQ(end, text.size());
     }
 };
 
@@ -119,6 +145,55 @@ TEST_F(Assembling, BringsSeveralEncodingsToOne) {
     EXPECT_EQ(text(tree), fileOf("(object D \"\xE9\" u (object Class_Category \"\xD6\xD0\"))"));
     EXPECT_EQ(text(tree, units::Assembly::Bytes::utf8IfMixed),
               fileOf("(object D \"é\" u (object Class_Category \"中\"))"));
+}
+
+// Lines are told apart in the bytes of a file and in what they become: none may hide a line end, or make one.
+TEST_F(Assembling, NoEncodingHidesALineEnd) {
+    for (int charSet = 0; charSet < 256; ++charSet) {
+        KelEncodingConverter from{KelString(units::encodingOf(charSet))};
+        KelEncodingConverter utf8("UTF-8");
+        const auto lineEnds = [](const KelString& text) {
+            return std::ranges::count(text.view(), '\n') + 1000 * std::ranges::count(text.view(), '\r');
+        };
+        for (unsigned first = 0; first < 0x100 && charSetEncoding(charSet) != nullptr; ++first) {
+            for (unsigned second = 0; second < 0x100; ++second) {
+                const std::string bytes{static_cast<char>(first), static_cast<char>(second), '\n', '\r'};
+                KelString text{std::string_view(bytes)};
+                const auto before = lineEnds(text);
+                convertText(from, utf8, text);
+                ASSERT_EQ(lineEnds(text), before) << charSet << ": " << first << ' ' << second;
+            }
+        }
+    }
+}
+
+TEST_F(Assembling, SaysWhereEachByteComesFrom) {
+    const std::string model = fileOf("\n(object D\n \"\xE9t\xE9\"\n u " + unitObject("K", "k") + "\n\xE9\n)");
+    const std::string unit = fileOf("(object Class_Category\n \"\xD6\xD0\\\"\n \"K\")", "charSet 134");
+    put("m", model);
+    put("k", unit);
+    const UnitTree tree = read("m");
+    std::string written;
+    const PieceMap map = units::Assembly(tree).write(units::Assembly::Bytes::utf8IfMixed,
+                                                     [&](std::string_view part) { written += part; });
+    const auto expect = [&](std::string_view there, std::size_t file, std::string_view inFile) {
+        const std::size_t offset = (file == 0 ? model : unit).find(inFile);
+        const std::size_t at = written.find(there);
+        EXPECT_EQ(map.toFile(at), (PieceMap::FilePlace{file, offset})) << there;
+        EXPECT_EQ(map.toText(file, offset), at) << there;
+    };
+    expect("été", 0, "\xE9t\xE9");
+    expect("u (object", 0, "u (object");
+    expect("(object Class_Category\n", 1, "(object Class_Category\n");
+    expect("中", 1, "\xD6\xD0");
+    expect("\"K\")\n", 1, "\"K\")");
+    expect("\né", 0, "\n\xE9");
+    EXPECT_EQ(map.toFile(written.find("\n u")).offset, model.find("\n u")); // however the line grew
+    EXPECT_EQ(map.toFile(written.size()), (PieceMap::FilePlace{0, model.size()}));
+    EXPECT_EQ(map.toText(0, model.find("is_unit")), std::nullopt);
+    EXPECT_EQ(map.toText(1, 0), std::nullopt);
+    EXPECT_EQ(map.toText(0, model.size()), std::nullopt);
+    EXPECT_EQ(map.toText(2, 0), std::nullopt);
 }
 
 // Neither the stack nor the number of open files is a limit.

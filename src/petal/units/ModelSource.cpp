@@ -95,8 +95,8 @@ void ModelSource::assemble() {
     isUtf8_ = request_.encoding == "auto" && assembly.isMixed();
     try {
         descriptor_ = openNamelessFile();
-        assembly.write(isUtf8_ ? units::Assembly::Bytes::utf8IfMixed : units::Assembly::Bytes::asTheyAre,
-                       [this](std::string_view piece) { writeFully(descriptor_, piece); });
+        pieces_ = assembly.write(isUtf8_ ? units::Assembly::Bytes::utf8IfMixed : units::Assembly::Bytes::asTheyAre,
+                                 [this](std::string_view part) { writeFully(descriptor_, part); });
     } catch (const std::system_error& error) {
         throw outputFailure("the temporary copy of '" + request_.file + "' with its controlled units", error);
     }

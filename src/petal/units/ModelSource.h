@@ -1,6 +1,7 @@
 #pragma once
 
 #include "petal/Request.h"
+#include "units/PieceMap.h"
 #include "units/UnitTree.h"
 
 #include <string>
@@ -31,6 +32,8 @@ public:
 
     /// The files that the model is in; just the file itself when no units were followed.
     [[nodiscard]] const units::UnitTree& getTree() const { return tree_; }
+    /// Where the bytes of the text that the bridge reads come from; null when it reads the model file itself.
+    [[nodiscard]] const units::PieceMap* getPieces() const { return descriptor_ >= 0 ? &pieces_ : nullptr; }
     /// Whether each of these files is in the encoding that its own charSet means.
     [[nodiscard]] bool hasEncodingByFile() const { return isUtf8_; }
 
@@ -41,6 +44,7 @@ private:
     const ImportRequest& request_;
     units::UnitTree tree_;
     int descriptor_ = -1; // of the assembled text
+    units::PieceMap pieces_;
     bool isWrapped_ = false;
     bool isUtf8_ = false; // the assembled text is, whatever the files are
 };
