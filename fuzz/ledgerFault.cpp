@@ -4,6 +4,7 @@
 #include "petal/info/gatherFileInfo.h"
 #include "petal/ledger/ledgerForms.h"
 #include "require.h"
+#include "support/accountFault.h"
 #include "text/MemoryOutput.h"
 #include "textFault.h"
 #include "units/OpenFile.h"
@@ -15,10 +16,14 @@ namespace fuzz {
 
 namespace {
 
-std::string written(const ledger::Ledger& ledger, void (*write)(const ledger::Ledger&, text::BufferedOutput&)) {
+std::string written(const ledger::Ledger& ledger, const std::vector<ledger::Entry>& entries,
+                    const petal::LedgerForm& form) {
     MemoryOutput output;
     text::BufferedOutput buffered(output);
-    write(ledger, buffered);
+    for (const ledger::Entry& entry : entries) {
+        form.writeEntry(ledger, entry, buffered);
+    }
+    form.writeEnd(ledger, buffered);
     buffered.flush();
     return output.text;
 }
@@ -35,14 +40,14 @@ std::uint64_t countGrouped(const ledger::Ledger& ledger) {
     return count;
 }
 
-std::string formFault(const ledger::Ledger& ledger) {
-    std::istringstream lines(written(ledger, petal::writeLedgerLines));
+std::string formFault(const ledger::Ledger& ledger, const std::vector<ledger::Entry>& entries) {
+    std::istringstream lines(written(ledger, entries, petal::ledgerLines));
     for (std::string line; std::getline(lines, line);) {
         if (std::string fault = jsonFault(line); !fault.empty()) {
             return "in a ledger's line: " + fault;
         }
     }
-    std::string table = written(ledger, petal::writeLedgerTable);
+    std::string table = written(ledger, entries, petal::ledgerTable);
     std::ranges::replace(table, '\t', ' '); // what stands between its columns
     return textFault(table + petal::ledgerSummary(ledger));
 }
@@ -68,22 +73,23 @@ void SourceCounts::add(const units::ResolvedFile& file) {
     properties += here.properties;
 }
 
-std::string ledgerFault(const ledger::Ledger& ledger, ledger::Detail detail, const SourceCounts& there) {
+std::string ledgerFault(const ledger::Ledger& ledger, const std::vector<ledger::Entry>& entries, ledger::Detail detail,
+                        const SourceCounts& there) {
     using ledger::Detail;
     if (SourceCounts{ledger.objects().total(), ledger.properties().total()} != there) {
         return "a ledger counts otherwise";
     }
     const std::uint64_t all = there.objects + there.properties;
     const std::uint64_t grouped = countGrouped(ledger);
-    const std::uint64_t told = ledger.entries.size();
+    const std::uint64_t told = entries.size();
     const bool isAllTold = detail == Detail::all ? told == all : detail == Detail::counts || told + grouped == all;
     if (!isAllTold) {
         return "a ledger does not tell of all";
     }
-    if (!std::ranges::is_sorted(ledger.entries, {}, &ledger::Entry::order)) {
+    if (!areInOrder(entries)) {
         return "a ledger is out of order";
     }
-    return formFault(ledger);
+    return formFault(ledger, entries);
 }
 
 } // namespace fuzz

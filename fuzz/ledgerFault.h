@@ -19,6 +19,7 @@ struct SourceCounts {
 
 /// What is wrong with a ledger, and with how it is written; empty when nothing is. It must tell of each of what there
 /// is once, in order.
-[[nodiscard]] std::string ledgerFault(const ledger::Ledger& ledger, ledger::Detail detail, const SourceCounts& there);
+[[nodiscard]] std::string ledgerFault(const ledger::Ledger& ledger, const std::vector<ledger::Entry>& entries,
+                                      ledger::Detail detail, const SourceCounts& there);
 
 } // namespace fuzz

@@ -17,6 +17,7 @@
 #include "petal/units/ModelSource.h"
 #include "petal/units/unitOptions.h"
 #include "require.h"
+#include "support/accountFault.h"
 #include "textFault.h"
 
 #include <algorithm>
@@ -88,16 +89,19 @@ void checkPrinting(const petal::ImportRequest& request) {
     fuzz::requireNone(fuzz::textFault(streams.errors()));
 }
 
-void checkLedgers(const petal::ModelSource& source, const KelModel& model, const KelString& encoding) {
+void checkLedgers(const petal::ModelSource& source, const source::Trace& trace, KelModel& model,
+                  const KelString& encoding) {
     fuzz::SourceCounts there;
     for (const units::ResolvedFile& file : source.getTree().files) {
         there.add(file);
     }
     std::set<std::uint64_t> losses;
     for (const ledger::Detail detail : {ledger::Detail::counts, ledger::Detail::named, ledger::Detail::all}) {
+        KeptEntries kept;
         const ledger::Ledger made =
-            ledger::makeLedger(source.getTree(), model, {encoding, source.hasEncodingByFile(), detail});
-        fuzz::requireNone(fuzz::ledgerFault(made, detail, there));
+            ledger::makeLedger(source.getTree(), trace, model, {encoding, source.hasEncodingByFile(), detail}, &kept);
+        fuzz::requireNone(fuzz::ledgerFault(made, kept.entries, detail, there));
+        fuzz::requireNone(accountFault(made, model));
         losses.insert(made.losses);
     }
     fuzz::require(losses.size() == 1, "losses depend on what is told");
@@ -115,6 +119,7 @@ void checkImport(const petal::ImportRequest& request, const units::UnitTree& tre
     KeptLog log;
     source.reportTo(log);
     KelModel model;
+    source::Trace trace;
     std::string failure;
     try {
         bridge.run("bridge-under-test", model, options, log);
@@ -124,7 +129,8 @@ void checkImport(const petal::ImportRequest& request, const units::UnitTree& tre
     }
     fuzz::requireNone(fuzz::endFault(failure, model));
     if (failure.empty()) {
-        checkLedgers(source, model, petal::chosenEncoding(options));
+        trace.locate(source.getPieces());
+        checkLedgers(source, trace, model, petal::chosenEncoding(options));
     }
     fuzz::requireNone(fuzz::emptyingFault(model));
 }

@@ -47,6 +47,7 @@ KelMetadataOrigin& addOrigin(KelModel& model, const KelString& bridgeId, const K
         generateMetadataOrigin(HOLST::BRIDGE_SPEC_IBMRATIONALROSE40_IMPORT, bridgeId));
     KelMetadataOrigin* origin =
         rose::attach(std::move(made), [&](KelMetadataOrigin* added) { return model.addMetadataOrigin(added); });
+    rose::trace::repaired(model, KelImportReason::none, origin);
     origin->sourceFormat = "MDL";
     origin->sourceKind = "OBJ";
     origin->sourcePath = path;

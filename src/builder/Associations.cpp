@@ -121,7 +121,7 @@ void SetCardinality(char* text) {
         aClass->multiplicity = multiplicity;
         trace::changed(*aClass);
     } else {
-        trace::refused(KelImportReason::nothingActive);
+        trace::refused(KelImportReason::nothingActive, activeObject);
     }
 }
 

@@ -27,6 +27,9 @@ void CreateAttribute(char* name) {
     const auto offer = [owner](KelAttribute* added) { return owner != nullptr && owner->addAttribute(added); };
     aAttribute =
         attach(std::move(made), offer, owner != nullptr ? KelImportReason::nameTaken : KelImportReason::noClass);
+    if (trace::isOn() && owner != nullptr && aAttribute->getAssociatedClass() == nullptr) {
+        trace::refused(KelImportReason::nameTaken, aAttribute, owner->getAttribute(aAttribute->getName(), nullptr));
+    }
     if (owner != nullptr) {
         // A refused attribute gets a position, too.
         aAttribute->position = static_cast<std::int16_t>(owner->getAttributeCount() - 1);
@@ -51,7 +54,7 @@ void SetInitialValue(char* text) {
         aArgument->initialValue = text;
         trace::changed(*aArgument);
     } else {
-        trace::refused(KelImportReason::nothingActive);
+        trace::refused(KelImportReason::nothingActive, activeObject);
     }
 }
 

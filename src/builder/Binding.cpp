@@ -98,7 +98,7 @@ void bindCurrentRelationship(KelClass& bound) {
     } else if (aDependency != nullptr) {
         bindSupplier(*aDependency, bound);
     } else {
-        trace::refused(KelImportReason::nothingActive);
+        trace::refused(KelImportReason::nothingActive, activeObject);
     }
 }
 
@@ -110,7 +110,7 @@ void bindRelationshipOfKind(KelElementType kind, KelClass& bound) {
     } else if (kind == KelElementType::dependency && aDependency != nullptr) {
         bindSupplier(*aDependency, bound);
     } else {
-        trace::refused(KelImportReason::nothingActive);
+        trace::refused(KelImportReason::nothingActive, activeObject);
     }
 }
 
@@ -166,7 +166,7 @@ void CreateBinding(char* text) {
             bindView(*supplier.boundClass, name);
         }
     } else {
-        trace::refused(KelImportReason::nothingActive);
+        trace::refused(KelImportReason::nothingActive, activeObject);
     }
 }
 

@@ -72,6 +72,8 @@ void AddStereotypeToClass(char* text) {
     } else if (activeObject->elementType == KelElementType::designPackage) {
         static_cast<KelDesignPackage&>(*activeObject).stereotype = text;
         trace::changed(*activeObject);
+    } else {
+        trace::refused(KelImportReason::nothingActive, activeObject);
     }
     InNoteView = false;
 }
@@ -84,6 +86,8 @@ void AddLabel(char* text) {
         activeObject->elementType == KelElementType::dependency) {
         activeObject->setName(text);
         trace::changed(*activeObject);
+    } else {
+        trace::refused(KelImportReason::nothingActive, activeObject);
     }
 }
 

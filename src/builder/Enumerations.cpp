@@ -69,6 +69,7 @@ void CreateEnumType(char* text) {
     if (made != nullptr) {
         attach(std::move(made), [](KelDerivedType* added) { return aModel->addType(added); });
     }
+    trace::changed(*type);
     trace::replaced(*aClass, KelImportReason::becameEnumeration, *type);
     delete aClass;
     aClass = nullptr;

@@ -55,7 +55,8 @@ void addANote(char* text) {
     KelElement& element = annotated(client, number);
     KelNote* added = nullptr;
     {
-        const trace::SourceScope ofText(currentNoteId.source);
+        // Without a text it is the attachment that makes the note.
+        const trace::SourceScope ofText(currentNoteId.source.rule != 0 ? currentNoteId.source : theSource);
         added = attach(std::move(note), [&](KelNote* offered) { return element.addNote(offered); });
     }
     trace::changed(element, added, &element == aDiagram ? KelImportReason::attachedToDiagram : KelImportReason::none);

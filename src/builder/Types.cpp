@@ -33,7 +33,7 @@ void ConnectType(char* text) {
         aArgument->addType(aBaseType);
         trace::changed(*aArgument, aBaseType);
     } else {
-        trace::refused(KelImportReason::nothingActive);
+        trace::refused(KelImportReason::nothingActive, activeObject);
     }
 }
 

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "host/model/KelElementType.h"
 #include "ledger/kindTable.h"
 #include "notation/damage.h"
 
 #include <array>
 #include <cstdint>
-#include <deque>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -15,7 +16,6 @@
 namespace ledger {
 
 struct PropertyRow;
-enum class Reach : std::uint8_t;
 
 struct TextHash {
     using is_transparent = void;
@@ -51,10 +51,8 @@ struct PropertyTally {
     std::vector<PropertyGroup> groups; ///< by reason, of those that are not
 
     // For whoever makes the ledger.
-    std::string_view bytes; ///< the name as it stands in the file
-    bool isPlain = true;    ///< it is ASCII
-    bool hasText = false;   ///< the value's text is looked at
-    Reach reach{};
+    std::string_view bytes;            ///< the name as it stands in the file
+    bool isPlain = true;               ///< it is ASCII
     PropertyTally* follower = nullptr; ///< that came behind it the last time
 };
 
@@ -82,11 +80,12 @@ struct Entry {
     const PropertyTally* property = nullptr; ///< null for an object
     std::uint32_t file = 0;
     notation::Place place;
-    std::uint64_t order = 0; ///< grows along the text of the files
-    std::string name;        ///< of the object
+    std::string name; ///< of the object
     const Reason* reason = nullptr;
     std::string detail; ///< what the reason is about; may be empty
 };
+
+struct Ledger;
 
 /// Something wrong with the notation of a file, whose reader may have skipped text for it.
 struct DamagedPlace {
@@ -103,6 +102,26 @@ struct BadBytes {
     std::string bytes; ///< as they stand
 };
 
+/// Takes the entries of a ledger in the order of the files' text, each as soon as its outcome is known.
+class EntrySink {
+public:
+    EntrySink() = default;
+    EntrySink(const EntrySink&) = delete;
+    EntrySink& operator=(const EntrySink&) = delete;
+    virtual ~EntrySink() = default;
+
+    /// What it throws ends the making of the ledger. `ledger` has the files' names.
+    virtual void take(const Ledger& ledger, const Entry& entry) = 0;
+};
+
+/// How many objects of one type the finished model holds, by what the ledger tells them with.
+struct Accounts {
+    std::uint64_t byObject = 0;   ///< an object of the files became it
+    std::uint64_t byProperty = 0; ///< it came with an object or a property of the files
+    std::uint64_t byRepair = 0;   ///< it was made to complete the model
+    std::uint64_t byNothing = 0;  ///< nothing tells of it: 0 unless the import has made it unseen
+};
+
 /// What became of everything that a model file, with its units, holds.
 struct Ledger {
     Ledger() = default;
@@ -113,12 +132,11 @@ struct Ledger {
 
     std::vector<std::string> files; ///< paths
     ByText<KindTally> kinds;
-    std::deque<Entry> entries;         ///< what is told one by one, in the order of the files' text
     std::vector<DamagedPlace> damages; ///< the first of them
     std::uint64_t damageCount = 0;
-    std::vector<BadBytes> badBytes; ///< none where only counts were asked for
     std::uint64_t badByteCount = 0;
     std::uint64_t losses = 0; ///< how many objects and properties
+    std::map<KelElementType, Accounts> accounts;
 
     [[nodiscard]] Counts objects() const;
     [[nodiscard]] Counts properties() const;

@@ -2,7 +2,10 @@
 
 #include "host/text/KelString.h"
 #include "ledger/Ledger.h"
+#include "source/Trace.h"
 #include "units/UnitTree.h"
+
+#include <functional>
 
 class KelModel;
 
@@ -17,11 +20,17 @@ struct Choices {
     Detail detail = Detail::named;
 };
 
-/// Holds the text of a model file and its units against the model that the import made of it.
+/// Merges the text of a model's files with the steps that an import took because of it.
 ///
-/// Every object and property that the reader of the notation tells of is counted once. Nothing is taken on trust from
-/// the import: what is imported was found in the model. Costs time and memory in step with the files and the model.
-/// Throws `std::system_error` when a file cannot be read.
-[[nodiscard]] Ledger makeLedger(const units::UnitTree& tree, const KelModel& model, const Choices& choices);
+/// Every object and property that the reader of the notation tells of is counted once. `trace` has been located, and
+/// `model` is what the import made. `entries` gets what is told one by one; null when the detail is `counts`. Costs
+/// time in proportion to the files, and memory in proportion to the trace, however many lines there are. Throws
+/// `std::system_error` when a file cannot be read, and what `entries` throws.
+[[nodiscard]] Ledger makeLedger(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model,
+                                const Choices& choices, EntrySink* entries);
+
+/// Calls `take` for every run of bytes that the encoding of its file lacks, in the order of the files.
+void forEachBadBytes(const units::UnitTree& tree, const Choices& choices,
+                     const std::function<void(const BadBytes&)>& take);
 
 } // namespace ledger

@@ -1,18 +1,70 @@
 #include "ledger/propertyTable.h"
 
-#include "host/model/KelObject.h"
-#include "ledger/checks.h"
+#include "host/model/KelAssociationRole.h"
+#include "host/model/KelAttribute.h"
+#include "host/model/KelClass.h"
+#include "host/model/KelGeneralization.h"
+#include "host/model/KelOperation.h"
 #include "ledger/reasons.h"
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 namespace ledger {
 
 namespace {
 
 using enum Subject;
+using enum Taking;
 using namespace reasons;
+
+std::string wordOf(std::span<const char* const> words, std::int32_t code) {
+    const auto index = static_cast<std::size_t>(code);
+    return code >= 0 && index < words.size() ? words[index] : std::to_string(code);
+}
+
+template <class Kind>
+const Kind* as(const KelObject& object, KelElementType type) {
+    return object.elementType == type ? static_cast<const Kind*>(&object) : nullptr;
+}
+
+std::string visibilityOf(const KelObject& object) {
+    static constexpr std::array words{"public", "protected", "private", "implementation"};
+    if (const auto* attribute = as<KelAttribute>(object, KelElementType::attribute)) {
+        return wordOf(words, attribute->visibility);
+    }
+    const auto* operation = as<KelOperation>(object, KelElementType::operation);
+    const auto* generalization = as<KelGeneralization>(object, KelElementType::generalization);
+    return operation != nullptr        ? wordOf(words, operation->visibility)
+           : generalization != nullptr ? wordOf(words, generalization->visibility)
+                                       : std::string();
+}
+
+std::string containmentOf(const KelObject& object) {
+    static constexpr std::array words{"by value", "by reference", "unspecified"};
+    const auto* attribute = as<KelAttribute>(object, KelElementType::attribute);
+    const auto* role = as<KelAssociationRole>(object, KelElementType::associationRole);
+    return attribute != nullptr ? wordOf(words, attribute->containment)
+           : role != nullptr    ? wordOf(words, role->containment)
+                                : std::string();
+}
+
+std::string concurrencyOf(const KelObject& object) {
+    static constexpr std::array words{"sequential", "guarded"};
+    const auto* operation = as<KelOperation>(object, KelElementType::operation);
+    const auto code = static_cast<std::size_t>(operation != nullptr ? operation->concurrency : -1);
+    return code < words.size() ? words[code] : "neither sequential nor guarded";
+}
+
+std::string persistenceOf(const KelObject&) {
+    return "persistent";
+}
+
+std::string spaceOf(const KelObject& object) {
+    const auto* owner = as<KelClass>(object, KelElementType::classObject);
+    return owner != nullptr ? std::to_string(owner->space) : std::string();
+}
 
 constexpr Reason bulkOf(const char* why) {
     return {Outcome::dropped, Weight::bulk, why};
@@ -22,100 +74,100 @@ constexpr Reason behaviour{Outcome::dropped, Weight::listed, "state machines and
 constexpr Reason otherPackages{Outcome::dropped, Weight::bulk, "dependencies between packages are not imported"};
 
 constexpr auto rows = std::to_array<PropertyRow>({
-    {none, "quid", nullptr, identifier},
-    {none, "quidu", nullptr, identifier},
-    {none, "uid", nullptr, identifier},
-    {none, "attributes", nullptr, toolProperties},
-    {none, "is_unit", nullptr, storage},
-    {none, "is_loaded", nullptr, storage},
-    {none, "file_name", nullptr, storage},
-    {none, "documentation", checks::description, kept},
+    {none, "quid", always, identifier},
+    {none, "quidu", always, identifier},
+    {none, "uid", always, identifier},
+    {none, "attributes", always, toolProperties},
+    {none, "is_unit", always, storage},
+    {none, "is_loaded", always, storage},
+    {none, "file_name", always, storage},
+    {none, "documentation", taken, kept},
 
-    {header, "charSet", nullptr, kept},
-    {header, "version", nullptr, bulkOf("the version of the notation is not kept")},
-    {header, "_written", nullptr, bulkOf("what wrote the file is not kept")},
-    {design, "root_category", nullptr, kept},
-    {design, "root_usecase_package", nullptr, bulkOf("only the logical view is imported")},
-    {design, "root_subsystem", nullptr, bulkOf("components are not imported")},
-    {design, "process_structure", nullptr, bulkOf("processes and devices are not imported")},
-    {design, "properties", nullptr, toolProperties},
-    {design, "documentation", nullptr, noPlace},
+    {header, "charSet", always, kept},
+    {header, "version", always, bulkOf("the version of the notation is not kept")},
+    {header, "_written", always, bulkOf("what wrote the file is not kept")},
+    {design, "root_category", always, kept},
+    {design, "root_usecase_package", always, bulkOf("only the logical view is imported")},
+    {design, "root_subsystem", always, bulkOf("components are not imported")},
+    {design, "process_structure", always, bulkOf("processes and devices are not imported")},
+    {design, "properties", always, toolProperties},
+    {design, "documentation", always, noPlace},
 
-    {package, "stereotype", checks::stereotype, kept},
-    {package, "logical_models", nullptr, kept},
-    {package, "logical_presentations", nullptr, kept},
-    {package, "visible_categories", nullptr, otherPackages},
-    {package, "statemachine", nullptr, behaviour},
+    {package, "stereotype", taken, kept},
+    {package, "logical_models", always, kept},
+    {package, "logical_presentations", always, kept},
+    {package, "visible_categories", always, otherPackages},
+    {package, "statemachine", always, behaviour},
 
-    {classObject, "stereotype", checks::stereotype, kept},
-    {classObject, "abstract", checks::isAbstract, kept},
-    {classObject, "persistence", checks::isPersistent, kept},
-    {classObject, "space", checks::space, kept},
-    {classObject, "cardinality", checks::multiplicity, kept},
-    {classObject, "class_attributes", nullptr, kept},
-    {classObject, "operations", nullptr, kept},
-    {classObject, "parameters", nullptr, kept},
-    {classObject, "superclasses", nullptr, kept},
-    {classObject, "used_nodes", nullptr, kept},
-    {classObject, "realized_interfaces", nullptr, kept},
-    {classObject, "nestedClasses", nullptr, kept},
-    {classObject, "statemachine", nullptr, behaviour},
+    {classObject, "stereotype", taken, kept},
+    {classObject, "abstract", taken, kept},
+    {classObject, "persistence", taken, kept, persistenceOf},
+    {classObject, "space", taken, kept, spaceOf},
+    {classObject, "cardinality", taken, kept},
+    {classObject, "class_attributes", always, kept},
+    {classObject, "operations", always, kept},
+    {classObject, "parameters", always, kept},
+    {classObject, "superclasses", always, kept},
+    {classObject, "used_nodes", always, kept},
+    {classObject, "realized_interfaces", always, kept},
+    {classObject, "nestedClasses", always, kept},
+    {classObject, "statemachine", always, behaviour},
 
-    {attribute, "type", checks::type, kept},
-    {attribute, "initv", checks::initialValue, kept},
-    {attribute, "exportControl", checks::visibility, kept},
-    {attribute, "Containment", checks::containment, kept},
-    {attribute, "static", checks::isStatic, kept},
-    {attribute, "derived", checks::isDerived, kept},
+    {attribute, "type", taken, kept},
+    {attribute, "initv", taken, kept},
+    {attribute, "exportControl", taken, kept, visibilityOf},
+    {attribute, "Containment", taken, kept, containmentOf, "Unspecified"},
+    {attribute, "static", taken, kept},
+    {attribute, "derived", taken, kept},
 
-    {operation, "result", checks::type, kept},
-    {operation, "opExportControl", checks::visibility, kept},
-    {operation, "concurrency", checks::concurrency, kept},
-    {operation, "static", checks::isStatic, kept},
-    {operation, "virtual", checks::isVirtual, kept},
-    {operation, "friend", checks::isFriend, kept},
-    {operation, "parameters", nullptr, kept},
-    {operation, "pre_condition", nullptr, kept},
-    {operation, "post_condition", nullptr, kept},
-    {operation, "semantics", nullptr, kept},
-    {operationText, "PDL", checks::operationText, kept},
-    {parameter, "type", checks::type, kept},
-    {parameter, "initv", checks::initialValue, kept},
+    {operation, "result", taken, kept},
+    {operation, "opExportControl", taken, kept, visibilityOf},
+    {operation, "concurrency", taken, kept, concurrencyOf, "Sequential"},
+    {operation, "static", taken, kept},
+    {operation, "virtual", taken, kept},
+    {operation, "friend", taken, kept},
+    {operation, "parameters", always, kept},
+    {operation, "pre_condition", always, kept},
+    {operation, "post_condition", always, kept},
+    {operation, "semantics", always, kept},
+    {operationText, "PDL", taken, kept},
+    {parameter, "type", taken, kept},
+    {parameter, "initv", taken, kept},
 
-    {association, "roles", nullptr, kept},
-    {association, "AssociationClass", checks::associationClass, kept},
-    {role, "supplier", checks::supplier, kept},
-    {role, "client_cardinality", checks::multiplicity, kept},
-    {role, "Containment", checks::containment, kept},
-    {role, "is_navigable", checks::isNavigable, kept},
-    {role, "is_aggregate", checks::isAggregate, kept},
-    {role, "static", checks::isStatic, kept},
-    {role, "friend", checks::isFriend, kept},
-    {role, "label", checks::roleLabel, kept},
-    {role, "keys", nullptr, kept},
+    {association, "roles", always, kept},
+    {association, "AssociationClass", taken, associationClass},
+    {role, "supplier", taken, kept},
+    {role, "client_cardinality", taken, kept},
+    {role, "Containment", taken, kept, containmentOf, "Unspecified"},
+    {role, "is_navigable", taken, kept},
+    {role, "is_aggregate", taken, kept},
+    {role, "static", taken, kept},
+    {role, "friend", taken, kept},
+    {role, "label", name, noPlace},
+    {role, "keys", always, kept},
 
-    {generalization, "supplier", checks::supplier, kept},
-    {generalization, "label", checks::label, kept},
-    {generalization, "exportControl", checks::visibility, kept},
-    {generalization, "virtual", checks::isVirtual, kept},
-    {generalization, "friend", checks::isFriend, kept},
-    {realization, "supplier", checks::supplier, kept},
-    {dependency, "supplier", checks::supplier, kept},
-    {dependency, "label", checks::label, kept},
+    {generalization, "supplier", taken, kept},
+    {generalization, "label", taken, kept},
+    {generalization, "exportControl", taken, kept, visibilityOf},
+    {generalization, "virtual", taken, kept},
+    {generalization, "friend", taken, kept},
+    {realization, "supplier", taken, kept},
+    {dependency, "supplier", taken, kept},
+    {dependency, "label", taken, kept},
 
-    {classDiagram, "items", nullptr, kept},
-    {classDiagram, "title", nullptr, bulkOf("the diagram's name stands for its title")},
-    {noteView, "label", checks::noteText, kept},
-    {label, "label", checks::noteText, kept},
-    {diagramLabel, "label", checks::description, kept},
-    {attachView, "client", nullptr, kept},
-    {attachView, "supplier", nullptr, kept},
-    {generalizationView, "client", nullptr, kept},
-    {generalizationView, "supplier", nullptr, kept},
-    {realizationView, "client", nullptr, kept},
-    {realizationView, "supplier", nullptr, kept},
-    {dependencyView, "client", nullptr, kept},
-    {dependencyView, "supplier", nullptr, kept},
+    {classDiagram, "items", always, kept},
+    {classDiagram, "title", always, bulkOf("the diagram's name stands for its title")},
+    {noteView, "label", taken, kept},
+    {label, "label", taken, kept},
+    {diagramLabel, "label", taken, kept},
+    {attachView, "client", always, kept},
+    {attachView, "supplier", always, kept},
+    {generalizationView, "client", always, kept},
+    {generalizationView, "supplier", always, kept},
+    {realizationView, "client", always, kept},
+    {realizationView, "supplier", always, kept},
+    {dependencyView, "client", always, kept},
+    {dependencyView, "supplier", always, kept},
 });
 
 constexpr bool isDrawn(Subject subject) {
@@ -123,57 +175,6 @@ constexpr bool isDrawn(Subject subject) {
 }
 
 } // namespace
-
-Reach propertyReach(std::string_view property) {
-    struct Row {
-        std::string_view property;
-        Reach reach;
-    };
-    using enum Reach;
-    static constexpr auto reaches = std::to_array<Row>({
-        {"documentation", activeObject},
-        {"label", activeObject},
-        {"stereotype", activeObject},
-        {"type", activeObject},
-        {"initv", activeObject},
-        {"exportControl", activeObject},
-        {"Containment", activeObject},
-        {"static", activeObject},
-        {"derived", activeObject},
-        {"virtual", activeObject},
-        {"friend", activeObject},
-        {"concurrency", activeObject},
-        {"abstract", lastClass},
-        {"persistence", lastClass},
-        {"space", lastClass},
-        {"result", lastOperation},
-        {"opExportControl", lastOperation},
-    });
-    const auto* row = std::ranges::find(reaches, property, &Row::property);
-    return row != reaches.end() ? row->reach : owner;
-}
-
-Subject subjectOf(const KelObject& object) {
-    struct Row {
-        KelElementType type;
-        Subject subject;
-    };
-    static constexpr auto subjects = std::to_array<Row>({
-        {KelElementType::designPackage, package},
-        {KelElementType::classObject, classObject},
-        {KelElementType::attribute, attribute},
-        {KelElementType::operation, operation},
-        {KelElementType::argument, parameter},
-        {KelElementType::association, association},
-        {KelElementType::associationRole, role},
-        {KelElementType::generalization, generalization},
-        {KelElementType::realization, realization},
-        {KelElementType::dependency, dependency},
-        {KelElementType::classDiagram, classDiagram},
-    });
-    const auto* row = std::ranges::find(subjects, object.elementType, &Row::type);
-    return row != subjects.end() ? row->subject : none;
-}
 
 const PropertyRow* propertyRow(Subject subject, std::string_view property) {
     const auto find = [property](Subject wanted) {
@@ -185,7 +186,7 @@ const PropertyRow* propertyRow(Subject subject, std::string_view property) {
         found = find(none);
     }
     const bool isView = isDrawn(subject) && subject != classDiagram; // a view has no documentation in the model
-    return found != rows.end() && !(isView && found->subject == none && found->check != nullptr) ? found : nullptr;
+    return found != rows.end() && !(isView && found->subject == none && found->taking == taken) ? found : nullptr;
 }
 
 const Reason& otherProperties(Subject subject) {

@@ -27,7 +27,18 @@ inline constexpr Reason unknownKind{dropped, listed, "the import does not know o
 inline constexpr Reason outsideLogicalView{dropped, listed, "only the logical view is imported"};
 
 // What the import takes, but not here.
-inline constexpr Reason notInModel{dropped, loss, "the model does not have it"};
+inline constexpr Reason notRecognised{dropped, loss, "the import does not recognize it in this form"};
+inline constexpr Reason nothingActive{
+    dropped, loss, "the import reads it as a property of the preceding element, which has none such:"};
+inline constexpr Reason refusedByOwner{dropped, loss, "its package has refused it"};
+inline constexpr Reason takesNoArguments{dropped, loss, "only template classes have arguments of their own"};
+inline constexpr Reason inNoAssociation{dropped, loss, "it stands in no association"};
+inline constexpr Reason inNoOperation{dropped, loss, "it stands in no operation"};
+inline constexpr Reason withAssociation{dropped, loss, "it belongs to an association that is not imported"};
+inline constexpr Reason valueUnknown{dropped, loss, "its value is none of those that the import knows"};
+inline constexpr Reason packageClosed{dropped, loss, "the import has closed its package before it"};
+inline constexpr Reason rootRenamed{dropped, loss,
+                                    "the import takes only a root category that is named \"Logical View\""};
 inline constexpr Reason muted{dropped, loss,
                               "what follows such an object is skipped up to the next class, association, class diagram "
                               "or package:"};
@@ -66,6 +77,12 @@ inline constexpr Reason associationClass{changed, listed, "two associations with
 inline constexpr Reason drawnTwice{changed, listed, "the model's diagram holds it once"};
 inline constexpr Reason onAssociationOnly{changed, listed, "only the association as a whole says so"};
 inline constexpr Reason textCut{changed, loss, "the text was cut after"};
+inline constexpr Reason overwritten{changed, loss, "a later line has overwritten it"};
+inline constexpr Reason keywordInText{changed, loss, "the import takes words in the text for a keyword and changes"};
+inline constexpr Reason literals{changed, listed, "the import takes them for the values of the type"};
+inline constexpr Reason drawnFor{changed, listed, "the import shows a relationship for it on"};
+inline constexpr Reason noteFor{changed, listed, "the import takes it for the attachment of a note and adds one to"};
+inline constexpr Reason noteOfOther{changed, loss, "the note has the text of another one, from line"};
 inline constexpr Reason textAtQuote{changed, loss, "the text ends at the first quote within, and keeps backslashes"};
 inline constexpr Reason textAdded{changed, listed, "other texts stand with it"};
 inline constexpr Reason replaced{changed, loss, "bytes that the encoding does not have became U+FFFD"};

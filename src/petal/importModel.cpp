@@ -81,11 +81,17 @@ ImportResult importModel(const ImportRequest& request, const FileUses& uses) {
     LogWriter writer(request.log, *findLogFormat(request.logFormat), chosenEncoding(options));
     WarningCount log(writer, severityLevel(KelString(std::string_view(request.logLevel))));
     source.reportTo(log);
+    std::optional<source::Trace> trace;
+    if (ledger.isWanted()) {
+        trace.emplace();
+    }
     import(request, options, plugIn.getBridge(), log);
     source.complete(keptModel(), options);
-    ledger.make(source, keptModel(), chosenEncoding(options));
     writeModel(request);
-    ledger.write();
+    if (trace) {
+        trace->locate(source.getPieces());
+        ledger.make(source, *trace, keptModel(), chosenEncoding(options));
+    }
     writer.close();
     ImportResult result;
     result.outcome = ledger.check(log.getCount());

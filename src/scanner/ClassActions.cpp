@@ -60,6 +60,8 @@ void setAbstract(const Reading& reading) {
     if (aClass != nullptr && saysTrue(reading)) {
         aClass->isAbstract = true;
         trace::changed(*aClass);
+    } else if (aClass == nullptr) {
+        trace::refused(KelImportReason::noClass);
     }
 }
 

@@ -18,10 +18,19 @@ namespace {
 
 /// Sets a flag of the active object if it is of that class. The value of the line is not looked at.
 template <class Class>
-void raise(const Reading& reading, KelElementType type, bool Class::*flag) {
-    if (activeObject != nullptr && activeObject->elementType == type) {
-        static_cast<Class*>(activeObject)->*flag = true;
-        trace::changed(*activeObject, nullptr, unlessSaid(reading, "TRUE"));
+bool raise(const Reading& reading, KelElementType type, bool Class::*flag) {
+    if (activeObject == nullptr || activeObject->elementType != type) {
+        return false;
+    }
+    static_cast<Class*>(activeObject)->*flag = true;
+    trace::changed(*activeObject, nullptr, unlessSaid(reading, "TRUE"));
+    return true;
+}
+
+/// Tells the observer when no flag was set.
+void tellUnless(bool isRaised) {
+    if (!isRaised) {
+        trace::refused(KelImportReason::nothingActive, activeObject);
     }
 }
 
@@ -48,24 +57,24 @@ void setInitialValue(const Reading& reading) {
 }
 
 void setFriend(const Reading& reading) {
-    raise(reading, KelElementType::generalization, &KelGeneralization::isFriend);
-    raise(reading, KelElementType::associationRole, &KelAssociationRole::isFriend);
-    raise(reading, KelElementType::operation, &KelOperation::isFriend);
+    tellUnless(raise(reading, KelElementType::generalization, &KelGeneralization::isFriend) ||
+               raise(reading, KelElementType::associationRole, &KelAssociationRole::isFriend) ||
+               raise(reading, KelElementType::operation, &KelOperation::isFriend));
 }
 
 void setStatic(const Reading& reading) {
-    raise(reading, KelElementType::operation, &KelOperation::isStatic);
-    raise(reading, KelElementType::associationRole, &KelAssociationRole::isStatic);
-    raise(reading, KelElementType::attribute, &KelAttribute::isStatic);
+    tellUnless(raise(reading, KelElementType::operation, &KelOperation::isStatic) ||
+               raise(reading, KelElementType::associationRole, &KelAssociationRole::isStatic) ||
+               raise(reading, KelElementType::attribute, &KelAttribute::isStatic));
 }
 
 void setDerived(const Reading& reading) {
-    raise(reading, KelElementType::attribute, &KelAttribute::isDerived);
+    tellUnless(raise(reading, KelElementType::attribute, &KelAttribute::isDerived));
 }
 
 void setVirtual(const Reading& reading) {
-    raise(reading, KelElementType::operation, &KelOperation::isVirtual);
-    raise(reading, KelElementType::generalization, &KelGeneralization::isVirtual);
+    tellUnless(raise(reading, KelElementType::operation, &KelOperation::isVirtual) ||
+               raise(reading, KelElementType::generalization, &KelGeneralization::isVirtual));
 }
 
 void setVisibility(const Reading& reading) {
@@ -81,7 +90,8 @@ void setVisibility(const Reading& reading) {
         trace::changed(*aGeneral);
     } else {
         trace::refused(isActive(KelElementType::generalization) ? KelImportReason::valueUnknown
-                                                                : KelImportReason::nothingActive);
+                                                                : KelImportReason::nothingActive,
+                       activeObject);
     }
 }
 
@@ -95,6 +105,8 @@ void setContainment(const Reading& reading) {
     } else if (isActive(KelElementType::associationRole) && aAssociationRole != nullptr) {
         aAssociationRole->containment = containmentCode(reading.value);
         trace::changed(*aAssociationRole, nullptr, containmentFault(reading.value));
+    } else {
+        trace::refused(KelImportReason::nothingActive, activeObject);
     }
 }
 

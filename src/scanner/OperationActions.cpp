@@ -16,14 +16,15 @@ namespace {
 
 /// Which text of an operation a "PDL" line fills. The first flag that is set is consumed.
 struct PendingText {
+    int rule; ///< of the keyword that announces the text
     bool& pending;
     KelString KelOperation::*text;
 };
 
 constexpr std::array<PendingText, 3> pendingTexts{{
-    {pre, &KelOperation::precondition},
-    {post, &KelOperation::postcondition},
-    {sem, &KelOperation::semantics},
+    {44, pre, &KelOperation::precondition},
+    {43, post, &KelOperation::postcondition},
+    {45, sem, &KelOperation::semantics},
 }};
 
 } // namespace
@@ -35,6 +36,8 @@ void createOperation(const Reading& reading) {
 void setConcurrency(const Reading& reading) {
     if (activeObject != nullptr && activeObject->elementType == KelElementType::operation) {
         give(Concurrency, reading);
+    } else {
+        trace::refused(KelImportReason::nothingActive, activeObject);
     }
 }
 
@@ -70,6 +73,7 @@ void setOperationText(const Reading& reading) {
     for (const PendingText& candidate : pendingTexts) {
         if (std::exchange(candidate.pending, false)) {
             aOperation->*candidate.text = KelString(reading.value);
+            theSource.rule = candidate.rule;
             trace::changed(*aOperation);
             return;
         }

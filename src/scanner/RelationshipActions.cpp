@@ -33,6 +33,8 @@ void setNavigable(const Reading& reading) {
     if (aAssociationRole != nullptr && saysTrue(reading)) {
         aAssociationRole->isNavigable = true;
         trace::changed(*aAssociationRole);
+    } else if (aAssociationRole == nullptr) {
+        trace::refused(KelImportReason::noAssociation);
     }
 }
 

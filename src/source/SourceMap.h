@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/model/links/KelPointerHash.h"
 #include "notation/Place.h"
 
 #include <cstdint>
@@ -42,7 +43,7 @@ public:
 
 private:
     std::vector<std::string> files_;
-    tsl::robin_map<const KelObject*, SourcePlace> places_;
+    tsl::robin_map<const KelObject*, SourcePlace, KelPointerHash> places_;
 };
 
 } // namespace source

@@ -1,5 +1,7 @@
 #include "LedgerText.h"
 
+#include "support/accountFault.h"
+
 #include <filesystem>
 #include <fstream>
 #include <unistd.h>
@@ -27,9 +29,16 @@ std::string textOf(const ledger::Entry& entry) {
 LedgerText LedgerText::ofFile(const std::string& path, ledger::Detail detail, const char* encoding) {
     units::UnitTree tree;
     tree.files.push_back({path, 0, {}, {}});
-    const ImportedModel imported = ImportedModel::ofFile(path, {"C++", encoding});
-    ledger::Ledger made = ledger::makeLedger(tree, imported.model, {encoding, false, detail});
-    return {imported.failure, std::move(made)};
+    source::Trace trace;
+    ImportedModel imported = ImportedModel::ofFile(path, {"C++", encoding});
+    trace.locate(nullptr);
+    const ledger::Choices choices{encoding, false, detail};
+    KeptEntries kept;
+    LedgerText text{imported.failure, ledger::makeLedger(tree, trace, imported.model, choices, &kept), {}, {}};
+    text.entries = std::move(kept.entries);
+    ledger::forEachBadBytes(tree, choices, [&](const ledger::BadBytes& bad) { text.badBytes.push_back(bad); });
+    text.failure += accountFault(text.ledger, imported.model);
+    return text;
 }
 
 LedgerText LedgerText::of(std::string_view elements, std::string_view diagrams, const char* encoding) {
@@ -43,7 +52,7 @@ LedgerText LedgerText::of(std::string_view elements, std::string_view diagrams, 
 
 std::vector<std::string> LedgerText::lines() const {
     std::vector<std::string> lines;
-    for (const ledger::Entry& entry : ledger.entries) {
+    for (const ledger::Entry& entry : entries) {
         lines.push_back(textOf(entry));
     }
     return lines;
@@ -51,7 +60,7 @@ std::vector<std::string> LedgerText::lines() const {
 
 std::string LedgerText::exceptions() const {
     std::string text;
-    for (const ledger::Entry& entry : ledger.entries) {
+    for (const ledger::Entry& entry : entries) {
         text += entry.reason->outcome != ledger::Outcome::imported ? textOf(entry) + "\n" : "";
     }
     return text;

@@ -9,8 +9,10 @@
 
 /// The ledger of an import, made in this process.
 struct LedgerText {
-    std::string failure; // of the import
+    std::string failure; // of the import, or of the ledger to account for the model
     ledger::Ledger ledger;
+    std::vector<ledger::Entry> entries;
+    std::vector<ledger::BadBytes> badBytes;
 
     /// Of a file in `encoding`.
     [[nodiscard]] static LedgerText ofFile(const std::string& path, ledger::Detail detail = ledger::Detail::named,

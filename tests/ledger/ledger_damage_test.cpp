@@ -11,7 +11,7 @@ TEST(LedgerBytes, AreToldWithTheirPlaces) {
         "(object K\xB7 \"m\xB7 \" @3)\n(object K\xB7)",
         "", "windows-936");
     std::string found;
-    for (const ledger::BadBytes& bad : text.ledger.badBytes) {
+    for (const ledger::BadBytes& bad : text.badBytes) {
         found += std::to_string(bad.place.line - LedgerText::firstLine + 1) + ":" + std::to_string(bad.place.column) +
                  " " + std::to_string(bad.bytes.size()) + "\n";
     }

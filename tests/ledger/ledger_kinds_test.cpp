@@ -87,7 +87,7 @@ TEST_P(Kinds, HaveALineThatSaysWhatBecameOfThem) {
     const LedgerText& text = isImported ? wholeModel() : own;
     ASSERT_EQ(text.failure, "");
     int found = 0;
-    for (const ledger::Entry& entry : text.ledger.entries) {
+    for (const ledger::Entry& entry : text.entries) {
         if (entry.property == nullptr && entry.kind->name == kind) {
             EXPECT_EQ(entry.reason->outcome, isImported ? ledger::Outcome::imported : ledger::Outcome::dropped);
             EXPECT_STREQ(entry.reason->text, isImported ? expected->second : GetParam().reason.text);

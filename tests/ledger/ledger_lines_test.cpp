@@ -42,13 +42,14 @@ INSTANTIATE_TEST_SUITE_P(
             "(object Class \"U\"\n class_attributes (list l\n (object ClassAttribute \"c\"\n  type \"Col\")))",
             "1 Class Col: changed it became an enumerated type\n"
             "3 Attribute: dropped properties of tools are not imported\n"
+            "4 Attribute.value: changed the import takes them for the values of the type \"Col\"\n"
             "6 ClassAttribute x: LOST its class became an enumerated type\n"},
         Row{"(object Class \"A \\\"b\\\"\"\n documentation \"say \\\"so\\\"\")",
             "1 Class A \"b\": changed its name ends at the first quote within, and keeps backslashes: A \\\n"
             "2 Class A \"b\".documentation: changed the text ends at the first quote within, and keeps backslashes\n"},
         Row{"(object Class \"A\"\n persistence \"Transient\"\n cardinality (value cardinality \"n\"))",
             "2 Class A.persistence: changed the model has persistent\n"
-            "3 Class A.cardinality: LOST the model does not have it\n"},
+            "3 Class A.cardinality: LOST the import does not recognize it in this form\n"},
         Row{"(object Class \"A\"\n class_attributes (list l\n (object ClassAttribute \"x\"\n  type \"int\"\n"
             "  static FALSE)))",
             "5 ClassAttribute x.static: changed whatever its value, it counts as TRUE\n"},
@@ -125,10 +126,11 @@ INSTANTIATE_TEST_SUITE_P(
             "   (object Parameter \"q\"))\n  virtual TRUE\n  stereotype \"s\")))",
             "3 Operation f: changed no type is given; the model has \"int\"\n"
             "5 Parameter q: changed no type is given; the model has \"int\"\n"
-            "6 Operation f.virtual: LOST the model does not have it\n"
+            "6 Operation f.virtual: LOST the import reads it as a property of the preceding element, which has none "
+            "such: \"q\"\n"
             "7 Operation f.stereotype: dropped the model has no place for it\n"},
         Row{"(object Class \"A\"\n parameters (list l\n (object Parameter \"T\")))",
-            "3 Parameter T: LOST the model does not have it\n"}));
+            "3 Parameter T: LOST only template classes have arguments of their own\n"}));
 
 std::string association(const char* head, const char* first, const char* second) {
     return std::string(twoClasses) + "  (object Association \"" + head + "\n roles (list l\n  (object Role \"" + first +
@@ -153,7 +155,7 @@ TEST(PlantedRelations, AreTold) {
                          "7 Role a.is_aggregate: changed only the association as a whole says so\n"},
              RelationRow{association("ab\"\n AssociationClass \"Logical View::C\"", "a\"\n supplier \"A\")",
                                      "b\"\n supplier \"B\")"),
-                         "4 Association ab.AssociationClass: LOST the model does not have it C\n"},
+                         "4 Association ab.AssociationClass: LOST an association needs two ends\n"},
              RelationRow{
                  std::string(twoClasses) + "  (object Association \"ab\"\n roles (list l\n  (object Role "
                                            "\"a\"\n supplier \"A\")\n  (object Role \"b\"\n supplier \"B\"))\n"
@@ -176,6 +178,20 @@ TEST(PlantedRelations, AreTold) {
                          "4 Inheritance_Relationship: LOST the class that it names is defined nowhere: Unknown\n"},
              RelationRow{inClass + "(object Realize_Relationship\n  supplier \"B\")))", ""},
              RelationRow{inClass + "(object Uses_Relationship\n  supplier \"B\")))", ""},
+             // in whatever it stands, a supplier goes to the relationship in front of it, a cardinality to the class
+             RelationRow{"(object Class \"T\")\n" + inClass +
+                             "(object Inheritance_Relationship\n  supplier \"B\")\n"
+                             " (object Instantiation_Relationship\n  supplier \"T\")))",
+                         "7 Instantiation_Relationship: dropped instantiations are not imported\n"
+                         "8 Instantiation_Relationship.supplier: changed the import takes it for a part of what stands "
+                         "in front of it; the model has it in the generalization of \"A\"\n"},
+             RelationRow{
+                 inClass + "(object Uses_Relationship\n  supplier \"B\"\n  client_cardinality \t(value "
+                           "cardinality \"7\"))))",
+                 "6 Uses_Relationship.client_cardinality: changed the import takes it for a part of what stands "
+                 "in front of it; the model has it in \"A\"\n"},
+             RelationRow{inClass + "(object Realize_Relationship\n  supplier \"A\"\n  supplier \"B\")))",
+                         "5 Realize_Relationship.supplier: changed a later line has overwritten it\n"},
              RelationRow{inClass + "(object Has_Relationship\n  supplier \"B\")))",
                          "4 Has_Relationship: dropped has relationships are not imported\n"},
          }) {
@@ -225,7 +241,7 @@ TEST(PlantedNotes, AreToldByWhereTheyAre) {
     const std::string shown = "(object ClassDiagram \"D\"\n items (list l\n(object ClassView \"Class\" \"A\" @1)\n";
     const std::string other = "))\n(object ClassDiagram \"E\"\n items (list l\n(object ClassView \"Class\" \"B\" @1)\n";
     const char* unattached = " NoteView: LOST only notes that are attached to something are taken\n";
-    const char* unshown = " AttachView: LOST what it shows is not on the model's diagram\n";
+    const char* ofOther = " AttachView: changed the note has the text of another one, from line ";
     struct NoteRow {
         std::string views;
         std::string expected;
@@ -237,10 +253,10 @@ TEST(PlantedNotes, AreToldByWhereTheyAre) {
                      "20 AttachView: changed what it is attached to is not on the diagram, which has the note\n"},
              // the second diagram's note has the number of the first one's, whose text goes to both classes
              NoteRow{note(2, "first") + attachment(2, 1) + other + note(2, "second") + attachment(2, 1),
-                     std::string("18") + unattached + "21" + unshown},
+                     std::string("18") + unattached + "21" + ofOther + "15\n"},
              NoteRow{note(2, "away") + other + note(3, "here") + attachment(1, 2) + attachment(2, 3),
-                     std::string("8 NoteView: changed the model has it elsewhere, in \"E\"\n18") + unshown + "21" +
-                         unshown},
+                     std::string("8 NoteView: changed the model has it elsewhere, in \"E\"\n18") + ofOther + "22\n21" +
+                         ofOther + "15\n"},
          }) {
         EXPECT_EQ(LedgerText::of(twoClasses, shown + row.views + "))").exceptions(), row.expected) << row.views;
     }
@@ -257,7 +273,10 @@ TEST(PlantedDiagrams, OfUseCasesGoAstray) {
                     "(object ClassDiagram \"F\"\n items (list l\n (object ClassView \"Class\" \"Visitor\" @1)))\n");
     EXPECT_EQ(text.exceptions(),
               "8 UseCaseDiagram U: dropped use cases are not imported\n10 ClassView B: " + std::string(toB) +
-                  "14 AttachView: LOST what it shows is not on the model's diagram\n17 ClassView Visitor: " + toB +
+                  "11 NoteView: changed the model has it elsewhere, in \"A\"\n14 AttachView: changed the import takes "
+                  "it for a "
+                  "part of what stands in front of it; the model has it in \"A\"\n17 ClassView Visitor: " +
+                  toB +
                   "20 ClassView Visitor: changed its class is not defined in the logical view; the model has it in "
                   "the package \"Use Case Classes in Class Diagrams\"\n");
 }

@@ -47,6 +47,48 @@ ledger::Detail detailOf(const ImportRequest& request) {
     return !request.ledger ? counts : request.ledgerListsAll ? all : named;
 }
 
+/// Writes a ledger where it was asked for. Throws a `Failure` with the outcome `outputFailed`.
+class LedgerOutput final : public ledger::EntrySink {
+public:
+    explicit LedgerOutput(const ImportRequest& request)
+        : name_("the ledger '" + *request.ledger + "'"), output_(open(request)), buffered_(*output_),
+          form_(output_->isTerminal() ? ledgerTable : ledgerLines) {}
+
+    void take(const ledger::Ledger& ledger, const ledger::Entry& entry) override {
+        attempt([&] { form_.writeEntry(ledger, entry, buffered_); });
+    }
+    void take(const ledger::Ledger& ledger, const ledger::BadBytes& bytes) {
+        attempt([&] { form_.writeBytes(ledger, bytes, buffered_); });
+    }
+    void finish(const ledger::Ledger& ledger) {
+        attempt([&] {
+            form_.writeEnd(ledger, buffered_);
+            buffered_.flush();
+            output_->commit();
+        });
+    }
+
+private:
+    std::unique_ptr<ModelOutput> open(const ImportRequest& request) {
+        std::unique_ptr<ModelOutput> output;
+        attempt([&] { output = ModelOutput::open(request.ledger, request.ledgerDescriptor); });
+        return output;
+    }
+    template <class Step>
+    void attempt(Step step) const {
+        try {
+            step();
+        } catch (const std::system_error& error) {
+            throw outputFailure(name_, error);
+        }
+    }
+
+    std::string name_;
+    std::unique_ptr<ModelOutput> output_;
+    text::BufferedOutput buffered_;
+    const LedgerForm& form_;
+};
+
 bool isRegularFile(const std::string& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
@@ -61,40 +103,41 @@ LedgerReport::LedgerReport(const ImportRequest& request) : request_(request), ca
     }
 }
 
-void LedgerReport::make(const ModelSource& source, const KelModel& model, const KelString& encoding) {
-    if (!canRead_ || (!request_.isCounted && !needsLedger(request_))) {
+bool LedgerReport::isWanted() const {
+    return canRead_ && (request_.isCounted || needsLedger(request_));
+}
+
+void LedgerReport::make(const ModelSource& source, const source::Trace& trace, const KelModel& model,
+                        const KelString& encoding) {
+    if (!isWanted()) {
         return;
     }
+    const ledger::Choices choices{encoding, source.hasEncodingByFile(), detailOf(request_)};
     try {
-        ledger_ =
-            ledger::makeLedger(source.getTree(), model, {encoding, source.hasEncodingByFile(), detailOf(request_)});
+        if (request_.ledger) {
+            write(source, trace, model, choices);
+        } else {
+            ledger_ = ledger::makeLedger(source.getTree(), trace, model, choices, nullptr);
+        }
     } catch (const std::system_error& error) {
         if (!needsLedger(request_)) {
             return; // the import is done, whatever has become of the file since
         }
         throw Failure(Outcome::unexpected, "the ledger cannot be made: " + error.code().message(), "");
     }
-}
-
-void LedgerReport::write() const {
-    if (!ledger_) {
-        return;
-    }
-    if (request_.ledger) {
-        try {
-            const auto output = ModelOutput::open(request_.ledger, request_.ledgerDescriptor);
-            text::BufferedOutput buffered(*output);
-            (output->isTerminal() ? writeLedgerTable : writeLedgerLines)(*ledger_, buffered);
-            buffered.flush();
-            output->commit();
-        } catch (const std::system_error& error) {
-            throw outputFailure("the ledger '" + *request_.ledger + "'", error);
-        }
-    }
     if (request_.isSummarised) {
         const std::string summary = ledgerSummary(*ledger_);
         std::fwrite(summary.data(), 1, summary.size(), stderr);
     }
+}
+
+void LedgerReport::write(const ModelSource& source, const source::Trace& trace, const KelModel& model,
+                         const ledger::Choices& choices) {
+    LedgerOutput output(request_);
+    ledger_ = ledger::makeLedger(source.getTree(), trace, model, choices, &output);
+    ledger::forEachBadBytes(source.getTree(), choices,
+                            [&](const ledger::BadBytes& bytes) { output.take(*ledger_, bytes); });
+    output.finish(*ledger_);
 }
 
 std::uint64_t LedgerReport::getDropped() const {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/text/KelString.h"
-#include "ledger/Ledger.h"
+#include "ledger/makeLedger.h"
 #include "petal/Request.h"
 #include "petal/exitStatus.h"
 #include "petal/units/ModelSource.h"
@@ -18,11 +18,12 @@ public:
     /// long.
     explicit LedgerReport(const ImportRequest& request);
 
-    /// Makes the ledger of a finished import whose texts were in `encoding`.
-    void make(const ModelSource& source, const KelModel& model, const KelString& encoding);
-    /// Writes it where it was asked for, and the summary to standard error. Throws a `Failure` with the outcome
-    /// `outputFailed`.
-    void write() const;
+    /// Whether the import has to be traced for it.
+    [[nodiscard]] bool isWanted() const;
+    /// Makes the ledger of a finished import whose texts were in `encoding`, writes it where it was asked for while it
+    /// is made, and the summary to standard error. `trace` has been located. Does nothing unless it is wanted. Throws
+    /// a `Failure` with the outcome `outputFailed`, or `unexpected` when the files cannot be read again.
+    void make(const ModelSource& source, const source::Trace& trace, const KelModel& model, const KelString& encoding);
     /// `checkTripped` when something has occurred that the request fails on, which is told on standard error; else
     /// `success`.
     [[nodiscard]] Outcome check(std::uint64_t warnings) const;
@@ -32,6 +33,9 @@ public:
     [[nodiscard]] std::uint64_t getLosses() const { return ledger_ ? ledger_->losses : 0; }
 
 private:
+    void write(const ModelSource& source, const source::Trace& trace, const KelModel& model,
+               const ledger::Choices& choices);
+
     const ImportRequest& request_;
     bool canRead_; // the file, a second time
     std::optional<ledger::Ledger> ledger_;

@@ -8,10 +8,17 @@
 
 namespace petal {
 
-/// Writes the ledger as JSON objects, one a line (docs/ledger.md).
-void writeLedgerLines(const ledger::Ledger& ledger, text::BufferedOutput& output);
-/// Writes the ledger for a person, without what was imported as it is. It drives no terminal.
-void writeLedgerTable(const ledger::Ledger& ledger, text::BufferedOutput& output);
+/// A form in which a ledger is written, one piece after the other in the order of the functions.
+struct LedgerForm {
+    void (*writeEntry)(const ledger::Ledger& ledger, const ledger::Entry& entry, text::BufferedOutput& output);
+    void (*writeBytes)(const ledger::Ledger& ledger, const ledger::BadBytes& bytes, text::BufferedOutput& output);
+    /// Damages and totals.
+    void (*writeEnd)(const ledger::Ledger& ledger, text::BufferedOutput& output);
+};
+/// JSON objects, one a line (docs/ledger.md).
+extern const LedgerForm ledgerLines;
+/// For a person, without what was imported as it is. It drives no terminal.
+extern const LedgerForm ledgerTable;
 /// Three lines that say how much was imported, changed and dropped.
 [[nodiscard]] std::string ledgerSummary(const ledger::Ledger& ledger);
 

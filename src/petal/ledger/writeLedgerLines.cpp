@@ -77,18 +77,14 @@ void writeKind(const ledger::KindTally& kind, text::BufferedOutput& output) {
     line.write(output);
 }
 
-} // namespace
+void writeBytes(const Ledger& ledger, const ledger::BadBytes& bad, text::BufferedOutput& output) {
+    Line line("bytes");
+    line.place(ledger, bad.file, bad.place);
+    line.text("bytes", hexText(bad.bytes));
+    line.write(output);
+}
 
-void writeLedgerLines(const Ledger& ledger, text::BufferedOutput& output) {
-    for (const Entry& entry : ledger.entries) {
-        writeEntry(ledger, entry, output);
-    }
-    for (const ledger::BadBytes& bad : ledger.badBytes) {
-        Line line("bytes");
-        line.place(ledger, bad.file, bad.place);
-        line.text("bytes", hexText(bad.bytes));
-        line.write(output);
-    }
+void writeEnd(const Ledger& ledger, text::BufferedOutput& output) {
     for (const ledger::DamagedPlace& damaged : ledger.damages) {
         Line line("damage");
         line.place(ledger, damaged.file, damaged.damage.place);
@@ -111,5 +107,9 @@ void writeLedgerLines(const Ledger& ledger, text::BufferedOutput& output) {
     total.number("damages", ledger.damageCount);
     total.write(output);
 }
+
+} // namespace
+
+const LedgerForm ledgerLines{writeEntry, writeBytes, writeEnd};
 
 } // namespace petal

@@ -35,7 +35,35 @@ const char* wordOf(const ledger::Reason& reason) {
                                                  : ledger::outcomeWords[static_cast<std::size_t>(reason.outcome)];
 }
 
+void writeEntry(const Ledger& ledger, const ledger::Entry& entry, text::BufferedOutput& output) {
+    if (entry.reason->outcome != Outcome::imported) {
+        output.put(std::string(wordOf(*entry.reason)) + "\t" + placeText(ledger, entry.file, entry.place) + "\t" +
+                   whatText(entry) + ": " + text::printableText(reasonText(*entry.reason, entry.detail)) + "\n");
+    }
+}
+
+void writeBytes(const Ledger& ledger, const ledger::BadBytes& bad, text::BufferedOutput& output) {
+    output.put("bytes\t" + placeText(ledger, bad.file, bad.place) + "\t" + hexText(bad.bytes) +
+               ": the encoding does not have them\n");
+}
+
+void writeEnd(const Ledger& ledger, text::BufferedOutput& output) {
+    for (const ledger::DamagedPlace& damaged : ledger.damages) {
+        output.put("damage\t" + placeText(ledger, damaged.file, damaged.damage.place) + "\t" +
+                   notation::damageText(damaged.damage) + "\n");
+    }
+    for (const ledger::KindTally* kind : ledger.sortedKinds()) {
+        output.put(text::printableText(kind->name) + ": " + countsText(kind->objects) + "\n");
+        for (const ledger::PropertyTally* property : kind->sortedProperties()) {
+            output.put("\t" + text::printableText(property->name) + ": " + countsText(property->counts) + "\n");
+        }
+    }
+    output.put("objects: " + countsText(ledger.objects()) + "\nproperties: " + countsText(ledger.properties()) + "\n");
+}
+
 } // namespace
+
+const LedgerForm ledgerTable{writeEntry, writeBytes, writeEnd};
 
 std::string reasonText(const ledger::Reason& reason, const std::string& detail) {
     std::string text = reason.text;
@@ -53,31 +81,6 @@ std::string hexText(const std::string& bytes) {
         text += digits[value % digits.size()];
     }
     return text;
-}
-
-void writeLedgerTable(const Ledger& ledger, text::BufferedOutput& output) {
-    for (const ledger::Entry& entry : ledger.entries) {
-        if (entry.reason->outcome == Outcome::imported) {
-            continue;
-        }
-        output.put(std::string(wordOf(*entry.reason)) + "\t" + placeText(ledger, entry.file, entry.place) + "\t" +
-                   whatText(entry) + ": " + text::printableText(reasonText(*entry.reason, entry.detail)) + "\n");
-    }
-    for (const ledger::BadBytes& bad : ledger.badBytes) {
-        output.put("bytes\t" + placeText(ledger, bad.file, bad.place) + "\t" + hexText(bad.bytes) +
-                   ": the encoding does not have them\n");
-    }
-    for (const ledger::DamagedPlace& damaged : ledger.damages) {
-        output.put("damage\t" + placeText(ledger, damaged.file, damaged.damage.place) + "\t" +
-                   notation::damageText(damaged.damage) + "\n");
-    }
-    for (const ledger::KindTally* kind : ledger.sortedKinds()) {
-        output.put(text::printableText(kind->name) + ": " + countsText(kind->objects) + "\n");
-        for (const ledger::PropertyTally* property : kind->sortedProperties()) {
-            output.put("\t" + text::printableText(property->name) + ": " + countsText(property->counts) + "\n");
-        }
-    }
-    output.put("objects: " + countsText(ledger.objects()) + "\nproperties: " + countsText(ledger.properties()) + "\n");
 }
 
 std::string ledgerSummary(const Ledger& ledger) {

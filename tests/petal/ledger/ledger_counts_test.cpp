@@ -5,6 +5,7 @@
 #include "scanner/RealModels.h"
 #include "support/ImportedModel.h"
 #include "support/RandomModelFile.h"
+#include "support/accountFault.h"
 #include "units/OpenFile.h"
 
 #include <gtest/gtest.h>
@@ -19,8 +20,8 @@ namespace {
 using ledger::Detail;
 using ledger::Ledger;
 
-std::uint64_t linesOf(const Ledger& ledger) {
-    std::uint64_t lines = ledger.entries.size();
+std::uint64_t linesOf(const Ledger& ledger, std::uint64_t entries) {
+    std::uint64_t lines = entries;
     for (const ledger::KindTally* kind : ledger.sortedKinds()) {
         for (const ledger::PropertyTally* property : kind->sortedProperties()) {
             for (const ledger::PropertyGroup& group : property->groups) {
@@ -40,11 +41,15 @@ void expectCountsOfInfo(const std::string& path) {
     units::UnitTree tree;
     tree.files.push_back({path, 0, {}, {}});
     const char* encoding = info.encoding != nullptr ? info.encoding : "windows-1252";
-    const ImportedModel imported = ImportedModel::ofFile(path, {"C++", encoding});
-    const auto make = [&](Detail detail) {
-        return ledger::makeLedger(tree, imported.model, {encoding, false, detail});
+    source::Trace trace;
+    ImportedModel imported = ImportedModel::ofFile(path, {"C++", encoding});
+    trace.locate(nullptr);
+    const auto make = [&](Detail detail, KeptEntries& kept) {
+        return ledger::makeLedger(tree, trace, imported.model, {encoding, false, detail}, &kept);
     };
-    const Ledger all = make(Detail::all);
+    KeptEntries allEntries;
+    const Ledger all = make(Detail::all, allEntries);
+    EXPECT_EQ(accountFault(all, imported.model), "");
     std::map<std::string, std::uint64_t, std::less<>> objects;
     for (const ledger::KindTally* kind : all.sortedKinds()) {
         objects[kind->name] += kind->objects.total();
@@ -53,11 +58,14 @@ void expectCountsOfInfo(const std::string& path) {
     EXPECT_EQ(objects, info.objects);
     EXPECT_EQ(all.properties().total(), info.propertyCount);
     EXPECT_EQ(all.damageCount, info.damageCount);
-    EXPECT_EQ(all.entries.size(), info.objectCount + info.propertyCount);
-    const Ledger named = make(Detail::named);
-    EXPECT_EQ(linesOf(named), info.objectCount + info.propertyCount);
-    EXPECT_TRUE(std::ranges::is_sorted(named.entries, {}, &ledger::Entry::order));
-    const Ledger counts = make(Detail::counts);
+    EXPECT_EQ(allEntries.entries.size(), info.objectCount + info.propertyCount);
+    KeptEntries namedEntries;
+    const Ledger named = make(Detail::named, namedEntries);
+    EXPECT_EQ(linesOf(named, namedEntries.entries.size()), info.objectCount + info.propertyCount);
+    EXPECT_TRUE(areInOrder(namedEntries.entries));
+    KeptEntries none;
+    const Ledger counts = make(Detail::counts, none);
+    EXPECT_TRUE(none.entries.empty());
     EXPECT_EQ(counts.losses, all.losses);
     EXPECT_EQ(counts.badByteCount, all.badByteCount);
     for (std::size_t outcome = 0; outcome < ledger::outcomeWords.size(); ++outcome) {

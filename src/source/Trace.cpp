@@ -1,0 +1,203 @@
+#include "source/Trace.h"
+
+#include "host/model/KelObject.h"
+#include "units/PieceMap.h"
+
+#include <algorithm>
+#include <limits>
+#include <tsl/robin_set.h>
+#include <utility>
+
+namespace source {
+
+namespace {
+
+std::uint32_t bounded(std::uint64_t number) {
+    return static_cast<std::uint32_t>(std::min<std::uint64_t>(number, std::numeric_limits<std::uint32_t>::max()));
+}
+
+/// Whether objects of the type have one link to what their lines name: a second line replaces the first.
+bool isLinkedOnce(KelElementType of) {
+    using enum KelElementType;
+    return of == associationRole || of == realization || of == dependency || of == attribute || of == argument ||
+           of == operation;
+}
+
+/// Of an object's number and a rule.
+struct FieldHash {
+    std::size_t operator()(std::uint64_t key) const noexcept {
+        constexpr std::uint64_t golden = 0x9E3779B97F4A7C15ULL;
+        const std::uint64_t product = key * golden;
+        return static_cast<std::size_t>(product ^ (product >> 32));
+    }
+};
+
+} // namespace
+
+Trace::Trace() : fates_(1) {}
+
+ObjectNumber Trace::numberOf(KelObject& object) {
+    if (&object != lastObject_) {
+        const auto [found, isNew] = numbers_.try_emplace(&object, static_cast<ObjectNumber>(fates_.size()));
+        if (isNew) {
+            Fate& fate = fates_.emplace_back();
+            fate.object = &object;
+            fate.type = object.elementType;
+        }
+        lastObject_ = &object;
+        lastNumber_ = found->second;
+    }
+    return lastNumber_;
+}
+
+void Trace::record(const KelImportSource& by, EffectKind kind, KelImportReason why, ObjectNumber object,
+                   ObjectNumber other) {
+    effects_.push_back({.begin = by.begin,
+                        .object = object,
+                        .other = other,
+                        .file = 0,
+                        .used = bounded(by.used),
+                        .left = bounded(by.left),
+                        .rule = static_cast<std::uint16_t>(by.rule),
+                        .kind = kind,
+                        .why = why,
+                        .isOverwritten = false});
+}
+
+void Trace::made(const KelImportSource& by, KelObject& object) {
+    const ObjectNumber number = numberOf(object);
+    if (by.rule != 0) {
+        record(by, EffectKind::made, KelImportReason::none, number, 0);
+    }
+}
+
+void Trace::named(const KelImportSource& by, KelObject& object) {
+    record(by, EffectKind::named, KelImportReason::none, numberOf(object), 0);
+}
+
+void Trace::changed(const KelImportSource& by, KelObject& object, KelObject* other, KelImportReason why) {
+    const ObjectNumber linked = numberOf(other);
+    const ObjectNumber number = numberOf(object);
+    if (linked != 0) {
+        fates_[number].linked = linked;
+    }
+    record(by, EffectKind::changed, why, number, linked);
+}
+
+void Trace::refused(const KelImportSource& by, KelImportReason why, KelObject* object, KelObject* other) {
+    const ObjectNumber obstacle = numberOf(other);
+    const ObjectNumber number = numberOf(object);
+    if (number != 0) {
+        fates_[number].refusal = why;
+        fates_[number].obstacle = obstacle;
+    }
+    record(by, EffectKind::refused, why, number, obstacle);
+}
+
+void Trace::gate(const KelImportSource& at, KelImportReason why) {
+    record(at, EffectKind::gate, why, 0, 0);
+}
+
+void Trace::repaired(KelObject& object, KelImportReason why, KelObject* other) {
+    const ObjectNumber given = numberOf(other);
+    const ObjectNumber number = numberOf(object);
+    Fate& fate = fates_[number];
+    fate.isDefaulted = fate.isDefaulted || why == KelImportReason::typeDefaulted;
+    fate.isOnlyNamed = fate.isOnlyNamed || why == KelImportReason::onlyNamed;
+    fate.isNameCleared = fate.isNameCleared || why == KelImportReason::nameCleared;
+    if (why == KelImportReason::splitForKey && fate.copy == 0) {
+        fate.copy = given;
+    }
+    if (given != 0 && fates_[given].cause == 0) {
+        fates_[given].cause = number;
+    }
+}
+
+void Trace::replaced(KelObject& object, KelImportReason why, KelObject& by) {
+    const ObjectNumber heir = numberOf(by);
+    const ObjectNumber number = numberOf(object);
+    Fate& fate = fates_[number];
+    if (heir == number) {
+        return;
+    }
+    removing(object, why);
+    fate.heir = heir;
+    fate.end = why;
+    fate.isReplaced = true;
+    fate.isRenamed = !(object.getName() == by.getName());
+    if (fates_[heir].cause == 0) {
+        fates_[heir].cause = number;
+    }
+}
+
+void Trace::removing(KelObject& object, KelImportReason why) noexcept {
+    removed_ = &object;
+    removal_ = why;
+}
+
+void Trace::deleting(KelObject& object) noexcept {
+    const bool isRemoved = std::exchange(removed_, removed_ == &object ? nullptr : removed_) == &object;
+    const auto found = numbers_.find(&object);
+    if (found == numbers_.end()) {
+        return;
+    }
+    Fate& fate = fates_[found->second];
+    fate.object = nullptr;
+    if (!fate.isReplaced) {
+        // What is deleted with its owner shares the owner's reason.
+        fate.end = isRemoved || removed_ == nullptr ? removal_ : KelImportReason::withOwner;
+    }
+    numbers_.erase(found);
+    if (lastObject_ == &object) {
+        lastObject_ = nullptr;
+    }
+}
+
+ObjectNumber Trace::heirOf(ObjectNumber number) const {
+    // Heirs are found in the order of time, so there are no circles.
+    while (fates_[number].object == nullptr && number != 0) {
+        number = fates_[number].heir;
+    }
+    return number;
+}
+
+void Trace::locate(const units::PieceMap* pieces) {
+    if (pieces != nullptr) {
+        std::erase_if(effects_, [pieces](Effect& effect) {
+            const units::Piece& piece = pieces->find(effect.begin);
+            const units::PieceMap::FilePlace place = pieces->toFile(effect.begin);
+            effect.file = static_cast<std::uint32_t>(place.file);
+            return piece.fileLength == 0;
+        });
+    }
+    // Only the texts of notes are told later than others that stand behind them.
+    if (!std::ranges::is_sorted(effects_, {}, &Effect::begin)) {
+        std::ranges::stable_sort(effects_, {}, &Effect::begin);
+    }
+    markOverwritten();
+    if (pieces != nullptr) {
+        for (Effect& effect : effects_) {
+            effect.begin = pieces->toFile(effect.begin).offset;
+        }
+    }
+}
+
+bool Trace::replacesValue(const Effect& effect) const {
+    const KelObject* object = fates_[effect.object].object;
+    return effect.kind == EffectKind::changed && effect.why != KelImportReason::textAdded &&
+           effect.used + effect.left > 0 && object != nullptr &&
+           (effect.other == 0 || isLinkedOnce(object->elementType));
+}
+
+void Trace::markOverwritten() {
+    tsl::robin_set<std::uint64_t, FieldHash> seen;
+    for (auto effect = effects_.rbegin(); effect != effects_.rend(); ++effect) {
+        if (replacesValue(*effect)) {
+            constexpr int ruleBits = 16;
+            const std::uint64_t key = std::uint64_t{effect->object} << ruleBits | effect->rule;
+            effect->isOverwritten = !seen.insert(key).second;
+        }
+    }
+}
+
+} // namespace source
