@@ -18,6 +18,7 @@ install(DIRECTORY src/host DESTINATION ${headerFolder} FILES_MATCHING PATTERN "*
 
 install(EXPORT kelTargets NAMESPACE kel:: DESTINATION ${configFolder})
 file(WRITE ${CMAKE_BINARY_DIR}/kelConfig.cmake "include(\"\${CMAKE_CURRENT_LIST_DIR}/kelTargets.cmake\")\n")
+# As the soname says: what was built against 0.1.x goes with any 0.1.y, and with no other version.
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/kelConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_BINARY_DIR}/kelConfig.cmake ${CMAKE_BINARY_DIR}/kelConfigVersion.cmake
   DESTINATION ${configFolder})

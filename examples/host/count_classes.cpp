@@ -1,6 +1,6 @@
 // The smallest host: loads the bridge that its first argument names, has it read the model file that its second one
-// names, and counts the classes. Errors end it; a real host catches KelException and shows its message.
-#include "host/bridge/KelModelBridgeImportDllInterface.h"
+// names, and counts the classes. A file that cannot be imported ends it; list_objects.cpp shows what a host does then.
+#include "host/bridge/KelImportBridge.h"
 #include "host/log/KelLog.h"
 #include "host/model/KelModel.h"
 #include "host/model/KelTraversalOperation.h"
@@ -22,19 +22,18 @@ struct ClassCount final : KelTraversalOperation {
 
 int main(int argc, char** argv) {
     void* library = argc == 3 ? dlopen(argv[1], RTLD_NOW) : nullptr;
-    void* factory = library != nullptr ? dlsym(library, "getKelIbmRationalRose40ImportInterface") : nullptr;
+    void* factory = library != nullptr ? dlsym(library, KelImportBridge::factoryName) : nullptr;
     if (factory == nullptr) {
         std::cerr << "usage: count_classes BRIDGE MODEL\n" << (argc == 3 ? dlerror() : "") << '\n';
         return 2;
     }
-    auto* bridge =
-        static_cast<KelModelBridgeImportDllInterface*>(reinterpret_cast<KelModelBridgeDllInterface* (*)()>(factory)());
+    KelModelBridgeImportDllInterface& bridge = KelImportBridge::interfaceOf(factory);
     KelOptionList options;
-    bridge->getOptionList(options);
-    options.setFreeValue("File", argv[2]);
+    bridge.getOptionList(options);
+    options.setFreeValue(KelImportBridge::option::file, argv[2]);
     KelModel model;
     Silence log;
-    bridge->run("IbmRationalRose40Import", model, options, log);
+    bridge.run(KelImportBridge::bridgeId, model, options, log);
     ClassCount classes;
     model.depthTraversal(classes, nullptr);
     std::cout << classes.count << '\n';

@@ -1,9 +1,9 @@
 #include "bridge/KelIbmRationalRose40ImportDllInterface.h"
 
-#include "bridge/unexpectedError.h"
+#include "bridge/failures.h"
 
 KelModelBridgeDllInterface* getKelIbmRationalRose40ImportInterface() {
     static KelIbmRationalRose40ImportDllInterface bridge;
-    rose::preparedUnexpectedError(); // now: when it is needed there may be no memory left
+    rose::failures(); // now: when one is needed there may be no memory left
     return &bridge;
 }

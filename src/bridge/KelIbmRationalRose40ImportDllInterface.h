@@ -1,6 +1,8 @@
 #pragma once
 
-#include "host/bridge/KelModelBridgeImportDllInterface.h"
+#include "host/bridge/KelImportBridge.h"
+
+#include <type_traits>
 
 /// The bridge as its host sees it. Reads one model file at a time into a model of the repository.
 class KelIbmRationalRose40ImportDllInterface : public KelModelBridgeImportDllInterface {
@@ -11,5 +13,7 @@ public:
     bool run(const KelString& bridgeId, KelModel& model, KelOptionList& options, KelLog& log) override;
 };
 
-/// The bridge's one interface object, made at the first call and never destroyed. The library exports nothing else.
+/// The bridge's one interface object, made at the first call and never destroyed. The library exports nothing else;
+/// hosts know it as `KelImportBridge::factoryName`.
 extern "C" __attribute__((visibility("default"))) KelModelBridgeDllInterface* getKelIbmRationalRose40ImportInterface();
+static_assert(std::is_same_v<decltype(getKelIbmRationalRose40ImportInterface), KelImportBridge::Factory>);

@@ -1,7 +1,7 @@
 #include "bridge/EncodingConversion.h"
 #include "bridge/KelIbmRationalRose40ImportDllInterface.h"
 #include "bridge/ModelFile.h"
-#include "bridge/unexpectedError.h"
+#include "bridge/failures.h"
 #include "builder/BuilderState.h"
 #include "builder/ImportWatch.h"
 #include "builder/Trace.h"
@@ -21,10 +21,27 @@
 #include "scanner/RoseLexImport.h"
 #include "types/setRoseTypes.h"
 
+#include <atomic>
 #include <memory>
 #include <new>
 
 namespace {
+
+/// The right to import. One import at a time has it, since what the builder and the scanner work on is the process's.
+class ImportRight {
+public:
+    ImportRight() {
+        if (taken.exchange(true)) {
+            rose::failures().importRunning.raise();
+        }
+    }
+    ImportRight(const ImportRight&) = delete;
+    ImportRight& operator=(const ImportRight&) = delete;
+    ~ImportRight() { taken = false; }
+
+private:
+    static inline std::atomic<bool> taken = false;
+};
 
 /// The path of the model file in the local encoding; empty when the options do not give one.
 KelString modelPath(const KelOptionList& options) {
@@ -37,7 +54,7 @@ KelString encodingOption(const KelOptionList& options) {
     try {
         return options.getValue(QEV_RRSE::BP_ENCODING.getName());
     } catch (const std::bad_alloc&) {
-        rose::throwUnexpectedError();
+        rose::failures().unexpected.raise();
     }
 }
 
@@ -82,6 +99,11 @@ void giveUp(KelModel& model) noexcept {
 
 bool KelIbmRationalRose40ImportDllInterface::run(const KelString& bridgeId, KelModel& model, KelOptionList& options,
                                                  KelLog& log) {
+    const ImportRight right; // first: another import may be filling this very model
+    if (!model.isEmpty()) {
+        rose::failures().modelNotEmpty.raise();
+    }
+    model.generalPointer = nullptr; // one that is set would be freed as a quid at the end
     rose::localLog = &log;
     rose::aModel = &model;
     const KelString encodingName = encodingOption(options);
@@ -96,12 +118,12 @@ bool KelIbmRationalRose40ImportDllInterface::run(const KelString& bridgeId, KelM
         throw;
     } catch (...) {
         giveUp(model);
-        rose::throwUnexpectedError();
+        rose::failures().unexpected.raise();
     }
     try {
         rose::cleanup();
     } catch (const std::bad_alloc&) { // the model is empty
-        rose::throwUnexpectedError();
+        rose::failures().unexpected.raise();
     }
     return true;
 }

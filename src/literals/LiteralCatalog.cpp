@@ -1,24 +1,27 @@
+#include "host/bridge/KelImportBridge.h"
 #include "host/options/BLIB.h"
 #include "literals/QEV_RRSE.h"
 
 // The objects below are made in the order in which they stand: the full code of a message is built from the
 // prefix, an option refers to its values and default.
 
-KelString QEV_RRSE::DOCUMENT_ID("KelIbmRationalRose40Import");
+KelString QEV_RRSE::DOCUMENT_ID(KelImportBridge::documentId);
 const KelString QEV_RRSE::PREFIX("QEV_RRSE");
 
 QEV_RRSE::TextInstance QEV_RRSE::BRIDGE_SPEC_IBMRATIONALROSE40_IMPORT_DESCRIPTION("IbmRationalRose40ImportDescription",
                                                                                   "");
 
 QEV_RRSE::TextInstance QEV_RRSE::BP_FILE_DEFAULT("BP_FILE_DEFAULT", "");
-KelBridgeOptionLiteral QEV_RRSE::BP_FILE("BP_FILE", "File", "File",
+KelBridgeOptionLiteral QEV_RRSE::BP_FILE("BP_FILE", KelImportBridge::option::file, "File",
                                          "The bridge imports metadata from Rational Rose native MDL files.\n"
                                          "     \n"
                                          "     ",
                                          nullptr, &BP_FILE_DEFAULT);
 
-KelBridgeEnumValueLiteral QEV_RRSE::BP_SUPPORTED_TYPES_ENUM_C__("C++", "C++");
-KelBridgeEnumValueLiteral QEV_RRSE::BP_SUPPORTED_TYPES_ENUM_ORACLE_7_X___8("Oracle 7.x & 8", "Oracle 7.x & 8");
+KelBridgeEnumValueLiteral QEV_RRSE::BP_SUPPORTED_TYPES_ENUM_C__(KelImportBridge::target::cPlusPlus,
+                                                                KelImportBridge::target::cPlusPlus);
+KelBridgeEnumValueLiteral QEV_RRSE::BP_SUPPORTED_TYPES_ENUM_ORACLE_7_X___8(KelImportBridge::target::oracle,
+                                                                           KelImportBridge::target::oracle);
 
 namespace {
 
@@ -29,12 +32,12 @@ KelTextLiteral* const supportedTypes[] = {&QEV_RRSE::BP_SUPPORTED_TYPES_ENUM_C__
 
 KelBridgeOptionEnumerationLiteral QEV_RRSE::BP_SUPPORTED_TYPES_ENUM("BP_SUPPORTED_TYPES_ENUM", "", supportedTypes, 2);
 KelBridgeOptionLiteral QEV_RRSE::BP_SUPPORTED_TYPES(
-    "BP_SUPPORTED_TYPES", "Supported types", "Enumerated",
+    "BP_SUPPORTED_TYPES", KelImportBridge::option::supportedTypes, "Enumerated",
     "Indicates to interpret attribute or argument type as being one of the specified target system",
     &BP_SUPPORTED_TYPES_ENUM, &BP_SUPPORTED_TYPES_ENUM_C__);
 
 KelBridgeOptionLiteral QEV_RRSE::BP_ENCODING(
-    "BP_ENCODING", "Encoding", "Enumerated",
+    "BP_ENCODING", KelImportBridge::option::encoding, "Enumerated",
     "Specifies the character set encoding of the model to be imported or exported:\n"
     " If there are multiple choices for a language, the actual encoding will be indicated between parentheses.\n"
     " The default is 'Western European (Windows 1252)' on Windows and 'Western European (ISO 8859-1)' on other "

@@ -1,5 +1,6 @@
 #include "literals/QEV_RRSE.h"
 
+#include "host/bridge/KelImportBridge.h"
 #include "host/literals/messageCode.h"
 #include "host/log/KelLog.h"
 
@@ -78,7 +79,7 @@ void QEV_RRSE::MessageInstance_String::throwException(const KelString& value) co
 }
 
 QEV_RRSE::QEV_RRSE() {
-    DOCUMENT_ID = "KelIbmRationalRose40Import";
+    DOCUMENT_ID = KelImportBridge::documentId;
 }
 
 const KelString& QEV_RRSE::getDocumentId() const {

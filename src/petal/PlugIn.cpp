@@ -6,13 +6,11 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <string>
 
 namespace petal {
 
 namespace {
-
-constexpr const char* libraryName = "libKelIbmRationalRose40Import.so";
-constexpr const char* factoryName = "getKelIbmRationalRose40ImportInterface";
 
 std::filesystem::path libraryPath() {
     const char* given = std::getenv(PlugIn::pathVariable);
@@ -20,13 +18,13 @@ std::filesystem::path libraryPath() {
         return std::filesystem::absolute(given); // a bare name would be searched for elsewhere
     }
     const auto program = std::filesystem::read_symlink("/proc/self/exe");
-    return program.parent_path().parent_path() / "lib" / libraryName;
+    return program.parent_path().parent_path() / "lib" / KelImportBridge::libraryName;
 }
 
 [[noreturn]] void fail(const std::string& reason) {
     throw Failure(Outcome::bridgeNotLoaded, "the bridge cannot be loaded: " + reason,
                   std::string("Set the environment variable ") + PlugIn::pathVariable + " to the path of " +
-                      libraryName + ", or install it in the folder lib next to petal's bin.");
+                      KelImportBridge::libraryName + ", or install it in the folder lib next to petal's bin.");
 }
 
 } // namespace
@@ -36,12 +34,11 @@ PlugIn PlugIn::load() {
     if (library == nullptr) {
         fail(dlerror());
     }
-    void* factory = dlsym(library, factoryName);
+    void* factory = dlsym(library, KelImportBridge::factoryName);
     if (factory == nullptr) {
         fail(dlerror());
     }
-    auto* bridge = reinterpret_cast<KelModelBridgeDllInterface* (*)()>(factory)();
-    return PlugIn(static_cast<KelModelBridgeImportDllInterface&>(*bridge)); // the factory is an import bridge's
+    return PlugIn(KelImportBridge::interfaceOf(factory));
 }
 
 } // namespace petal

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "host/bridge/KelModelBridgeImportDllInterface.h"
-
-#include <string>
+#include "host/bridge/KelImportBridge.h"
 
 namespace petal {
 
@@ -12,7 +10,7 @@ public:
     /// The environment variable that, when it is set and not empty, gives the path of the library.
     static constexpr const char* pathVariable = "PETAL_PLUGIN";
     /// The identifier under which this host runs the bridge.
-    static constexpr const char* bridgeId = "IbmRationalRose40Import";
+    static constexpr const char* bridgeId = KelImportBridge::bridgeId;
 
     /// Loads the library that `pathVariable` names, else the one in the folder "lib" next to the folder of this
     /// program. It is never unloaded: what it made may outlive any scope. Throws a `Failure` with the outcome

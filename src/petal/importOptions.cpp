@@ -1,5 +1,6 @@
 #include "petal/importOptions.h"
 
+#include "host/bridge/KelImportBridge.h"
 #include "host/encoding/KelEncodingConverter.h"
 #include "host/encoding/charSetEncoding.h"
 #include "host/options/KelOption.h"
@@ -14,10 +15,10 @@ namespace petal {
 
 namespace {
 
-constexpr OptionArgument fileArgument{"FILE", "File", nullptr};
-constexpr OptionArgument typesArgument{"--types", "Supported types", nullptr};
+constexpr OptionArgument fileArgument{"FILE", KelImportBridge::option::file, nullptr};
+constexpr OptionArgument typesArgument{"--types", KelImportBridge::option::supportedTypes, nullptr};
 constexpr OptionArgument encodingArgument{
-    "--encoding", "Encoding",
+    "--encoding", KelImportBridge::option::encoding,
     "With auto, petal's default, it is the encoding that the charSet in the file's header stands for,\n"
     "and the default below without one. Other names that ICU knows are taken as well."};
 constexpr std::array arguments{fileArgument, typesArgument, encodingArgument};

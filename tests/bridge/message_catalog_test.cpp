@@ -1,3 +1,4 @@
+#include "host/bridge/KelImportBridge.h"
 #include "host/literals/KelLiteralRegistry.h"
 #include "host/log/KelException.h"
 #include "literals/QEV_RRSE.h"
@@ -49,6 +50,40 @@ TEST(MessageCatalogTest, AMessageIsThrownWithItsCodeInFront) {
               "[QEV_RRSE_F0010] Cannot find pre-existing relation");
     EXPECT_EQ(thrown([] { QEV_RRSE::ROS_I_ASSOCIATION_NOT_IN_PACKAGE.throwException("X"); }),
               "[QEV_RRSE_E0011] Cannot add association X to package");
+}
+
+TEST(MessageCatalogTest, HostsKnowEveryMessageByItsCode) {
+    namespace code = KelImportBridge::message;
+    const struct {
+        const KelMessageLiteral* literal;
+        const char* code;
+    } rows[] = {
+        {&QEV_RRSE::ROS_I_UNABLE_TO_OPEN_INPUT_FILE, code::unableToOpenInputFile},
+        {&QEV_RRSE::ROS_I_BAD_INPUT_FILE_FORMAT, code::badInputFileFormat},
+        {&QEV_RRSE::ROS_I_INPUT_MODEL_PARAMETER_IS_NULL, code::inputModelParameterIsNull},
+        {&QEV_RRSE::ROS_I_CLASS_NOT_IN_DIAGRAM, code::classNotInDiagram},
+        {&QEV_RRSE::ROS_I_DIAGRAM_NOT_CREATED, code::diagramNotCreated},
+        {&QEV_RRSE::ROS_I_NO_RELATION, code::noRelation},
+        {&QEV_RRSE::ROS_I_ASSOCIATION_NOT_IN_PACKAGE, code::associationNotInPackage},
+        {&QEV_RRSE::ROS_I_CLASS_NAME_TO_BE_FOUND, code::classNameToBeFound},
+        {&QEV_RRSE::ROS_I_CREATING_PACKAGE, code::creatingPackage},
+        {&QEV_RRSE::ROS_I_CREATING_DIAGRAM, code::creatingDiagram},
+        {&QEV_RRSE::ROS_I_CREATING_ASSOCIATION, code::creatingAssociation},
+        {&QEV_RRSE::ROS_I_CREATING_CLASS, code::creatingClass},
+        {&QEV_RRSE::ROS_I_CREATING_ATTRIBUTE, code::creatingAttribute},
+        {&QEV_RRSE::ROS_I_CONNECTING_TYPE, code::connectingType},
+        {&QEV_RRSE::ROS_I_DUPLICATE_ATTRIBUTE, code::duplicateAttribute},
+    };
+    std::size_t known = 0;
+    for (KelTextLiteral* const* literal = QEV_RRSE::getAllLiterals(); *literal != nullptr; ++literal) {
+        if (const auto* message = dynamic_cast<const KelMessageLiteral*>(*literal); message != nullptr) {
+            ASSERT_LT(known, std::size(rows)) << message->getFullCode().text();
+            EXPECT_EQ(rows[known].literal, message) << "in another order than the catalog's";
+            EXPECT_EQ(message->getFullCode(), rows[known].code);
+            ++known;
+        }
+    }
+    EXPECT_EQ(known, std::size(rows));
 }
 
 TEST(LiteralCatalogTest, FindsALiteralByItsWholeIdentifier) {

@@ -1,7 +1,11 @@
 #include "bridge/KelIbmRationalRose40ImportDllInterface.h"
 #include "builder/BuilderState.h"
+#include "host/literals/HOCM.h"
 #include "host/log/KelException.h"
+#include "host/model/KelBaseType.h"
+#include "host/model/KelDesignPackage.h"
 #include "host/model/KelMetadataOrigin.h"
+#include "host/model/KelNote.h"
 #include "host/model/KelType.h"
 #include "host/options/KelOptionList.h"
 #include "support/ImportedModel.h"
@@ -10,6 +14,7 @@
 
 #include <functional>
 #include <stdexcept>
+#include <thread>
 
 namespace {
 
@@ -145,24 +150,18 @@ private:
     std::function<void()> fail_;
 };
 
-/// The text that the bridge throws when the log fails so; the model must be empty then.
-std::string failureOf(KelLog& log) {
+/// Imports into the model; returns the text that the bridge throws, if it does.
+std::string failureOf(KelModel& model, KelLog& log, const char* file = everything) {
     KelIbmRationalRose40ImportDllInterface bridge;
     KelOptionList options;
     bridge.getOptionList(options);
-    options.setValue("File", everything);
-    KelModel model;
-    std::string failure;
+    options.setValue("File", file);
     try {
-        bridge.run("bridge-under-test", model, options, log);
+        EXPECT_TRUE(bridge.run("bridge-under-test", model, options, log));
     } catch (const KelException& exception) {
-        failure = exception.what();
+        return exception.what();
     }
-    EXPECT_TRUE(model.childPackages().isEmpty());
-    EXPECT_TRUE(model.types().isEmpty());
-    EXPECT_TRUE(model.metadataOrigins().isEmpty());
-    EXPECT_TRUE(model.getName().isEmpty());
-    return failure;
+    return "";
 }
 
 TEST(RepeatedImportTest, WhateverFailsTheModelIsEmptyAndTheNextImportUnharmed) {
@@ -181,14 +180,103 @@ TEST(RepeatedImportTest, WhateverFailsTheModelIsEmptyAndTheNextImportUnharmed) {
     for (const Row& row : rows) {
         for (std::size_t event = 1; event <= whole.log.lines.size(); ++event) {
             FailingLog log(event, row.fail);
-            const std::string failure = failureOf(log);
+            KelModel model;
+            const std::string failure = failureOf(model, log);
             ASSERT_TRUE(failure.starts_with(row.failure)) << row.what << " at event " << event << ": " << failure;
+            EXPECT_TRUE(model.isEmpty());
+            EXPECT_TRUE(model.getName().isEmpty());
             expectNothingWaits();
         }
         const ImportedModel next = ImportedModel::ofFile(everything);
         EXPECT_EQ(next.json(), whole.json()) << row.what;
         EXPECT_EQ(next.log.lines, whole.log.lines) << row.what;
     }
+}
+
+/// How the text of that refusal begins.
+std::string beginningOf(const HOCM::MessageInstance_String& message) {
+    return "[" + std::string(message.getFullCode().view()) + "] Bridge KelIbmRationalRose40Import ";
+}
+
+TEST(RefusedImportTest, AModelThatOwnsAnythingStaysAsItIs) {
+    struct Row {
+        const char* what;
+        std::function<bool(KelModel&)> fill;
+    };
+    const Row rows[] = {
+        {"a package", [](KelModel& model) { return model.addChildPackage(new KelDesignPackage); }},
+        {"a type that no import makes", [](KelModel& model) { return model.addType(new KelBaseType); }},
+        {"an origin", [](KelModel& model) { return model.addMetadataOrigin(new KelMetadataOrigin); }},
+        {"a note", [](KelModel& model) { return model.addNote(new KelNote); }},
+    };
+    EXPECT_EQ(KelMetaClass::of(KelElementType::model).owningEnds().size(), std::size(rows)) << "it can own more";
+    int hosts = 0;
+    for (const Row& row : rows) {
+        const ImportedModel before = ImportedModel::ofBody(unfinished);
+        KelModel model;
+        model.setName("the host's");
+        model.generalPointer = &hosts;
+        ASSERT_TRUE(row.fill(model));
+        const std::string json = jsonOf(model);
+        KeptLog log;
+        const std::string failure = failureOf(model, log, "/nowhere/missing.mdl");
+        EXPECT_TRUE(failure.starts_with(beginningOf(HOCM::BRIDGE_MODEL_NOT_EMPTY))) << row.what << ": " << failure;
+        EXPECT_EQ(jsonOf(model), json) << row.what;
+        EXPECT_FALSE(model.isEmpty()) << row.what;
+        EXPECT_EQ(model.generalPointer, &hosts) << row.what;
+        EXPECT_TRUE(log.lines.empty());
+        EXPECT_GE(currentObjects(), 8) << "the builder was set anew for " << row.what;
+        EXPECT_EQ(rose::aModel, &before.model);
+
+        model.recursiveDelete();
+        EXPECT_EQ(failureOf(model, log), "") << "emptied, but for the pointer";
+        EXPECT_EQ(model.getName(), "everything");
+        EXPECT_EQ(model.generalPointer, nullptr);
+    }
+}
+
+TEST(RefusedImportTest, AnImportHearsNothingOfOthersThatItsLogStarts) {
+    /// Starts imports at every event, on this thread and on another.
+    class StartingLog final : public KelLog {
+    public:
+        explicit StartingLog(KelModel& filled) : filled_(filled) {}
+        void record(const KelLogEvent& event) override {
+            kept.record(event);
+            KelModel own;
+            std::string failures[3];
+            std::thread thread([&] { failures[0] = failureOf(own, unheard_); });
+            thread.join();
+            failures[1] = failureOf(own, unheard_);
+            failures[2] = failureOf(filled_, unheard_);
+            for (const std::string& failure : failures) {
+                refused += static_cast<std::size_t>(failure.starts_with(beginningOf(HOCM::BRIDGE_IMPORT_RUNNING)));
+            }
+            EXPECT_TRUE(own.isEmpty());
+        }
+
+        KeptLog kept;
+        std::size_t refused = 0;
+
+    private:
+        KelModel& filled_;
+        KeptLog unheard_;
+    };
+    const ImportedModel whole = ImportedModel::ofFile(everything);
+    KelModel model;
+    StartingLog log(model);
+    EXPECT_EQ(failureOf(model, log), "");
+    EXPECT_EQ(jsonOf(model), whole.json());
+    EXPECT_EQ(log.kept.lines, whole.log.lines);
+    EXPECT_EQ(log.refused, 3 * whole.log.lines.size());
+
+    std::string failure = "none";
+    std::thread thread([&] {
+        KelModel other;
+        KeptLog unheard;
+        failure = failureOf(other, unheard);
+    });
+    thread.join();
+    EXPECT_EQ(failure, "") << "another thread, afterwards";
 }
 
 } // namespace

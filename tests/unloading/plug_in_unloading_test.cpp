@@ -1,6 +1,6 @@
 // A host that loads the bridge, uses it and unloads it, over and over.
 
-#include "host/bridge/KelModelBridgeImportDllInterface.h"
+#include "host/bridge/KelImportBridge.h"
 #include "host/literals/KelLiteralRegistry.h"
 #include "host/log/KelLog.h"
 #include "host/model/KelModel.h"
@@ -19,7 +19,7 @@ public:
 };
 
 bool isRegistered() {
-    return KelLiteralRegistry::instance().findCollection("KelIbmRationalRose40Import") != nullptr;
+    return KelLiteralRegistry::instance().findCollection(KelImportBridge::documentId) != nullptr;
 }
 
 /// Loads the bridge, imports a model with it if so told, and unloads it. The model outlives the bridge.
@@ -28,14 +28,13 @@ void loadAndUnload(bool imports) {
     void* library = dlopen(PETAL_PLUGIN_FILE, RTLD_NOW | RTLD_LOCAL);
     ASSERT_NE(library, nullptr) << dlerror();
     EXPECT_TRUE(isRegistered());
-    void* factory = dlsym(library, "getKelIbmRationalRose40ImportInterface");
+    void* factory = dlsym(library, KelImportBridge::factoryName);
     ASSERT_NE(factory, nullptr);
-    auto& bridge =
-        static_cast<KelModelBridgeImportDllInterface&>(*reinterpret_cast<KelModelBridgeDllInterface* (*)()>(factory)());
+    KelModelBridgeImportDllInterface& bridge = KelImportBridge::interfaceOf(factory);
     {
         KelOptionList options; // refers to the bridge's literals, so it goes first
         bridge.getOptionList(options);
-        options.setFreeValue("File", PETAL_EXAMPLES "/everything.mdl");
+        options.setFreeValue(KelImportBridge::option::file, PETAL_EXAMPLES "/everything.mdl");
         SilentLog log;
         if (imports) {
             EXPECT_TRUE(bridge.run("bridge-under-test", model, options, log));

@@ -1,7 +1,9 @@
 #include "host/bridge/HOLST.h"
 
+#include "host/bridge/KelImportBridge.h"
+
 KelBridgeSpecificationLiteral HOLST::BRIDGE_SPEC_IBMRATIONALROSE40_IMPORT(
-    "IbmRationalRose40Import", "IbmRationalRose40ImportDescription",
+    KelImportBridge::bridgeId, "IbmRationalRose40ImportDescription",
     {.vendorName = "IBM",
      .toolName = "Rational Rose",
      .toolVersions = "4.0",

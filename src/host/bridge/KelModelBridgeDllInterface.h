@@ -7,7 +7,7 @@ class KelBridgeSpecification;
 class KelOptionList;
 
 /// What every bridge offers to the host. The host gets the interface object from the bridge's factory function
-/// and never deletes it. Calls are made by one thread at a time.
+/// and never deletes it. Calls are made by one thread at a time; an import refuses a second one by itself.
 class KEL_API KelModelBridgeDllInterface {
 public:
     KelModelBridgeDllInterface(const KelModelBridgeDllInterface&) = delete;

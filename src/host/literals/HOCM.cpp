@@ -92,13 +92,28 @@ HOCM::MessageInstance_String_String HOCM::ICU_CONVERSION_ERROR(
     "{0} of {1} texts held bytes that are not valid in the chosen encoding and now show a replacement character. "
     "Please check the option Encoding and import again.",
     "WARNING");
+HOCM::MessageInstance_String HOCM::BRIDGE_MODEL_NOT_EMPTY(
+    "5",
+    "Bridge {0} imports into an empty model only: nothing was imported and the model was left as it is. "
+    "Please import into a new model, or empty this one first.",
+    "FATAL");
+HOCM::MessageInstance_String HOCM::BRIDGE_IMPORT_RUNNING(
+    "6",
+    "Bridge {0} runs one import at a time: another one is running in this process, and nothing was imported. "
+    "Please import again when that has ended, or in another process.",
+    "FATAL");
 
 namespace {
 
 const KelString documentId("KelHostMessages");
 
-KelTextLiteral* const textLiterals[] = {&HOCM::BRIDGE_UNEXPECTED_ERROR, &HOCM::ICU_CANNNOT_CREATE_CONVERTER,
-                                        &HOCM::ICU_EQUIVALENT_CONVERTERS, &HOCM::ICU_CONVERSION_ERROR, nullptr};
+KelTextLiteral* const textLiterals[] = {&HOCM::BRIDGE_UNEXPECTED_ERROR,
+                                        &HOCM::ICU_CANNNOT_CREATE_CONVERTER,
+                                        &HOCM::ICU_EQUIVALENT_CONVERTERS,
+                                        &HOCM::ICU_CONVERSION_ERROR,
+                                        &HOCM::BRIDGE_MODEL_NOT_EMPTY,
+                                        &HOCM::BRIDGE_IMPORT_RUNNING,
+                                        nullptr};
 
 // Declared after what it lists, so that it leaves the registry before the literals are destroyed.
 struct RegisteredMessages : HOCM {

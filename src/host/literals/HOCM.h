@@ -48,6 +48,10 @@ public:
     static MessageInstance ICU_EQUIVALENT_CONVERTERS;
     /// Texts held bytes that their encoding does not have; the parameters are how many texts, out of how many.
     static MessageInstance_String_String ICU_CONVERSION_ERROR;
+    /// An import was refused because the model given to it owns something; the parameter names the bridge.
+    static MessageInstance_String BRIDGE_MODEL_NOT_EMPTY;
+    /// An import was refused because another one is running in the process; the parameter names the bridge.
+    static MessageInstance_String BRIDGE_IMPORT_RUNNING;
 
     const KelString& getDocumentId() const override;
     KelTextLiteral* const* listAllLiterals() const override;

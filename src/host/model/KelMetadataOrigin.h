@@ -7,7 +7,7 @@ class KelModel;
 
 /// Where the contents of a model come from, and which bridge brought them. A model owns its origins.
 ///
-/// All texts are in the host's encoding; transcoding leaves them alone.
+/// All texts but the path are UTF-8; transcoding leaves all of them alone.
 class KEL_API KelMetadataOrigin final : public KelElement {
 public:
     KelMetadataOrigin();
@@ -15,9 +15,9 @@ public:
 
     [[nodiscard]] KelModel* getModel() const;
 
-    KelString sourceEncoding; // canonical name of the encoding that the texts were converted from
+    KelString sourceEncoding; // ICU's canonical name of the file's encoding; empty when that is not known
     KelString sourceFormat;
-    KelString sourcePath;
+    KelString sourcePath; // as the file was opened: in the local encoding, relative if it was given so
     KelString sourceKind;
     KelString vendorName; // of the tool that the bridge reads
     KelString toolName;

@@ -17,6 +17,10 @@ void KelModel::recursiveDelete() noexcept {
     physicalName.empty();
 }
 
+bool KelModel::isEmpty() const noexcept {
+    return notes().isEmpty() && types().isEmpty() && metadataOrigins().isEmpty() && childPackages().isEmpty();
+}
+
 bool KelModel::addMetadataOrigin(KelMetadataOrigin* object) {
     return KelRelations::modelOrigins.link(this, object);
 }

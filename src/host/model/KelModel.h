@@ -13,6 +13,8 @@ public:
 
     /// Deletes everything the model owns and clears its texts. The object itself stays: it is the host's.
     void recursiveDelete() noexcept override;
+    /// Whether the model owns nothing. It may have a name and other texts of its own.
+    [[nodiscard]] bool isEmpty() const noexcept;
 
     bool addMetadataOrigin(KelMetadataOrigin* origin);
     [[nodiscard]] KelLinks<KelMetadataOrigin> metadataOrigins() const { return KelLinks<KelMetadataOrigin>(origins_); }

@@ -7,7 +7,7 @@
 /// An object that is part of a model.
 class KEL_API KelModelObject : public KelElement {
 public:
-    std::int32_t toolId = 0; // for the use of whoever builds the model; not copied
+    std::int32_t toolId = 0; // for the use of whoever builds the model; 0 after an import; not copied
     KelString description;   // documentation
     KelString physicalName;
 

@@ -85,7 +85,9 @@ private:
     mutable std::uint32_t numberStamp_ = 0; // which numbering gave the number; stands here to fill a gap
 
 public:
-    /// For the use of whoever builds a model; never interpreted here, not deleted, not copied.
+    /// For the use of whoever builds a model; never interpreted here, not deleted, not copied. Null in a new object.
+    /// While an import runs it is the bridge's, which keeps the quids of associations there, and nobody else may set
+    /// it in that model. An import ends by setting it to null in every object; from then on it is the host's.
     void* generalPointer = nullptr;
 
 protected:
