@@ -1,0 +1,173 @@
+#include "source/makeSourceMap.h"
+
+#include "host/model/KelModel.h"
+#include "source/TracedText.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace source {
+
+namespace {
+
+using notation::Construct;
+using notation::Event;
+using notation::EventKind;
+
+/// How sure it is that a place is that of an object.
+enum class Claim : std::uint8_t {
+    none,
+    caused, ///< an object or property of the file has brought it along
+    own,    ///< the object of the file became it
+};
+
+/// An object of the files that has begun and not ended.
+struct OpenObject {
+    SourcePlace place;
+    std::vector<std::pair<ObjectNumber, Claim>> made = {}; // those that have its place
+    bool isDesign = false;
+};
+
+class MapMaker {
+public:
+    MapMaker(const units::UnitTree& tree, const Trace& trace, const KelModel& model)
+        : trace_(trace), modelNumber_(numberOf(model, trace)), text_(tree, trace), places_(trace.getFates().size()),
+          claims_(trace.getFates().size()), map_(namesOf(tree)) {}
+
+    SourceMap make() {
+        while (text_.next()) {
+            take(text_.event());
+        }
+        settle(text_.takeRest());
+        inherit();
+        for (ObjectNumber number = 1; number < places_.size(); ++number) {
+            if (const KelObject* object = trace_.getFate(number).object; object != nullptr && isPlaced(number)) {
+                map_.add(*object, std::move(places_[number]));
+            }
+        }
+        return std::move(map_);
+    }
+
+private:
+    static ObjectNumber numberOf(const KelModel& model, const Trace& trace) {
+        const auto found = std::ranges::find(trace.getFates(), &model, &Fate::object);
+        return static_cast<ObjectNumber>(found - trace.getFates().begin());
+    }
+    static std::vector<std::string> namesOf(const units::UnitTree& tree) {
+        std::vector<std::string> names;
+        std::ranges::transform(tree.files, std::back_inserter(names),
+                               [](const units::ResolvedFile& file) { return file.path.string(); });
+        return names;
+    }
+
+    void take(const Event& event) {
+        const bool isObject = event.construct == Construct::object;
+        if (event.kind == EventKind::damage || event.continues) {
+            return;
+        }
+        if (event.isProperty()) {
+            settle(text_.takeBefore(event.keyPlace.offset));
+            if (event.kind == EventKind::text && event.key == "quid" && !open_.empty() &&
+                open_.back().place.quid.empty()) {
+                open_.back().place.quid = event.text;
+            }
+        }
+        if (event.kind == EventKind::start && isObject) {
+            settle(text_.takeBefore(event.place.offset));
+            open_.push_back({{text_.getFile(), event.place, 0, {}}});
+            open_.back().isDesign = event.text == "Design" && open_.size() == 1;
+            isInHead_ = true;
+        } else if (event.kind == EventKind::end && isObject) {
+            settle(text_.takeBefore(event.end));
+            close(event.end);
+        }
+    }
+
+    // Gives the steps to the object that is being read.
+    void settle(std::span<const Effect> effects) {
+        if (open_.empty()) {
+            return;
+        }
+        for (const Effect& effect : effects) {
+            const bool isMade = effect.kind == EffectKind::made;
+            if (isMade || effect.kind == EffectKind::named) {
+                claim(effect.object, isMade && std::exchange(isInHead_, false) ? Claim::own : Claim::caused);
+            } else if (effect.kind == EffectKind::changed && effect.other != 0) {
+                claim(effect.other, Claim::caused);
+            }
+        }
+        isInHead_ = false;
+    }
+
+    void claim(ObjectNumber number, Claim claim) {
+        if (claims_[number] < claim) {
+            claims_[number] = claim;
+            open_.back().made.emplace_back(number, claim);
+        }
+    }
+
+    void close(std::uint64_t end) {
+        OpenObject& object = open_.back();
+        object.place.end = end;
+        for (const auto& [number, claim] : object.made) {
+            if (claims_[number] == claim) { // nothing within it has a better one
+                places_[number] = object.place;
+                places_[number].quid = claim == Claim::own ? object.place.quid : std::string();
+            }
+        }
+        if (open_.size() == 1 && object.place.file == 0 && (object.isDesign || !isPlaced(modelNumber_))) {
+            places_[modelNumber_] = object.place; // the design's or, without one, the header's
+            claims_[modelNumber_] = object.isDesign ? Claim::own : Claim::caused;
+        }
+        open_.pop_back();
+    }
+
+    [[nodiscard]] bool isPlaced(ObjectNumber number) const { return claims_[number] != Claim::none; }
+
+    void give(ObjectNumber from, ObjectNumber to) {
+        if (from != 0 && to != 0 && isPlaced(from) && !isPlaced(to)) {
+            places_[to] = places_[from];
+            places_[to].quid.clear();
+            claims_[to] = Claim::caused;
+        }
+    }
+
+    // Heirs get the places of those that they replace, and what repairs have made those of their causes. A cause is
+    // often older than what it has caused, so that few rounds are needed.
+    void inherit() {
+        for (ObjectNumber number = 1; number < places_.size(); ++number) {
+            give(number, trace_.getFate(number).heir);
+        }
+        std::vector<ObjectNumber> chain;
+        for (ObjectNumber number = 1; number < places_.size(); ++number) {
+            chain.clear();
+            for (ObjectNumber at = number; at != 0 && !isPlaced(at) && chain.size() < longestChain;
+                 at = trace_.getFate(at).cause) {
+                chain.push_back(at);
+            }
+            for (auto at = chain.rbegin(); at != chain.rend(); ++at) {
+                give(trace_.getFate(*at).cause, *at);
+            }
+        }
+    }
+
+    static constexpr std::size_t longestChain = 16;
+
+    const Trace& trace_;
+    const ObjectNumber modelNumber_; // the bridge has told of the model, whose origin it has added
+    TracedText text_;
+    std::vector<SourcePlace> places_; // by number
+    std::vector<Claim> claims_;       // likewise
+    SourceMap map_;
+    std::vector<OpenObject> open_;
+    bool isInHead_ = false; // nothing but the head of the innermost object has been read, and it has made nothing
+};
+
+} // namespace
+
+SourceMap makeSourceMap(const units::UnitTree& tree, const Trace& trace, const KelModel& model) {
+    return MapMaker(tree, trace, model).make();
+}
+
+} // namespace source
