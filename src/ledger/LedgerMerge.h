@@ -120,7 +120,7 @@ private:
     // The outcome of properties (judgeProperty.cpp).
     [[nodiscard]] Verdict judgeProperty(OpenObject& owner, Effects effects);
     [[nodiscard]] Verdict judgeChange(const OpenObject& owner, const source::Effect& effect);
-    [[nodiscard]] Verdict judgeType(const source::Effect& effect) const;
+    [[nodiscard]] Verdict judgeType(const source::Effect& effect);
     [[nodiscard]] Verdict withoutEffect(const OpenObject& owner, Effects effects);
     void noteText(OpenObject& owner, source::ObjectNumber number);
     [[nodiscard]] bool isInText(const source::Effect& effect) const;

@@ -360,7 +360,7 @@ void LedgerMerge::noteText(OpenObject& owner, ObjectNumber number) {
     KelObject* const first = owner.own; // attached several times, a text becomes several notes
     claim(owner, number);
     owner.own = first != nullptr ? first : owner.own;
-    OpenObject& view = owner.subject() == Subject::label ? *parent() : owner;
+    OpenObject& view = owner.subject() == Subject::label ? *parent() : owner; // a label is kept in no other object
     view.own = owner.own;
     noteNumbers_.emplace(trace_.heirOf(number), view.reference);
 }

@@ -7,6 +7,7 @@
 #include "host/model/KelDependency.h"
 #include "host/model/KelGeneralization.h"
 #include "host/model/KelKey.h"
+#include "host/model/KelNote.h"
 #include "host/model/KelOperation.h"
 #include "host/model/KelRealization.h"
 #include "host/model/KelType.h"
@@ -117,11 +118,17 @@ Verdict LedgerMerge::judgeProperty(OpenObject& owner, Effects effects) {
         if (isStray) {
             return {&reasons::keywordInText, quoted(*object)};
         }
-        const bool isNote = object->elementType == KelElementType::note;
-        if (effect.kind == EffectKind::made && !(isNote && isNoteText(owner.subject()))) {
-            continue;
-        }
-        if (isNote && effect.kind == EffectKind::made) {
+        if (effect.kind == EffectKind::made) {
+            const bool isNote = object->elementType == KelElementType::note;
+            const KelObject* holder = isNote ? static_cast<const KelNote*>(object)->getElement() : nullptr;
+            if (holder == nullptr) {
+                continue;
+            }
+            if (!isNoteText(owner.subject()) || owner.dropped != nullptr) {
+                isNoteAdded = other == nullptr || isNoteAdded;
+                other = other == nullptr ? holder : other;
+                continue;
+            }
             noteText(owner, effect.object);
         }
         if (object == owner.own) {
@@ -186,10 +193,13 @@ Verdict LedgerMerge::judgeChange(const OpenObject& owner, const Effect& effect) 
     return {&row->reason, hasDetail ? std::string(linked->getName().view()) : std::string()};
 }
 
-Verdict LedgerMerge::judgeType(const Effect& effect) const {
+Verdict LedgerMerge::judgeType(const Effect& effect) {
     const KelType* type = typeOf(*trace_.find(effect.object));
     const KelObject* given = trace_.find(effect.other);
-    bool isRenamed = given == nullptr || !(given->getName() == type->getName());
+    // One that nothing refers to any more, since attributes by reference have others, is gone.
+    bool isRenamed = given == nullptr
+                         ? std::string(classNamed(taken(property_.start, innermost()->file))) != type->getName().view()
+                         : !(given->getName() == type->getName());
     for (source::ObjectNumber at = effect.other; !isRenamed && trace_.getFate(at).isReplaced;
          at = trace_.getFate(at).heir) {
         isRenamed = trace_.getFate(at).isRenamed;
