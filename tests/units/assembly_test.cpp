@@ -116,6 +116,13 @@ TEST_F(Assembling, AReferenceThatIsNotWrittenIsNone) {
     EXPECT_EQ(states(tree), "mff   ");
     EXPECT_EQ(text(tree), fileOf("(object Design d (list u " + outer +
                                  "(object Class_Category \"C\")(object Class_Category \"B\")))"));
+    for (const char* kind : {"Class_Category \"P\"", "Design"}) {
+        put("m", fileOf("(object " + std::string(kind) + " (list u " + inner + "))", "of " + inner));
+        EXPECT_EQ(states(read("m")), "f  ") << kind;
+        EXPECT_NE(text(read("m")).find("(list u (object Class_Category \"B\"))"), std::string::npos) << kind;
+    }
+    put("m", fileOf("(object Class_Category \"P\")(object Rest of " + inner + ")"));
+    EXPECT_EQ(states(read("m")), " ");
 }
 
 TEST_F(Assembling, AFileOfAnotherKindMayBeThatOfALaterUnit) {
