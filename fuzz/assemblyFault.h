@@ -10,8 +10,8 @@ namespace fuzz {
 /// nothing is.
 [[nodiscard]] std::string treeFault(const units::UnitTree& tree);
 
-/// What is wrong with the text that a tree is assembled to. It is held against one that is put together in memory,
-/// each file from the back. Empty when nothing is.
+/// What is wrong with the text that a tree is assembled to, or with what is told of where its bytes come from. The text
+/// is held against one that is put together in memory, the files within each other. Empty when nothing is.
 [[nodiscard]] std::string assemblyFault(const units::UnitTree& tree);
 
 } // namespace fuzz

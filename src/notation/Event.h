@@ -36,6 +36,7 @@ struct Name {
     std::string_view text;    ///< bytes as they stand; no more of them than `Reader::Settings` says
     std::uint64_t length = 0; ///< of the whole name
     bool hasEscapes = false;  ///< it was in quotes: backslashes escape
+    std::uint64_t offset = 0; ///< of its first byte, behind the quote
 };
 
 /// What the reader came upon. Views are good until the reader goes on.

@@ -129,7 +129,7 @@ void Reader::takeNames() {
 void Reader::addToName(const Token& piece) {
     if (!piece.continues) {
         nameTexts_[nameCount_].clear();
-        names_[nameCount_] = {{}, 0, piece.kind == TokenKind::text};
+        names_[nameCount_] = {{}, 0, piece.kind == TokenKind::text, piece.place.offset + 1};
         ++nameCount_;
     }
     std::string& text = nameTexts_[nameCount_ - 1];

@@ -7,14 +7,15 @@
 
 #include <algorithm>
 #include <limits>
+#include <map>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace units {
 
 namespace {
 
-constexpr std::string_view packageKind = "Class_Category";
-constexpr std::string_view rootPackage = "Logical View"; // no package outside of it is imported
 constexpr std::uint64_t toTheEnd = std::numeric_limits<std::uint64_t>::max();
 
 constexpr std::string_view wrapping = "\n(object Design \"Logical View\"\n"
@@ -40,53 +41,77 @@ std::size_t sharedAscii(std::string_view first, std::string_view second) {
 class Writer {
 public:
     Writer(const UnitTree& tree, bool toUtf8, const std::function<void(std::string_view)>& write)
-        : tree_(tree), toUtf8_(toUtf8), write_(write), buffer_(std::size_t{256} * 1024, '\0') {}
+        : tree_(tree), toUtf8_(toUtf8), write_(write), buffer_(largestPart, '\0') {}
 
     void copy(std::size_t file, Range range) {
-        OpenFile& source = open(file);
-        source.seek(range.begin);
         const std::uint64_t begin = range.begin;
         std::string whole;
         while (range.begin < range.end) {
-            const std::uint64_t room = std::min<std::uint64_t>(buffer_.size(), range.end - range.begin);
-            const std::size_t count = source.read(buffer_.data(), room);
-            if (count == 0) {
+            const std::string_view part = read(file, range);
+            if (part.empty()) {
                 break;
             }
-            const std::string_view part(buffer_.data(), count);
-            toUtf8_ ? static_cast<void>(whole += part) : put(file, range.begin, count, part, true);
-            range.begin += count;
+            toUtf8_ ? static_cast<void>(whole += part) : put(file, range.begin, part.size(), part, true);
+            range.begin += part.size();
         }
         if (toUtf8_) {
             convert(file, begin, whole);
         }
     }
-    /// Puts in text that is in no file.
-    void put(std::size_t file, std::uint64_t offset, std::string_view text) { put(file, offset, 0, text, false); }
-
-    [[nodiscard]] PieceMap& pieces() { return pieces_; }
+    /// Puts text in the place of a range of a file, which may be empty.
+    void replace(std::size_t file, const Range& range, std::string_view text) {
+        put(file, range.begin, range.end - range.begin, text, false);
+    }
+    /// To be called at the end.
+    PieceMap finish() {
+        flush();
+        return std::move(pieces_);
+    }
 
 private:
-    OpenFile& open(std::size_t file) {
+    static constexpr std::size_t largestPart = std::size_t{256} * 1024;
+    static constexpr std::size_t smallestRead = std::size_t{16} * 1024; // the next range is often nearby
+
+    /// The first bytes of a range, good until the next are read; none where the file ends before it.
+    std::string_view read(std::size_t file, const Range& range) {
         if (source_ == nullptr || file != openIndex_) {
             source_ = std::make_unique<OpenFile>(tree_.files[file].path);
             openIndex_ = file;
+            buffered_ = {};
         }
-        return *source_;
+        const std::uint64_t length = range.end - range.begin;
+        if (range.begin < buffered_.begin || range.begin >= buffered_.end) {
+            source_->seek(range.begin);
+            const std::uint64_t room = std::clamp<std::uint64_t>(length, smallestRead, largestPart);
+            buffered_ = {range.begin, range.begin + source_->read(buffer_.data(), room)};
+        }
+        const std::string_view text(buffer_.data(), buffered_.end - buffered_.begin);
+        return text.substr(range.begin - buffered_.begin, length);
     }
 
     void put(std::size_t file, std::uint64_t offset, std::uint64_t fileLength, std::string_view text, bool isCopied) {
-        write_(text);
+        write(text);
         pieces_.add({0, text.size(), file, offset, fileLength, isCopied});
+    }
+
+    void write(std::string_view text) {
+        written_ += text;
+        if (written_.size() >= largestPart) {
+            flush();
+        }
+    }
+
+    void flush() {
+        write_(written_);
+        written_.clear();
     }
 
     // As a whole: a part might end within a character.
     void convert(std::size_t file, std::uint64_t offset, const std::string& bytes) {
-        KelEncodingConverter from(encodingOf(tree_.files[file].contents.charSet));
-        KelEncodingConverter utf8("UTF-8");
+        const char* encoding = encodingOf(tree_.files[file].contents.charSet);
         KelString text{std::string_view(bytes)};
-        convertText(from, utf8, text);
-        write_(text.view());
+        convertText(converters_.try_emplace(encoding, encoding).first->second, utf8_, text);
+        write(text.view());
         noteConverted(file, offset, bytes, text.view());
     }
 
@@ -109,54 +134,115 @@ private:
     bool toUtf8_;
     const std::function<void(std::string_view)>& write_;
     PieceMap pieces_;
-    std::string buffer_;
+    std::map<std::string_view, KelEncodingConverter> converters_; // by the names of their encodings
+    KelEncodingConverter utf8_{"UTF-8"};
+    std::string written_; // that was not handed over yet
     std::unique_ptr<OpenFile> source_;
     std::size_t openIndex_ = 0;
+    std::string buffer_;
+    Range buffered_; // of the open file
 };
 
 /// A range of a file that is being written, as far as the unit that comes next in it.
 struct Writing {
     std::size_t file;
     Range rest;
-    std::size_t nextUnit;
+    std::vector<Range> rootNames; // that become "Logical View"
+    std::size_t nextUnit = 0;
+    std::size_t nextRootName = 0;
 };
 
-// Files nest without taking stack.
-void writeNested(const UnitTree& tree, Writing start, Writer& writer) {
-    std::vector<Writing> open{start};
-    while (!open.empty()) {
-        Writing& at = open.back();
-        const std::vector<Unit>& units = tree.files[at.file].units;
-        while (at.nextUnit < units.size() && units[at.nextUnit].reference.range.begin < at.rest.begin) {
-            ++at.nextUnit;
-        }
-        if (at.nextUnit == units.size() || units[at.nextUnit].reference.range.begin >= at.rest.end) {
-            writer.copy(at.file, at.rest);
-            open.pop_back();
-            continue;
-        }
-        const Unit& unit = units[at.nextUnit++];
-        const Range& place = unit.reference.range;
-        if (unit.state == UnitState::found) {
-            writer.copy(at.file, {at.rest.begin, place.begin});
-            at.rest.begin = place.end;
-            open.push_back({unit.file, tree.files[unit.file].contents.content, 0});
-        } else {
-            const bool closes = unit.reference.kind == packageKind;
-            const bool endsBefore = closes && unit.reference.isClosed; // in front of the parenthesis
-            const std::uint64_t end = endsBefore ? place.end - 1 : place.end;
-            writer.copy(at.file, {at.rest.begin, end});
-            writer.put(at.file, end, closes ? closing : "");
-            at.rest.begin = end;
+/// Writes the contents of files within each other, without taking stack.
+class NestedWriter {
+public:
+    NestedWriter(const UnitTree& tree, const std::optional<RenamedRoot>& root, bool toUtf8, Writer& writer)
+        : tree_(tree), root_(root), toUtf8_(toUtf8), writer_(writer) {}
+
+    void write(std::size_t file, const Range& part) {
+        begin(file, part);
+        while (!open_.empty()) {
+            Writing& at = open_.back();
+            const std::vector<Unit>& units = tree_.files[at.file].units;
+            while (at.nextUnit < units.size() && units[at.nextUnit].reference.range.begin < at.rest.begin) {
+                ++at.nextUnit;
+            }
+            if (at.nextUnit == units.size() || units[at.nextUnit].reference.range.begin >= at.rest.end) {
+                copyTo(at.rest.end);
+                open_.pop_back();
+            } else {
+                writeUnit(units[at.nextUnit++]);
+            }
         }
     }
-}
+
+private:
+    void begin(std::size_t file, const Range& part) {
+        open_.push_back({file, part, {}});
+        if (!root_) {
+            return;
+        }
+        std::vector<Range>& names = open_.back().rootNames;
+        if (const std::optional<std::string> root = rootNameIn(file)) {
+            names = findPathsFrom(*root, tree_.files[file].path, part);
+        }
+        if (file == root_->file) {
+            names.insert(std::ranges::lower_bound(names, root_->head.nameRange.begin, {}, &Range::begin),
+                         root_->head.nameRange);
+        }
+    }
+
+    /// The bytes that the root's name has in a file; none when its encoding lacks a character of it.
+    [[nodiscard]] std::optional<std::string> rootNameIn(std::size_t file) const {
+        const auto encoding = [&](std::size_t index) { return encodingOf(tree_.files[index].contents.charSet); };
+        KelEncodingConverter from(encoding(root_->file));
+        KelEncodingConverter to(encoding(file));
+        KelString name{std::string_view(root_->head.name)};
+        if (toUtf8_ && !equivalentConverters(&from, &to) && !convertText(from, to, name)) {
+            return std::nullopt;
+        }
+        return std::string(name.view());
+    }
+
+    void writeUnit(const Unit& unit) {
+        Writing& at = open_.back();
+        const Range& place = unit.reference.range;
+        if (unit.state == UnitState::found) {
+            copyTo(place.begin);
+            at.rest.begin = place.end;
+            begin(unit.file, tree_.files[unit.file].contents.content);
+        } else if (unit.reference.kind == packageKind) {
+            copyTo(unit.reference.isClosed ? place.end - 1 : place.end); // in front of the parenthesis
+            writer_.replace(at.file, {at.rest.begin, at.rest.begin}, closing);
+        } else {
+            copyTo(place.end);
+        }
+    }
+
+    void copyTo(std::uint64_t end) {
+        Writing& at = open_.back();
+        while (at.nextRootName < at.rootNames.size() && at.rootNames[at.nextRootName].end <= end) {
+            const Range& name = at.rootNames[at.nextRootName++];
+            if (name.begin >= at.rest.begin) { // it is not in a reference that a unit took the place of
+                writer_.copy(at.file, {at.rest.begin, name.begin});
+                writer_.replace(at.file, name, logicalView);
+                at.rest.begin = name.end;
+            }
+        }
+        writer_.copy(at.file, {at.rest.begin, end});
+        at.rest.begin = end;
+    }
+
+    const UnitTree& tree_;
+    const std::optional<RenamedRoot>& root_;
+    bool toUtf8_;
+    Writer& writer_;
+    std::vector<Writing> open_; // the innermost last
+};
 
 } // namespace
 
 bool Assembly::isWrapped() const {
-    const UnitFile& model = tree_->files[0].contents;
-    return model.isModel && model.kind == packageKind && model.name != rootPackage;
+    return isLonePackage(tree_->files[0].contents);
 }
 
 bool Assembly::isMixed() const {
@@ -166,19 +252,21 @@ bool Assembly::isMixed() const {
 }
 
 PieceMap Assembly::write(Bytes bytes, const std::function<void(std::string_view)>& write) const {
-    Writer writer(*tree_, bytes == Bytes::utf8IfMixed && isMixed(), write);
+    const bool toUtf8 = bytes == Bytes::utf8IfMixed && isMixed();
+    Writer writer(*tree_, toUtf8, write);
+    NestedWriter nested(*tree_, renamedRoot_, toUtf8, writer);
     if (!isWrapped()) {
-        writeNested(*tree_, {0, {0, toTheEnd}, 0}, writer);
-        return std::move(writer.pieces());
+        nested.write(0, {0, toTheEnd});
+        return writer.finish();
     }
     const Range& content = tree_->files[0].contents.content;
     writer.copy(0, {0, content.begin});
-    writer.put(0, content.begin, wrapping);
-    writeNested(*tree_, {0, content, 0}, writer);
+    writer.replace(0, {content.begin, content.begin}, wrapping);
+    nested.write(0, content);
     for (const std::string_view text : {std::string_view(")"), closing, std::string_view("))\n")}) {
-        writer.put(0, content.end, text);
+        writer.replace(0, {content.end, content.end}, text);
     }
-    return std::move(writer.pieces());
+    return writer.finish();
 }
 
 } // namespace units

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "units/PieceMap.h"
+#include "units/RootPackage.h"
 #include "units/UnitTree.h"
 
 #include <functional>
+#include <optional>
 #include <string_view>
 
 namespace units {
@@ -12,10 +14,13 @@ namespace units {
 class Assembly {
 public:
     /// `tree` must live as long.
-    explicit Assembly(const UnitTree& tree) : tree_(&tree) {}
+    explicit Assembly(const UnitTree& tree) : tree_(&tree), renamedRoot_(findRenamedRoot(tree)) {}
 
     /// Whether the text differs from that of the model's own file.
-    [[nodiscard]] bool differs() const { return isWrapped() || !tree_->files[0].units.empty(); }
+    [[nodiscard]] bool differs() const { return isWrapped() || renamedRoot_ || !tree_->files[0].units.empty(); }
+    /// The root of the packages when it has another name than "Logical View". It has that name in the text, and so has
+    /// the root of each path by which a class is named.
+    [[nodiscard]] const std::optional<RenamedRoot>& getRenamedRoot() const { return renamedRoot_; }
     /// Whether the file is a package by itself, which the text puts into a logical view.
     [[nodiscard]] bool isWrapped() const;
     /// Whether the files are in several encodings. If so, the text is in UTF-8, unless the bytes are to stay.
@@ -30,6 +35,7 @@ public:
 
 private:
     const UnitTree* tree_;
+    std::optional<RenamedRoot> renamedRoot_;
 };
 
 } // namespace units

@@ -17,6 +17,9 @@ using notation::Event;
 using notation::EventKind;
 
 constexpr std::string_view headerKind = "Petal";
+constexpr std::string_view designKind = "Design";
+constexpr std::string_view rootKey = "root_category";
+constexpr std::string_view logicalViewHead = "(object Class_Category \"Logical View\""; // the import begins with it
 
 /// An object that is being read.
 struct OpenObject {
@@ -35,6 +38,7 @@ public:
 
 private:
     bool startObject(const Event& event);
+    void takePackage(const Event& event);
     void endObject(const Event& event);
     void takeProperty(const Event& event);
 
@@ -80,19 +84,34 @@ bool Gatherer::startObject(const Event& event) {
     object.reference.name = event.names.empty() ? std::string() : notation::unescaped(event.names.front().text);
     object.reference.fileName.clear();
     object.reference.place = event.place;
-    if (event.depth > 0) {
-        return true;
+    if (event.depth == 0) {
+        ++topObjects_;
+        if (topObjects_ == 1) {
+            file_.isModel = event.text == headerKind;
+        } else if (topObjects_ == 2) {
+            file_.kind = event.text;
+            file_.name = object.reference.name;
+            file_.content.begin = event.place.offset;
+        }
     }
-    ++topObjects_;
-    if (topObjects_ == 1) {
-        file_.isModel = event.text == headerKind;
-    } else if (topObjects_ == 2) {
-        file_.kind = event.text;
-        file_.name = object.reference.name;
-        file_.content.begin = event.place.offset;
-        return extent_ == Extent::whole;
+    if (event.text == packageKind && !event.names.empty() && event.names.front().hasEscapes) {
+        takePackage(event);
     }
-    return file_.isModel;
+    return file_.isModel && (extent_ == Extent::whole || topObjects_ < 2);
+}
+
+void Gatherer::takePackage(const Event& event) {
+    const notation::Name& name = event.names.front();
+    const bool isLogicalView = name.text == logicalView;
+    const bool isRoot = event.key == rootKey && event.depth == 1 && topObjects_ == 2;
+    const auto head = [&] {
+        return PackageHead{std::string(name.text), {name.offset, name.offset + name.length}, event.place};
+    };
+    if (event.depth == 0 && topObjects_ == 2) {
+        file_.head = head();
+    } else if (file_.kind == designKind && (file_.root ? isRoot && isLogicalView : isRoot || isLogicalView)) {
+        file_.root = head();
+    }
 }
 
 void Gatherer::endObject(const Event& event) {
@@ -126,13 +145,22 @@ void Gatherer::takeProperty(const Event& event) {
     }
 }
 
-bool saysNotLoaded(std::string_view text) {
-    constexpr std::string_view key = "is_loaded";
-    constexpr std::string_view value = "FALSE";
-    while (const void* found = ::memmem(text.data(), text.size(), key.data(), key.size())) {
-        text.remove_prefix(static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) + key.size());
-        const std::size_t behind = text.find_first_not_of(" \t\r\n\v\f");
-        if (behind != std::string_view::npos && text.substr(behind).starts_with(value)) {
+/// As `text.find`, but quick.
+std::size_t find(std::string_view text, std::string_view wanted) {
+    const void* found = ::memmem(text.data(), text.size(), wanted.data(), wanted.size());
+    return found == nullptr ? std::string_view::npos
+                            : static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
+}
+
+bool startsBehindBlanks(std::string_view text, std::string_view wanted) {
+    const std::size_t behind = text.find_first_not_of(" \t\r\n\v\f");
+    return behind != std::string_view::npos && text.substr(behind).starts_with(wanted);
+}
+
+bool says(std::string_view text, std::string_view key, std::string_view value) {
+    for (std::size_t at = 0; (at = find(text, key)) != std::string_view::npos;) {
+        text.remove_prefix(at + key.size());
+        if (startsBehindBlanks(text, value)) {
             return true;
         }
     }
@@ -140,6 +168,10 @@ bool saysNotLoaded(std::string_view text) {
 }
 
 } // namespace
+
+bool isLonePackage(const UnitFile& model) {
+    return model.isModel && model.kind == packageKind && model.name != logicalView;
+}
 
 UnitFile readUnitFile(const std::filesystem::path& path, Extent extent) {
     OpenFile file(path);
@@ -160,16 +192,24 @@ UnitFile readUnitFile(const std::filesystem::path& path, Extent extent) {
     return std::move(gathered);
 }
 
-bool mayHoldReferences(const std::filesystem::path& path) {
-    constexpr std::size_t longest = 256; // of the key, blanks and the value
+bool mayNeedAssembly(const std::filesystem::path& path) {
+    constexpr std::size_t longest = 256; // of a key, blanks and what is behind them
     constexpr std::size_t windowSize = std::size_t{256} * 1024;
     OpenFile file(path);
     std::string window(windowSize, '\0');
+    bool knowsRoot = false;
     for (std::size_t kept = 0;;) {
         const std::size_t count = file.read(window.data() + kept, window.size() - kept);
         const std::string_view text(window.data(), kept + count);
-        if (saysNotLoaded(text)) {
+        if (says(text, "is_loaded", "FALSE")) {
             return true;
+        }
+        const std::size_t root = knowsRoot ? std::string_view::npos : find(text, rootKey);
+        if (root != std::string_view::npos && (count == 0 || text.size() - root >= longest)) {
+            if (!startsBehindBlanks(text.substr(root + rootKey.size()), logicalViewHead)) {
+                return true;
+            }
+            knowsRoot = true;
         }
         if (count == 0) {
             return false;

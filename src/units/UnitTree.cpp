@@ -3,6 +3,7 @@
 #include "units/localText.h"
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <system_error>
 
@@ -11,6 +12,8 @@ namespace units {
 namespace fs = std::filesystem;
 
 namespace {
+
+constexpr std::uint64_t toTheEnd = std::numeric_limits<std::uint64_t>::max();
 
 /// Which file a path leads to, whatever the path.
 fs::path identityOf(const fs::path& path) {
@@ -32,7 +35,7 @@ public:
     explicit TreeReader(UnitLocator& locator) : locator_(locator) {}
 
     UnitTree read(const fs::path& model) {
-        add({model, 0, readUnitFile(model, Extent::whole), {}});
+        add({model, 0, readModel(model), {}});
         while (!open_.empty()) {
             const std::size_t index = open_.back();
             ResolvedFile& file = tree_.files[index];
@@ -48,6 +51,19 @@ public:
     }
 
 private:
+    // Content goes to the first reference to it: that must be one that the import reads.
+    static UnitFile readModel(const fs::path& path) {
+        UnitFile model = readUnitFile(path, Extent::whole);
+        dropReferencesOutside({model.content.begin, isLonePackage(model) ? model.content.end : toTheEnd}, model);
+        return model;
+    }
+
+    static void dropReferencesOutside(const Range& part, UnitFile& file) {
+        std::erase_if(file.references, [&](const UnitReference& reference) {
+            return reference.range.begin < part.begin || reference.range.end > part.end;
+        });
+    }
+
     void add(ResolvedFile file) {
         known_.emplace(identityOf(file.path), tree_.files.size());
         open_.push_back(tree_.files.size());
@@ -97,10 +113,7 @@ private:
             refused_.emplace(identity, std::move(found.contents));
             return;
         }
-        const Range& content = found.contents.content; // nothing else of the file gets into the model
-        std::erase_if(found.contents.references, [&](const UnitReference& reference) {
-            return reference.range.begin < content.begin || reference.range.end > content.end;
-        });
+        dropReferencesOutside(found.contents.content, found.contents); // nothing else of the file gets into the model
         unit.state = UnitState::found;
         unit.file = tree_.files.size();
         add(std::move(found)); // moves the files, and `unit` with them

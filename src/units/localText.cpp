@@ -21,14 +21,18 @@ const char* encodingOf(std::optional<std::int64_t> charSet) {
     return encoding != nullptr ? encoding : defaultEncoding;
 }
 
-std::string localText(std::string_view text, std::optional<std::int64_t> charSet) {
-    KelEncodingConverter from(encodingOf(charSet));
+std::string utf8Text(std::string_view text, std::string_view encoding) {
+    KelEncodingConverter from{KelString(encoding)};
     KelEncodingConverter utf8("UTF-8");
     KelString converted(text);
     if (from.getHandle() != nullptr) {
         convertText(from, utf8, converted);
     }
-    return std::string(utf8ToLocale(converted.text()).view());
+    return std::string(converted.view());
+}
+
+std::string localText(std::string_view text, std::optional<std::int64_t> charSet) {
+    return std::string(utf8ToLocale(utf8Text(text, encodingOf(charSet)).c_str()).view());
 }
 
 } // namespace units

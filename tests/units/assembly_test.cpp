@@ -116,6 +116,13 @@ TEST_F(Assembling, AReferenceThatIsNotWrittenIsNone) {
     EXPECT_EQ(states(tree), "mff   ");
     EXPECT_EQ(text(tree), fileOf("(object Design d (list u " + outer +
                                  "(object Class_Category \"C\")(object Class_Category \"B\")))"));
+    for (const char* kind : {"Class_Category \"P\"", "Design"}) {
+        put("m", fileOf("(object " + std::string(kind) + " (list u " + inner + "))", "of " + inner));
+        EXPECT_EQ(states(read("m")), "f  ") << kind;
+        EXPECT_NE(text(read("m")).find("(list u (object Class_Category \"B\"))"), std::string::npos) << kind;
+    }
+    put("m", fileOf("(object Class_Category \"P\")(object Rest of " + inner + ")"));
+    EXPECT_EQ(states(read("m")), " ");
 }
 
 TEST_F(Assembling, AFileOfAnotherKindMayBeThatOfALaterUnit) {
@@ -196,6 +203,94 @@ TEST_F(Assembling, SaysWhereEachByteComesFrom) {
     EXPECT_EQ(map.toText(2, 0), std::nullopt);
 }
 
+std::string package(const std::string& name, const std::string& content = "") {
+    return "(object Class_Category \"" + name + "\" " + content + ")";
+}
+
+std::string replaced(std::string text, const std::string& pattern, const std::string& by) {
+    for (std::size_t at = 0; (at = text.find(pattern, at)) != std::string::npos; at += by.size()) {
+        text.replace(at, pattern.size(), by);
+    }
+    return text;
+}
+
+TEST_F(Assembling, KnowsTheRootOfADesign) {
+    const auto design = [](const std::string& content) { return "(object Design \"Logical View\" " + content + ")"; };
+    const std::string view = package("Logical View");
+    const struct {
+        std::string content;
+        std::string renamed; // empty when the model stays as it is
+    } cases[] = {
+        {design("root_category " + package("Vue")), "Vue"},
+        {design("root_category " + package(R"(Vue \"x\")", "of " + view)), R"(Vue \"x\")"},
+        {design("root_category\n" + package("Logical View")), ""},
+        {design("root_category " + package("")), "(empty)"},
+        {design("root_category (object Class_Category)"), ""},
+        {design("root_category (object SubSystem \"Vue\")"), ""},
+        {design("x \"root_category\" y (object Z root_category " + package("Vue") + ")"), ""},
+        {design("root_category " + package("A") + " root_category " + package("B")), "A"},
+        {design("root_category " + package("A") + " root_category " + view), ""}, // the import begins there
+        {design("root_usecase_package " + package("Use", view) + " root_category " + package("A")), ""},
+        {package("P", "root_category " + package("Vue")), ""},
+        {"(object Design)(object Other root_category " + package("Vue") + ")", ""},
+    };
+    for (const auto& each : cases) {
+        put("m", fileOf(each.content));
+        const units::Assembly assembly(read("m"));
+        const auto& renamed = assembly.getRenamedRoot();
+        EXPECT_EQ(renamed ? (renamed->head.name.empty() ? "(empty)" : renamed->head.name) : "", each.renamed)
+            << each.content;
+        if (renamed) {
+            EXPECT_TRUE(units::mayNeedAssembly(pathOf("m"))) << each.content;
+            EXPECT_EQ(text(read("m")),
+                      replaced(fileOf(each.content), "y \"" + renamed->head.name + "\"", "y \"Logical View\""));
+        }
+    }
+}
+
+TEST_F(Assembling, PathsBeginWithTheNameThatTheRootIsGiven) {
+    const std::string content = // * where it becomes another
+        "(object ClassView \"Vue::A\" \"*::B::C\" @1 label \"Vue::A\") (object ClassView \"Class\" \"Vuet::A\" @2)"
+        "(object Class \"Vue::A\" documentation \"Vue::A\" supplier \"*::A\" type \"*::\" AssociationClass \"*::A\")"
+        "(object Role supplier \"x Vue::A\" type \"Vue\" type \"Vue:A\" supplier @3 result \"Vue::A\" documentation\n"
+        "|supplier \"Vue::A\"\n) (object CategoryView \"Class\" \"Vue::A\")";
+    const auto model = [&](const std::string& root, const std::string& inUnit) {
+        return fileOf("(object Design root_category " + package(root, "x (list u " + content + inUnit + "))")) + "\n";
+    };
+    const std::string unit = package("K", "x (list u " + content + ")");
+    put("m", replaced(model("*", unitObject("K", "k")), "*", "Vue"));
+    put("k", replaced(fileOf(unit + " (object Rest type \"Vue::A\")"), "*", "Vue"));
+    EXPECT_EQ(text(read("m")), replaced(model("*", unit), "*", "Logical View"));
+}
+
+// The root's content may be in a file in one encoding, and what names it in others.
+TEST_F(Assembling, TheRootMayBeAUnit) {
+    const std::string root = "\xCC\xEE\xE4"; // "Мод" in windows-1251
+    const std::string asInGbk = "\xA7\xAE\xA7\xE0\xA7\xD5";
+    const auto type = [](const std::string& name) { return "type \"" + name + "::A\""; };
+    put("m", fileOf("(object Design root_category " + unitObject("Logical View", "r") + type(root) + ")"));
+    put("r",
+        fileOf(package(root, type(root) + " u " + unitObject("K", "k") + " v " + unitObject("L", "l")), "charSet 204"));
+    put("k", fileOf(package("K", type(asInGbk)), "charSet 134"));
+    put("l", fileOf(package("L", type(root)), "charSet 77"));
+    const auto expected = [&](const std::string& inModel, const std::string& inK, const std::string& inL) {
+        return fileOf(
+            "(object Design root_category " +
+            package("Logical View", type("Logical View") + " u " + package("K", inK) + " v " + package("L", inL)) +
+            inModel + ")");
+    };
+    const UnitTree tree = read("m");
+    const auto renamed = units::Assembly(tree).getRenamedRoot();
+    ASSERT_TRUE(renamed);
+    EXPECT_EQ(renamed->file, 1U);
+    EXPECT_EQ(renamed->head.place.column, fileOf("", "charSet 204").size() + 1);
+    EXPECT_EQ(text(tree), expected(type("Logical View"), type(asInGbk), type("Logical View"))); // bytes are bytes
+    EXPECT_EQ(text(tree, units::Assembly::Bytes::utf8IfMixed),
+              expected(type("Ìîä"), type("Logical View"), type("ÃÓ‰"))); // other letters, in encodings without these
+    std::filesystem::remove(pathOf("r"));
+    EXPECT_FALSE(units::Assembly(read("m")).getRenamedRoot()); // its place has the right name
+}
+
 // Neither the stack nor the number of open files is a limit.
 TEST_F(Assembling, UnitsNestAsDeepAsTheyLike) {
     constexpr int depth = 1500; // more than a process may have open
@@ -221,15 +316,24 @@ TEST_F(Assembling, NothingIsReadThatMightNeverEnd) {
     EXPECT_FALSE(units::readUnitFile("/proc/self/pagemap", units::Extent::whole).isModel); // hundreds of gigabytes
 }
 
-TEST_F(Assembling, AFileWithoutReferencesIsKnownWithoutReadingIt) {
+TEST_F(Assembling, AFileThatIsOneTextIsKnownWithoutReadingIt) {
     const std::string filling(300'000, ' ');
-    for (const std::size_t at : {std::size_t{0}, std::size_t{262'140}, std::size_t{262'130}, std::size_t{299'990}}) {
-        put("m", filling.substr(0, at) + "is_loaded \t FALSE" + filling);
-        EXPECT_TRUE(units::mayHoldReferences(pathOf("m"))) << at;
+    const std::string root = "root_category \t(object Class_Category ";
+    for (const std::size_t at : {std::size_t{0}, std::size_t{262'000}, std::size_t{262'140}, std::size_t{262'130},
+                                 std::size_t{261'900}, std::size_t{299'990}}) {
+        const std::string before = filling.substr(0, at);
+        put("m", before + "is_loaded \t FALSE" + filling);
+        EXPECT_TRUE(units::mayNeedAssembly(pathOf("m"))) << at;
+        put("m", before + root + "\"Vue\"" + filling);
+        EXPECT_TRUE(units::mayNeedAssembly(pathOf("m"))) << at;
+        put("m", before + root + "\"Logical View\"" + filling + root + "\"Vue\"");
+        EXPECT_FALSE(units::mayNeedAssembly(pathOf("m"))) << at;
     }
-    put("m", filling + "is_loaded TRUE is_loaded" + filling + "FALSE is_loaded");
-    EXPECT_FALSE(units::mayHoldReferences(pathOf("m")));
-    EXPECT_THROW(static_cast<void>(units::mayHoldReferences(pathOf("none"))), std::system_error);
+    put("m", filling + "is_loaded TRUE is_loaded" + filling + "FALSE is_loaded root_cat egory");
+    EXPECT_FALSE(units::mayNeedAssembly(pathOf("m")));
+    put("m", root);
+    EXPECT_TRUE(units::mayNeedAssembly(pathOf("m")));
+    EXPECT_THROW(static_cast<void>(units::mayNeedAssembly(pathOf("none"))), std::system_error);
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "host/model/KelMetadataOrigin.h"
 #include "host/model/KelModel.h"
 #include "host/options/KelOptionList.h"
+#include "notation/unescaped.h"
 #include "petal/Failure.h"
 #include "petal/importOptions.h"
 #include "petal/outputFailure.h"
@@ -26,15 +27,16 @@ namespace petal {
 namespace {
 
 constexpr const char* missingUnitCode = "PETAL_W0001";
+constexpr const char* renamedRootCode = "PETAL_S0002";
 
 bool isRegularFile(const std::string& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-/// Only a model that has units, or is one, needs to be read for them.
+/// Only a model that has units, is one, or has a root of another name needs to be read to its end.
 units::UnitTree readTree(const std::string& path, units::UnitLocator& locator) {
-    if (!units::mayHoldReferences(path)) {
+    if (!units::mayNeedAssembly(path)) {
         units::UnitTree tree;
         tree.files.push_back({path, 0, units::readUnitFile(path, units::Extent::headAndKind), {}});
         if (!units::Assembly(tree).isWrapped()) {
@@ -42,6 +44,10 @@ units::UnitTree readTree(const std::string& path, units::UnitLocator& locator) {
         }
     }
     return units::readUnitTree(path, locator);
+}
+
+void record(KelLog& log, const char* code, const char* severity, const std::string& message) {
+    log.record(KelLogEvent(KelString(std::string_view(message)), code, severityLevel(severity), ""));
 }
 
 /// The package that a lone one was put into, for the bridge to take it, gives its contents to the model.
@@ -92,6 +98,7 @@ void ModelSource::follow() {
 void ModelSource::assemble() {
     const units::Assembly assembly(tree_);
     isWrapped_ = assembly.isWrapped();
+    renamedRoot_ = assembly.getRenamedRoot();
     isUtf8_ = request_.encoding == "auto" && assembly.isMixed();
     try {
         descriptor_ = openNamelessFile();
@@ -108,25 +115,47 @@ void ModelSource::setOptions(KelOptionList& options) const {
     }
 }
 
+/// Bytes of a file in the encoding that the log expects.
+std::string ModelSource::logText(const std::string& bytes, std::size_t file) const {
+    return isUtf8_ ? units::utf8Text(bytes, units::encodingOf(tree_.files[file].contents.charSet)) : bytes;
+}
+
+void ModelSource::reportLost(const units::Unit& unit, std::size_t file, KelLog& log) const {
+    record(log, missingUnitCode, "WARNING",
+           "Controlled unit " + logText(unit.reference.name, file) + " (line " +
+               std::to_string(unit.reference.place.line) + ") is not read: " + unit.remark + ": " +
+               logText(unit.reference.fileName, file));
+}
+
+void ModelSource::reportRenamed(const units::RenamedRoot& root, KelLog& log) const {
+    record(log, renamedRootCode, "STATUS",
+           "Root category " + logText(root.head.name, root.file) + " (line " + std::to_string(root.head.place.line) +
+               ") is imported as the logical view");
+}
+
 void ModelSource::reportTo(KelLog& log) const {
-    const int severity = severityLevel("WARNING");
-    if (!log.accepts(severity)) {
-        return;
-    }
-    for (const units::ResolvedFile& file : tree_.files) {
-        for (const units::Unit& unit : file.units) {
-            if (!isLost(unit)) {
-                continue;
+    if (log.accepts(severityLevel("WARNING"))) {
+        for (std::size_t file = 0; file < tree_.files.size(); ++file) {
+            for (const units::Unit& unit : tree_.files[file].units) {
+                if (isLost(unit)) {
+                    reportLost(unit, file, log);
+                }
             }
-            const auto text = [&](const std::string& bytes) { // in the encoding that the log expects
-                return isUtf8_ ? units::localText(bytes, file.contents.charSet) : bytes;
-            };
-            const std::string message = "Controlled unit " + text(unit.reference.name) + " (line " +
-                                        std::to_string(unit.reference.place.line) + ") is not read: " + unit.remark +
-                                        ": " + text(unit.reference.fileName);
-            log.record(KelLogEvent(KelString(std::string_view(message)), missingUnitCode, severity, ""));
         }
     }
+    if (renamedRoot_ && log.accepts(severityLevel("STATUS"))) {
+        reportRenamed(*renamedRoot_, log);
+    }
+}
+
+void ModelSource::giveBackName(KelModel& model, const KelString& encoding) const {
+    KelPackage* root = model.childPackages().findNamed(KelString(units::logicalView));
+    if (root == nullptr) {
+        return;
+    }
+    const std::string_view own =
+        isUtf8_ ? units::encodingOf(tree_.files[renamedRoot_->file].contents.charSet) : encoding.view();
+    root->setName(KelString(std::string_view(units::utf8Text(notation::unescaped(renamedRoot_->head.name), own))));
 }
 
 void ModelSource::complete(KelModel& model, const KelOptionList& options) const {
@@ -138,6 +167,9 @@ void ModelSource::complete(KelModel& model, const KelOptionList& options) const 
     model.setName(computeNameFromPath(path, encoding == "unknown" ? encoding : KelString("UTF-8")));
     for (KelMetadataOrigin* origin : model.metadataOrigins()) {
         origin->sourcePath = path;
+    }
+    if (renamedRoot_) {
+        giveBackName(model, encoding);
     }
     if (isWrapped_ && !model.childPackages().isEmpty()) {
         unwrap(model);

@@ -2,13 +2,16 @@
 
 #include "petal/Request.h"
 #include "units/PieceMap.h"
+#include "units/RootPackage.h"
 #include "units/UnitTree.h"
 
+#include <optional>
 #include <string>
 
 class KelLog;
 class KelModel;
 class KelOptionList;
+class KelString;
 
 namespace petal {
 
@@ -25,26 +28,34 @@ public:
 
     /// Has the bridge read this source.
     void setOptions(KelOptionList& options) const;
-    /// Warns of every unit whose content is not in the model.
+    /// Warns of every unit whose content is not in the model, and says when the root of the packages has another name
+    /// than the bridge wants.
     void reportTo(KelLog& log) const;
-    /// Gives the imported model the name and the origin of the file that was asked for.
+    /// Gives the imported model the name and the origin of the file that was asked for, and its packages theirs.
     void complete(KelModel& model, const KelOptionList& options) const;
 
     /// The files that the model is in; just the file itself when no units were followed.
     [[nodiscard]] const units::UnitTree& getTree() const { return tree_; }
     /// Where the bytes of the text that the bridge reads come from; null when it reads the model file itself.
     [[nodiscard]] const units::PieceMap* getPieces() const { return descriptor_ >= 0 ? &pieces_ : nullptr; }
+    /// The root of the packages when the bridge was given it under another name than it has; null when it was not.
+    [[nodiscard]] const units::RenamedRoot* getRenamedRoot() const { return renamedRoot_ ? &*renamedRoot_ : nullptr; }
     /// Whether each of these files is in the encoding that its own charSet means.
     [[nodiscard]] bool hasEncodingByFile() const { return isUtf8_; }
 
 private:
     void follow();
     void assemble();
+    [[nodiscard]] std::string logText(const std::string& bytes, std::size_t file) const;
+    void reportLost(const units::Unit& unit, std::size_t file, KelLog& log) const;
+    void reportRenamed(const units::RenamedRoot& root, KelLog& log) const;
+    void giveBackName(KelModel& model, const KelString& encoding) const;
 
     const ImportRequest& request_;
     units::UnitTree tree_;
     int descriptor_ = -1; // of the assembled text
     units::PieceMap pieces_;
+    std::optional<units::RenamedRoot> renamedRoot_; // in that text
     bool isWrapped_ = false;
     bool isUtf8_ = false; // the assembled text is, whatever the files are
 };

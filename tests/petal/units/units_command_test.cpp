@@ -1,5 +1,7 @@
 #include "petal/Shell.h"
 
+#include <regex>
+
 namespace {
 
 constexpr const char* model = R"((object Petal
@@ -29,6 +31,10 @@ constexpr const char* unit = R"((object Petal
 	(object Class "Order"))
     logical_presentations 	(list unit_reference_list))
 )";
+
+std::string replaced(const std::string& text, const char* pattern, const std::string& by) {
+    return std::regex_replace(text, std::regex(pattern), by);
+}
 
 class Units : public Shell {
 protected:
@@ -101,6 +107,44 @@ TEST_F(Units, ALonePackageIsWhatItIs) {
     const Ended lone = run("$petal import shop/sales.cat --format tree");
     EXPECT_EQ(lone.output.substr(lone.output.find("  package")), "  package sales\n    class Order\n");
     EXPECT_EQ(lone.output.substr(0, lone.output.find('\n')), "model sales");
+}
+
+TEST_F(Units, TheRootMayHaveAnotherName) {
+    const std::string renamed = R"((object Petal
+    version 42
+    charSet 204)
+(object Design "Logical View"
+    root_category (object Class_Category "Вид"
+	logical_models (list unit_reference_list
+	    (object Class "Base")
+	    (object Class "Derived"
+		superclasses (list inheritance_relationship_list
+		    (object Inheritance_Relationship
+			supplier "Вид::Base")))%)
+	logical_presentations (list unit_reference_list
+	    (object ClassDiagram "Main"
+		items (list diagram_item_list
+		    (object ClassView "Class" "Вид::Base" @1)))))))
+)";
+    const std::string unit =
+        R"((object Class_Category "sales" is_unit TRUE is_loaded FALSE file_name "shop/sales.cat"))";
+    const std::string tree = "  package Вид\n"
+                             "%"
+                             "    class Base\n"
+                             "    class Derived\n"
+                             "    generalization: Derived -> Base\n"
+                             "    diagram Main\n"
+                             "      shows class Base\n";
+    const std::pair<std::string, std::string> cases[] = {{"", ""}, {unit, "    package sales\n      class Order\n"}};
+    for (const auto& [inFile, inTree] : cases) {
+        put("r.mdl", replaced(replaced(renamed, "Вид", "\xC2\xE8\xE4"), "%", inFile));
+        const Ended ended = run("$petal import r.mdl -q --format tree --log-level STATUS");
+        EXPECT_EQ(ended.output.substr(ended.output.find("  package")), replaced(tree, "%", inTree));
+        EXPECT_EQ(ended.errors.substr(0, ended.errors.find('\n')),
+                  "STATUS: [PETAL_S0002] Root category Вид (line 5) is imported as the logical view");
+        EXPECT_EQ(run("$petal import r.mdl -q --format none").errors, "");
+        EXPECT_EQ(run("$petal import r.mdl -q --format tree --units skip").output.find("package"), std::string::npos);
+    }
 }
 
 TEST_F(Units, AreListed) {
