@@ -53,6 +53,7 @@ struct PropertyTally {
     // For whoever makes the ledger.
     std::string_view bytes;            ///< the name as it stands in the file
     bool isPlain = true;               ///< it is ASCII
+    bool isLookedAt = false;           ///< the beginning of its value is compared with something
     PropertyTally* follower = nullptr; ///< that came behind it the last time
 };
 
@@ -65,7 +66,6 @@ struct KindTally {
 
     // For whoever makes the ledger.
     std::string_view bytes;         ///< the name as it stands in the file
-    bool isPlain = true;            ///< it is ASCII
     PropertyTally* first = nullptr; ///< that an object of this kind began with the last time
     KindTally* follower = nullptr;  ///< that came behind it the last time
 

@@ -7,6 +7,7 @@
 #include "units/localText.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace ledger {
@@ -23,6 +24,14 @@ constexpr std::size_t longestLookedAt = 256; // of a plain value; only its begin
 template <class Tally>
 bool isGuessed(const Tally* guess, std::string_view bytes) {
     return guess != nullptr && guess->bytes == bytes;
+}
+
+/// Whether the beginning of a property's value is compared with something.
+bool isLookedAt(const PropertyRow* row, std::string_view name) {
+    static constexpr auto names =
+        std::to_array<std::string_view>({"is_unit", "is_loaded", "file_name", "client", "supplier", "type", "result"});
+    return std::ranges::find(names, name) != names.end() ||
+           (row != nullptr && (row->taking == Taking::name || !row->byDefault.empty()));
 }
 
 bool isScalar(EventKind kind) {
@@ -110,6 +119,9 @@ void LedgerMerge::takeValue(const Event& event) {
         property.isQuoted = isQuoted;
         property.valueBegin = isQuoted || event.kind == EventKind::line ? event.place.offset : 0;
     }
+    if (!property.isJudged) {
+        return;
+    }
     const bool isFalse = event.kind == EventKind::flag && event.text == "FALSE";
     property.hasValue = property.hasValue || (!event.text.empty() && !isFalse);
     property.hasEscape = property.hasEscape || (isQuoted && event.text.find_first_of("\\\"") != std::string_view::npos);
@@ -118,7 +130,7 @@ void LedgerMerge::takeValue(const Event& event) {
     if (isLookedAt) {
         property.odd += event.text;
     }
-    if (property.start.size() < longestLookedAt) {
+    if (property.tally->isLookedAt && property.start.size() < longestLookedAt) {
         property.start += event.text.substr(0, longestLookedAt);
     }
 }
@@ -185,10 +197,14 @@ void LedgerMerge::endObject() {
 
 void LedgerMerge::startProperty(const Event& event) {
     OpenObject& owner = *innermost();
-    PropertyTally& tally = propertyOf(owner, event.key);
-    property_ = {};
-    property_.tally = &tally;
+    property_.tally = &propertyOf(owner, event.key);
     property_.place = event.keyPlace;
+    property_.valueBegin = 0;
+    property_.isJudged = owner.own != nullptr || owner.isWaiting;
+    property_.hasBegun = property_.isOver = property_.isQuoted = property_.hasValue = property_.hasEscape =
+        property_.isOdd = property_.isWaiting = false;
+    property_.start.clear();
+    property_.odd.clear();
 }
 
 KindTally& LedgerMerge::kindOf(std::string_view bytes) {
@@ -219,6 +235,7 @@ PropertyTally& LedgerMerge::propertyOf(OpenObject& owner, std::string_view bytes
             tally.bytes = found->first;
             tally.name = textOf(text_.getFile()).toUtf8(bytes);
             tally.row = propertyRow(kind.row->subject, bytes);
+            tally.isLookedAt = isLookedAt(tally.row, bytes);
         }
         guess = &found->second;
     }
@@ -272,9 +289,11 @@ void LedgerMerge::tell(OpenObject& object) {
 
 void LedgerMerge::settleProperty(Effects effects) {
     OpenObject& owner = *innermost();
-    noteValue(owner);
     PropertyTally& tally = *property_.tally;
-    Verdict verdict = judgeProperty(owner, effects);
+    if (tally.isLookedAt) {
+        noteValue(owner);
+    }
+    Verdict verdict = effects.empty() ? withoutEffect(owner, effects) : judgeProperty(owner, effects);
     const Reason& reason = *verdict.reason;
     const bool hasEntry = sink_ != nullptr && (choices_.detail == Detail::all || reason.weight != Weight::bulk);
     if (property_.isWaiting) {

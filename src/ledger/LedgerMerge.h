@@ -84,6 +84,7 @@ private:
         notation::Place place;
         bool hasBegun = false;        ///< its value has
         bool isOver = false;          ///< what follows is not its value
+        bool isJudged = false;        ///< its outcome may depend on its value
         std::uint64_t valueBegin = 0; ///< where its text begins; 0 without a text
         bool isQuoted = false;        ///< the text is in quotes, not in "|" lines
         bool hasValue = false;        ///< it is neither empty nor FALSE

@@ -15,14 +15,23 @@ constexpr std::size_t pieceSize = std::size_t{64} * 1024;
 
 /// Moves a place over bytes.
 void pass(notation::Place& place, std::string_view bytes) {
-    for (const char byte : bytes) {
-        ++place.offset;
-        ++place.column;
-        if (byte == '\n') {
-            ++place.line;
-            place.column = 1;
-        }
+    const std::size_t lastEnd = bytes.rfind('\n');
+    place.offset += bytes.size();
+    place.line += static_cast<std::uint64_t>(std::ranges::count(bytes, '\n'));
+    place.column = lastEnd != std::string_view::npos ? bytes.size() - lastEnd : place.column + bytes.size();
+}
+
+/// Where the first byte from an offset on is that is not ASCII; the length without one. No character begins before it:
+/// all bytes before it on its line stand for themselves.
+std::size_t firstOdd(std::string_view bytes, std::size_t from) {
+    constexpr std::size_t step = 256;
+    while (from < bytes.size() && isPlain(bytes.substr(from, step))) {
+        from += step;
     }
+    const auto* end = bytes.data() + bytes.size();
+    return static_cast<std::size_t>(
+        std::find_if(bytes.data() + std::min(from, bytes.size()), end, [](char byte) { return byte < 0; }) -
+        bytes.data());
 }
 
 /// Lines that are read from a file, whole ones where they are not very long.
@@ -67,13 +76,15 @@ void forEachBadBytes(const units::UnitTree& tree, const Choices& choices,
         BadBytes bad{static_cast<std::uint32_t>(index), {}, {}};
         for (std::string_view bytes = lines.next(); !bytes.empty(); bytes = lines.next()) {
             std::size_t passed = 0;
-            if (!isPlain(bytes)) {
-                for (const SourceText::Run& run : text.badRuns(bytes)) {
-                    pass(bad.place, bytes.substr(passed, run.offset - passed));
-                    passed = run.offset;
-                    bad.bytes = bytes.substr(run.offset, run.length);
+            for (std::size_t at = firstOdd(bytes, 0); at < bytes.size();) {
+                const std::size_t end = std::min(bytes.find('\n', at), bytes.size());
+                for (const SourceText::Run& run : text.badRuns(bytes.substr(at, end - at))) {
+                    pass(bad.place, bytes.substr(passed, at + run.offset - passed));
+                    passed = at + run.offset;
+                    bad.bytes = bytes.substr(passed, run.length);
                     take(bad);
                 }
+                at = firstOdd(bytes, end);
             }
             pass(bad.place, bytes.substr(passed));
         }

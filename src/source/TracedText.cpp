@@ -78,7 +78,7 @@ const units::Unit* TracedText::unitAt(const notation::Place& place) {
     return isUnit ? &units[text.nextUnit] : nullptr;
 }
 
-std::span<const Effect> TracedText::takeBefore(std::uint64_t offset) {
+std::span<const Effect> TracedText::takeSome(std::uint64_t offset) {
     const std::size_t first = taken_;
     const auto isReached = [&](const Effect& effect) {
         return isClosed_[effect.file] || (effect.file == file_ && effect.begin < offset);

@@ -33,7 +33,11 @@ public:
 
     /// The steps that come from the text before an offset of the current file and have not been given out. They belong
     /// to what the caller met last before that offset.
-    std::span<const Effect> takeBefore(std::uint64_t offset);
+    std::span<const Effect> takeBefore(std::uint64_t offset) {
+        const bool isNone =
+            taken_ == effects_.size() || (effects_[taken_].file == file_ && effects_[taken_].begin >= offset);
+        return isNone ? std::span<const Effect>() : takeSome(offset);
+    }
     /// All steps that have not been given out.
     std::span<const Effect> takeRest();
 
@@ -41,6 +45,7 @@ private:
     struct OpenText;
 
     void open(std::size_t file);
+    std::span<const Effect> takeSome(std::uint64_t offset);
     [[nodiscard]] const units::Unit* unitAt(const notation::Place& place);
 
     const units::UnitTree& tree_;
