@@ -13,7 +13,6 @@
 #include <array>
 #include <cinttypes>
 #include <cstdio>
-#include <ranges>
 #include <string_view>
 #include <vector>
 
@@ -175,8 +174,8 @@ std::string qualifiedName(const KelObject& element) {
         path.push_back(owner);
     }
     std::string name;
-    for (const KelObject* object : std::views::reverse(path)) {
-        name.append(object != path.back() ? separator : "").append(shownName(*object));
+    for (auto object = path.rbegin(); object != path.rend(); ++object) {
+        name.append(object != path.rbegin() ? separator : "").append(shownName(**object));
     }
     return name;
 }
@@ -212,14 +211,15 @@ private:
             return plain;
         }
         std::uint32_t number = taken_.at(plain);
-        std::uint64_t numbered = plain;
-        do {
+        for (;;) {
             HashState state = name;
             add(state, "#" + std::to_string(++number));
-            numbered = XXH64_digest(&state);
-        } while (!taken_.try_emplace(numbered, 1).second);
-        taken_[plain] = number;
-        return numbered;
+            const std::uint64_t numbered = XXH64_digest(&state);
+            if (taken_.try_emplace(numbered, 1).second) {
+                taken_[plain] = number;
+                return numbered;
+            }
+        }
     }
 
     ElementIds& ids_;

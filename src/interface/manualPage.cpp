@@ -101,13 +101,13 @@ std::string manualPage() {
     std::string options;
     for (const CommandText& command : commandTexts()) {
         const std::string name = command.name.empty() ? "petal" : "petal " + command.name;
-        std::string arguments;
+        std::string usage = ".B " + name + "\n[\\fIOPTIONS\\fR]";
         options += ".SS " + printed(name) + "\n" + paragraph(command.description);
         for (const OptionText& option : command.options) {
-            arguments += option.names.empty() ? " [" + argument(option) + "]" : "";
+            usage += option.names.empty() ? " [" + argument(option) + "]" : "";
             options += optionEntry(option);
         }
-        synopsis += ".B " + name + "\n[\\fIOPTIONS\\fR]" + arguments + "\n.br\n";
+        synopsis += usage + "\n.br\n";
     }
     return head + synopsis + description + ".SH COMMANDS\n" + options + formats() + statuses() + tail;
 }
