@@ -16,7 +16,8 @@ namespace petal {
 
 namespace {
 
-constexpr std::array typeNames{ShortName{"cpp", "C++"}, ShortName{"oracle", "Oracle 7.x & 8"}};
+constexpr std::array typeNames{ShortName{"cpp", KelImportBridge::target::cPlusPlus},
+                               ShortName{"oracle", KelImportBridge::target::oracle}};
 
 constexpr OptionArgument fileArgument{"FILE", KelImportBridge::option::file, nullptr, {}};
 constexpr OptionArgument typesArgument{"--types", KelImportBridge::option::supportedTypes, nullptr, typeNames};
