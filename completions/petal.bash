@@ -13,7 +13,8 @@ _petal() {
     'import:--report') words="" ;;
     'import:--types') words="" ;;
     'import:--encoding') words="" ;;
-    'import:--format') words="json tree none" ;;
+    'import:-f'|'import:--format') words="json tree none" ;;
+    'import:-O') words="" ;;
     'import:-o') words="" ;;
     'import:--log-level') words="FATAL ERROR WARNING STATUS DEBUG" ;;
     'import:--log-format') words="text json" ;;
@@ -23,22 +24,25 @@ _petal() {
     'import:--unit-dir') words="" ;;
     'import:--ledger') words="" ;;
     'import:--ledger-detail') words="named all" ;;
-    'import:--fail-on') words="loss warning encoding" ;;
+    'import:--fail-on') words="loss damage warning encoding" ;;
     'units:--units') words="require warn skip" ;;
     'units:--path-map') words="" ;;
     'units:--unit-dir') words="" ;;
     'report merge:-o') words="" ;;
+    'formats:formats') words="json tree none" ;;
     *)
         case "$command:$current" in
         ':-'*) words="-h --help --version" ;;
-        'import:-'*) words="-h --help --files-from -0 --null -j --jobs --timeout --max-memory --in-process --keep-going --fail-fast --resume -q --quiet --report --types --encoding --format -o --log-level --log-format --log --units --path-map --unit-dir --ledger --ledger-detail --fail-on" ;;
+        'import:-'*) words="-h --help --files-from -0 --null -j --jobs --timeout --max-memory --in-process --keep-going --fail-fast --resume -q --quiet --report --types --encoding -f --format -O -o --log-level --log-format --log --units --path-map --unit-dir --ledger --ledger-detail --fail-on" ;;
         'info:-'*) words="-h --help --json" ;;
         'units:-'*) words="-h --help --units --path-map --unit-dir" ;;
         'report merge:-'*) words="-h --help -o" ;;
         'report:'*) words="merge" ;;
+        'formats:-'*) words="-h --help --json" ;;
+        'textconv:-'*) words="-h --help" ;;
         'options:-'*) words="-h --help" ;;
         'spec:-'*) words="-h --help" ;;
-        ':'*) words="import info units report options spec" ;;
+        ':'*) words="import info units report formats textconv options spec" ;;
         esac ;;
     esac
     # shellcheck disable=SC2207 # the words hold no blanks

@@ -111,7 +111,8 @@ constexpr FileOption fileOptions[] = {
     {"",
      [](const petal::Request& request) {
          return areHarmless(request.jobs.inputs) && areHarmless(request.merge.reports) &&
-                areHarmless(request.info.files) && areHarmless(request.units.files);
+                areHarmless(request.info.files) && areHarmless(request.units.files) &&
+                isHarmless(request.textconv.file);
      }},
 };
 
@@ -166,10 +167,8 @@ struct Statuses {
     std::string_view numbers;
 };
 constexpr Statuses statuses[] = {
-    {petal::Command::import, "01234"},
-    {petal::Command::info, "015"},
-    {petal::Command::units, "01245"},
-    {petal::Command::mergeReports, "01"},
+    {petal::Command::import, "01234"}, {petal::Command::textconv, "012"},    {petal::Command::info, "015"},
+    {petal::Command::units, "01245"},  {petal::Command::mergeReports, "01"},
 };
 
 bool mayEndWith(int status, const std::optional<petal::Request>& request) {
@@ -199,7 +198,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     fuzz::require(status == 0 || !streams.errors().empty(), "a failure without a word");
     fuzz::requireNone(fuzz::textFault(streams.output()));
     fuzz::requireNone(fuzz::textFault(streams.errors()));
-    if (request && request->command == petal::Command::import) {
+    if (request && (request->command == petal::Command::import || request->command == petal::Command::textconv)) {
         streams.start();
         emptyModel();
         streams.stop();

@@ -18,7 +18,7 @@ public:
 
     virtual void text(const char* member, const KelString& value) = 0;
     virtual void word(const char* member, const char* value) = 0; // ASCII
-    virtual void number(const char* member, std::int32_t value) = 0;
+    virtual void number(const char* member, std::int64_t value) = 0;
     virtual void trueFlag(const char* member) = 0;
     /// References to what the document does not hold are left out.
     virtual void reference(const char* member, const KelObject* target) = 0;

@@ -1,6 +1,7 @@
 #include "export/ModelNumbers.h"
 
 #include "export/JsonMembers.h"
+#include "export/jsonCommonMembers.h"
 #include "export/jsonForms.h"
 #include "host/model/KelModel.h"
 #include "text/utf8.h"
@@ -17,7 +18,7 @@ public:
     void text(const char* /*member*/, const KelString& value) override { entry(value); }
     void entry(const KelString& text) override { allValid_ = allValid_ && text::isValidUtf8(text.view()); }
     void word(const char* /*member*/, const char* /*value*/) override {}
-    void number(const char* /*member*/, std::int32_t /*value*/) override {}
+    void number(const char* /*member*/, std::int64_t /*value*/) override {}
     void trueFlag(const char* /*member*/) override {}
     void reference(const char* /*member*/, const KelObject* /*target*/) override {}
     void references(const char* /*member*/, std::span<const KelObject* const> /*targets*/) override {}
@@ -34,7 +35,7 @@ private:
 
 } // namespace
 
-ModelNumbers::ModelNumbers(const KelModel& model) {
+ModelNumbers::ModelNumbers(const KelModel& model, const source::SourceMap* places) : places_(places) {
     walkModel(model, documentParts, *this);
 }
 
@@ -48,6 +49,7 @@ void ModelNumbers::enter(const KelObject& object) {
     }
     if (textsValid_) {
         TextCheck check(textsValid_);
+        writePlace(object, places_, check);
         jsonFormOf(object).writeMembers(object, check);
     }
 }

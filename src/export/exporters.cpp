@@ -1,25 +1,31 @@
 #include "export/exporters.h"
 
-#include "export/JsonWriter.h"
-#include "export/TreeWriter.h"
+#include "export/writeJson.h"
+#include "export/writeTree.h"
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 
 namespace exporter {
 
 namespace {
 
-template <class Writer>
-void writeWith(const KelModel& model, text::Output& output) {
-    Writer(output).write(model);
-}
+using namespace std::string_view_literals;
+
+constexpr std::array jsonEndings{".json"sv};
+constexpr std::array treeEndings{".txt"sv};
 
 constexpr std::array table{
-    Exporter{"json", "the whole model as a JSON document for programs", writeWith<JsonWriter>},
-    Exporter{"tree", "an outline for people", writeWith<TreeWriter>},
-    Exporter{"none", "no model: only import and report", nullptr},
+    Exporter{"json", "the whole model as a JSON document for programs", Shape::oneFile, jsonEndings, jsonOptions,
+             writeJson},
+    Exporter{"tree", "an outline for people", Shape::oneFile, treeEndings, {}, writeTree},
+    Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},
 };
+
+char toLower(char byte) {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
+}
 
 } // namespace
 
@@ -29,6 +35,15 @@ std::span<const Exporter> exporters() {
 
 const Exporter* findExporter(std::string_view format) {
     const auto* found = std::ranges::find(table, format, &Exporter::format);
+    return found != table.end() ? found : nullptr;
+}
+
+const Exporter* findExporterByEnding(std::string_view path) {
+    std::string ending = std::filesystem::path(path).extension();
+    std::ranges::transform(ending, ending.begin(), toLower);
+    const auto* found = std::ranges::find_if(table, [&](const Exporter& exporter) {
+        return std::ranges::find(exporter.endings, ending) != exporter.endings.end();
+    });
     return found != table.end() ? found : nullptr;
 }
 

@@ -37,7 +37,7 @@ std::string lineOfType(const KelConcreteType& type, const char* kind, const KelT
 } // namespace
 
 std::string lineOf(const KelModel& model) {
-    return "model " + plain(model.getName());
+    return "model" + after(" ", model.getName());
 }
 
 void writeLinesBelow(const KelModel& model, OutlineLines& lines) {

@@ -36,10 +36,13 @@ std::string assignment(const std::string& patterns, const std::string& words) {
 std::string values(const CommandText& command) {
     std::string cases;
     for (const OptionText& option : command.options) {
-        if (!option.names.empty() && !option.value.empty()) {
+        if (!option.value.empty()) {
             std::vector<std::string> patterns;
             for (const std::string& name : option.names) {
                 patterns.push_back("'" + command.name + ":" + name + "'");
+            }
+            if (patterns.empty()) { // the command's argument, right behind it
+                patterns.push_back("'" + command.name + ":" + command.name + "'");
             }
             cases += "    " + assignment(joined(patterns, "|"), joined(choices(option), " "));
         }

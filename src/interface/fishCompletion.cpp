@@ -51,7 +51,9 @@ std::string fishCompletion() {
             }
         }
         for (const OptionText& option : command.options) {
-            text += option.names.empty() ? "" : optionLine(command.name, option);
+            text += !option.names.empty()  ? optionLine(command.name, option)
+                    : option.value.empty() ? ""
+                                           : line(command.name, " -f -a " + quoted(joined(choices(option), " ")));
         }
     }
     return text;

@@ -1,3 +1,4 @@
+#include "export/exporters.h"
 #include "interface/interfaceFiles.h"
 #include "interface/optionForms.h"
 #include "petal/exitStatus.h"
@@ -34,7 +35,8 @@ The bridge's library, in place of the one that belongs to this program.
 When it is set and not empty, no colours on a terminal.
 .SH EXAMPLES
 .nf
-petal import shop.mdl \-\-format tree
+petal import shop.mdl \-f tree
+petal import shop.mdl \-o shop.json \-O places=true
 petal import archive \-o models \-j 4 \-\-timeout 60 \-\-report report.json
 find . \-name '*.mdl' \-print0 | petal import \-\-files\-from \- \-0 \-o models \-\-resume
 petal report merge part1.json part2.json \-o whole.json
@@ -55,14 +57,33 @@ std::string paragraph(const std::string& text) {
     return lines + "\n";
 }
 
+/// "FILE ..." for an argument without a name.
+std::string argument(const OptionText& option) {
+    return "\\fI" + (option.value.empty() ? "FILE" : printed(option.value)) + "\\fR" +
+           (option.isRepeated ? " ..." : "");
+}
+
 std::string optionEntry(const OptionText& option) {
     std::vector<std::string> names;
     for (const std::string& name : option.names) {
         names.push_back("\\fB" + printed(name) + "\\fR");
     }
     const std::string value = option.value.empty() ? "" : " \\fI" + printed(option.value) + "\\fR";
-    return ".TP\n" + (names.empty() ? "\\fIFILE\\fR ..." : joined(names, ", ") + value) + "\n" +
+    return ".TP\n" + (names.empty() ? argument(option) : joined(names, ", ") + value) + "\n" +
            paragraph(option.description);
+}
+
+std::string formats() {
+    std::string text = ".SH FORMATS\n";
+    for (const exporter::Exporter& exporter : exporter::exporters()) {
+        text += ".SS " + printed(std::string(exporter.format)) + "\n" + paragraph(std::string(exporter.description));
+        for (const exporter::Option& option : exporter.options) {
+            text += ".TP\n\\fB\\-O " + printed(std::string(option.name)) + "\\fR=\\fI" +
+                    printed(std::string(option.values)) + "\\fR\n" +
+                    paragraph(std::string(option.description) + " (default: " + std::string(option.byDefault) + ")");
+        }
+    }
+    return text;
 }
 
 std::string statuses() {
@@ -80,15 +101,15 @@ std::string manualPage() {
     std::string options;
     for (const CommandText& command : commandTexts()) {
         const std::string name = command.name.empty() ? "petal" : "petal " + command.name;
-        bool takesFiles = false;
+        std::string usage = ".B " + name + "\n[\\fIOPTIONS\\fR]";
         options += ".SS " + printed(name) + "\n" + paragraph(command.description);
         for (const OptionText& option : command.options) {
-            takesFiles = takesFiles || option.names.empty();
+            usage += option.names.empty() ? " [" + argument(option) + "]" : "";
             options += optionEntry(option);
         }
-        synopsis += ".B " + name + "\n[\\fIOPTIONS\\fR]" + (takesFiles ? " [\\fIFILE\\fR ...]" : "") + "\n.br\n";
+        synopsis += usage + "\n.br\n";
     }
-    return head + synopsis + description + ".SH COMMANDS\n" + options + statuses() + tail;
+    return head + synopsis + description + ".SH COMMANDS\n" + options + formats() + statuses() + tail;
 }
 
 } // namespace petal

@@ -27,7 +27,7 @@ std::string argumentsOf(const CommandText& command) {
             lines.push_back(quoted(std::string("*").append(name).append(text).append(value)));
         }
         if (option.names.empty()) {
-            lines.emplace_back("'*:file:_files'");
+            lines.push_back(option.value.empty() ? "'*:file:_files'" : quoted("*" + action(option)));
         }
     }
     return joined(lines, " \\\n            ");

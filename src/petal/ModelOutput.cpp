@@ -27,6 +27,20 @@ std::optional<path> fileToReplace(const std::string& given) {
     return followLinks(given);
 }
 
+bool leadsToTerminal(const std::optional<std::string>& given) {
+    if (given && *given != "-" && namedDescriptor(*given) < 0) {
+        struct stat existing {};
+        if (::stat(given->c_str(), &existing) != 0 || !S_ISCHR(existing.st_mode)) {
+            return false;
+        }
+    }
+    try {
+        return ModelOutput::open(given)->isTerminal();
+    } catch (const std::system_error&) {
+        return false;
+    }
+}
+
 std::unique_ptr<ModelOutput> ModelOutput::open(const std::optional<std::string>& given, int descriptor) {
     if (descriptor < 0) {
         descriptor = !given || *given == "-" ? STDOUT_FILENO : namedDescriptor(*given);

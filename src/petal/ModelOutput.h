@@ -25,6 +25,10 @@ public:
     [[nodiscard]] static std::unique_ptr<ModelOutput> open(const std::optional<std::string>& path, int descriptor = -1);
 };
 
+/// Whether `ModelOutput::open` would open a terminal. Opens nothing but terminals and other devices; false for what
+/// cannot be opened.
+[[nodiscard]] bool leadsToTerminal(const std::optional<std::string>& path);
+
 /// The regular file that a path leads to, links followed, which may not exist yet; nothing when what exists there is
 /// of another kind. Throws `std::system_error` when the file exists and may not be written to.
 [[nodiscard]] std::optional<std::filesystem::path> fileToReplace(const std::string& path);

@@ -7,7 +7,7 @@
 
 namespace petal {
 
-enum class Command { help, version, options, specification, import, info, mergeReports, units };
+enum class Command { help, version, options, specification, formats, import, info, mergeReports, units, textconv };
 
 /// How the controlled units of a model are followed. Texts are the bytes that the shell gave.
 struct UnitChoices {
@@ -21,15 +21,17 @@ struct ImportRequest {
     std::string file;
     std::optional<std::string> types;
     std::string encoding = "auto";
-    std::optional<std::string> format; // one of the exporters; unset: "tree" on a terminal, else "json"
-    std::optional<std::string> output; // unset or "-": standard output
-    std::string logLevel = "WARNING";  // a word of Severity.h
-    std::string logFormat = "text";    // or "json"
-    std::optional<std::string> log;    // unset or "-": standard error
+    std::optional<std::string> format;      // one of the exporters; unset: it follows from the output
+    std::vector<std::string> formatOptions; // each "NAME=VALUE"
+    std::optional<std::string> output;      // unset or "-": standard output
+    std::string logLevel = "WARNING";       // a word of Severity.h
+    std::string logFormat = "text";         // or "json"
+    std::optional<std::string> log;         // unset or "-": standard error
     UnitChoices units;
     std::optional<std::string> ledger; // "-": standard output; for several files a folder
     bool ledgerListsAll = false;
-    std::vector<std::string> failOn; // of "loss", "warning" and "encoding"
+    std::vector<std::string> failOn; // of "loss", "damage", "warning" and "encoding"
+    bool namesFile = true;           // false: the model has neither its file's name nor its path
     bool isSummarised = true;        // the ledger, in lines on standard error
     bool isCounted = true;           // false: no ledger is made unless something else needs it
     int outputDescriptor = -1;       // unless negative, where to write; `output` then only names it
@@ -69,6 +71,17 @@ struct UnitsRequest {
     UnitChoices units;
 };
 
+/// What `petal formats` is to do.
+struct FormatsRequest {
+    std::optional<std::string> format; // one of the exporters; unset: all
+    bool asJson = false;
+};
+
+/// What `petal textconv` is to do.
+struct TextconvRequest {
+    std::string file; // bytes as the shell gave them
+};
+
 struct Request {
     Command command = Command::help;
     std::string helpText; // of the command `help`
@@ -77,6 +90,8 @@ struct Request {
     MergeRequest merge;
     InfoRequest info;
     UnitsRequest units;
+    FormatsRequest formats;
+    TextconvRequest textconv;
 };
 
 } // namespace petal

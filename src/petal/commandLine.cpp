@@ -40,9 +40,14 @@ std::vector<std::string> formats() {
 }
 
 std::string formatDescription() {
-    std::string text = "What to write; unless given, tree on a terminal and json otherwise:";
+    std::string text = "Output format; by default it follows from the ending of the name given with -o,\n"
+                       "else it is tree on a terminal and json otherwise:";
     for (const exporter::Exporter& exporter : exporter::exporters()) {
         text += "\n  " + std::string(exporter.format) + ": " + std::string(exporter.description);
+        for (const std::string_view ending : exporter.endings) {
+            text += (ending == exporter.endings.front() ? " (" : ", ") + std::string(ending);
+        }
+        text += exporter.endings.empty() ? "" : ")";
     }
     return text;
 }
@@ -100,7 +105,9 @@ CLI::Validator oneOf(const std::vector<std::string>& values) {
 }
 
 void describeImport(CLI::App& command, ImportRequest& request) {
-    command.add_option("--types", request.types, "What declared types are mapped to; see 'petal options'")
+    command
+        .add_option("--types", request.types,
+                    "What declared types are mapped to; cpp, oracle, or another name of 'petal options'")
         ->type_name("NAME");
     command
         .add_option("--encoding", request.encoding,
@@ -108,9 +115,15 @@ void describeImport(CLI::App& command, ImportRequest& request) {
                     "that the charSet in the file's header stands for, else the bridge's default")
         ->type_name("NAME")
         ->capture_default_str();
-    command.add_option("--format", request.format, formatDescription())
+    command.add_option("-f,--format", request.format, formatDescription())
         ->check(oneOf(formats()))
         ->type_name(choiceOf(formats()));
+    command
+        .add_option("-O", request.formatOptions,
+                    "Set an option of the format; may be given several times. 'petal formats FORMAT'\n"
+                    "lists the options and their values")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
     command
         .add_option("-o", request.output,
                     "Where to write the model; unless given, or with -, standard output.\n"
@@ -190,6 +203,17 @@ void describeUnits(CLI::App& units, UnitsRequest& request) {
     describeUnitOptions(units, request.units);
 }
 
+void describeFormats(CLI::App& formatsCommand, FormatsRequest& request) {
+    formatsCommand.add_option("FORMAT", request.format, "The format whose options to print")
+        ->check(oneOf(formats()))
+        ->type_name(choiceOf(formats()));
+    formatsCommand.add_flag("--json", request.asJson, "Print a JSON object with all formats, or the one named");
+}
+
+void describeTextconv(CLI::App& textconv, TextconvRequest& request) {
+    textconv.add_option("FILE", request.file, "A model file")->required()->type_name("");
+}
+
 /// A command and how it is known that it was given.
 struct CommandRow {
     const CLI::App* app;
@@ -204,6 +228,8 @@ std::vector<CommandRow> describeCommands(CLI::App& app, Request& request, bool& 
     CLI::App* units = app.add_subcommand("units", "Print the controlled units of model files and where each was found");
     CLI::App* report = app.add_subcommand("report", "Work with the reports of imports");
     CLI::App* merge = report->require_subcommand(1)->add_subcommand("merge", "Make one report of several");
+    CLI::App* formats = app.add_subcommand("formats", "Print the output formats, or the options of one");
+    CLI::App* textconv = app.add_subcommand("textconv", "Print the outline of a model file for git's textconv");
     CLI::App* options = app.add_subcommand("options", "Print the bridge's options, their values and defaults");
     CLI::App* specification = app.add_subcommand("spec", "Print what the bridge says about itself");
     describeJobs(*import, request.jobs);
@@ -211,17 +237,25 @@ std::vector<CommandRow> describeCommands(CLI::App& app, Request& request, bool& 
     describeInfo(*info, request.info);
     describeMerge(*merge, request.merge);
     describeUnits(*units, request.units);
+    describeFormats(*formats, request.formats);
+    describeTextconv(*textconv, request.textconv);
     app.require_subcommand(0, 1);
     app.footer(footer() + "\n'petal import --help' tells about the options of an import.");
     import->footer(footer());
     info->footer(footer());
     units->footer(footer());
-    return {{import, Command::import},      {info, Command::info},       {units, Command::units},
-            {merge, Command::mergeReports}, {options, Command::options}, {specification, Command::specification}};
+    textconv->footer(footer());
+    return {{import, Command::import},   {info, Command::info},
+            {units, Command::units},     {merge, Command::mergeReports},
+            {formats, Command::formats}, {textconv, Command::textconv},
+            {options, Command::options}, {specification, Command::specification}};
 }
 
 OptionText textOf(const CLI::Option& option) {
-    OptionText text{.names = {}, .value = option.get_type_name(), .description = option.get_description()};
+    OptionText text{.names = {},
+                    .value = option.get_type_name(),
+                    .isRepeated = option.get_items_expected_max() > 1,
+                    .description = option.get_description()};
     std::ranges::transform(option.get_snames(), std::back_inserter(text.names),
                            [](const std::string& name) { return "-" + name; });
     std::ranges::transform(option.get_lnames(), std::back_inserter(text.names),

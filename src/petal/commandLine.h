@@ -13,7 +13,8 @@ namespace petal {
 /// An option or a positional argument, as help tells of it.
 struct OptionText {
     std::vector<std::string> names; // "-o", "--log"; none for a positional argument
-    std::string value;              // "FILE", "SECONDS", or "json|tree"; empty for a flag
+    std::string value;              // "FILE", "SECONDS", or "json|tree"; empty for a flag, and for files without a name
+    bool isRepeated = false;        // may be given several times
     std::string description;
 };
 struct CommandText {

@@ -9,7 +9,10 @@ namespace petal {
 
 /// Imports one file or many; the output of `import` is then a folder. Returns `success` or `checkTripped`.
 [[nodiscard]] Outcome importFiles(const ImportRequest& import, const JobsRequest& jobs);
+/// Writes the outline of one file to standard output for comparisons: nothing in it comes from the file's path.
+void convertToText(const TextconvRequest& request);
 void mergeReports(const MergeRequest& request);
+void printFormats(const FormatsRequest& request);
 void printInfo(const InfoRequest& request);
 void printOptions();
 void printSpecification();

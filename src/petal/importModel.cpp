@@ -3,6 +3,7 @@
 #include "export/exporters.h"
 #include "host/log/KelException.h"
 #include "host/log/Severity.h"
+#include "host/model/KelMetadataOrigin.h"
 #include "host/model/KelModel.h"
 #include "host/options/KelOptionList.h"
 #include "petal/LogWriter.h"
@@ -10,6 +11,7 @@
 #include "petal/PlugIn.h"
 #include "petal/WarningCount.h"
 #include "petal/countObjects.h"
+#include "petal/formats.h"
 #include "petal/importOptions.h"
 #include "petal/inputAdvice.h"
 #include "petal/ledger/LedgerReport.h"
@@ -42,17 +44,28 @@ void import(const ImportRequest& request, KelOptionList& options, KelModelBridge
     }
 }
 
-const exporter::Exporter& chosenExporter(const ImportRequest& request, const ModelOutput& output) {
-    return *exporter::findExporter(request.format.value_or(output.isTerminal() ? "tree" : "json"));
+/// Takes out of the model what comes from its file's path.
+void forgetPath(KelModel& model) {
+    model.setName("");
+    for (KelMetadataOrigin* origin : model.metadataOrigins()) {
+        origin->sourcePath = "";
+    }
+}
+
+/// The places that the objects of the model come from. The import does not record them.
+const source::SourceMap* recordedPlaces() {
+    return nullptr;
 }
 
 void writeModel(const ImportRequest& request) {
-    if (request.format && exporter::findExporter(*request.format)->write == nullptr) {
+    const exporter::Exporter& exporter = *exporter::findExporter(*request.format);
+    if (exporter.shape == exporter::Shape::nothing) {
         return;
     }
+    const exporter::OptionValues options = formatOptions(request);
     try {
         const auto output = ModelOutput::open(request.output, request.outputDescriptor);
-        chosenExporter(request, *output).write(keptModel(), *output);
+        exporter.write({.model = keptModel(), .source = recordedPlaces(), .options = options, .output = *output});
         output->commit();
     } catch (const std::system_error& error) {
         throw outputFailure(outputName(request.output), error);
@@ -87,6 +100,9 @@ ImportResult importModel(const ImportRequest& request, const FileUses& uses) {
     }
     import(request, options, plugIn.getBridge(), log);
     source.complete(keptModel(), options);
+    if (!request.namesFile) {
+        forgetPath(keptModel());
+    }
     writeModel(request);
     if (trace) {
         trace->locate(source.getPieces());

@@ -9,18 +9,24 @@
 #include "petal/fileOption.h"
 #include "petal/headerCharSet.h"
 
+#include <algorithm>
 #include <array>
 
 namespace petal {
 
 namespace {
 
-constexpr OptionArgument fileArgument{"FILE", KelImportBridge::option::file, nullptr};
-constexpr OptionArgument typesArgument{"--types", KelImportBridge::option::supportedTypes, nullptr};
+constexpr std::array typeNames{ShortName{"cpp", KelImportBridge::target::cPlusPlus},
+                               ShortName{"oracle", KelImportBridge::target::oracle}};
+
+constexpr OptionArgument fileArgument{"FILE", KelImportBridge::option::file, nullptr, {}};
+constexpr OptionArgument typesArgument{"--types", KelImportBridge::option::supportedTypes, nullptr, typeNames};
 constexpr OptionArgument encodingArgument{
-    "--encoding", KelImportBridge::option::encoding,
+    "--encoding",
+    KelImportBridge::option::encoding,
     "With auto, petal's default, it is the encoding that the charSet in the file's header stands for,\n"
-    "and the default below without one. Other names that ICU knows are taken as well."};
+    "and the default below without one. Other names that ICU knows are taken as well.",
+    {}};
 constexpr std::array arguments{fileArgument, typesArgument, encodingArgument};
 
 constexpr const char* optionsAdvice = "Run 'petal options' to see the values.";
@@ -47,7 +53,10 @@ std::string allowedValues(const KelOption& option) {
 
 void setTypes(const std::string& types, const KelOptionList& options) {
     KelOption& option = findOption(typesArgument, options);
-    if (!option.setValue(KelString(std::string_view(types)))) {
+    const auto* shortName = std::ranges::find(typeNames, types, &ShortName::name);
+    const bool isSet = option.setValue(KelString(std::string_view(types))) ||
+                       (shortName != typeNames.end() && option.setValue(shortName->value));
+    if (!isSet) {
         refuse(typesArgument, "'" + types + "' is none of " + allowedValues(option));
     }
 }

@@ -9,11 +9,18 @@ class KelString;
 
 namespace petal {
 
+/// A name of petal's own for a value of the bridge.
+struct ShortName {
+    const char* name;
+    const char* value;
+};
+
 /// Which argument of the command line sets which option of the bridge.
 struct OptionArgument {
     const char* argument;
     const char* option; // the name in the option list
     const char* remark; // what petal adds to it, for people; or null
+    std::span<const ShortName> shortNames;
 };
 [[nodiscard]] std::span<const OptionArgument> optionArguments();
 

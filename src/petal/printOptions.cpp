@@ -32,18 +32,23 @@ std::string indentedLines(std::string_view text) {
     return lines;
 }
 
-std::string choicesOf(const KelOptionDescription& description) {
+/// "  (short: cpp)", or nothing.
+std::string shortNameOf(std::string_view value, std::span<const ShortName> names) {
+    const auto found = std::ranges::find(names, value, &ShortName::value);
+    return found != names.end() ? std::string("  (short: ") + found->name + ")" : std::string();
+}
+
+std::string choicesOf(const KelOptionDescription& description, std::span<const ShortName> shortNames) {
     std::size_t width = 0;
     for (const KelOptionChoice& choice : description.choices) {
         width = std::max(width, choice.identifier.view().size());
     }
     std::string lines;
     for (const KelOptionChoice& choice : description.choices) {
-        std::string value = text(choice.identifier);
-        if (!(choice.label == choice.identifier)) {
-            value.append(width - value.size() + 2, ' ').append(choice.label.view());
-        }
-        lines += "    " + value + "\n";
+        const std::string value = text(choice.identifier);
+        const std::string remark = (choice.label == choice.identifier ? std::string() : "  " + text(choice.label)) +
+                                   shortNameOf(value, shortNames);
+        lines += "    " + value + (remark.empty() ? "" : std::string(width - value.size(), ' ') + remark) + "\n";
     }
     return lines.empty() ? lines : "  Values:\n" + lines;
 }
@@ -66,7 +71,8 @@ std::string describe(const KelOption& option) {
     if (isOffered && found->remark != nullptr) {
         lines += indentedLines(found->remark);
     }
-    lines += choicesOf(description) + filesOf(description.files);
+    const std::span<const ShortName> shortNames = isOffered ? found->shortNames : std::span<const ShortName>();
+    lines += choicesOf(description, shortNames) + filesOf(description.files);
     if (!description.defaultValue.isEmpty()) {
         lines += "  Default: " + text(description.defaultValue) + "\n";
     }

@@ -41,6 +41,12 @@ Outcome execute(const Request& request) {
     case Command::specification:
         printSpecification();
         break;
+    case Command::formats:
+        printFormats(request.formats);
+        break;
+    case Command::textconv:
+        convertToText(request.textconv);
+        break;
     case Command::info:
         printInfo(request.info);
         break;

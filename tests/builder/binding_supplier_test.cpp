@@ -133,7 +133,7 @@ object ClassAttribute "x"
   supplier @0
 )");
     EXPECT_EQ(imported.failure, "[QEV_RRSE_F0009] Diagram not yet created");
-    EXPECT_EQ(imported.tree(), "model \n");
+    EXPECT_EQ(imported.tree(), "model\n");
     EXPECT_EQ(brokenInvariant(imported.model), "");
 }
 

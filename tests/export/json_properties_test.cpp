@@ -1,6 +1,5 @@
-#include "export/JsonWriter.h"
+#include "export/writeJson.h"
 
-#include "text/MemoryOutput.h"
 #include "ModelBuilding.h"
 #include "export/jsonForms.h"
 #include "export/outlineForms.h"
@@ -9,6 +8,7 @@
 #include "host/model/KelClassDiagram.h"
 #include "host/model/KelDerivedType.h"
 #include "host/model/KelOperation.h"
+#include "support/Written.h"
 
 #include <gtest/gtest.h>
 #include <rapidjson/error/en.h>
@@ -152,7 +152,7 @@ TEST(JsonProperties, EveryDocumentParsesAndCountsItsObjects) {
     for (unsigned seed = 0; seed < 300; ++seed) {
         const RandomModel random(seed);
         MemoryOutput output;
-        exporter::JsonWriter(output).write(random.model);
+        writeAs("json", random.model, output);
         const IdReader document = read(output.text);
         ASSERT_TRUE(document.inOrder) << "seed " << seed << "\n" << output.text;
         ASSERT_EQ(document.count, random.objectCount) << "seed " << seed;
@@ -169,7 +169,7 @@ TEST(JsonProperties, DepthCostsNeitherStackNorWidth) {
         innermost = &addPackage(*innermost, "p");
     }
     MemoryOutput output;
-    exporter::JsonWriter(output).write(model);
+    writeAs("json", model, output);
     const IdReader document = read(output.text);
     EXPECT_TRUE(document.inOrder);
     EXPECT_EQ(document.count, depth + 1U);

@@ -1,8 +1,9 @@
-#include "export/JsonWriter.h"
+#include "export/writeJson.h"
 
-#include "text/MemoryOutput.h"
 #include "Shop.h"
 #include "host/model/KelTraversalOperation.h"
+#include "source/SourceMap.h"
+#include "support/Written.h"
 
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
@@ -13,9 +14,7 @@
 namespace {
 
 std::string documentOf(const KelModel& model) {
-    MemoryOutput output;
-    exporter::JsonWriter(output).write(model);
-    return output.text;
+    return writtenAs("json", model);
 }
 
 /// The value at `pointer`, its members in their order, on one line.
@@ -187,6 +186,25 @@ TEST_F(JsonForms, TextsThatAreNotUtf8MakeTheDocumentLossy) {
     EXPECT_EQ(written("/lossy"), "true");
 }
 
+TEST_F(JsonForms, PlacesFollowTheIds) {
+    auto& made = addElement<KelClass>(package, "C");
+    made.addAttribute(named<KelAttribute>("x"));
+    source::SourceMap places({"m.mdl", "unit \xE9.cat"});
+    places.add(package, {.file = 0, .begin = {.offset = 40, .line = 3, .column = 2}, .end = 90, .quid = "3C5A"});
+    places.add(made, {.file = 1, .begin = {.offset = 9, .line = 5'000'000'000, .column = 1}, .end = 10, .quid = "1"});
+    places.add(*made.attributes().first(), {.file = 1, .begin = {}, .end = 1, .quid = ""}); // a cause, which has none
+    const std::string with = writtenAs("json", model, {"places=true"}, &places);
+    const std::string unit = "\"file\":\"unit \uFFFD.cat\"";
+    EXPECT_EQ(
+        partOf(with, "/model"),
+        R"({"id":1,"name":"","packages":[{"id":2,"quid":"3C5A","line":3,"name":"P","elements":[{"id":3,"quid":"1",)" +
+            unit + R"(,"line":5000000000,"kind":"class","name":"C","category":"class","attributes":[{"id":4,)" + unit +
+            R"(,"line":1,"name":"x","visibility":"public","position":0}]}]}]})");
+    EXPECT_EQ(partOf(with, "/lossy"), "true"); // the name of the unit
+    EXPECT_EQ(writtenAs("json", model, {"places=false"}, &places), documentOf(model));
+    EXPECT_EQ(writtenAs("json", model, {"places=true"}), documentOf(model));
+}
+
 TEST(JsonWriter, PassesFailuresOn) {
     KelModel model;
     KelDesignPackage& package = addPackage(model, "P");
@@ -198,7 +216,7 @@ TEST(JsonWriter, PassesFailuresOn) {
     for (bool failed = true; failed; ++failAt) {
         MemoryOutput output(failAt);
         try {
-            exporter::JsonWriter(output).write(model);
+            writeAs("json", model, output);
             failed = false;
             EXPECT_EQ(output.text, whole);
         } catch (const std::system_error& error) {

@@ -1,18 +1,15 @@
-#include "export/TreeWriter.h"
-
-#include "text/MemoryOutput.h"
-#include "Shop.h"
 #include "export/exporters.h"
+
+#include "Shop.h"
 #include "host/model/KelTraversalOperation.h"
+#include "support/Written.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 std::string outlineOf(const KelModel& model) {
-    MemoryOutput output;
-    exporter::TreeWriter(output).write(model);
-    return output.text;
+    return writtenAs("tree", model);
 }
 
 TEST(TreeWriter, OutlinesEveryKindOfObject) {
@@ -85,14 +82,56 @@ TEST(TreeWriter, DepthCostsNeitherStackNorWidth) {
     EXPECT_EQ(outline.substr(outline.size() - last.size()), last);
 }
 
-TEST(Exporters, AreFoundByFormat) {
-    for (const char* format : {"json", "tree", "none"}) {
-        const exporter::Exporter* found = exporter::findExporter(format);
-        ASSERT_NE(found, nullptr) << format;
-        EXPECT_EQ(found->write == nullptr, format == std::string_view("none"));
+TEST(Exporters, AreFoundByFormatAndByEnding) {
+    for (const exporter::Exporter& exporter : exporter::exporters()) {
+        EXPECT_EQ(exporter::findExporter(exporter.format), &exporter);
+        EXPECT_EQ(exporter.write == nullptr, exporter.shape == exporter::Shape::nothing) << exporter.format;
+        EXPECT_EQ(exporter.endings.empty(), exporter.shape == exporter::Shape::nothing) << exporter.format;
+        for (const std::string_view ending : exporter.endings) {
+            EXPECT_EQ(exporter::findExporterByEnding("a.b/M" + std::string(ending)), &exporter) << ending;
+        }
+        for (const exporter::Option& option : exporter.options) {
+            const std::vector<std::string_view> values = exporter::valuesOf(option);
+            EXPECT_NE(std::ranges::find(values, option.byDefault), values.end()) << option.name;
+        }
     }
+    EXPECT_EQ(exporter::findExporterByEnding("M.JSON"), exporter::findExporter("json"));
     for (const char* unknown : {"", "JSON", "jso", "xml"}) {
         EXPECT_EQ(exporter::findExporter(unknown), nullptr) << unknown;
+    }
+    for (const char* unknown : {"", "json", ".json", "m.json/x", "m.json~", "m."}) {
+        EXPECT_EQ(exporter::findExporterByEnding(unknown), nullptr) << unknown;
+    }
+}
+
+TEST(Exporters, OptionsTakeOnlyWhatTheTableSays) {
+    constexpr std::array options{exporter::Option{"colour", "red|green|blue", "green", ""},
+                                 exporter::Option{"wide", "true|false", "false", ""}};
+    using Settings = std::vector<std::string>;
+    const auto read = [&](const Settings& settings) {
+        const exporter::OptionValues values(options, settings);
+        return std::string(values.get("colour")) + (values.isOn("wide") ? " wide" : "");
+    };
+    EXPECT_EQ(read({}), "green");
+    EXPECT_EQ(read({"wide=true", "colour=red", "colour=blue"}), "blue wide");
+    struct Row {
+        const char* setting;
+        const char* text;
+    };
+    for (const Row& row : {
+             Row{"width=1", "there is no option 'width'; the options are colour=red|green|blue, wide=true|false"},
+             Row{"=red", "there is no option ''; the options are colour=red|green|blue, wide=true|false"},
+             Row{"wide", "'wide' is not NAME=VALUE; the options are colour=red|green|blue, wide=true|false"},
+             Row{"colour=", "'colour=' is none of colour=red|green|blue"},
+             Row{"colour=red|green", "'colour=red|green' is none of colour=red|green|blue"},
+             Row{"wide=True", "'wide=True' is none of wide=true|false"},
+         }) {
+        try {
+            read({row.setting});
+            ADD_FAILURE() << row.setting << " is taken";
+        } catch (const exporter::WrongOption& error) {
+            EXPECT_STREQ(error.what(), row.text);
+        }
     }
 }
 

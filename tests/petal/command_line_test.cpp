@@ -33,6 +33,8 @@ TEST(CommandLine, FindsTheCommand) {
         {{"info", "a", "b"}, Command::info},
         {{"report", "merge", "a"}, Command::mergeReports},
         {{"import", "--files-from", "-", "-0"}, Command::import},
+        {{"formats", "json"}, Command::formats},
+        {{"textconv", "a"}, Command::textconv},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(parse(row.arguments).command, row.expected) << row.arguments.front();
@@ -61,6 +63,8 @@ TEST(CommandLine, HasDefaults) {
     EXPECT_EQ(request.logFormat, "text");
     EXPECT_EQ(request.log, std::nullopt);
     EXPECT_EQ(parse({"import", "x", "--log-level", "debug"}).import.logLevel, "DEBUG");
+    EXPECT_EQ(parse({"import", "-O", "a=b", "x", "-f", "tree", "-O", "[c]"}).import.formatOptions,
+              (std::vector<std::string>{"a=b", "[c]"}));
 }
 
 TEST(CommandLine, RefusesWrongUsage) {
@@ -90,6 +94,9 @@ TEST(CommandLine, RefusesWrongUsage) {
         {"import", "a", "--frob"},
         {"options", "a"},
         {"spec", "options"},
+        {"formats", "xml"},
+        {"textconv"},
+        {"textconv", "a", "b"},
     };
     for (const Arguments& row : rows) {
         try {

@@ -58,6 +58,7 @@ TEST_F(Completion, OffersInBashWhatFits) {
              Row{"petal import --ledger-d", "--ledger-detail"},
              Row{"petal import --files-from x", ""},
              Row{"petal info --j", "--json"},
+             Row{"petal formats t", "tree"},
          }) {
         put("script", ". " PETAL_SOURCES "/completions/petal.bash; COMP_WORDS=(" + std::string(row.words) +
                           "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _petal; echo ${COMPREPLY[*]}");

@@ -1,13 +1,12 @@
 // Files made to hurt: nothing of them is lost, no stack is deep enough to matter, and memory stays in step.
 
-#include "export/exporters.h"
 #include "host/model/KelTraversalOperation.h"
 #include "support/HostileFiles.h"
 #include "support/ImportedModel.h"
 #include "support/OnSmallStack.h"
 #include "support/RepositoryInvariants.h"
+#include "support/Written.h"
 #include "support/memory/MemoryShortage.h"
-#include "text/MemoryOutput.h"
 
 #include <gtest/gtest.h>
 #include <rapidjson/reader.h>
@@ -54,10 +53,9 @@ TEST_P(HostileFilesTest, GiveTheirWholeModelOnASmallStack) {
         EXPECT_EQ(counting.objects, file.objectsPerPiece * file.testTimes + file.otherObjects);
         EXPECT_EQ(brokenInvariant(imported.model), "");
         for (const char* format : {"json", "tree"}) {
-            MemoryOutput output;
-            exporter::findExporter(format)->write(imported.model, output);
-            EXPECT_LT(output.text.size(), 8 * contents.size() + 1'000'000) << format;
-            EXPECT_EQ(isJson(output.text), format == std::string_view("json"));
+            const std::string text = writtenAs(format, imported.model);
+            EXPECT_LT(text.size(), 8 * contents.size() + 1'000'000) << format;
+            EXPECT_EQ(isJson(text), format == std::string_view("json"));
         }
     });
 }

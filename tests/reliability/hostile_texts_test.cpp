@@ -1,12 +1,11 @@
 // Texts of a model that try to break a document or to drive the terminal of whoever reads it.
 
-#include "export/exporters.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDesignPackage.h"
 #include "petal/LogText.h"
 #include "petal/logFormats.h"
 #include "support/ImportedModel.h"
-#include "text/MemoryOutput.h"
+#include "support/Written.h"
 
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
@@ -46,12 +45,6 @@ std::string fileWith(const std::string& text) {
            " client_cardinality (value cardinality" + quoted + "(object ClassDiagram" + quoted + " label" + quoted;
 }
 
-std::string written(const KelModel& model, std::string_view format) {
-    MemoryOutput output;
-    exporter::findExporter(format)->write(model, output);
-    return output.text;
-}
-
 /// Whether the text has nothing but line feeds that a terminal would not show. C1 controls are two bytes in UTF-8.
 bool onlyShows(std::string_view text) {
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -87,7 +80,7 @@ TEST(HostileTextsTest, NeitherBreakADocumentNorDriveATerminal) {
         const auto& logicalView = static_cast<KelDesignPackage&>(*imported.model.childPackages()[0]);
         EXPECT_EQ(logicalView.childPackages()[0]->getName().view(), text.name);
 
-        const std::string json = written(imported.model, "json");
+        const std::string json = writtenAs("json", imported.model);
         EXPECT_TRUE(onlyShows(json)) << json;
         rapidjson::Document document;
         document.Parse<rapidjson::kParseValidateEncodingFlag>(json.data(), json.size());
@@ -97,7 +90,7 @@ TEST(HostileTextsTest, NeitherBreakADocumentNorDriveATerminal) {
         if (!document.HasMember("lossy")) {
             EXPECT_EQ(std::string_view(name->GetString(), name->GetStringLength()), text.name);
         }
-        EXPECT_TRUE(onlyShows(written(imported.model, "tree")));
+        EXPECT_TRUE(onlyShows(writtenAs("tree", imported.model)));
     }
 }
 

@@ -1,10 +1,9 @@
 #include "support/ImportedModel.h"
 
 #include "bridge/KelIbmRationalRose40ImportDllInterface.h"
-#include "export/exporters.h"
 #include "host/log/KelException.h"
 #include "host/options/KelOptionList.h"
-#include "text/MemoryOutput.h"
+#include "support/Written.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -25,12 +24,6 @@ public:
     }
     const std::filesystem::path path;
 };
-
-std::string writtenAs(const KelModel& model, std::string_view format) {
-    MemoryOutput output;
-    exporter::findExporter(format)->write(model, output);
-    return output.text;
-}
 
 /// The text without the first line that holds `mark`.
 std::string withoutLine(std::string text, std::string_view mark) {
@@ -88,9 +81,9 @@ std::string ImportedModel::json() const {
 }
 
 std::string ImportedModel::tree() const {
-    return withoutLine(writtenAs(model, "tree"), "  origin: ");
+    return withoutLine(writtenAs("tree", model), "  origin: ");
 }
 
 std::string jsonOf(const KelModel& model) {
-    return withoutLine(writtenAs(model, "json"), "\"sourcePath\"");
+    return withoutLine(writtenAs("json", model), "\"sourcePath\"");
 }

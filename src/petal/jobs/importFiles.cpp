@@ -2,6 +2,7 @@
 #include "petal/Failure.h"
 #include "petal/PlugIn.h"
 #include "petal/commands.h"
+#include "petal/formats.h"
 #include "petal/jobs/ArchiveRun.h"
 #include "petal/jobs/importOne.h"
 #include "petal/jobs/isUpToDate.h"
@@ -100,26 +101,27 @@ void makeFolder(const std::string& folder) {
 /// Where what each source gives goes.
 std::vector<ImportPaths> planPaths(std::span<const Source> sources, const ImportRequest& request) {
     std::vector<ImportPaths> paths(sources.size());
-    const auto plan = [&](const std::string& folder, std::string_view suffix, std::string ImportPaths::*path) {
+    const auto plan = [&](const std::string& folder, std::string_view ending, std::string ImportPaths::*path) {
         makeFolder(folder);
-        std::vector<std::string> planned = planOutputs(sources, folder, suffix);
+        std::vector<std::string> planned = planOutputs(sources, folder, ending);
         for (std::size_t index = 0; index < paths.size(); ++index) {
             paths[index].*path = std::move(planned[index]);
         }
     };
-    if (exporter::findExporter(*request.format)->write != nullptr) {
+    const exporter::Exporter& exporter = *exporter::findExporter(*request.format);
+    if (exporter.shape != exporter::Shape::nothing) {
         if (!request.output || *request.output == "-") {
             throw Failure(Outcome::wrongUsage, "several models need a folder to be written to",
                           "Give one with -o, or write no models with '--format none'.");
         }
-        plan(*request.output, *request.format, &ImportPaths::model);
+        plan(*request.output, exporter.endings.front(), &ImportPaths::model);
     }
     if (request.ledger) {
         if (*request.ledger == "-") {
             throw Failure(Outcome::wrongUsage, "several ledgers need a folder to be written to",
                           "Give one with --ledger.");
         }
-        plan(*request.ledger, "ledger", &ImportPaths::ledger);
+        plan(*request.ledger, ".ledger", &ImportPaths::ledger);
     }
     return paths;
 }
@@ -131,6 +133,7 @@ Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
     request.isSummarised = false;
     request.isCounted = isCounted(jobs);
     request.format = request.format.value_or("json");
+    static_cast<void>(formatOptions(request)); // all that is wrong with them is told once
     std::vector<Source> sources = findSources(jobs);
     if (sources.empty() && !jobs.inputs.empty()) {
         throw Failure(Outcome::inputNotRead, "there is no model file in what was named",
@@ -168,6 +171,8 @@ Outcome importFiles(const ImportRequest& import, const JobsRequest& jobs) {
         }
         ImportRequest request = import;
         request.file = jobs.inputs.front();
+        request.format = formatFor(request);
+        static_cast<void>(formatOptions(request));
         request.isSummarised = !jobs.quiet;
         request.isCounted = isCounted(jobs);
         return importSingle(request, jobs);

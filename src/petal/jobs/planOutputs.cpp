@@ -17,20 +17,20 @@ namespace fs = std::filesystem;
                   "Import them into different folders.");
 }
 
-std::string outputOf(const Source& source, const fs::path& folder, std::string_view suffix) {
+std::string outputOf(const Source& source, const fs::path& folder, std::string_view ending) {
     const fs::path mirrored = folder / fs::path(normalName(source.path)).relative_path();
-    return mirrored.string() + "." + std::string(suffix);
+    return mirrored.string().append(ending);
 }
 
 } // namespace
 
 std::vector<std::string> planOutputs(std::span<const Source> sources, const std::string& folder,
-                                     std::string_view suffix) {
+                                     std::string_view ending) {
     std::vector<std::string> outputs;
     outputs.reserve(sources.size());
     std::unordered_map<std::string, const Source*> owners;
     for (const Source& source : sources) {
-        outputs.push_back(outputOf(source, folder, suffix));
+        outputs.push_back(outputOf(source, folder, ending));
         if (const auto [owner, isNew] = owners.emplace(outputs.back(), &source); !isNew) {
             refuseBoth(owner->second->path, source.path);
         }

@@ -26,6 +26,8 @@ struct Condition {
 
 constexpr std::array conditions{
     Condition{"loss", true, [](const ledger::Ledger* ledger, std::uint64_t) { return ledger->losses; }, "losses"},
+    Condition{"damage", true, [](const ledger::Ledger* ledger, std::uint64_t) { return ledger->damageCount; },
+              "damages of the notation"},
     Condition{"warning", false, [](const ledger::Ledger*, std::uint64_t warnings) { return warnings; }, "warnings"},
     Condition{"encoding", true,
               [](const ledger::Ledger* ledger, std::uint64_t) -> std::uint64_t { return ledger->badByteCount; },

@@ -21,10 +21,10 @@ void describeLedgerOptions(CLI::App& command, ImportRequest& request) {
         ->default_str("named");
     command
         .add_option("--fail-on", request.failOn,
-                    "What makes petal end with status 3 once all is written: loss, warning or\n"
-                    "encoding; several with commas between them")
-        ->check(CLI::IsMember({"loss", "warning", "encoding"}).description(""))
-        ->type_name("loss|warning|encoding")
+                    "What makes petal end with status 3 once all is written; several with commas\n"
+                    "between them")
+        ->check(CLI::IsMember({"loss", "damage", "warning", "encoding"}).description(""))
+        ->type_name("loss|damage|warning|encoding")
         ->delimiter(',')
         ->allow_extra_args(false);
 }

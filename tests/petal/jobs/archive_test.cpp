@@ -59,12 +59,12 @@ TEST_F(Archive, MirrorsTheFoldersWhateverTheNumberAtATime) {
     EXPECT_EQ(runWith("5").status, 5);
     EXPECT_EQ(get("report1"), get("report5"));
     EXPECT_EQ(run("diff -r out1 out5").output, "");
-    Names expected{std::filesystem::path(pathOf("b.mdl.tree")).relative_path()}; // its path goes up
+    Names expected{std::filesystem::path(pathOf("b.mdl.txt")).relative_path()}; // its path goes up
     for (const int number : {0, 1, 2, 3, 5, 6, 7, 8, 10, 11}) {
-        expected.insert("a/" + std::to_string(number % 3) + "/m" + std::to_string(number) + ".mdl.tree");
+        expected.insert("a/" + std::to_string(number % 3) + "/m" + std::to_string(number) + ".mdl.txt");
     }
     EXPECT_EQ(filesBelow("out1"), expected);
-    EXPECT_EQ(get("out1/a/0/m0.mdl.tree"), outline);
+    EXPECT_EQ(get("out1/a/0/m0.mdl.txt"), outline);
     EXPECT_TRUE(contains(get("report1"), "\"objects\": 2")) << get("report1");
 }
 
@@ -107,6 +107,7 @@ TEST_F(Archive, RefusesWhatWouldLoseAFile) {
         {"b.mdl c.mdl -o out --ledger out/. --report out/c.mdl.ledger", 2, "writing 'out/c.mdl.ledger' would"},
         {"b.mdl c.mdl -o out --log unit.cat", 2, "writing 'unit.cat' would overwrite a model file"},
         {"b.mdl c.mdl -o out --report unit.cat", 2, "writing 'unit.cat' would overwrite a model file"},
+        {"b.mdl c.mdl -o out -O frob=1", 2, "format json: there is no option 'frob'"},
         {"b.mdl c.mdl -o out --in-process", 2, "--in-process is for a single file"},
         {"b.mdl c.mdl -o out --report missing/r", 6, "cannot write the report 'missing/r'"},
         {"b.mdl --report /dev/full", 6, "cannot write the report '/dev/full'"},

@@ -57,9 +57,10 @@ TEST_F(LedgerCommand, FailsOnWhatIsAsked) {
     for (const Row& row : {
              Row{"m --fail-on loss", 3},
              Row{"m --fail-on encoding", 3},
+             Row{"m --fail-on damage", 3},
              Row{"m --fail-on warning,loss -q", 3},
              Row{"m --fail-on warning --log-level FATAL", 3}, // of the bytes
-             Row{"clean --fail-on loss,encoding --fail-on warning", 0},
+             Row{"clean --fail-on loss,encoding,damage --fail-on warning", 0},
              Row{"m --fail-on nothing", 2},
              Row{"m --ledger m", 2},
              Row{"m --ledger out", 2},

@@ -1,7 +1,9 @@
-#include "export/JsonWriter.h"
+#include "export/writeJson.h"
 
 #include "export/JsonMembers.h"
 #include "export/ModelNumbers.h"
+#include "export/exporters.h"
+#include "export/jsonCommonMembers.h"
 #include "export/jsonForms.h"
 #include "export/modelWalk.h"
 #include "host/model/KelModel.h"
@@ -24,7 +26,7 @@ public:
         json_.key(member);
         json_.text(value);
     }
-    void number(const char* member, std::int32_t value) override {
+    void number(const char* member, std::int64_t value) override {
         json_.key(member);
         json_.number(value);
     }
@@ -76,13 +78,15 @@ private:
 
 class DocumentWriter final : public ModelVisitor {
 public:
-    DocumentWriter(text::IndentedJson& json, const ModelNumbers& numbers) : json_(json), numbers_(numbers) {}
+    DocumentWriter(text::IndentedJson& json, const ModelNumbers& numbers, const source::SourceMap* places)
+        : json_(json), numbers_(numbers), places_(places) {}
 
     void enter(const KelObject& object) override {
         const JsonForm& form = jsonFormOf(object);
         MemberWriter members(json_, numbers_);
         json_.startObject();
         members.reference("id", &object);
+        writePlace(object, places_, members);
         members.optionalWord("kind", form.kind);
         form.writeMembers(object, members);
     }
@@ -96,13 +100,15 @@ public:
 private:
     text::IndentedJson& json_;
     const ModelNumbers& numbers_;
+    const source::SourceMap* places_; // null: not written
 };
 
 } // namespace
 
-void JsonWriter::write(const KelModel& model) {
-    const ModelNumbers numbers(model);
-    text::BufferedOutput output(output_);
+void writeJson(const ExportContext& context) {
+    const source::SourceMap* places = context.options.isOn("places") ? context.source : nullptr;
+    const ModelNumbers numbers(context.model, places);
+    text::BufferedOutput output(context.output);
     text::IndentedJson json(output);
     json.startObject();
     json.key("format");
@@ -114,8 +120,8 @@ void JsonWriter::write(const KelModel& model) {
         json.trueFlag();
     }
     json.key("model");
-    DocumentWriter document(json, numbers);
-    walkModel(model, documentParts, document);
+    DocumentWriter document(json, numbers, places);
+    walkModel(context.model, documentParts, document);
     json.endObject();
     output.put('\n');
     output.flush();

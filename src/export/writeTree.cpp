@@ -1,6 +1,7 @@
-#include "export/TreeWriter.h"
+#include "export/writeTree.h"
 
 #include "export/OutlineLines.h"
+#include "export/exporters.h"
 #include "export/modelWalk.h"
 #include "export/outlineForms.h"
 #include "host/model/KelModel.h"
@@ -36,11 +37,11 @@ private:
 
 } // namespace
 
-void TreeWriter::write(const KelModel& model) {
-    text::BufferedOutput output(output_);
+void writeTree(const ExportContext& context) {
+    text::BufferedOutput output(context.output);
     OutlineLines lines(output);
     OutlineWriter writer(lines);
-    walkModel(model, outlineParts, writer);
+    walkModel(context.model, outlineParts, writer);
     output.flush();
 }
 

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "export/exporters.h"
+#include "text/MemoryOutput.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Writes the model in a format, with settings of its options such as "places=true".
+inline void writeAs(std::string_view format, const KelModel& model, text::Output& output,
+                    const std::vector<std::string>& settings = {}, const source::SourceMap* source = nullptr) {
+    const exporter::Exporter& exporter = *exporter::findExporter(format);
+    const exporter::OptionValues options(exporter.options, settings);
+    exporter.write({.model = model, .source = source, .options = options, .output = output});
+}
+
+inline std::string writtenAs(std::string_view format, const KelModel& model,
+                             const std::vector<std::string>& settings = {}, const source::SourceMap* source = nullptr) {
+    MemoryOutput output;
+    writeAs(format, model, output, settings, source);
+    return output.text;
+}
