@@ -16,9 +16,13 @@ using namespace std::string_view_literals;
 constexpr std::array jsonEndings{".json"sv};
 constexpr std::array treeEndings{".txt"sv};
 
+bool needsPlaces(const OptionValues& options) {
+    return options.isOn("places");
+}
+
 constexpr std::array table{
     Exporter{"json", "the whole model as a JSON document for programs", Shape::oneFile, jsonEndings, jsonOptions,
-             writeJson},
+             writeJson, needsPlaces},
     Exporter{"tree", "an outline for people", Shape::oneFile, treeEndings, {}, writeTree},
     Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},
 };

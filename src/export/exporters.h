@@ -40,6 +40,8 @@ struct Exporter {
     /// Writes the model. Throws what the output throws, and `std::bad_alloc`. Takes time and memory in proportion to
     /// the model. Null for a format that writes nothing, not even an empty file.
     void (*write)(const ExportContext& context);
+    /// Whether it is given where the objects come from; null for never. That costs reading the files once more.
+    bool (*needsSource)(const OptionValues& options) = nullptr;
 };
 
 /// Every form.

@@ -17,6 +17,10 @@
 #include "petal/ledger/LedgerReport.h"
 #include "petal/outputFailure.h"
 #include "petal/units/ModelSource.h"
+#include "source/makeSourceMap.h"
+
+#include <filesystem>
+#include <unistd.h>
 
 namespace petal {
 
@@ -52,12 +56,29 @@ void forgetPath(KelModel& model) {
     }
 }
 
-/// The places that the objects of the model come from. The import does not record them.
-const source::SourceMap* recordedPlaces() {
-    return nullptr;
+/// Whether the request's format shows where the objects of the model come from.
+bool needsSource(const ImportRequest& request) {
+    const exporter::Exporter& exporter = *exporter::findExporter(*request.format);
+    if (exporter.needsSource == nullptr || !exporter.needsSource(formatOptions(request))) {
+        return false;
+    }
+    if (::access(request.file.c_str(), F_OK) == 0 && !std::filesystem::is_regular_file(request.file)) {
+        throw Failure(Outcome::wrongUsage, "'" + request.file + "' cannot be read a second time for its places",
+                      "Save it as a file first.");
+    }
+    return true;
 }
 
-void writeModel(const ImportRequest& request) {
+source::SourceMap findPlaces(const ImportRequest& request, const ModelSource& source, const source::Trace& trace) {
+    try {
+        return source::makeSourceMap(source.getTree(), trace, keptModel());
+    } catch (const std::system_error& error) {
+        throw Failure(Outcome::unexpected,
+                      "'" + request.file + "' cannot be read again for its places: " + error.code().message(), "");
+    }
+}
+
+void writeModel(const ImportRequest& request, const source::SourceMap* places) {
     const exporter::Exporter& exporter = *exporter::findExporter(*request.format);
     if (exporter.shape == exporter::Shape::nothing) {
         return;
@@ -65,7 +86,7 @@ void writeModel(const ImportRequest& request) {
     const exporter::OptionValues options = formatOptions(request);
     try {
         const auto output = ModelOutput::open(request.output, request.outputDescriptor);
-        exporter.write({.model = keptModel(), .source = recordedPlaces(), .options = options, .output = *output});
+        exporter.write({.model = keptModel(), .source = places, .options = options, .output = *output});
         output->commit();
     } catch (const std::system_error& error) {
         throw outputFailure(outputName(request.output), error);
@@ -95,7 +116,8 @@ ImportResult importModel(const ImportRequest& request, const FileUses& uses) {
     WarningCount log(writer, severityLevel(KelString(std::string_view(request.logLevel))));
     source.reportTo(log);
     std::optional<source::Trace> trace;
-    if (ledger.isWanted()) {
+    const bool isPlaced = needsSource(request);
+    if (isPlaced || ledger.isWanted()) {
         trace.emplace();
     }
     import(request, options, plugIn.getBridge(), log);
@@ -103,9 +125,15 @@ ImportResult importModel(const ImportRequest& request, const FileUses& uses) {
     if (!request.namesFile) {
         forgetPath(keptModel());
     }
-    writeModel(request);
     if (trace) {
         trace->locate(source.getPieces());
+    }
+    std::optional<source::SourceMap> places;
+    if (isPlaced) {
+        places = findPlaces(request, source, *trace);
+    }
+    writeModel(request, places ? &*places : nullptr);
+    if (trace) {
         ledger.make(source, *trace, keptModel(), chosenEncoding(options));
     }
     writer.close();
