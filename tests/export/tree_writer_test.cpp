@@ -1,7 +1,6 @@
 #include "export/TreeWriter.h"
 
 #include "Shop.h"
-#include "export/exporters.h"
 #include "host/model/KelTraversalOperation.h"
 #include "text/MemoryOutput.h"
 
@@ -83,17 +82,6 @@ TEST(TreeWriter, DepthCostsNeitherStackNorWidth) {
     const std::string last = std::string(40, ' ') + "(depth 100000) package p\n";
     ASSERT_GT(outline.size(), last.size());
     EXPECT_EQ(outline.substr(outline.size() - last.size()), last);
-}
-
-TEST(Exporters, AreFoundByFormat) {
-    for (const char* format : {"json", "tree", "none"}) {
-        const exporter::Exporter* found = exporter::findExporter(format);
-        ASSERT_NE(found, nullptr) << format;
-        EXPECT_EQ(found->write == nullptr, format == std::string_view("none"));
-    }
-    for (const char* unknown : {"", "JSON", "jso", "xml"}) {
-        EXPECT_EQ(exporter::findExporter(unknown), nullptr) << unknown;
-    }
 }
 
 } // namespace
