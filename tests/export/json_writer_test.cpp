@@ -1,8 +1,8 @@
 #include "export/JsonWriter.h"
 
-#include "text/MemoryOutput.h"
 #include "Shop.h"
 #include "host/model/KelTraversalOperation.h"
+#include "text/MemoryOutput.h"
 
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
