@@ -49,6 +49,7 @@ std::unique_ptr<ModelOutput> ModelOutput::open(const std::optional<std::string>&
         return std::make_unique<DescriptorOutput>(duplicate(descriptor));
     }
     if (auto file = fileToReplace(*given)) {
+        removeAbandoned(file->parent_path(), fewNames);
         return std::make_unique<ReplacingOutput>(std::move(*file));
     }
     const int opened = ::open(given->c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);

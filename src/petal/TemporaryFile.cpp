@@ -5,7 +5,11 @@
 #include "petal/writeFully.h"
 
 #include <cerrno>
+#include <charconv>
+#include <csignal>
 #include <fcntl.h>
+#include <fstream>
+#include <set>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -17,10 +21,43 @@ namespace {
 constexpr mode_t newFileMode = 0666; // less what the user's mask takes away
 constexpr mode_t permissionBits = 0777;
 
+/// Identifies the set of processes among which a process id is unique: a boot of a machine and a namespace of process
+/// ids in it. Empty when the system does not tell.
+std::string scopeOfIds() {
+    std::string boot;
+    std::ifstream file("/proc/sys/kernel/random/boot_id");
+    struct stat processes {};
+    if (!std::getline(file, boot) || ::stat("/proc/self/ns/pid", &processes) != 0) {
+        return "";
+    }
+    return boot + "-" + std::to_string(processes.st_ino) + "-";
+}
+
+constexpr std::string_view mark = ".petal-";
+
+/// The start of the names, which a process id follows.
+const std::string& namePrefix() {
+    static const std::string prefix = std::string(mark) + scopeOfIds();
+    return prefix;
+}
+
 /// A name that this process has not used yet; one of another process, long gone, may still be there.
 std::string nextName() {
     static unsigned made = 0;
-    return ".petal-" + std::to_string(::getpid()) + "-" + std::to_string(made++);
+    return namePrefix() + std::to_string(::getpid()) + "-" + std::to_string(made++);
+}
+
+/// Whether `name` is that of a temporary file whose process has certainly ended. An id that is in use again counts as
+/// the same process.
+bool isAbandoned(std::string_view name) {
+    if (namePrefix() == mark || !name.starts_with(namePrefix())) {
+        return false;
+    }
+    name.remove_prefix(namePrefix().size());
+    pid_t process = 0;
+    const auto [rest, error] = std::from_chars(name.data(), name.data() + name.size(), process);
+    const bool isOurs = error == std::errc() && process > 0 && rest != name.data() + name.size() && *rest == '-';
+    return isOurs && ::kill(process, 0) != 0 && errno == ESRCH;
 }
 
 } // namespace
@@ -71,6 +108,25 @@ void TemporaryFile::takePlace() {
         throwErrno();
     }
     forget();
+}
+
+void removeAbandoned(const std::filesystem::path& folder, std::size_t mostNames) {
+    static std::set<std::filesystem::path> searched;
+    if (searched.contains(folder)) {
+        return;
+    }
+    std::error_code failure;
+    std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, failure);
+    for (std::size_t names = 0; !failure && entry != end(entry); ++names) {
+        if (names == mostNames) {
+            return;
+        }
+        if (isAbandoned(entry->path().filename().native())) {
+            ::unlink(entry->path().c_str());
+        }
+        entry.increment(failure);
+    }
+    searched.insert(folder);
 }
 
 void syncFolder(const std::filesystem::path& folder) {

@@ -32,6 +32,27 @@ package Logical View
   class A2
   dependency: ? -> A
 )"},
+    {"each kind is bound to a class that has not been read yet", R"(
+(object Class "A")
+(object Inheritance_Relationship
+  supplier "B")
+(object Realize_Relationship
+  supplier "C")
+(object Uses_Relationship
+  supplier "D")
+(object Class "B")
+)",
+     R"(
+package Logical View
+  class A
+  generalization: A -> B
+  realization: A -> C
+  dependency: A -> D
+  class B
+package Use Case Classes in Class Diagrams
+  class C
+  class D
+)"},
 };
 
 TEST(Relationships, AreBoundAtBothEnds) {

@@ -74,14 +74,14 @@ private:
         KelAttribute& attribute = *order.getAttribute("pub", nullptr);
         attribute.addType(integer);
         attribute.initialValue = "7";
-        attribute.isStatic = true;
+        attribute.isStatic = attribute.isDerived = true;
         attribute.containment = 0;
         order.getAttribute("prot", nullptr)->containment = 1;
         order.addAttribute(named<KelAttribute>("a"));
         auto* total = named<KelOperation>("total");
         order.addOperation(total);
         total->addReturnType(integer);
-        total->isVirtual = true;
+        total->isStatic = total->isVirtual = total->isFriend = true;
         total->concurrency = 3;
         for (const char* name : {"a", "b"}) {
             total->addArgument(named<KelArgument>(name));
@@ -115,11 +115,11 @@ private:
         buyer.isSource = buyer.isNavigable = true;
         buyer.addForeignKey(foreign);
         KelAssociationRole& other = addRole(placed, "", &order);
-        other.isAggregate = true;
+        other.isAggregate = other.isStatic = other.isFriend = true;
         other.containment = 1;
         auto& generalization = addElement<KelGeneralization>(logical, "");
         generalization.visibility = 1;
-        generalization.isVirtual = true;
+        generalization.isVirtual = generalization.isFriend = true;
         generalization.addSubtypeClass(&order);
         generalization.addSupertypeClass(&customer);
         addElement<KelRealization>(logical, "r").addRealizationClass(&order);

@@ -12,17 +12,18 @@
 
 namespace {
 
-/// A folder of this process's own that goes with it.
+/// A folder of this process's own that goes with it, though not with a fork that exits, as a death test's does.
 class WorkFolder {
 public:
-    WorkFolder() : path(std::filesystem::temp_directory_path() / ("petal-test-" + std::to_string(::getpid()))) {
-        std::filesystem::create_directories(path);
-    }
+    WorkFolder() { std::filesystem::create_directories(path); }
     ~WorkFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path, ignored);
+        if (::getpid() == owner) {
+            std::error_code ignored;
+            std::filesystem::remove_all(path, ignored);
+        }
     }
-    const std::filesystem::path path;
+    const pid_t owner = ::getpid();
+    const std::filesystem::path path = std::filesystem::temp_directory_path() / ("petal-test-" + std::to_string(owner));
 };
 
 /// The text without the first line that holds `mark`.

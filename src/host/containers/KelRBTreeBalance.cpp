@@ -92,9 +92,7 @@ void repairAfterUnlink(Node*& root, Node* node, Node* parent) {
             continue;
         }
         if (!isRed(child(sibling, !onLeft))) {
-            child(sibling, onLeft)->red = false;
-            sibling->red = true;
-            rotate(root, sibling, !onLeft);
+            rotate(root, sibling, !onLeft); // both get their colours below
             sibling = child(parent, !onLeft);
         }
         sibling->red = parent->red;

@@ -114,6 +114,7 @@ std::unique_ptr<TemporaryFile> ArchiveRun::openOutput(const std::string& path) {
         if (!file) {
             throw std::system_error(std::filesystem::is_directory(path) ? EISDIR : EEXIST, std::generic_category());
         }
+        removeAbandoned(file->parent_path());
         return std::make_unique<TemporaryFile>(*file, TemporaryFile::Signal::leaves);
     } catch (const std::system_error& error) {
         throw outputFailure(outputName(path), error);

@@ -18,7 +18,11 @@ std::unique_ptr<TemporaryFile> openFile(const std::optional<std::string>& path) 
     }
     try {
         auto file = fileToReplace(*path);
-        return file ? std::make_unique<TemporaryFile>(std::move(*file), TemporaryFile::Signal::leaves) : nullptr;
+        if (!file) {
+            return nullptr;
+        }
+        removeAbandoned(file->parent_path(), fewNames);
+        return std::make_unique<TemporaryFile>(std::move(*file), TemporaryFile::Signal::leaves);
     } catch (const std::system_error& error) {
         throw outputFailure(outputName(path), error);
     }

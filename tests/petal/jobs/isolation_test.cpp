@@ -130,6 +130,35 @@ TEST_F(Archive, ImportsEndWithPetal) {
     EXPECT_EQ(ended.status, 0);
 }
 
+TEST_F(Archive, TheNextRunRemovesWhatAKilledOneLeft) {
+    put("a/hangs.mdl", "hang pid\n");
+    put("a/good.mdl", good);
+    const std::string foreign =
+        "a/.petal-00000000-0000-4000-8000-000000000000-4026531836-4000000-0"; // another machine's
+    put("out/" + foreign, "");
+    const std::string start = "rm -f pid; $petal import a/hangs.mdl --timeout 100 -o ";
+    const std::string kill = " & while [ ! -s pid ]; do sleep 0.01; done; kill -KILL $!; wait $!; ";
+    const std::string count = "find . -name '.petal-*' | wc -l; ";
+    struct Row {
+        const char* killed; // its output
+        const char* next;
+    };
+    constexpr Row rows[] = {
+        {"out/", "a -o out --resume --timeout 0.3"},
+        {"out/", "a/good.mdl -o out/"},
+        {"single", "a/good.mdl -o model"},
+        {"single", "a/good.mdl -o model --timeout 100"},
+    };
+    for (const Row& row : rows) {
+        const Ended ended = run(start + row.killed + kill + count + "$petal import " + row.next + " -q; " + count);
+        EXPECT_EQ(ended.output, "2\n1\n") << row.next << ended.errors;
+    }
+    const Ended besides = run(start + "out/ & while [ ! -s pid ]; do sleep 0.01; done; " +
+                              "$petal import a/good.mdl -o out/ -q; " + count + "kill $!; wait $!; " + count);
+    EXPECT_EQ(besides.output, "2\n1\n") << "that of a running petal stays" << besides.errors;
+    EXPECT_TRUE(filesBelow("out").contains(foreign));
+}
+
 TEST_F(Archive, AnOutputThatCannotBeWrittenCostsItsFileOnly) {
     put("a.mdl", good);
     put("b.mdl", "package A\nclasses 20000\n");
