@@ -26,17 +26,17 @@ TEST(TreeWriter, OutlinesEveryKindOfObject) {
       note: central
       template argument T
       + a
-      + pub: int = 7 (static, by value)
+      + pub: int = 7 (static, derived, by value)
       # prot (by reference)
       - priv
       ~ impl
-      + total(a: int, b = 0): int (virtual)
+      + total(a: int, b = 0): int (static, virtual, friend)
         note on argument b: optional
       primary key pk: pub
     association placed: Customer, Order (aggregation)
       role buyer: Customer [1] (source, navigable, by value, foreign key fk)
-      role: Order (aggregate, by reference)
-    generalization: Order -> Customer (protected, virtual)
+      role: Order (aggregate, by reference, static, friend)
+    generalization: Order -> Customer (protected, virtual, friend)
     realization r: Order -> ?
     dependency d: Order -> Customer
     diagram Main
