@@ -2,12 +2,10 @@
 
 #include "host/bridge/KelImportBridge.h"
 #include "host/encoding/KelEncodingConverter.h"
-#include "host/encoding/charSetEncoding.h"
 #include "host/options/KelOption.h"
 #include "host/options/KelOptionList.h"
 #include "petal/Failure.h"
 #include "petal/fileOption.h"
-#include "petal/headerCharSet.h"
 
 #include <algorithm>
 #include <array>
@@ -61,7 +59,7 @@ void setTypes(const std::string& types, const KelOptionList& options) {
     }
 }
 
-void setEncoding(const std::string& name, const KelOptionList& options) {
+void chooseEncoding(const std::string& name, const KelOptionList& options) {
     KelOption& option = findOption(encodingArgument, options);
     const KelString value{std::string_view(name)};
     if (option.setValue(value)) {
@@ -71,14 +69,6 @@ void setEncoding(const std::string& name, const KelOptionList& options) {
         refuse(encodingArgument, "there is no encoding '" + name + "'");
     }
     option.setFreeValue(value);
-}
-
-void setEncodingOfHeader(const std::string& file, KelOptionList& options) {
-    const std::optional<int> charSet = headerCharSet(readHead(file));
-    const char* encoding = charSet ? charSetEncoding(*charSet) : nullptr;
-    if (encoding != nullptr) {
-        options.setFreeValue(encodingArgument.option, encoding);
-    }
 }
 
 } // namespace
@@ -92,18 +82,17 @@ void setImportOptions(const ImportRequest& request, KelOptionList& options) {
     if (request.types) {
         setTypes(*request.types, options);
     }
-    if (request.encoding == "auto") {
-        setEncodingOfHeader(request.file, options);
-    } else {
-        setEncoding(request.encoding, options);
+    if (request.encoding != "auto") {
+        chooseEncoding(request.encoding, options);
     }
 }
 
-void setSource(KelOptionList& options, const std::string& path, const char* encoding) {
+void setSource(KelOptionList& options, const std::string& path) {
     options.setFreeValue(fileArgument.option, KelString(std::string_view(path)));
-    if (encoding != nullptr) {
-        options.setFreeValue(encodingArgument.option, encoding);
-    }
+}
+
+void setEncoding(KelOptionList& options, const char* encoding) {
+    options.setFreeValue(encodingArgument.option, encoding);
 }
 
 KelString chosenEncoding(const KelOptionList& options) {

@@ -48,6 +48,8 @@ TEST_F(Import, OutlinesOnATerminal) {
 TEST_F(Import, HandsOptionsToTheBridge) {
     put("gbk", "(object Petal charSet 134)\n");
     put("odd", "(object Petal charSet 7)\n");
+    put("cut", "(object Petal charSet 134");
+    ASSERT_EQ(run("mkfifo pipe").status, 0);
     struct Row {
         const char* arguments;
         const char* expected; // the types and the encoding that the bridge was given
@@ -55,7 +57,10 @@ TEST_F(Import, HandsOptionsToTheBridge) {
     constexpr Row rows[] = {
         {"m", "Alpha, windows-1252"},
         {"gbk", "Alpha, windows-936"},
+        {"gbk --units skip", "Alpha, windows-936"},
         {"odd", "Alpha, windows-1252"},
+        {"cut", "Alpha, windows-1252"},                        // of a number that may have gone on
+        {"pipe & cat gbk >pipe; wait", "Alpha, windows-1252"}, // which can be read once
         {"gbk --encoding auto", "Alpha, windows-936"},
         {"gbk --encoding KOI8-R", "Alpha, KOI8-R"},
         {"gbk --encoding unknown", "Alpha, unknown"},
