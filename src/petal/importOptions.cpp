@@ -4,6 +4,7 @@
 #include "host/encoding/KelEncodingConverter.h"
 #include "host/options/KelOption.h"
 #include "host/options/KelOptionList.h"
+#include "notation/Header.h"
 #include "petal/Failure.h"
 #include "petal/fileOption.h"
 
@@ -23,7 +24,8 @@ constexpr OptionArgument encodingArgument{
     "--encoding",
     KelImportBridge::option::encoding,
     "With auto, petal's default, it is the encoding that the charSet in the file's header stands for,\n"
-    "and the default below without one. Other names that ICU knows are taken as well.",
+    "and the default below without one. Other names that ICU knows are taken as well, but for\n"
+    "encodings without ASCII such as UTF-16.",
     {}};
 constexpr std::array arguments{fileArgument, typesArgument, encodingArgument};
 
@@ -65,7 +67,8 @@ void chooseEncoding(const std::string& name, const KelOptionList& options) {
     if (option.setValue(value)) {
         return;
     }
-    if (name != "unknown" && KelEncodingConverter(value).getHandle() == nullptr) {
+    if (name != "unknown" &&
+        !KelEncodingConverter(value).isPlainText(notation::headerStart)) { // false for an unknown one
         refuse(encodingArgument, "there is no encoding '" + name + "'");
     }
     option.setFreeValue(value);
