@@ -1,7 +1,6 @@
 // The reader of the notation keeps its contract on any bytes, and what petal tells of a file drives no terminal and is
 // JSON.
 
-#include "petal/headerCharSet.h"
 #include "petal/info/gatherFileInfo.h"
 #include "petal/info/infoForms.h"
 #include "require.h"
@@ -31,7 +30,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     const petal::FileInfo info = petal::gatherFileInfo(source);
     fuzz::requireNone(fuzz::textFault(petal::infoText("model.mdl", info)));
     fuzz::requireNone(fuzz::jsonFault(jsonOf(info)));
-    const auto charSet = petal::headerCharSet(text);
-    fuzz::require(!charSet || *charSet >= 0, "a negative charSet");
     return 0;
 }

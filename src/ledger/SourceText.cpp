@@ -1,7 +1,6 @@
 #include "ledger/SourceText.h"
 
-#include "host/encoding/convertText.h"
-#include "host/encoding/invalidBytes.h"
+#include "host/encoding/KelEncodingConverter.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -9,29 +8,10 @@
 
 namespace ledger {
 
-SourceText::SourceText(const KelString& encoding)
-    : from_(encoding), utf8_("UTF-8"), converts_(from_.getHandle() != nullptr) {}
-
-std::string SourceText::toUtf8(std::string_view bytes, bool* isWhole) {
-    if (!converts_ || (isPlain(bytes) && bytes.find('\0') == std::string_view::npos)) {
-        return std::string(bytes);
-    }
-    KelString text(bytes);
-    const bool converted = equivalentConverters(&from_, &utf8_) || convertText(from_, utf8_, text);
-    if (isWhole != nullptr) {
-        *isWhole = converted;
-    }
-    return std::string(text.view());
-}
-
-std::vector<SourceText::Run> SourceText::badRuns(std::string_view bytes) {
-    std::vector<Run> runs;
-    if (converts_) {
-        for (const InvalidBytes& invalid : invalidBytes(from_, bytes)) {
-            runs.push_back({invalid.offset, invalid.length});
-        }
-    }
-    return runs;
+SourceText::SourceText(const KelString& encoding) : decoder_(encoding) {
+    const KelEncodingConverter from(encoding);
+    const KelEncodingConverter utf8("UTF-8");
+    isKept_ = equivalentConverters(&from, &utf8);
 }
 
 bool isPlain(std::string_view bytes) {

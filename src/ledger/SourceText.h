@@ -1,35 +1,25 @@
 #pragma once
 
-#include "host/encoding/KelEncodingConverter.h"
+#include "host/encoding/KelTextDecoder.h"
 
-#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace ledger {
 
-/// What the import makes of the texts of a file.
+/// What the import makes of the texts of a file: UTF-8, but for texts in UTF-8, whose bytes it keeps, valid or not.
 class SourceText {
 public:
-    /// `encoding` is that of the file; "unknown", or one that nobody knows, leaves bytes as they are.
+    /// `encoding` is that of the file, as `KelTextDecoder` takes it.
     explicit SourceText(const KelString& encoding);
 
-    /// The bytes in UTF-8, with U+FFFD for those that the encoding does not have; `isWhole`, unless null, becomes
-    /// false then.
-    [[nodiscard]] std::string toUtf8(std::string_view bytes, bool* isWhole = nullptr);
-
-    /// Runs of bytes that the encoding does not have: the offset and length of each.
-    struct Run {
-        std::size_t offset;
-        std::size_t length;
-    };
-    [[nodiscard]] std::vector<Run> badRuns(std::string_view bytes);
+    [[nodiscard]] std::string toUtf8(std::string_view bytes, bool* isWhole = nullptr) {
+        return isKept_ ? std::string(bytes) : decoder_.toUtf8(bytes, isWhole);
+    }
 
 private:
-    KelEncodingConverter from_;
-    KelEncodingConverter utf8_;
-    bool converts_;
+    KelTextDecoder decoder_;
+    bool isKept_;
 };
 
 /// Whether there is nothing but ASCII.

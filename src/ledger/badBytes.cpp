@@ -1,5 +1,6 @@
 // Bytes that the encoding of their file lacks.
 
+#include "host/encoding/KelTextDecoder.h"
 #include "ledger/SourceText.h"
 #include "ledger/makeLedger.h"
 #include "units/OpenFile.h"
@@ -70,15 +71,15 @@ void forEachBadBytes(const units::UnitTree& tree, const Choices& choices,
                      const std::function<void(const BadBytes&)>& take) {
     for (std::size_t index = 0; index < tree.files.size(); ++index) {
         const units::ResolvedFile& file = tree.files[index];
-        SourceText text(choices.encodingByFile ? KelString(units::encodingOf(file.contents.charSet))
-                                               : choices.encoding);
+        KelTextDecoder decoder(choices.encodingByFile ? KelString(units::encodingOf(file.contents.charSet))
+                                                      : choices.encoding);
         Lines lines(file.path);
         BadBytes bad{static_cast<std::uint32_t>(index), {}, {}};
         for (std::string_view bytes = lines.next(); !bytes.empty(); bytes = lines.next()) {
             std::size_t passed = 0;
             for (std::size_t at = firstOdd(bytes, 0); at < bytes.size();) {
                 const std::size_t end = std::min(bytes.find('\n', at), bytes.size());
-                for (const SourceText::Run& run : text.badRuns(bytes.substr(at, end - at))) {
+                for (const KelTextDecoder::Run& run : decoder.badRuns(bytes.substr(at, end - at))) {
                     pass(bad.place, bytes.substr(passed, at + run.offset - passed));
                     passed = at + run.offset;
                     bad.bytes = bytes.substr(passed, run.length);

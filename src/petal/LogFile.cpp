@@ -1,7 +1,7 @@
 #include "petal/LogFile.h"
 
+#include "petal/fileFailure.h"
 #include "petal/namedDescriptor.h"
-#include "petal/outputFailure.h"
 #include "petal/writeFully.h"
 
 #include <cerrno>

@@ -5,7 +5,7 @@
 namespace petal {
 
 LogWriter::LogWriter(const std::optional<std::string>& path, const LogFormat& format, const KelString& encoding)
-    : format_(format), logText_(encoding) {
+    : format_(format), decoder_(encoding) {
     if (path && *path != "-") {
         file_.emplace(*path);
     }
@@ -19,7 +19,7 @@ void LogWriter::record(const KelLogEvent& event) {
     if (!event.getFurtherText().isEmpty()) {
         text.append(" ").append(event.getFurtherText().view());
     }
-    const std::string line = format_.line(event, logText_.toUtf8(text).view());
+    const std::string line = format_.line(event, decoder_.toUtf8(text.view()));
     if (file_) {
         file_->write(line);
     } else {

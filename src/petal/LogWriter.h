@@ -1,9 +1,9 @@
 #pragma once
 
+#include "host/encoding/KelTextDecoder.h"
 #include "host/log/KelLog.h"
 #include "petal/ImportResult.h"
 #include "petal/LogFile.h"
-#include "petal/LogText.h"
 #include "petal/logFormats.h"
 
 #include <optional>
@@ -29,7 +29,7 @@ public:
 private:
     std::optional<LogFile> file_; // none for standard error
     const LogFormat& format_;
-    LogText logText_;
+    KelTextDecoder decoder_;
     EventCounts counts_{};
 };
 

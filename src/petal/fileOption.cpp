@@ -1,7 +1,6 @@
 #include "petal/fileOption.h"
 
-#include "host/encoding/KelEncodingConverter.h"
-#include "host/encoding/convertText.h"
+#include "host/encoding/KelTextDecoder.h"
 #include "host/encoding/localeText.h"
 #include "petal/Failure.h"
 
@@ -18,21 +17,12 @@ bool leadsTo(const KelString& option, const KelString& path) {
     return utf8ToLocale(option.text()) == path;
 }
 
-KelString toUtf8(const KelString& path) {
-    KelEncodingConverter local(::nl_langinfo(CODESET));
-    KelEncodingConverter utf8("UTF-8");
-    KelString converted(path);
-    if (local.getHandle() != nullptr) {
-        convertText(local, utf8, converted);
-    }
-    return converted;
-}
-
 } // namespace
 
 KelString fileOption(const std::string& path) {
     KelString bytes{std::string_view(path)};
-    KelString converted = toUtf8(bytes);
+    const std::string utf8 = KelTextDecoder(::nl_langinfo(CODESET)).toUtf8(path);
+    KelString converted{std::string_view(utf8)};
     if (leadsTo(converted, bytes)) {
         return converted;
     }

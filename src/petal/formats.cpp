@@ -4,7 +4,7 @@
 #include "petal/Failure.h"
 #include "petal/ModelOutput.h"
 #include "petal/commands.h"
-#include "petal/outputFailure.h"
+#include "petal/fileFailure.h"
 #include "petal/standardOutput.h"
 #include "text/BufferedOutput.h"
 #include "text/IndentedJson.h"

@@ -11,11 +11,10 @@
 #include "petal/PlugIn.h"
 #include "petal/WarningCount.h"
 #include "petal/countObjects.h"
+#include "petal/fileFailure.h"
 #include "petal/formats.h"
 #include "petal/importOptions.h"
-#include "petal/inputAdvice.h"
 #include "petal/ledger/LedgerReport.h"
-#include "petal/outputFailure.h"
 #include "petal/units/ModelSource.h"
 #include "source/makeSourceMap.h"
 
@@ -44,7 +43,7 @@ void import(const ImportRequest& request, KelOptionList& options, KelModelBridge
     try {
         bridge.run(PlugIn::bridgeId, keptModel(), options, log);
     } catch (const KelException& failure) {
-        throw Failure(Outcome::importFailed, std::string(failure.getMessage().view()), inputAdvice(request.file));
+        throw Failure(Outcome::importFailed, std::string(failure.getMessage().view()), importAdvice(request.file));
     }
 }
 

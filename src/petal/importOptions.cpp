@@ -2,12 +2,11 @@
 
 #include "host/bridge/KelImportBridge.h"
 #include "host/encoding/KelEncodingConverter.h"
-#include "host/encoding/charSetEncoding.h"
 #include "host/options/KelOption.h"
 #include "host/options/KelOptionList.h"
+#include "notation/Header.h"
 #include "petal/Failure.h"
 #include "petal/fileOption.h"
-#include "petal/headerCharSet.h"
 
 #include <algorithm>
 #include <array>
@@ -25,7 +24,8 @@ constexpr OptionArgument encodingArgument{
     "--encoding",
     KelImportBridge::option::encoding,
     "With auto, petal's default, it is the encoding that the charSet in the file's header stands for,\n"
-    "and the default below without one. Other names that ICU knows are taken as well.",
+    "and the default below without one. Other names that ICU knows are taken as well, but for\n"
+    "encodings without ASCII such as UTF-16.",
     {}};
 constexpr std::array arguments{fileArgument, typesArgument, encodingArgument};
 
@@ -61,24 +61,17 @@ void setTypes(const std::string& types, const KelOptionList& options) {
     }
 }
 
-void setEncoding(const std::string& name, const KelOptionList& options) {
+void chooseEncoding(const std::string& name, const KelOptionList& options) {
     KelOption& option = findOption(encodingArgument, options);
     const KelString value{std::string_view(name)};
     if (option.setValue(value)) {
         return;
     }
-    if (name != "unknown" && KelEncodingConverter(value).getHandle() == nullptr) {
+    if (name != "unknown" &&
+        !KelEncodingConverter(value).isPlainText(notation::headerStart)) { // false for an unknown one
         refuse(encodingArgument, "there is no encoding '" + name + "'");
     }
     option.setFreeValue(value);
-}
-
-void setEncodingOfHeader(const std::string& file, KelOptionList& options) {
-    const std::optional<int> charSet = headerCharSet(readHead(file));
-    const char* encoding = charSet ? charSetEncoding(*charSet) : nullptr;
-    if (encoding != nullptr) {
-        options.setFreeValue(encodingArgument.option, encoding);
-    }
 }
 
 } // namespace
@@ -92,18 +85,17 @@ void setImportOptions(const ImportRequest& request, KelOptionList& options) {
     if (request.types) {
         setTypes(*request.types, options);
     }
-    if (request.encoding == "auto") {
-        setEncodingOfHeader(request.file, options);
-    } else {
-        setEncoding(request.encoding, options);
+    if (request.encoding != "auto") {
+        chooseEncoding(request.encoding, options);
     }
 }
 
-void setSource(KelOptionList& options, const std::string& path, const char* encoding) {
+void setSource(KelOptionList& options, const std::string& path) {
     options.setFreeValue(fileArgument.option, KelString(std::string_view(path)));
-    if (encoding != nullptr) {
-        options.setFreeValue(encodingArgument.option, encoding);
-    }
+}
+
+void setEncoding(KelOptionList& options, const char* encoding) {
+    options.setFreeValue(encodingArgument.option, encoding);
 }
 
 KelString chosenEncoding(const KelOptionList& options) {

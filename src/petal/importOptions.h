@@ -24,12 +24,14 @@ struct OptionArgument {
 };
 [[nodiscard]] std::span<const OptionArgument> optionArguments();
 
-/// Sets the options of an import, which hold their defaults. Throws a `Failure`: with the outcome `wrongUsage`
-/// for a value that the bridge does not take.
+/// Sets the options of an import, which hold their defaults; the encoding "auto" is left to who reads the file. Throws
+/// a `Failure`: with the outcome `wrongUsage` for a value that the bridge does not take.
 void setImportOptions(const ImportRequest& request, KelOptionList& options);
 
-/// Has the bridge read the file at `path` in place of the one that was asked for; in `encoding` unless that is null.
-void setSource(KelOptionList& options, const std::string& path, const char* encoding);
+/// Has the bridge read the file at `path` in place of the one that was asked for.
+void setSource(KelOptionList& options, const std::string& path);
+/// Has the bridge read the file in that encoding, which the conversion service must know.
+void setEncoding(KelOptionList& options, const char* encoding);
 
 /// The encoding that the options say the file is in.
 [[nodiscard]] KelString chosenEncoding(const KelOptionList& options);

@@ -1,7 +1,6 @@
 #include "petal/logFormats.h"
 
 #include "host/log/Severity.h"
-#include "petal/validText.h"
 #include "text/JsonLine.h"
 #include "text/jsonText.h"
 #include "text/printableText.h"
@@ -35,7 +34,7 @@ std::string textLineOf(std::string_view line, std::string_view file) {
 }
 
 std::string jsonLineOf(std::string_view line, std::string_view file) {
-    return "{\"file\":" + text::quotedJsonText(validText(file)) + "," + std::string(line.substr(1));
+    return "{\"file\":" + text::quotedJsonText(text::validText(file)) + "," + std::string(line.substr(1));
 }
 
 constexpr std::array formats{

@@ -1,7 +1,7 @@
 #include "petal/standardOutput.h"
 
 #include "petal/ModelOutput.h"
-#include "petal/outputFailure.h"
+#include "petal/fileFailure.h"
 
 namespace petal {
 

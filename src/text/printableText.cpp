@@ -72,4 +72,8 @@ std::string printableText(std::string_view text) {
     return result;
 }
 
+std::string validText(std::string_view bytes) {
+    return isValidUtf8(bytes) ? std::string(bytes) : printableText(bytes);
+}
+
 } // namespace text

@@ -13,4 +13,8 @@ namespace text {
 /// part of valid UTF-8 ("\xe9"). The result is valid UTF-8 of one line.
 [[nodiscard]] std::string printableText(std::string_view text);
 
+/// Bytes as a text for JSON: themselves when they are UTF-8; otherwise as `printableText`, so that the names of files
+/// stay apart.
+[[nodiscard]] std::string validText(std::string_view bytes);
+
 } // namespace text

@@ -1,6 +1,7 @@
 #include "units/Assembly.h"
 
 #include "host/encoding/KelEncodingConverter.h"
+#include "host/encoding/KelTextDecoder.h"
 #include "host/encoding/convertText.h"
 #include "units/OpenFile.h"
 #include "units/localText.h"
@@ -109,10 +110,9 @@ private:
     // As a whole: a part might end within a character.
     void convert(std::size_t file, std::uint64_t offset, const std::string& bytes) {
         const char* encoding = encodingOf(tree_.files[file].contents.charSet);
-        KelString text{std::string_view(bytes)};
-        convertText(converters_.try_emplace(encoding, encoding).first->second, utf8_, text);
-        write(text.view());
-        noteConverted(file, offset, bytes, text.view());
+        const std::string text = decoders_.try_emplace(encoding, encoding).first->second.toUtf8(bytes);
+        write(text);
+        noteConverted(file, offset, bytes, text);
     }
 
     // The lines of both texts are the same ones: in no encoding that a charSet means is a line end part of a character,
@@ -134,9 +134,8 @@ private:
     bool toUtf8_;
     const std::function<void(std::string_view)>& write_;
     PieceMap pieces_;
-    std::map<std::string_view, KelEncodingConverter> converters_; // by the names of their encodings
-    KelEncodingConverter utf8_{"UTF-8"};
-    std::string written_; // that was not handed over yet
+    std::map<std::string_view, KelTextDecoder> decoders_; // by the names of their encodings
+    std::string written_;                                 // that was not handed over yet
     std::unique_ptr<OpenFile> source_;
     std::size_t openIndex_ = 0;
     std::string buffer_;

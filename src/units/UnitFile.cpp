@@ -1,11 +1,11 @@
 #include "units/UnitFile.h"
 
+#include "notation/Header.h"
 #include "notation/Reader.h"
 #include "notation/unescaped.h"
 #include "units/OpenFile.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstring>
 
 namespace units {
@@ -16,7 +16,6 @@ using notation::Construct;
 using notation::Event;
 using notation::EventKind;
 
-constexpr std::string_view headerKind = "Petal";
 constexpr std::string_view designKind = "Design";
 constexpr std::string_view rootKey = "root_category";
 constexpr std::string_view logicalViewHead = "(object Class_Category \"Logical View\""; // the import begins with it
@@ -35,6 +34,7 @@ public:
     /// False when there is no point in reading on.
     bool take(const Event& event);
     [[nodiscard]] UnitFile& file() { return file_; }
+    [[nodiscard]] const notation::Header& header() const { return header_.header(); }
 
 private:
     bool startObject(const Event& event);
@@ -44,6 +44,7 @@ private:
 
     Extent extent_;
     UnitFile file_;
+    notation::HeaderGatherer header_;
     std::size_t topObjects_ = 0;
     std::vector<OpenObject> open_; // those in front of `depth_`; the others keep their memory for the next
     std::size_t depth_ = 0;
@@ -51,6 +52,9 @@ private:
 };
 
 bool Gatherer::take(const Event& event) {
+    if (!header_.take(event)) {
+        return false;
+    }
     if (event.kind == EventKind::damage) {
         return true;
     }
@@ -70,7 +74,7 @@ bool Gatherer::take(const Event& event) {
     if (event.kind == EventKind::end && event.construct == Construct::object) {
         endObject(event);
     }
-    return event.kind != EventKind::start || file_.isModel;
+    return true;
 }
 
 bool Gatherer::startObject(const Event& event) {
@@ -86,9 +90,7 @@ bool Gatherer::startObject(const Event& event) {
     object.reference.place = event.place;
     if (event.depth == 0) {
         ++topObjects_;
-        if (topObjects_ == 1) {
-            file_.isModel = event.text == headerKind;
-        } else if (topObjects_ == 2) {
+        if (topObjects_ == 2) {
             file_.kind = event.text;
             file_.name = object.reference.name;
             file_.content.begin = event.place.offset;
@@ -97,7 +99,7 @@ bool Gatherer::startObject(const Event& event) {
     if (event.text == packageKind && !event.names.empty() && event.names.front().hasEscapes) {
         takePackage(event);
     }
-    return file_.isModel && (extent_ == Extent::whole || topObjects_ < 2);
+    return extent_ == Extent::whole || topObjects_ < 2;
 }
 
 void Gatherer::takePackage(const Event& event) {
@@ -135,13 +137,6 @@ void Gatherer::takeProperty(const Event& event) {
     } else if (event.key == "file_name" && event.kind == EventKind::text) {
         object.reference.fileName = event.text;
         inFileName_ = true;
-    } else if (event.key == "charSet" && topObjects_ == 1) {
-        std::int64_t number = 0;
-        const char* end = event.text.data() + event.text.size();
-        const auto [stop, error] = std::from_chars(event.text.data(), end, number);
-        if (event.kind == EventKind::integer && error == std::errc() && stop == end) {
-            file_.charSet = number;
-        }
     }
 }
 
@@ -180,6 +175,9 @@ UnitFile readUnitFile(const std::filesystem::path& path, Extent extent) {
     while (reader.next() && gatherer.take(reader.event())) {
     }
     UnitFile& gathered = gatherer.file();
+    gathered.isModel = gatherer.header().isModel;
+    gathered.charSet = gatherer.header().charSet;
+    gathered.isHeaderClosed = gatherer.header().isClosed;
     for (UnitReference& reference : gathered.references) {
         reference.fileName = notation::unescaped(reference.fileName);
     }

@@ -43,6 +43,7 @@ struct UnitReference {
 struct UnitFile {
     bool isModel = false; ///< it begins with the header of a model file; if not, nothing else is told
     std::optional<std::int64_t> charSet;
+    bool isHeaderClosed = false;     ///< if not, the file may end within the header's numbers
     std::string kind;                ///< of the object behind the header; empty when there is none
     std::string name;                ///< of the same
     Range content;                   ///< that object

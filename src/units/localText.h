@@ -10,9 +10,6 @@ namespace units {
 /// The encoding of a file with that `charSet`: windows-1252 where it means none.
 [[nodiscard]] const char* encodingOf(std::optional<std::int64_t> charSet);
 
-/// A text in UTF-8. Unchanged when there is no such encoding; bytes that the encoding lacks become U+FFFD.
-[[nodiscard]] std::string utf8Text(std::string_view text, std::string_view encoding);
-
 /// A text of a model file with that `charSet` in the local encoding, in which the names of files are.
 [[nodiscard]] std::string localText(std::string_view text, std::optional<std::int64_t> charSet);
 

@@ -1,4 +1,5 @@
 #include "host/encoding/KelEncodingConverter.h"
+#include "host/encoding/KelTextDecoder.h"
 #include "host/encoding/charSetEncoding.h"
 #include "host/encoding/convertText.h"
 #include "host/options/BLIB.h"
@@ -12,6 +13,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -44,8 +46,10 @@ constexpr ConversionRow conversions[] = {
     {"UTF-16", "UTF-8", "\0a"sv, "a"sv, true},
     {"UTF-16LE", "UTF-8", "\xFF\xFE\x61\0"sv, "a"sv, true},
     {"UTF-16BE", "UTF-8", "\xFE\xFF"sv, ""sv, true},
+    {"ISO-2022-JP", "UTF-8", "\x1B(B"sv, ""sv, true}, // nothing is in front, whatever the one before has left
     {"UTF-16BE", "UTF-8", "\0a\xFE\xFF"sv, "a\xEF\xBB\xBF"sv, true},
     {"UTF-8", "windows-1252", "\xEF\xBB\xBF\xC3\xA9"sv, "\xE9"sv, true},
+    {"UTF-8", "ISO-2022-JP", "\xE3\x82\xBD"sv, "\x1B$B%=\x1B(B"sv, true}, // what it ends with included
     {"UTF-8", "UTF-16", "a"sv, "\0a"sv, true},
     {"UTF-8", "UTF-32", "\xC3\xA9"sv, "\0\0\0\xE9"sv, true},
     {"UTF-16BE", "UTF-8", "\0a\0"sv, "a" REPLACED, false},
@@ -166,12 +170,42 @@ TEST(KelEncodingConverterTest, PlainTextIsWhatTheEncodingLeavesAsItIs) {
         {"no-such-encoding", "Order"sv, false},
     };
     for (const PlainRow& row : rows) {
-        EXPECT_EQ(KelEncodingConverter(row.encoding).isPlainText(KelString(row.text)), row.plain)
+        EXPECT_EQ(KelEncodingConverter(row.encoding).isPlainText(row.text), row.plain)
             << row.encoding << " " << row.text;
     }
 }
 
-TEST(EncodingListTest, EveryEncodingIsKnownToTheServiceAndNamedOnce) {
+TEST(KelTextDecoderTest, ReplacesWhatTheEncodingDoesNotHaveAndTellsWhereItIs) {
+    struct Row {
+        const char* encoding;
+        std::string_view bytes;
+        std::string_view expected;
+        std::vector<std::size_t> badRuns; // offset and length of each
+    };
+    const Row rows[] = {
+        {"windows-1252", "Creating caf\xE9\0"sv, "Creating caf\xC3\xA9\0"sv, {}},
+        {"windows-936", "\xD6\xD0\xA0\"\xD6"sv, "\xE4\xB8\xAD" REPLACED "\"" REPLACED, {2, 1, 4, 1}},
+        {"UTF-8", "caf\xE9 \xE2\x82z", "caf" REPLACED " " REPLACED "z", {3, 1, 5, 2}},
+        {"ISO-2022-JP", "\x1B$B%=\x1B(B", "\xE3\x82\xBD", {}}, // though all of it is ASCII
+        {"unknown", "caf\xE9", "caf\xE9", {}},
+        {"no such encoding", "caf\xE9", "caf\xE9", {}},
+    };
+    for (const Row& row : rows) {
+        KelTextDecoder decoder(row.encoding);
+        for (int round = 0; round < 2; ++round) { // the second finds the converters as the first left them
+            bool isWhole = !row.badRuns.empty();
+            EXPECT_EQ(decoder.toUtf8(row.bytes, &isWhole), row.expected) << row.encoding;
+            EXPECT_EQ(isWhole, row.badRuns.empty()) << row.encoding;
+            std::vector<std::size_t> found;
+            for (const KelTextDecoder::Run& run : decoder.badRuns(row.bytes)) {
+                found.insert(found.end(), {run.offset, run.length});
+            }
+            EXPECT_EQ(found, row.badRuns) << row.encoding;
+        }
+    }
+}
+
+TEST(EncodingListTest, EveryEncodingHasAsciiAndIsNamedOnce) {
     const KelBridgeOptionEnumerationLiteral& list = BLIB::BP_ENCODING_ENUM;
     std::set<std::string> names;
     std::set<std::string> labels;
@@ -181,7 +215,7 @@ TEST(EncodingListTest, EveryEncodingIsKnownToTheServiceAndNamedOnce) {
         const KelString& name = value->getIdentifier();
         EXPECT_TRUE(names.emplace(name.view()).second) << name.text();
         EXPECT_TRUE(labels.emplace(value->getText().view()).second) << value->getText().text();
-        EXPECT_EQ(KelEncodingConverter(name).getHandle() != nullptr, name.view() != "unknown") << name.text();
+        EXPECT_EQ(KelEncodingConverter(name).isPlainText("(object Petal"), name.view() != "unknown") << name.text();
     }
     EXPECT_EQ(list.getValue(0), &BLIB::BP_ENCODING_ENUM_WESTERN_EUROPEAN__WINDOWS_1252_);
     EXPECT_EQ(names.count("unknown"), 1U);

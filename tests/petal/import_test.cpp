@@ -48,6 +48,8 @@ TEST_F(Import, OutlinesOnATerminal) {
 TEST_F(Import, HandsOptionsToTheBridge) {
     put("gbk", "(object Petal charSet 134)\n");
     put("odd", "(object Petal charSet 7)\n");
+    put("cut", "(object Petal charSet 134");
+    ASSERT_EQ(run("mkfifo pipe").status, 0);
     struct Row {
         const char* arguments;
         const char* expected; // the types and the encoding that the bridge was given
@@ -55,7 +57,10 @@ TEST_F(Import, HandsOptionsToTheBridge) {
     constexpr Row rows[] = {
         {"m", "Alpha, windows-1252"},
         {"gbk", "Alpha, windows-936"},
+        {"gbk --units skip", "Alpha, windows-936"},
         {"odd", "Alpha, windows-1252"},
+        {"cut", "Alpha, windows-1252"},                        // of a number that may have gone on
+        {"pipe & cat gbk >pipe; wait", "Alpha, windows-1252"}, // which can be read once
         {"gbk --encoding auto", "Alpha, windows-936"},
         {"gbk --encoding KOI8-R", "Alpha, KOI8-R"},
         {"gbk --encoding unknown", "Alpha, unknown"},
@@ -99,6 +104,9 @@ constexpr Refused refusals[] = {
      "--types: 'alpha' is none of \"Alpha\", \"Beta 2\"\npetal: Run 'petal options'"},
     {"$petal import m --encoding frob", 2, "--encoding: there is no encoding 'frob'\npetal: Run 'petal options'"},
     {"$petal import m --encoding ''", 2, "there is no encoding ''"},
+    {"$petal import m --encoding UTF-16", 2, "--encoding: there is no encoding 'UTF-16'\npetal: Run 'petal options'"},
+    {"$petal import m --encoding utf_32le", 2, "there is no encoding 'utf_32le'"},
+    {"$petal import m --encoding ibm-37", 2, "there is no encoding 'ibm-37'"},
     {"$petal import m --format xml", 2, "--format"},
     {"$petal import", 2, "FILE is required"},
     {"$petal import m -o missing/out", 6, "cannot write 'missing/out': No such file or directory\npetal: Create the"},

@@ -1,8 +1,8 @@
 #include "interface/interfaceFiles.h"
+#include "petal/InputFile.h"
 #include "petal/Shell.h"
 #include "petal/commandLine.h"
 #include "petal/exitStatus.h"
-#include "petal/readWholeFile.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 namespace {
 
 std::string inSources(const std::string& path) {
-    return petal::readWholeFile(PETAL_SOURCES "/" + path);
+    return petal::InputFile(PETAL_SOURCES "/" + path).readRest();
 }
 
 bool contains(const std::string& text, const std::string& part) {

@@ -1,8 +1,8 @@
 // Texts of a model that try to break a document or to drive the terminal of whoever reads it.
 
+#include "host/encoding/KelTextDecoder.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDesignPackage.h"
-#include "petal/LogText.h"
 #include "petal/logFormats.h"
 #include "support/ImportedModel.h"
 #include "support/Written.h"
@@ -60,17 +60,17 @@ bool onlyShows(std::string_view text) {
 /// The log's lines, as petal writes them.
 class WrittenLog final : public KelLog {
 public:
-    explicit WrittenLog(const char* encoding) : text_(encoding) {}
+    explicit WrittenLog(const char* encoding) : decoder_(encoding) {}
     void record(const KelLogEvent& event) override {
-        const KelString text = text_.toUtf8(event.getText());
+        const std::string text = decoder_.toUtf8(event.getText().view());
         for (const char* format : {"text", "json"}) {
-            lines.push_back(petal::findLogFormat(format)->line(event, text.view()));
+            lines.push_back(petal::findLogFormat(format)->line(event, text));
         }
     }
     std::vector<std::string> lines;
 
 private:
-    petal::LogText text_;
+    KelTextDecoder decoder_;
 };
 
 TEST(HostileTextsTest, NeitherBreakADocumentNorDriveATerminal) {

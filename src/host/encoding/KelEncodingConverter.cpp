@@ -136,18 +136,17 @@ KelString KelEncodingConverter::getEncodingName() const {
     return handle_ != nullptr ? KelString(ucnv_getName(handle_.get(), &error)) : KelString();
 }
 
-bool KelEncodingConverter::isPlainText(const KelString& text) const {
+bool KelEncodingConverter::isPlainText(std::string_view text) const {
     if (handle_ == nullptr) {
-        return text.isEmpty();
+        return text.empty();
     }
     if (!plainBytes_) {
         plainBytes_ = findPlainBytes();
     }
-    const std::string_view bytes = text.view();
     if (plainBytes_->all()) {
-        return isAscii(bytes);
+        return isAscii(text);
     }
-    return std::all_of(bytes.begin(), bytes.end(), [&](char byte) {
+    return std::all_of(text.begin(), text.end(), [&](char byte) {
         const auto value = static_cast<unsigned char>(byte);
         return value < plainBytes_->size() && (*plainBytes_)[value];
     });

@@ -6,6 +6,7 @@
 #include <bitset>
 #include <memory>
 #include <optional>
+#include <string_view>
 
 struct UConverter;
 
@@ -24,7 +25,7 @@ public:
     /// The service's canonical name of the encoding; empty without a handle.
     [[nodiscard]] KelString getEncodingName() const;
     /// Whether every byte of `text` is an ASCII character that stands for itself in this encoding, both ways.
-    [[nodiscard]] bool isPlainText(const KelString& text) const;
+    [[nodiscard]] bool isPlainText(std::string_view text) const;
 
 private:
     struct KEL_API Close {

@@ -34,7 +34,7 @@ constexpr auto charSets = std::to_array<CharSet>({
 
 } // namespace
 
-const char* charSetEncoding(int charSet) {
+const char* charSetEncoding(std::optional<std::int64_t> charSet) {
     const auto found =
         std::find_if(charSets.begin(), charSets.end(), [&](const CharSet& row) { return row.number == charSet; });
     return found != charSets.end() ? found->encoding : nullptr;

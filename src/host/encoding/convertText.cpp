@@ -85,7 +85,7 @@ void write(UConverter* writer, const UChar* text, const UChar* end, bool isLast,
 } // namespace
 
 bool convertText(KelEncodingConverter& from, KelEncodingConverter& to, KelString& text) {
-    if (from.isPlainText(text) && to.isPlainText(text)) {
+    if (from.isPlainText(text.view()) && to.isPlainText(text.view())) {
         return true;
     }
     bool valid = true;
@@ -99,15 +99,13 @@ bool convertText(KelEncodingConverter& from, KelEncodingConverter& to, KelString
     std::array<UChar, 2048> pivot;
     const char* source = text.text();
     const char* const sourceEnd = source + text.length();
-    bool atStart = true;
     bool more = true;
-    while (more) {
+    for (bool atStart = true; more; atStart = false) {
         UChar* filled = pivot.data();
         UErrorCode error = U_ZERO_ERROR;
         ucnv_toUnicode(reader, &filled, pivot.data() + pivot.size(), &source, sourceEnd, nullptr, true, &error);
         more = isToContinue(error);
         const bool marked = atStart && filled != pivot.data() && pivot.front() == byteOrderMark;
-        atStart = atStart && filled == pivot.data();
         write(writer, pivot.data() + (marked ? 1 : 0), filled, !more, converted);
     }
     text = std::move(converted);

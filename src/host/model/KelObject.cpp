@@ -54,7 +54,7 @@ public:
 private:
     void convertName(KelObject& object) {
         const KelString& name = object.getName();
-        if (from_.isPlainText(name) && to_.isPlainText(name)) {
+        if (from_.isPlainText(name.view()) && to_.isPlainText(name.view())) {
             stringCount_ += static_cast<int>(!name.isEmpty());
             return;
         }

@@ -7,8 +7,8 @@
 /// The option literals that bridges share.
 class KEL_API BLIB : public KelTextLiteralsCollection {
 public:
-    /// The encodings a model file may be in. A value's identifier is an encoding name that the conversion service
-    /// knows, or "unknown" for leaving the texts as they are.
+    /// The encodings a model file may be in; all have ASCII, which its keywords are in. A value's identifier is an
+    /// encoding name that the conversion service knows, or "unknown" for leaving the texts as they are.
     static KelBridgeOptionEnumerationLiteral BP_ENCODING_ENUM;
     /// The encoding that is offered first.
     static KelBridgeEnumValueLiteral BP_ENCODING_ENUM_WESTERN_EUROPEAN__WINDOWS_1252_;

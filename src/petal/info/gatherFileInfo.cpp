@@ -1,13 +1,13 @@
 #include "petal/info/gatherFileInfo.h"
 
+#include "host/encoding/KelTextDecoder.h"
 #include "host/encoding/charSetEncoding.h"
+#include "notation/Header.h"
 #include "notation/Reader.h"
 #include "notation/unescaped.h"
-#include "petal/LogText.h"
+#include "units/localText.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <utility>
 
 namespace petal {
@@ -18,17 +18,7 @@ using notation::Construct;
 using notation::Event;
 using notation::EventKind;
 
-constexpr std::string_view headerKind = "Petal";
 constexpr std::string_view diagramSuffix = "Diagram"; // ClassDiagram, State_Diagram ...
-constexpr const char* defaultEncoding = "windows-1252";
-
-std::optional<std::int64_t> numberOf(const Event& event) {
-    std::int64_t number = 0;
-    const char* end = event.text.data() + event.text.size();
-    const auto [stop, error] = std::from_chars(event.text.data(), end, number);
-    const bool isNumber = event.kind == EventKind::integer && error == std::errc() && stop == end;
-    return isNumber ? std::optional(number) : std::nullopt;
-}
 
 /// An object that is being read, with what makes it a controlled unit.
 struct OpenObject {
@@ -40,24 +30,6 @@ struct OpenObject {
     notation::Place place;
 };
 
-struct Property {
-    std::string_view key;
-    bool inHeader;
-    void (*take)(FileInfo& info, OpenObject& object, const Event& event);
-    std::string& (*text)(FileInfo& info, OpenObject& object); // null for what is no text
-};
-
-constexpr auto properties = std::to_array<Property>({
-    {"version", true, [](FileInfo& info, OpenObject&, const Event& event) { info.version = numberOf(event); }, nullptr},
-    {"charSet", true, [](FileInfo& info, OpenObject&, const Event& event) { info.charSet = numberOf(event); }, nullptr},
-    {"_written", true, nullptr, [](FileInfo& info, OpenObject&) -> std::string& { return info.written; }},
-    {"is_unit", false, [](FileInfo&, OpenObject& object, const Event& event) { object.isUnit = event.text == "TRUE"; },
-     nullptr},
-    {"is_loaded", false,
-     [](FileInfo&, OpenObject& object, const Event& event) { object.isLoaded = event.text == "TRUE"; }, nullptr},
-    {"file_name", false, nullptr, [](FileInfo&, OpenObject& object) -> std::string& { return object.file; }},
-});
-
 class Gatherer {
 public:
     /// False when there is no point in reading on.
@@ -68,20 +40,24 @@ private:
     void startObject(const Event& event);
     void endObject();
     void takeProperty(const Event& event);
-    static void addText(const Event& event, std::string& text);
     void countKind(const std::string& kind);
     OpenObject& current() { return open_[depth_ - 1]; }
 
     FileInfo info_;
+    notation::HeaderGatherer header_;
     std::vector<OpenObject> open_; // those in front of `depth_`; the others keep their memory for the next
     std::size_t depth_ = 0;
-    std::string* text_ = nullptr; // what a further piece of the last value belongs to
+    bool inFileName_ = false; // a further piece of the value is one of a file's name
 };
 
 bool Gatherer::take(const Event& event) {
+    if (!header_.take(event)) {
+        return false;
+    }
     if (event.continues) {
-        if (text_ != nullptr) {
-            addText(event, *text_);
+        if (inFileName_) {
+            current().file += event.startsLine ? "\n" : "";
+            current().file += event.text;
         }
         return true;
     }
@@ -91,27 +67,22 @@ bool Gatherer::take(const Event& event) {
         }
         return true;
     }
-    text_ = nullptr;
+    inFileName_ = false;
     if (event.isProperty()) {
         ++info_.propertyCount;
-        takeProperty(event);
-    }
-    if (event.kind == EventKind::start) {
-        if (event.construct == Construct::object) {
-            startObject(event);
+        if (depth_ > 0) {
+            takeProperty(event);
         }
-        return info_.isModel;
     }
-    if (event.kind == EventKind::end && event.construct == Construct::object) {
+    if (event.kind == EventKind::start && event.construct == Construct::object) {
+        startObject(event);
+    } else if (event.kind == EventKind::end && event.construct == Construct::object) {
         endObject();
     }
     return true;
 }
 
 void Gatherer::startObject(const Event& event) {
-    if (info_.objectCount == 0) {
-        info_.isModel = event.depth == 0 && event.text == headerKind;
-    }
     if (open_.size() == depth_) {
         open_.emplace_back();
     }
@@ -153,33 +124,26 @@ void Gatherer::endObject() {
 }
 
 void Gatherer::takeProperty(const Event& event) {
-    const bool inHeader = depth_ == 1 && info_.objectCount == 1;
-    const auto* found = std::ranges::find(properties, event.key, &Property::key);
-    if (found == properties.end() || found->inHeader != inHeader) {
-        return;
+    OpenObject& object = current();
+    if (event.key == "is_unit") {
+        object.isUnit = event.text == "TRUE";
+    } else if (event.key == "is_loaded") {
+        object.isLoaded = event.text == "TRUE";
+    } else if (event.key == "file_name" && (event.kind == EventKind::text || event.kind == EventKind::line)) {
+        object.file = event.text;
+        inFileName_ = true;
     }
-    if (found->take != nullptr) {
-        found->take(info_, current(), event);
-    } else if (event.kind == EventKind::text || event.kind == EventKind::line) {
-        text_ = &found->text(info_, current());
-        text_->clear();
-        addText(event, *text_);
-    }
-}
-
-void Gatherer::addText(const Event& event, std::string& text) {
-    text += event.continues && event.startsLine ? "\n" : "";
-    text += event.text;
 }
 
 FileInfo Gatherer::finish() {
-    const char* encoding = info_.charSet && std::in_range<int>(*info_.charSet)
-                               ? charSetEncoding(static_cast<int>(*info_.charSet))
-                               : nullptr;
-    info_.encoding = encoding;
-    LogText utf8(encoding != nullptr ? encoding : defaultEncoding);
-    const auto convert = [&](std::string& text) { text = utf8.toUtf8(KelString(std::string_view(text))).view(); };
-    convert(info_.written = notation::unescaped(info_.written));
+    const notation::Header& header = header_.header();
+    info_.isModel = header.isModel;
+    info_.version = header.version;
+    info_.charSet = header.charSet;
+    info_.encoding = charSetEncoding(header.charSet);
+    KelTextDecoder decoder(units::encodingOf(header.charSet));
+    const auto convert = [&](std::string& text) { text = decoder.toUtf8(text); };
+    convert(info_.written = notation::unescaped(header.written));
     std::map<std::string, std::uint64_t, std::less<>> objects;
     for (const auto& [kind, count] : info_.objects) {
         std::string converted = kind;

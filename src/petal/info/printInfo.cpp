@@ -1,11 +1,11 @@
 #include "petal/Failure.h"
+#include "petal/InputFile.h"
 #include "petal/ModelOutput.h"
 #include "petal/commands.h"
-#include "petal/info/InputFile.h"
+#include "petal/fileFailure.h"
 #include "petal/info/foreignFormats.h"
 #include "petal/info/gatherFileInfo.h"
 #include "petal/info/infoForms.h"
-#include "petal/outputFailure.h"
 #include "petal/printFailure.h"
 #include "text/BufferedOutput.h"
 

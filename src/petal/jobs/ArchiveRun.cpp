@@ -2,9 +2,9 @@
 
 #include "petal/Failure.h"
 #include "petal/ModelOutput.h"
+#include "petal/fileFailure.h"
 #include "petal/jobs/isUpToDate.h"
 #include "petal/jobs/limitsOf.h"
-#include "petal/outputFailure.h"
 #include "petal/printFailure.h"
 
 #include <cerrno>

@@ -2,10 +2,10 @@
 
 #include "petal/ModelOutput.h"
 #include "petal/PlugIn.h"
+#include "petal/fileFailure.h"
 #include "petal/importModel.h"
 #include "petal/jobs/ProcessPool.h"
 #include "petal/namedDescriptor.h"
-#include "petal/outputFailure.h"
 
 namespace petal {
 

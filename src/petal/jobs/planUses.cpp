@@ -1,11 +1,25 @@
 #include "petal/jobs/planUses.h"
 
+#include "notation/Header.h"
 #include "petal/Failure.h"
-#include "petal/headerCharSet.h"
+#include "units/OpenFile.h"
+
+#include <array>
+#include <system_error>
 
 namespace petal {
 
 namespace {
+
+bool isModelFile(const std::string& path) {
+    std::array<char, 20> head{}; // that is where the bridge looks
+    try {
+        const std::size_t length = units::OpenFile(path).read(head.data(), head.size());
+        return std::string_view(head.data(), length).find(notation::headerStart) != std::string_view::npos;
+    } catch (const std::system_error&) {
+        return false;
+    }
+}
 
 /// Only one of them can go there.
 void refuseSharedStandardOutput(const ImportRequest& request, const JobsRequest& jobs, bool isSingle) {
@@ -43,7 +57,7 @@ FileUses planUses(std::span<const Source> sources, std::span<const ImportPaths> 
 
 void refuseModelFiles(const FileUses& uses) {
     for (const auto& [file, path] : uses.getWritten()) {
-        if (isModelHead(readHead(path))) {
+        if (isModelFile(path)) {
             throw Failure(Outcome::wrongUsage, "writing '" + path + "' would overwrite a model file",
                           "Write to another place.");
         }

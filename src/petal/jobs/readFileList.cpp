@@ -1,6 +1,6 @@
 #include "petal/jobs/readFileList.h"
 
-#include "petal/readWholeFile.h"
+#include "petal/InputFile.h"
 
 #include <algorithm>
 #include <string_view>
@@ -19,7 +19,7 @@ std::string_view nameIn(std::string_view line) {
 } // namespace
 
 std::vector<std::string> readFileList(const std::string& list, bool nulSeparated) {
-    const std::string contents = readWholeFile(list);
+    const std::string contents = InputFile(list).readRest();
     const char separator = nulSeparated ? '\0' : '\n';
     std::vector<std::string> names;
     for (std::string_view rest = contents; !rest.empty();) {

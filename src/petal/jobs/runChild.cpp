@@ -1,9 +1,9 @@
 #include "petal/jobs/runChild.h"
 
+#include "petal/fileFailure.h"
 #include "petal/importModel.h"
 #include "petal/jobs/ImportEnd.h"
 #include "petal/jobs/StopSignals.h"
-#include "petal/outputFailure.h"
 #include "petal/removeOnSignal.h"
 #include "petal/writeFully.h"
 

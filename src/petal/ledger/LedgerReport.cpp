@@ -3,8 +3,8 @@
 #include "ledger/makeLedger.h"
 #include "petal/Failure.h"
 #include "petal/ModelOutput.h"
+#include "petal/fileFailure.h"
 #include "petal/ledger/ledgerForms.h"
-#include "petal/outputFailure.h"
 #include "petal/printFailure.h"
 #include "text/BufferedOutput.h"
 

@@ -1,5 +1,5 @@
 #include "petal/commands.h"
-#include "petal/outputFailure.h"
+#include "petal/fileFailure.h"
 #include "petal/report/reports.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "host/log/Severity.h"
 #include "petal/Failure.h"
-#include "petal/readWholeFile.h"
+#include "petal/InputFile.h"
 #include "petal/report/reportForm.h"
 #include "petal/report/reports.h"
 
@@ -101,7 +101,7 @@ std::vector<FileReport> readFiles(const std::string& contents) {
 } // namespace
 
 std::vector<FileReport> readReport(const std::string& path) {
-    const std::string contents = readWholeFile(path);
+    const std::string contents = InputFile(path).readRest();
     try {
         return readFiles(contents);
     } catch (const NoReport& reason) {

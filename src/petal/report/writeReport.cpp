@@ -1,8 +1,8 @@
 #include "host/log/Severity.h"
 #include "petal/report/reportForm.h"
 #include "petal/report/reports.h"
-#include "petal/validText.h"
 #include "text/IndentedJson.h"
+#include "text/printableText.h"
 
 namespace petal {
 
@@ -38,11 +38,11 @@ private:
 
     void writeFile(const FileReport& file) {
         json_.startObject();
-        text("file", validText(file.file));
+        text("file", text::validText(file.file));
         text("state", stateWord(file.state));
         for (const TextMember& member : textMembers) {
             if (const std::string& value = file.*member.text; !value.empty()) {
-                text(member.name, validText(value));
+                text(member.name, text::validText(value));
             }
         }
         for (const StatusMember& member : statusMembers) {

@@ -1,5 +1,7 @@
 #include "petal/units/ModelSource.h"
 
+#include "host/encoding/KelTextDecoder.h"
+#include "host/encoding/charSetEncoding.h"
 #include "host/encoding/localeText.h"
 #include "host/log/KelLog.h"
 #include "host/log/Severity.h"
@@ -9,8 +11,8 @@
 #include "host/options/KelOptionList.h"
 #include "notation/unescaped.h"
 #include "petal/Failure.h"
+#include "petal/fileFailure.h"
 #include "petal/importOptions.h"
-#include "petal/outputFailure.h"
 #include "petal/units/namelessFile.h"
 #include "petal/units/unitOptions.h"
 #include "petal/writeFully.h"
@@ -68,7 +70,7 @@ void unwrap(KelModel& model) {
 
 ModelSource::ModelSource(const ImportRequest& request) : request_(request) {
     tree_.files.push_back({request.file, 0, {}, {}});
-    if (request.units.mode != "skip" && isRegularFile(request.file)) {
+    if (isRegularFile(request.file)) {
         follow();
     }
 }
@@ -80,8 +82,12 @@ ModelSource::~ModelSource() {
 }
 
 void ModelSource::follow() {
-    units::UnitLocator locator = makeUnitLocator(request_.units);
     try {
+        if (request_.units.mode == "skip") {
+            tree_.files[0].contents = units::readUnitFile(request_.file, units::Extent::headAndKind);
+            return;
+        }
+        units::UnitLocator locator = makeUnitLocator(request_.units);
         tree_ = readTree(request_.file, locator);
     } catch (const std::system_error&) {
         return; // the bridge says what is wrong
@@ -111,13 +117,20 @@ void ModelSource::assemble() {
 
 void ModelSource::setOptions(KelOptionList& options) const {
     if (descriptor_ >= 0) {
-        setSource(options, "/proc/self/fd/" + std::to_string(descriptor_), isUtf8_ ? "UTF-8" : nullptr);
+        setSource(options, "/proc/self/fd/" + std::to_string(descriptor_));
+    }
+    if (request_.encoding == "auto") {
+        const units::UnitFile& model = tree_.files[0].contents;
+        const char* encoding = isUtf8_ ? "UTF-8" : model.isHeaderClosed ? charSetEncoding(model.charSet) : nullptr;
+        if (encoding != nullptr) {
+            setEncoding(options, encoding);
+        }
     }
 }
 
 /// Bytes of a file in the encoding that the log expects.
 std::string ModelSource::logText(const std::string& bytes, std::size_t file) const {
-    return isUtf8_ ? units::utf8Text(bytes, units::encodingOf(tree_.files[file].contents.charSet)) : bytes;
+    return isUtf8_ ? KelTextDecoder(units::encodingOf(tree_.files[file].contents.charSet)).toUtf8(bytes) : bytes;
 }
 
 void ModelSource::reportLost(const units::Unit& unit, std::size_t file, KelLog& log) const {
@@ -153,9 +166,9 @@ void ModelSource::giveBackName(KelModel& model, const KelString& encoding) const
     if (root == nullptr) {
         return;
     }
-    const std::string_view own =
-        isUtf8_ ? units::encodingOf(tree_.files[renamedRoot_->file].contents.charSet) : encoding.view();
-    root->setName(KelString(std::string_view(units::utf8Text(notation::unescaped(renamedRoot_->head.name), own))));
+    KelTextDecoder decoder(isUtf8_ ? KelString(units::encodingOf(tree_.files[renamedRoot_->file].contents.charSet))
+                                   : encoding);
+    root->setName(KelString(decoder.toUtf8(notation::unescaped(renamedRoot_->head.name))));
 }
 
 void ModelSource::complete(KelModel& model, const KelOptionList& options) const {

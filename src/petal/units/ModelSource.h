@@ -26,7 +26,7 @@ public:
     ModelSource& operator=(const ModelSource&) = delete;
     ~ModelSource();
 
-    /// Has the bridge read this source.
+    /// Has the bridge read this source, for the encoding "auto" in the one that the header means, if it means one.
     void setOptions(KelOptionList& options) const;
     /// Warns of every unit whose content is not in the model, and says when the root of the packages has another name
     /// than the bridge wants.

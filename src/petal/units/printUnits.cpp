@@ -1,5 +1,6 @@
 #include "petal/Failure.h"
 #include "petal/commands.h"
+#include "petal/fileFailure.h"
 #include "petal/printFailure.h"
 #include "petal/standardOutput.h"
 #include "petal/units/unitOptions.h"
@@ -63,7 +64,7 @@ void printUnits(const UnitsRequest& request) {
             writeToStandardOutput(modelLines(path, locator, lost));
             continue;
         } catch (const std::system_error& error) {
-            reason = "cannot read '" + path + "': " + error.code().message();
+            reason = inputFailure(path, error).what();
         } catch (const Failure& failure) {
             if (failure.getOutcome() != Outcome::inputNotRead) {
                 throw;

@@ -44,6 +44,10 @@ TEST(FileInfo, TellsTheHeader) {
         {"version \"42\" charSet 99999999999999999999", "none", "unknown", "none"},
         {"charSet 4294967296", "none", "unknown", "4294967296 (unknown)"},
         {"k (object Petal version 42 charSet 128)", "none", "unknown", "none"},
+        {"(nested charSet 1) charSet 134 version 5x", "none", "unknown", "134 (windows-936)"},
+        {R"(_written "a ) charSet 7 \" ( b" charSet 204)", "none", R"(a ) charSet 7 " ( b)", "204 (windows-1251)"},
+        {"charSet 134 charSetX 5 _charSet 6 version 42 version \"50\"", "none", "unknown", "134 (windows-936)"},
+        {"charSet 134) (charSet 128", "none", "unknown", "134 (windows-936)"},
     };
     for (const Row& row : rows) {
         const std::string text = textOf("(object Petal " + std::string(row.header) + ")(object Design version 1)");

@@ -116,7 +116,7 @@ TEST_F(Info, SaysWhatToDoAboutWhatIsNoModel) {
 TEST_F(Info, GoesOnBehindWhatCannotBeRead) {
     const Ended ended = run("$petal info . m missing/x; echo $?; $petal info m >/dev/full");
     EXPECT_EQ(ended.output, std::string("m\n") + told + "5\n");
-    EXPECT_EQ(ended.errors, "petal: cannot read '.': Is a directory\npetal: Name the model files in that folder.\n"
+    EXPECT_EQ(ended.errors, "petal: cannot read '.': Is a directory\npetal: Name the files in that folder.\n"
                             "petal: cannot read 'missing/x': No such file or directory\n"
                             "petal: Check the name of the file.\npetal: 2 of 3 files are not told of\n"
                             "petal: cannot write standard output: No space left on device\n"

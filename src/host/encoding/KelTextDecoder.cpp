@@ -1,6 +1,6 @@
-#include "host/encoding/invalidBytes.h"
+#include "host/encoding/KelTextDecoder.h"
 
-#include "host/encoding/KelEncodingConverter.h"
+#include "host/encoding/convertText.h"
 
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_err.h>
@@ -29,29 +29,48 @@ private:
 
 } // namespace
 
-std::vector<InvalidBytes> invalidBytes(KelEncodingConverter& from, std::string_view text) {
-    UConverter* const reader = from.getHandle();
+std::string KelTextDecoder::toUtf8(std::string_view bytes, bool* isWhole) {
+    bool converted = true;
+    std::string text;
+    if (from_.getHandle() == nullptr || from_.isPlainText(bytes)) {
+        text = bytes;
+    } else {
+        KelString inUtf8(bytes);
+        converted = convertText(from_, utf8_, inUtf8);
+        text = inUtf8.view();
+    }
+    if (isWhole != nullptr) {
+        *isWhole = converted;
+    }
+    return text;
+}
+
+std::vector<KelTextDecoder::Run> KelTextDecoder::badRuns(std::string_view bytes) {
+    std::vector<Run> runs;
+    UConverter* const reader = from_.getHandle();
+    if (reader == nullptr) {
+        return runs;
+    }
     ucnv_reset(reader);
     const Stopping stopping(reader);
-    std::vector<InvalidBytes> found;
     std::array<UChar, 2048> pivot;
-    const char* at = text.data();
-    const char* const end = at + text.size();
+    const char* at = bytes.data();
+    const char* const end = at + bytes.size();
     for (bool more = true; more;) {
         UChar* filled = pivot.data();
         UErrorCode error = U_ZERO_ERROR;
         ucnv_toUnicode(reader, &filled, pivot.data() + pivot.size(), &at, end, nullptr, true, &error);
         more = U_FAILURE(error) != 0;
         if (error == U_INVALID_CHAR_FOUND || error == U_ILLEGAL_CHAR_FOUND || error == U_TRUNCATED_CHAR_FOUND) {
-            std::array<char, 32> bytes{};
-            auto length = static_cast<std::int8_t>(bytes.size());
+            std::array<char, 32> invalid{};
+            auto length = static_cast<std::int8_t>(invalid.size());
             UErrorCode ignored = U_ZERO_ERROR;
-            ucnv_getInvalidChars(reader, bytes.data(), &length, &ignored);
-            found.push_back({static_cast<std::size_t>(at - text.data()) - static_cast<std::size_t>(length),
-                             static_cast<std::size_t>(length)});
+            ucnv_getInvalidChars(reader, invalid.data(), &length, &ignored);
+            const std::ptrdiff_t offset = at - bytes.data() - length;
+            runs.push_back({static_cast<std::size_t>(offset), static_cast<std::size_t>(at - bytes.data() - offset)});
         } else if (more && error != U_BUFFER_OVERFLOW_ERROR) {
             throw std::bad_alloc();
         }
     }
-    return found;
+    return runs;
 }
