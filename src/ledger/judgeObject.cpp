@@ -241,7 +241,10 @@ void LedgerMerge::judgePlace(OpenObject& object, const OpenObject* parent, const
         object.verdict = {&reasons::given, quoted(*holder)};
         return;
     }
-    if (fate.copy != 0 && trace_.find(fate.copy) != nullptr) {
+    const units::RenamedRoot* root = choices_.root;
+    if (root != nullptr && object.file == root->file && object.place.offset == root->head.place.offset) {
+        object.verdict.reason = &reasons::rootPresented;
+    } else if (fate.copy != 0 && trace_.find(fate.copy) != nullptr) {
         object.verdict = {&reasons::attributeSplit, quoted(*trace_.find(fate.copy))};
     } else if (fate.isDefaulted) {
         object.verdict = {&reasons::typeDefaulted, typeName(*object.own)};

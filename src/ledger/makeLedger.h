@@ -3,6 +3,7 @@
 #include "host/text/KelString.h"
 #include "ledger/Ledger.h"
 #include "source/Trace.h"
+#include "units/RootPackage.h"
 #include "units/UnitTree.h"
 
 #include <functional>
@@ -18,6 +19,7 @@ struct Choices {
     KelString encoding;          ///< of the files' texts, as the import was told
     bool encodingByFile = false; ///< each file is in the encoding that its charSet means instead
     Detail detail = Detail::named;
+    const units::RenamedRoot* root = nullptr; ///< the root category that the import got under another name, if any
 };
 
 /// Merges the text of a model's files with the steps that an import took because of it.

@@ -81,6 +81,10 @@ inline constexpr Reason overwritten{changed, loss, "a later line has overwritten
 inline constexpr Reason keywordInText{changed, loss, "the import takes words in the text for a keyword and changes"};
 inline constexpr Reason literals{changed, listed, "the import takes them for the values of the type"};
 inline constexpr Reason drawnFor{changed, listed, "the import shows a relationship for it on"};
+inline constexpr Reason rootPresented{
+    changed, listed,
+    "the import takes only a root named \"Logical View\" and got it under that name; the "
+    "model has its own"};
 inline constexpr Reason noteFor{changed, listed, "the import takes it for the attachment of a note and adds one to"};
 inline constexpr Reason noteOfOther{changed, loss, "the note has the text of another one, from line"};
 inline constexpr Reason textAtQuote{changed, loss, "the text ends at the first quote within, and keeps backslashes"};
