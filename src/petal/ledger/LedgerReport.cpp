@@ -114,8 +114,7 @@ void LedgerReport::make(const ModelSource& source, const source::Trace& trace, c
     if (!isWanted()) {
         return;
     }
-    const ledger::Choices choices{encoding, source.hasEncodingByFile(), detailOf(request_),
-                                  source.getRenamedRoot()};
+    const ledger::Choices choices{encoding, source.hasEncodingByFile(), detailOf(request_), source.getRenamedRoot()};
     try {
         if (request_.ledger) {
             write(source, trace, model, choices);
