@@ -15,10 +15,12 @@
 #include "host/options/KelOption.h"
 #include "host/options/KelOptionList.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -108,19 +110,21 @@ private:
         }
         if (order == "eat") { // as many megabytes
             static std::vector<std::string> eaten;
-            for (int megabyte = 0; megabyte < std::stoi(argument); ++megabyte) {
-                try {
-                    eaten.emplace_back(std::size_t{1} << 20, 'x');
-                } catch (const std::bad_alloc&) {
-                    throw KelException("[FAKE_F0003] unexpected");
-                }
+            try {
+                std::generate_n(std::back_inserter(eaten), std::stoi(argument),
+                                [] { return std::string(std::size_t{1} << 20, 'x'); });
+            } catch (const std::bad_alloc&) {
+                throw KelException("[FAKE_F0003] unexpected");
             }
         }
-        if (order == "log") { // its first word is the severity
+        if (order == "log") { // SEVERITY TEXT|FURTHER TEXT, where a vertical tab stands for a line's end
+            std::ranges::replace(argument, '\v', '\n');
             const std::size_t blank = argument.find(' ');
+            const std::size_t bar = std::min(argument.find('|'), argument.size());
             const int level = severityLevel(argument.substr(0, blank).c_str());
             if (log.accepts(level)) {
-                log.record(KelLogEvent(argument.substr(blank + 1).c_str(), "FAKE_X0001", level, emptyString));
+                log.record(KelLogEvent(argument.substr(blank + 1, bar - blank - 1).c_str(), "FAKE_X0001", level,
+                                       argument.substr(std::min(bar + 1, argument.size())).c_str()));
             }
         }
         if (order == "package") {
