@@ -20,7 +20,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -28,16 +27,6 @@
 #include <vector>
 
 namespace {
-
-std::unique_ptr<KelOption> typesOption() {
-    return std::make_unique<KelOption>(KelOptionDescription{.name = "Supported types",
-                                                            .type = "Enumerated",
-                                                            .text = "Where types come from\n   or go to\n  \n",
-                                                            .defaultValue = "Alpha",
-                                                            .required = false,
-                                                            .choices = {{"Alpha", "Alpha"}, {"Beta 2", "The second"}},
-                                                            .files = {}});
-}
 
 // The interface has no virtual destructor, since nobody deletes a bridge.
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor)
@@ -50,14 +39,11 @@ public:
 
     void getOptionList(KelOptionList& options) override {
         options.removeAll();
-        options.addOption(std::make_unique<KelOption>(KelOptionDescription{.name = "File",
-                                                                           .type = "File",
-                                                                           .text = "The file.",
-                                                                           .defaultValue = "",
-                                                                           .required = true,
-                                                                           .choices = {},
-                                                                           .files = {{"mdl", "cat"}, "Models", true}}));
-        options.addOption(typesOption());
+        options.addOption(std::make_unique<KelOption>(
+            KelOptionDescription{"File", "File", "The file.", "", true, {}, {{"mdl", "cat"}, "Models", true}}));
+        const std::vector<KelOptionChoice> types{{"Alpha", "Alpha"}, {"Beta 2", "The second"}};
+        options.addOption(std::make_unique<KelOption>(KelOptionDescription{
+            "Supported types", "Enumerated", "Where types come from\n   or go to\n  \n", "Alpha", false, types, {}}));
         static const KelBridgeOptionLiteral encoding("ENCODING", "Encoding", "Enumerated", "The encoding.",
                                                      &BLIB::BP_ENCODING_ENUM,
                                                      &BLIB::BP_ENCODING_ENUM_WESTERN_EUROPEAN__WINDOWS_1252_);
@@ -109,10 +95,9 @@ private:
             }
         }
         if (order == "eat") { // as many megabytes
-            static std::vector<std::string> eaten;
+            static std::vector<char> eaten;
             try {
-                std::generate_n(std::back_inserter(eaten), std::stoi(argument),
-                                [] { return std::string(std::size_t{1} << 20, 'x'); });
+                eaten.resize(std::stoul(argument) << 20);
             } catch (const std::bad_alloc&) {
                 throw KelException("[FAKE_F0003] unexpected");
             }

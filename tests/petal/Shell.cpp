@@ -38,14 +38,8 @@ Ended Shell::run(const std::string& command) const {
 }
 
 void Shell::expectRefusals(const std::string& start, std::initializer_list<Refusal> refusals) const {
-    const auto contents = [&] {
-        std::map<std::string, std::string> contentsByName;
-        for (const std::string& name : files()) {
-            contentsByName.emplace(name, fs::is_regular_file(pathOf(name)) ? get(name) : "");
-        }
-        return contentsByName;
-    };
-    const auto before = contents();
+    const auto contents = [&] { return run("find . ! -type d | sort; find . -type f -exec cksum {} + | sort").output; };
+    const std::string before = contents();
     for (const Refusal& refusal : refusals) {
         SCOPED_TRACE(refusal.command);
         const Ended ended = run(start + refusal.command);

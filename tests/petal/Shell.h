@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <initializer_list>
-#include <map>
 #include <set>
 #include <string>
 #include <string_view>

@@ -66,24 +66,12 @@ TEST_F(CommandLine, RefusesWrongUsage) {
 }
 
 TEST_F(CommandLine, OffersInBashWhatFits) {
-    const std::pair<const char*, const char*> rows[] = {// words, of which the last is completed
-                                                        {"petal me", ""},
-                                                        {"petal rep", "report"},
-                                                        {"petal report m", "merge"},
-                                                        {"petal import --fail-on enc", "encoding"},
-                                                        {"petal import --ledger-detail ''", "named all"},
-                                                        {"petal import --ledger-d", "--ledger-detail"},
-                                                        {"petal import --files-from x", ""},
-                                                        {"petal formats t", "tree"}};
-    std::string script = ". " PETAL_SOURCES "/completions/petal.bash\n";
-    std::string expected;
-    for (const auto& [words, offered] : rows) {
-        script += std::string("COMP_WORDS=(") + words +
-                  "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _petal; echo ${COMPREPLY[*]}\n";
-        expected += std::string(offered) + "\n";
-    }
-    put("script", script);
-    EXPECT_EQ(run("bash script").output, expected);
+    put("script", ". " PETAL_SOURCES R"(/completions/petal.bash
+        offer() { COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _petal; echo "${COMPREPLY[*]}"; }
+        offer petal me; offer petal rep; offer petal report m; offer petal import --fail-on enc
+        offer petal import --ledger-detail ''; offer petal import --ledger-d
+        offer petal import --files-from x; offer petal formats t)");
+    EXPECT_EQ(run("bash script").output, "\nreport\nmerge\nencoding\nnamed all\n--ledger-detail\n\ntree\n");
 }
 
 TEST_F(CommandLine, EveryExitStatusIsDocumented) {
