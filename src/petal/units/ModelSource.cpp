@@ -12,7 +12,6 @@
 #include "petal/importOptions.h"
 #include "petal/outputFailure.h"
 #include "petal/units/namelessFile.h"
-#include "petal/units/unitOptions.h"
 #include "petal/writeFully.h"
 #include "units/Assembly.h"
 #include "units/localText.h"
@@ -26,7 +25,6 @@ namespace petal {
 
 namespace {
 
-constexpr const char* missingUnitCode = "PETAL_W0001";
 constexpr const char* renamedRootCode = "PETAL_S0002";
 
 bool isRegularFile(const std::string& path) {
@@ -66,32 +64,35 @@ void unwrap(KelModel& model) {
 
 } // namespace
 
-ModelSource::ModelSource(const ImportRequest& request) : request_(request) {
-    tree_.files.push_back({request.file, 0, {}, {}});
+units::UnitTree readModelTree(const ImportRequest& request, units::UnitLocator& locator) {
     if (request.units.mode != "skip" && isRegularFile(request.file)) {
-        follow();
+        try {
+            return readTree(request.file, locator);
+        } catch (const std::system_error&) { // the bridge says what is wrong
+        }
+    }
+    units::UnitTree tree;
+    tree.files.push_back({request.file, 0, {}, {}});
+    return tree;
+}
+
+ModelSource::ModelSource(const ImportRequest& request, units::UnitLocator& locator, const TreeTaker& takeTree)
+    : request_(request), tree_(readModelTree(request, locator)) {
+    if (takeTree) {
+        takeTree(tree_);
+    }
+    if (request_.units.mode == "require" && !tree_.isComplete()) {
+        throw Failure(Outcome::unitMissing, "controlled units of '" + request_.file + "' are missing",
+                      "'petal units' tells which; --path-map and --unit-dir say where to look for them.");
+    }
+    if (tree_.files[0].contents.isModel && units::Assembly(tree_).differs()) {
+        assemble();
     }
 }
 
 ModelSource::~ModelSource() {
     if (descriptor_ >= 0) {
         ::close(descriptor_);
-    }
-}
-
-void ModelSource::follow() {
-    units::UnitLocator locator = makeUnitLocator(request_.units);
-    try {
-        tree_ = readTree(request_.file, locator);
-    } catch (const std::system_error&) {
-        return; // the bridge says what is wrong
-    }
-    if (request_.units.mode == "require" && !tree_.isComplete()) {
-        throw Failure(Outcome::unitMissing, "controlled units of '" + request_.file + "' are missing",
-                      "'petal units' tells which; --path-map and --unit-dir say where to look for them.");
-    }
-    if (units::Assembly(tree_).differs() && tree_.files[0].contents.isModel) {
-        assemble();
     }
 }
 
