@@ -44,7 +44,8 @@ TEST_F(LedgerCommand, WritesLinesAndASummary) {
               "8\n");
     const Ended table =
         run(R"(script -qec "$petal import m -q --format none --ledger - --log log" /dev/null | tr -d '\r')");
-    EXPECT_NE(table.output.find("LOST\tm:13:5\tClassAttribute x: its class already has an attribute"), std::string::npos)
+    EXPECT_NE(table.output.find("LOST\tm:13:5\tClassAttribute x: its class already has an attribute"),
+              std::string::npos)
         << table.output;
     EXPECT_EQ(table.output.find('\x1b'), std::string::npos);
 }
