@@ -16,8 +16,11 @@
 #include "petal/importOptions.h"
 #include "petal/ledger/LedgerReport.h"
 #include "petal/units/ModelSource.h"
+#include "petal/units/lossLines.h"
+#include "petal/units/unitOptions.h"
 #include "source/makeSourceMap.h"
 
+#include <cstdio>
 #include <filesystem>
 #include <unistd.h>
 
@@ -100,18 +103,37 @@ void countUnits(const units::UnitTree& tree, ImportResult& result) {
     }
 }
 
+/// Has the path symbols mapped that the request leaves to petal.
+void mapSymbols(const ImportRequest& request, units::UnitLocator& locator) {
+    units::SymbolSearch search({}, {units::folderOf(request.file)});
+    const std::vector<units::SymbolFolder> mapped = units::mapSymbols(locator, search, [&] {
+        units::LostUnits lost;
+        lost.add(units::lossesOf(readModelTree(request, locator), locator.getSymbols()));
+        return lost;
+    });
+    if (request.isSummarised) {
+        std::fputs(asNotes(mappingLines(mapped)).c_str(), stderr);
+    }
+}
+
 } // namespace
 
-ImportResult importModel(const ImportRequest& request, const FileUses& uses) {
+ImportResult importModel(const ImportRequest& request, const ImportContext& context) {
     const PlugIn plugIn = PlugIn::load();
     KelOptionList options;
     plugIn.getBridge().getOptionList(options);
     setImportOptions(request, options);
-    const ModelSource source(request);
-    refuseToLoseUnits(source.getTree(), uses);
+    if (mapsAutomatically(request.units)) {
+        mapSymbols(request, context.locator);
+    }
+    const ModelSource source(request, context.locator, context.takeTree);
+    refuseToLoseUnits(source.getTree(), context.uses);
     source.setOptions(options);
     LedgerReport ledger(request);
     LogWriter writer(request.log, *findLogFormat(request.logFormat), chosenEncoding(options));
+    if (!request.areUnitsTold) {
+        writer.leaveOut(ModelSource::missingUnitCode);
+    }
     WarningCount log(writer, severityLevel(KelString(std::string_view(request.logLevel))));
     source.reportTo(log);
     std::optional<source::Trace> trace;

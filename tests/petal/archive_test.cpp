@@ -253,6 +253,22 @@ TEST_F(RealBridgeWithinLimits, ALongLineEndsAsAnyShortage) {
     EXPECT_EQ(run("$petal import long.mdl -q --format none --max-memory 400M").status, 0);
 }
 
+TEST_F(Archive, AModelCostsNoOtherItsUnits) {
+    if (!limitsHold) {
+        GTEST_SKIP() << "a sanitizer takes memory of its own";
+    }
+    for (int number = 10; number < 22; ++number) { // several to a process
+        const std::string name = "u" + std::to_string(number) + ".cat";
+        put("a/code/" + name, "(object Petal version 42)(object Class_Category \"c\")");
+        put("a/m" + std::to_string(number) + ".mdl",
+            "(object Petal version 42)(object Design \"d\"\na (object Class_Category \"c\"\nis_unit TRUE\n"
+            "is_loaded FALSE\nfile_name \"" +
+                (number == 11 ? std::string(50'000'000, 'x') : "$X\\\\" + name) + "\"))\n");
+    }
+    EXPECT_TRUE(has(run("$petal import a --format none --path-map auto --max-memory 60M").errors,
+                    "petal: --path-map X=a/code finds 11 of 11\n"));
+}
+
 TEST_F(Archive, ASingleFileApartIsLikeOneInProcess) {
     put("m", "log WARNING careful\npackage A\npackage B\n");
     for (const std::string arguments :
@@ -264,15 +280,27 @@ TEST_F(Archive, ASingleFileApartIsLikeOneInProcess) {
         EXPECT_EQ(apart.output, here.output) << arguments;
         EXPECT_EQ(apart.errors, here.errors) << arguments;
     }
-    petal::ImportEnd end; // it comes through a pipe, whole or not at all
+}
+
+TEST(ImportEnd, GoesThroughAPipeWholeOrNotAtAll) {
+    petal::ImportEnd end;
     end.text = std::string("te\0xt", 5);
     end.advice = "advice";
+    const units::ModelLosses losses{.units = {{units::UnitFault::absent, "$X\\a.cat", "folder", "place", ""}, {}},
+                                    .untold = 3,
+                                    .provenSymbols = {"y", "z"}};
+    const std::string ahead = petal::encoded(losses) + petal::encoded(losses);
     const std::string bytes = petal::encoded(end);
-    for (std::size_t length = 0; length < bytes.size(); ++length) {
-        EXPECT_FALSE(petal::decoded(bytes.substr(0, length))) << length;
+    for (std::size_t length = 0; length < ahead.size() + bytes.size(); ++length) {
+        const petal::ImportMessage cut = petal::decoded((ahead + bytes).substr(0, length));
+        EXPECT_FALSE(cut.end) << length;
+        EXPECT_EQ(cut.losses.size(), std::min<std::size_t>(length * 2 / ahead.size(), 2)) << length;
     }
-    EXPECT_EQ(petal::decoded(bytes).value().text, end.text);
-    EXPECT_EQ(petal::encoded(*petal::decoded(bytes)), bytes);
+    const petal::ImportMessage message = petal::decoded(ahead + bytes);
+    ASSERT_EQ(message.losses.size(), 2U);
+    EXPECT_EQ(petal::encoded(message.losses[1]), petal::encoded(losses));
+    EXPECT_EQ(petal::encoded(message.end.value()), bytes);
+    EXPECT_EQ(message.end->text, end.text);
 }
 
 /// A shell's words to start petal and go on once the bridge says in each file that it is under way.
