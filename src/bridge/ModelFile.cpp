@@ -19,17 +19,17 @@ constexpr std::size_t headerLength = 20;
 void readHeader(char* header) {
     std::size_t read = 0;
     do {
-        std::clearerr(theFile);
+        std::clearerr(state.theFile);
         errno = 0;
-        read += std::fread(header + read, 1, headerLength - read, theFile);
-    } while (std::ferror(theFile) != 0 && errno == EINTR);
+        read += std::fread(header + read, 1, headerLength - read, state.theFile);
+    } while (std::ferror(state.theFile) != 0 && errno == EINTR);
 }
 
 } // namespace
 
 void openModelFile(const KelString& localPath) {
-    theFile = std::fopen(localPath.text(), "r");
-    if (theFile == nullptr) {
+    state.theFile = std::fopen(localPath.text(), "r");
+    if (state.theFile == nullptr) {
         QEV_RRSE::ROS_I_UNABLE_TO_OPEN_INPUT_FILE.throwException(localPath);
     }
     std::array<char, headerLength + 1> header{}; // with its NUL; the text ends at a NUL in the file as well

@@ -77,7 +77,7 @@ void import(const KelString& bridgeId, KelModel& model, KelOptionList& options, 
     const KelString localPath = modelPath(options);
     rose::openModelFile(localPath);
     model.setName(computeNameFromPath(localPath, encodingName));
-    rose::RoseLexImport(rose::theFile);
+    rose::RoseLexImport(rose::state.theFile);
     rose::checkToBeClasses();
     rose::ValidateModel();
     rose::setRoseTypes(&model);
@@ -104,11 +104,8 @@ bool KelIbmRationalRose40ImportDllInterface::run(const KelString& bridgeId, KelM
         rose::failures().modelNotEmpty.raise();
     }
     model.generalPointer = nullptr; // one that is set would be freed as a quid at the end
-    rose::localLog = &log;
-    rose::aModel = &model;
     const KelString encodingName = encodingOption(options);
-    rose::theOptions = &options;
-    rose::resetBuilderState();
+    rose::startBuilding(model, log, &options);
     const rose::ImportWatch watch;
     const rose::trace::Scope trace(KelImportObserver::current());
     try {

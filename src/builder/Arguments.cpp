@@ -31,15 +31,15 @@ void CreateArgument(char* name) {
     auto made = std::make_unique<KelArgument>();
     made->setName(name);
     const auto offer = [](KelArgument* argument) {
-        if (keepOperation != nullptr) {
-            return append(*aOperation, *argument);
+        if (state.keepOperation != nullptr) {
+            return append(*state.aOperation, *argument);
         }
-        return takesTemplateArguments(aClass) && append(*aClass, *argument);
+        return takesTemplateArguments(state.aClass) && append(*state.aClass, *argument);
     };
-    aArgument = attach(std::move(made), offer,
-                       aClass != nullptr ? KelImportReason::takesNoArguments : KelImportReason::noClass);
-    InNoteView = false;
-    activeObject = aArgument;
+    state.aArgument = attach(std::move(made), offer,
+                             state.aClass != nullptr ? KelImportReason::takesNoArguments : KelImportReason::noClass);
+    state.InNoteView = false;
+    state.activeObject = state.aArgument;
 }
 
 } // namespace rose

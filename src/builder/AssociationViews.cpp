@@ -27,52 +27,52 @@ KelAssociation* findAssociation(const KelString& quid) {
 /// Makes the view's association the placeholder for that quid.
 void park(KelAssociation& view, const KelString& quid) {
     QuidRegistry::hang(view, quid);
-    WaitingNodes::add(toBeAssociations, view);
+    WaitingNodes::add(state.toBeAssociations, view);
 }
 
 } // namespace
 
 void CreateAssociationInView(char* name) {
-    InAssociationView = true;
+    state.InAssociationView = true;
     auto made = std::make_unique<KelAssociation>();
     if (!isUnnamed(name)) {
         made->setName(name);
     }
-    aAssociation = made.get();
+    state.aAssociation = made.get();
     keepUnattached(std::move(made));
-    trace::made(*aAssociation);
-    InNoteView = false;
-    activeObject = aAssociation;
+    trace::made(*state.aAssociation);
+    state.InNoteView = false;
+    state.activeObject = state.aAssociation;
 }
 
 void ConnectAssociationToDiagram(char* quid) {
-    if (aDiagram == nullptr || !InAssociationView) {
-        if (InAssociationView) {
+    if (state.aDiagram == nullptr || !state.InAssociationView) {
+        if (state.InAssociationView) {
             trace::refused(KelImportReason::noDiagram);
         }
         return;
     }
-    InAssociationView = false;
-    KelAssociation* view = std::exchange(aAssociation, nullptr);
+    state.InAssociationView = false;
+    KelAssociation* view = std::exchange(state.aAssociation, nullptr);
     const KelString text(quid);
-    aAssociation = findAssociation(text);
-    if (aAssociation == nullptr) {
+    state.aAssociation = findAssociation(text);
+    if (state.aAssociation == nullptr) {
         if (view == nullptr) {
             trace::refused(KelImportReason::nothingToShow);
             return;
         }
         park(*view, text);
-        aAssociation = view;
-    } else if (view != nullptr && view != aAssociation) {
-        copyNotes(*view, *aAssociation);
-        trace::replaced(*view, KelImportReason::placeholder, *aAssociation);
+        state.aAssociation = view;
+    } else if (view != nullptr && view != state.aAssociation) {
+        copyNotes(*view, *state.aAssociation);
+        trace::replaced(*view, KelImportReason::placeholder, *state.aAssociation);
         delete view;
     }
-    showOnDiagram(*aAssociation);
-    setViewNumber(*aAssociation, physicalId);
-    activeObject = aAssociation;
-    physicalId = 0;
-    InNoteView = false;
+    showOnDiagram(*state.aAssociation);
+    setViewNumber(*state.aAssociation, state.physicalId);
+    state.activeObject = state.aAssociation;
+    state.physicalId = 0;
+    state.InNoteView = false;
 }
 
 } // namespace rose

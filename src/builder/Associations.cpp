@@ -64,36 +64,36 @@ void createAssociationBetween(const End& first, const End& second) {
     made->setName(first.associatedClass->getName() + "_" + second.associatedClass->getName());
     addRole(*made, first);
     addRole(*made, second);
-    attach(std::move(made), [](KelAssociation* association) { return place(*aPackage, *association); });
+    attach(std::move(made), [](KelAssociation* association) { return place(*state.aPackage, *association); });
 }
 
 } // namespace
 
 void CreateAssociation(char* name) {
-    aRealization = nullptr;
-    aGeneral = nullptr;
-    aDependency = nullptr;
+    state.aRealization = nullptr;
+    state.aGeneral = nullptr;
+    state.aDependency = nullptr;
     auto made = std::make_unique<KelAssociation>();
     if (!isUnnamed(name)) {
         made->setName(name);
     }
-    aAssociation = attach(std::move(made), [name](KelAssociation* association) {
-        const bool placed = place(*aPackage, *association);
+    state.aAssociation = attach(std::move(made), [name](KelAssociation* association) {
+        const bool placed = place(*state.aPackage, *association);
         if (!placed) {
             report(QEV_RRSE::ROS_I_ASSOCIATION_NOT_IN_PACKAGE, name);
         }
         return placed;
     });
-    InNoteView = false;
-    activeObject = aAssociation;
-    aClass = nullptr;
-    candKey = nullptr;
-    forKey = nullptr;
-    tellOfClearedName(*aAssociation, name);
+    state.InNoteView = false;
+    state.activeObject = state.aAssociation;
+    state.aClass = nullptr;
+    state.candKey = nullptr;
+    state.forKey = nullptr;
+    tellOfClearedName(*state.aAssociation, name);
 }
 
 void CreateAssociationRole(char* name) {
-    if (aAssociation == nullptr) {
+    if (state.aAssociation == nullptr) {
         trace::refused(KelImportReason::noAssociation);
         return;
     }
@@ -101,42 +101,44 @@ void CreateAssociationRole(char* name) {
     if (!isUnnamed(name)) {
         made->setName(name);
     }
-    aAssociationRole =
-        attach(std::move(made), [](KelAssociationRole* role) { return aAssociation->addAssociationRole(role); });
-    aAssociationRole->isNavigable = false;
-    tellOfClearedName(*aAssociationRole, name);
-    activeObject = aAssociationRole;
+    state.aAssociationRole =
+        attach(std::move(made), [](KelAssociationRole* role) { return state.aAssociation->addAssociationRole(role); });
+    state.aAssociationRole->isNavigable = false;
+    tellOfClearedName(*state.aAssociationRole, name);
+    state.activeObject = state.aAssociationRole;
 }
 
 void SetCardinality(char* text) {
-    if (activeObject == nullptr) {
+    if (state.activeObject == nullptr) {
         trace::refused(KelImportReason::nothingActive);
         return;
     }
     const char* multiplicity = multiplicityOf(text);
-    if (aAssociation != nullptr && aAssociationRole != nullptr) {
-        aAssociationRole->multiplicity = multiplicity;
-        trace::changed(*aAssociationRole);
-    } else if (aAssociation == nullptr && aClass != nullptr) {
-        aClass->multiplicity = multiplicity;
-        trace::changed(*aClass);
+    if (state.aAssociation != nullptr && state.aAssociationRole != nullptr) {
+        state.aAssociationRole->multiplicity = multiplicity;
+        trace::changed(*state.aAssociationRole);
+    } else if (state.aAssociation == nullptr && state.aClass != nullptr) {
+        state.aClass->multiplicity = multiplicity;
+        trace::changed(*state.aClass);
     } else {
-        trace::refused(KelImportReason::nothingActive, activeObject);
+        trace::refused(KelImportReason::nothingActive, state.activeObject);
     }
 }
 
 void CreateAssociationClass(char* name) {
-    const KelAssociationRole* first = aAssociation != nullptr ? aAssociation->associationRoles()[0] : nullptr;
-    const KelAssociationRole* second = aAssociation != nullptr ? aAssociation->associationRoles()[1] : nullptr;
+    const KelAssociationRole* first =
+        state.aAssociation != nullptr ? state.aAssociation->associationRoles()[0] : nullptr;
+    const KelAssociationRole* second =
+        state.aAssociation != nullptr ? state.aAssociation->associationRoles()[1] : nullptr;
     if (first == nullptr || second == nullptr || first->getAssociatedClass() == nullptr ||
         second->getAssociatedClass() == nullptr) {
-        trace::refused(aAssociation == nullptr                 ? KelImportReason::noAssociation
+        trace::refused(state.aAssociation == nullptr           ? KelImportReason::noAssociation
                        : first == nullptr || second == nullptr ? KelImportReason::tooFewEnds
                                                                : KelImportReason::endWithoutClass,
-                       aAssociation);
+                       state.aAssociation);
         return;
     }
-    keepOperation = nullptr;
+    state.keepOperation = nullptr;
     const char* simpleName = stripDoubleColon(name);
     report(QEV_RRSE::ROS_I_CREATING_ASSOCIATION, simpleName);
     KelClass* associationClass = findAClass(simpleName, 0);
@@ -145,7 +147,7 @@ void CreateAssociationClass(char* name) {
     }
     createAssociationBetween({first->getAssociatedClass(), "1"}, {associationClass, second->multiplicity});
     createAssociationBetween({associationClass, first->multiplicity}, {second->getAssociatedClass(), "1"});
-    trace::changed(*aAssociation, associationClass);
+    trace::changed(*state.aAssociation, associationClass);
 }
 
 } // namespace rose

@@ -19,42 +19,43 @@ constexpr int privateVisibility = 2;
 
 void CreateAttribute(char* name) {
     report(QEV_RRSE::ROS_I_CREATING_ATTRIBUTE, name);
-    shadowAttribute = nullptr;
+    state.shadowAttribute = nullptr;
     auto made = std::make_unique<KelAttribute>();
     made->setName(name);
     made->visibility = privateVisibility;
-    KelClass* owner = InQualifier ? nullptr : aClass;
+    KelClass* owner = state.InQualifier ? nullptr : state.aClass;
     const auto offer = [owner](KelAttribute* added) { return owner != nullptr && owner->addAttribute(added); };
-    aAttribute =
+    state.aAttribute =
         attach(std::move(made), offer, owner != nullptr ? KelImportReason::nameTaken : KelImportReason::noClass);
-    if (trace::isOn() && owner != nullptr && aAttribute->getAssociatedClass() == nullptr) {
-        trace::refused(KelImportReason::nameTaken, aAttribute, owner->getAttribute(aAttribute->getName(), nullptr));
+    if (trace::isOn() && owner != nullptr && state.aAttribute->getAssociatedClass() == nullptr) {
+        trace::refused(KelImportReason::nameTaken, state.aAttribute,
+                       owner->getAttribute(state.aAttribute->getName(), nullptr));
     }
     if (owner != nullptr) {
         // A refused attribute gets a position, too.
-        aAttribute->position = static_cast<std::int16_t>(owner->getAttributeCount() - 1);
+        state.aAttribute->position = static_cast<std::int16_t>(owner->getAttributeCount() - 1);
     }
-    InNoteView = false;
-    activeObject = aAttribute;
+    state.InNoteView = false;
+    state.activeObject = state.aAttribute;
 }
 
 void SetInitialValue(char* text) {
-    if (activeObject == nullptr) {
+    if (state.activeObject == nullptr) {
         trace::refused(KelImportReason::nothingActive);
         return;
     }
-    if (activeObject->elementType == KelElementType::attribute) {
-        aAttribute->initialValue = text;
-        trace::changed(*aAttribute);
-        if (shadowAttribute != nullptr) {
-            shadowAttribute->initialValue = text;
-            trace::changed(*shadowAttribute, nullptr, KelImportReason::shadow);
+    if (state.activeObject->elementType == KelElementType::attribute) {
+        state.aAttribute->initialValue = text;
+        trace::changed(*state.aAttribute);
+        if (state.shadowAttribute != nullptr) {
+            state.shadowAttribute->initialValue = text;
+            trace::changed(*state.shadowAttribute, nullptr, KelImportReason::shadow);
         }
-    } else if (activeObject->elementType == KelElementType::argument) {
-        aArgument->initialValue = text;
-        trace::changed(*aArgument);
+    } else if (state.activeObject->elementType == KelElementType::argument) {
+        state.aArgument->initialValue = text;
+        trace::changed(*state.aArgument);
     } else {
-        trace::refused(KelImportReason::nothingActive, activeObject);
+        trace::refused(KelImportReason::nothingActive, state.activeObject);
     }
 }
 

@@ -15,41 +15,41 @@
 namespace rose {
 
 void CreateClassDiagram(char* name) {
-    aRealization = nullptr;
-    aGeneral = nullptr;
-    aDependency = nullptr;
+    state.aRealization = nullptr;
+    state.aGeneral = nullptr;
+    state.aDependency = nullptr;
     auto made = std::make_unique<KelClassDiagram>();
-    aDiagram = made.get();
+    state.aDiagram = made.get();
     report(QEV_RRSE::ROS_I_CREATING_DIAGRAM, name);
     made->setName(name);
-    activeObject = aDiagram;
-    attach(std::move(made), [](KelClassDiagram* diagram) { return aPackage->addDiagram(diagram); });
-    InNoteView = false;
-    aAssociation = nullptr;
+    state.activeObject = state.aDiagram;
+    attach(std::move(made), [](KelClassDiagram* diagram) { return state.aPackage->addDiagram(diagram); });
+    state.InNoteView = false;
+    state.aAssociation = nullptr;
 }
 
 void showOnDiagram(KelModelElement& element) {
-    if (draw(*aDiagram, element)) {
-        trace::changed(*aDiagram, &element);
+    if (draw(*state.aDiagram, element)) {
+        trace::changed(*state.aDiagram, &element);
     } else {
-        trace::refused(KelImportReason::drawnAlready, &element, aDiagram);
+        trace::refused(KelImportReason::drawnAlready, &element, state.aDiagram);
     }
 }
 
 void AddToDiagram(char* name, long viewNumber) {
     const char* simpleName = stripDoubleColon(name);
-    if (aDiagram == nullptr) {
+    if (state.aDiagram == nullptr) {
         trace::refused(KelImportReason::noDiagram);
         return;
     }
-    aClass = findAClass(simpleName, 0);
-    if (aClass == nullptr) {
-        aClass = createWaitingClass(simpleName);
+    state.aClass = findAClass(simpleName, 0);
+    if (state.aClass == nullptr) {
+        state.aClass = createWaitingClass(simpleName);
     }
-    setViewNumber(*aClass, static_cast<int>(viewNumber));
-    showOnDiagram(*aClass);
-    activeObject = aClass;
-    InNoteView = false;
+    setViewNumber(*state.aClass, static_cast<int>(viewNumber));
+    showOnDiagram(*state.aClass);
+    state.activeObject = state.aClass;
+    state.InNoteView = false;
 }
 
 } // namespace rose

@@ -33,9 +33,9 @@ KelClass* findAClass(const char* name, int remove) {
     if (KelClass* found = PackageClasses::find(wanted); found != nullptr) {
         return found;
     }
-    auto* waiting = static_cast<KelClass*>(WaitingNodes::findFirst(toBeClasses, wanted));
+    auto* waiting = static_cast<KelClass*>(WaitingNodes::findFirst(state.toBeClasses, wanted));
     if (waiting != nullptr && remove != 0) {
-        WaitingNodes::remove(toBeClasses, *waiting);
+        WaitingNodes::remove(state.toBeClasses, *waiting);
     }
     return waiting;
 }
@@ -50,7 +50,7 @@ KelClass* getClassFromViewelement(KelModelObject* container, const KelString& na
 KelClass* createWaitingClass(const char* name) {
     auto made = std::make_unique<KelClass>();
     made->setName(name);
-    WaitingNodes::add(toBeClasses, *made);
+    WaitingNodes::add(state.toBeClasses, *made);
     KelClass* waiting = made.release();
     trace::named(*waiting);
     return waiting;

@@ -18,7 +18,7 @@ namespace {
 
 /// Puts the class into the current package unless it is in one already.
 bool placeClass(KelClass& placed) {
-    if (!place(*aPackage, placed)) {
+    if (!place(*state.aPackage, placed)) {
         return false;
     }
     PackageClasses::add(placed);
@@ -29,65 +29,65 @@ bool placeClass(KelClass& placed) {
 
 void CreateClass(char* name, KelClassCategoryType category) {
     report(QEV_RRSE::ROS_I_CREATING_CLASS, name);
-    InQualifier = false;
-    aClass = nullptr;
-    keepOperation = nullptr;
-    attachNote = false;
+    state.InQualifier = false;
+    state.aClass = nullptr;
+    state.keepOperation = nullptr;
+    state.attachNote = false;
 
     const char* simpleName = stripDoubleColon(name);
-    aClass = findAClass(simpleName, 1);
-    if (aClass != nullptr && aClass->getDesignPackage() != nullptr) {
-        placeClass(*aClass); // a class defined twice stays where it was defined first
-        trace::changed(*aClass, nullptr, KelImportReason::definedTwice);
+    state.aClass = findAClass(simpleName, 1);
+    if (state.aClass != nullptr && state.aClass->getDesignPackage() != nullptr) {
+        placeClass(*state.aClass); // a class defined twice stays where it was defined first
+        trace::changed(*state.aClass, nullptr, KelImportReason::definedTwice);
     } else {
         // Its own from here on: found waiting, it has just left the list.
-        std::unique_ptr<KelClass> made(aClass);
+        std::unique_ptr<KelClass> made(state.aClass);
         if (made == nullptr) {
             made = std::make_unique<KelClass>();
             made->setName(simpleName);
         }
         made->categoryType = category;
-        aClass = attach(std::move(made), [](KelClass* placed) { return placeClass(*placed); });
+        state.aClass = attach(std::move(made), [](KelClass* placed) { return placeClass(*placed); });
     }
-    aAssociation = nullptr;
-    activeObject = aClass;
-    InNoteView = false;
+    state.aAssociation = nullptr;
+    state.activeObject = state.aClass;
+    state.InNoteView = false;
 }
 
 void AddStereotypeToClass(char* text) {
     if (text == nullptr || *text == '\0') {
         return;
     }
-    if (activeObject == nullptr) {
+    if (state.activeObject == nullptr) {
         trace::refused(KelImportReason::nothingActive);
         return;
     }
-    if (activeObject->elementType == KelElementType::classObject) {
-        auto& stereotyped = static_cast<KelClass&>(*activeObject);
+    if (state.activeObject->elementType == KelElementType::classObject) {
+        auto& stereotyped = static_cast<KelClass&>(*state.activeObject);
         stereotyped.stereotype = text;
         if (stereotyped.stereotype == "Interface") {
             stereotyped.categoryType = KelClassCategoryType::interface;
         }
         trace::changed(stereotyped);
-    } else if (activeObject->elementType == KelElementType::designPackage) {
-        static_cast<KelDesignPackage&>(*activeObject).stereotype = text;
-        trace::changed(*activeObject);
+    } else if (state.activeObject->elementType == KelElementType::designPackage) {
+        static_cast<KelDesignPackage&>(*state.activeObject).stereotype = text;
+        trace::changed(*state.activeObject);
     } else {
-        trace::refused(KelImportReason::nothingActive, activeObject);
+        trace::refused(KelImportReason::nothingActive, state.activeObject);
     }
-    InNoteView = false;
+    state.InNoteView = false;
 }
 
 void AddLabel(char* text) {
-    if (activeObject == nullptr || text == nullptr || *text == '\0') {
+    if (state.activeObject == nullptr || text == nullptr || *text == '\0') {
         return;
     }
-    if (activeObject->elementType == KelElementType::generalization ||
-        activeObject->elementType == KelElementType::dependency) {
-        activeObject->setName(text);
-        trace::changed(*activeObject);
+    if (state.activeObject->elementType == KelElementType::generalization ||
+        state.activeObject->elementType == KelElementType::dependency) {
+        state.activeObject->setName(text);
+        trace::changed(*state.activeObject);
     } else {
-        trace::refused(KelImportReason::nothingActive, activeObject);
+        trace::refused(KelImportReason::nothingActive, state.activeObject);
     }
 }
 

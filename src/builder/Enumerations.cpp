@@ -51,7 +51,7 @@ KelDerivedType* typeToEnumerate(const KelString& name, std::unique_ptr<KelDerive
 } // namespace
 
 void CreateEnumType(char* text) {
-    if (aClass == nullptr) {
+    if (state.aClass == nullptr) {
         trace::refused(KelImportReason::noClass);
         return;
     }
@@ -59,21 +59,21 @@ void CreateEnumType(char* text) {
     const std::size_t brace = whole.find('{');
     const std::size_t comma = whole.find(',');
     if (brace == std::string_view::npos || comma == std::string_view::npos || comma < brace) {
-        trace::refused(KelImportReason::literalsUnusable, aClass);
+        trace::refused(KelImportReason::literalsUnusable, state.aClass);
         return;
     }
     std::unique_ptr<KelDerivedType> made;
-    KelDerivedType* type = typeToEnumerate(aClass->getName(), made);
+    KelDerivedType* type = typeToEnumerate(state.aClass->getName(), made);
     type->userDefined = true;
     addLiterals(*type, whole.substr(brace + 1));
     if (made != nullptr) {
-        attach(std::move(made), [](KelDerivedType* added) { return aModel->addType(added); });
+        attach(std::move(made), [](KelDerivedType* added) { return state.aModel->addType(added); });
     }
     trace::changed(*type);
-    trace::replaced(*aClass, KelImportReason::becameEnumeration, *type);
-    delete aClass;
-    aClass = nullptr;
-    activeObject = nullptr;
+    trace::replaced(*state.aClass, KelImportReason::becameEnumeration, *type);
+    delete state.aClass;
+    state.aClass = nullptr;
+    state.activeObject = nullptr;
 }
 
 } // namespace rose

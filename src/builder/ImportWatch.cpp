@@ -36,9 +36,11 @@ void forgetIn(const KelObject& object, Pointers&... pointers) noexcept {
 } // namespace
 
 void ImportWatch::deleting(KelObject& object) noexcept {
-    forgetIn(object, aPackage, logicalViewPackage, aDiagram, aClass, aAttribute, shadowAttribute, aOperation,
-             keepOperation, aArgument, aBaseType, aAssociation, aAssociationRole, candKey, forKey, aGeneral,
-             aRealization, aDependency, activeObject);
+    auto& [package, logicalView, diagram, aClass, attribute, shadow, operation, kept, argument, type, association, role,
+           candidateKey, foreignKey, generalization, realization, dependency, active] =
+        static_cast<CurrentObjects&>(state);
+    forgetIn(object, package, logicalView, diagram, aClass, attribute, shadow, operation, kept, argument, type,
+             association, role, candidateKey, foreignKey, generalization, realization, dependency, active);
     forgetUnattached(object);
     if (object.elementType == KelElementType::associationRole) {
         AggregateRoles::forget(static_cast<KelAssociationRole&>(object));
@@ -50,11 +52,11 @@ void ImportWatch::deleting(KelObject& object) noexcept {
     forgetElement(element);
     forgetRelationships(element);
     if (object.elementType == KelElementType::classObject) {
-        WaitingNodes::remove(toBeClasses, element);
+        WaitingNodes::remove(state.toBeClasses, element);
         PackageClasses::forget(static_cast<KelClass&>(object));
     } else if (object.elementType == KelElementType::association) {
         AggregateRoles::forget(static_cast<KelAssociation&>(object));
-        WaitingNodes::remove(toBeAssociations, element);
+        WaitingNodes::remove(state.toBeAssociations, element);
         QuidRegistry::forget(static_cast<KelAssociation&>(object));
     }
 }

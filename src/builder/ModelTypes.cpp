@@ -10,7 +10,7 @@
 namespace rose {
 
 KelType* findType(const KelString& name) {
-    return aModel->types().findNamed(name);
+    return state.aModel->types().findNamed(name);
 }
 
 KelType* findOrCreateType(const char* name) {
@@ -21,7 +21,7 @@ KelType* findOrCreateType(const char* name) {
     auto made = std::make_unique<KelDerivedType>();
     made->setName(wanted);
     made->userDefined = true;
-    return attach(std::move(made), [](KelDerivedType* type) { return aModel->addType(type); });
+    return attach(std::move(made), [](KelDerivedType* type) { return state.aModel->addType(type); });
 }
 
 } // namespace rose

@@ -42,23 +42,23 @@ KelImportReason whyOf(std::string_view text) {
 void CreateOperation(char* name) {
     auto made = std::make_unique<KelOperation>();
     made->setName(name);
-    const auto offer = [](KelOperation* added) { return aClass != nullptr && aClass->addOperation(added); };
-    aOperation = attach(std::move(made), offer, KelImportReason::noClass);
-    keepOperation = aOperation;
-    InNoteView = false;
-    activeObject = aOperation;
+    const auto offer = [](KelOperation* added) { return state.aClass != nullptr && state.aClass->addOperation(added); };
+    state.aOperation = attach(std::move(made), offer, KelImportReason::noClass);
+    state.keepOperation = state.aOperation;
+    state.InNoteView = false;
+    state.activeObject = state.aOperation;
 }
 
 void Concurrency(char* text) {
     if (text == nullptr) {
         return;
     }
-    if (keepOperation != nullptr) {
-        aOperation->concurrency = concurrencyOf(text).onOperation;
-        trace::changed(*aOperation, nullptr, whyOf(text));
-    } else if (aClass != nullptr) {
-        aClass->concurrency = concurrencyOf(text).onClass;
-        trace::changed(*aClass, nullptr, whyOf(text));
+    if (state.keepOperation != nullptr) {
+        state.aOperation->concurrency = concurrencyOf(text).onOperation;
+        trace::changed(*state.aOperation, nullptr, whyOf(text));
+    } else if (state.aClass != nullptr) {
+        state.aClass->concurrency = concurrencyOf(text).onClass;
+        trace::changed(*state.aClass, nullptr, whyOf(text));
     }
 }
 

@@ -72,31 +72,31 @@ KelForeignKey* createForeignKey(KelCandidateKey& qualified, KelAssociationRole* 
 } // namespace
 
 void CreateKeyAttribute(char* name) {
-    KelClass* qualified = classOf(aAssociationRole);
+    KelClass* qualified = classOf(state.aAssociationRole);
     if (qualified == nullptr) {
         trace::refused(KelImportReason::endWithoutClass);
         return;
     }
-    aGeneral = nullptr;
-    aRealization = nullptr;
-    aDependency = nullptr;
+    state.aGeneral = nullptr;
+    state.aRealization = nullptr;
+    state.aDependency = nullptr;
     CreateAttribute(name);
-    if (candKey == nullptr) {
-        candKey = primaryKeyOf(*qualified, name);
+    if (state.candKey == nullptr) {
+        state.candKey = primaryKeyOf(*qualified, name);
     }
-    aAttribute = placeAttribute(*aAttribute, *qualified);
-    activeObject = aAttribute;
-    candKey->addAttribute(aAttribute);
+    state.aAttribute = placeAttribute(*state.aAttribute, *qualified);
+    state.activeObject = state.aAttribute;
+    state.candKey->addAttribute(state.aAttribute);
 
-    shadowAttribute = createShadow(*aAttribute);
-    KelAssociationRole* other = otherRole(*aAssociationRole);
-    if (forKey == nullptr) {
-        forKey = createForeignKey(*candKey, other);
+    state.shadowAttribute = createShadow(*state.aAttribute);
+    KelAssociationRole* other = otherRole(*state.aAssociationRole);
+    if (state.forKey == nullptr) {
+        state.forKey = createForeignKey(*state.candKey, other);
     }
     if (KelClass* opposite = classOf(other); opposite != nullptr) {
-        shadowAttribute = placeAttribute(*shadowAttribute, *opposite);
+        state.shadowAttribute = placeAttribute(*state.shadowAttribute, *opposite);
     }
-    forKey->addAttribute(shadowAttribute);
+    state.forKey->addAttribute(state.shadowAttribute);
 }
 
 } // namespace rose

@@ -30,12 +30,12 @@ void mergePlaceholder(KelAssociation& association, KelAssociation* placeholder) 
 } // namespace
 
 void SetQuid(char* quid) {
-    if (activeObject == nullptr || activeObject->elementType != KelElementType::association ||
-        activeObject->generalPointer != nullptr) {
+    if (state.activeObject == nullptr || state.activeObject->elementType != KelElementType::association ||
+        state.activeObject->generalPointer != nullptr) {
         return;
     }
     // The active object is the current association whenever it is an association at all.
-    auto& association = static_cast<KelAssociation&>(*activeObject);
+    auto& association = static_cast<KelAssociation&>(*state.activeObject);
     const KelString text(quid);
     QuidRegistry::hang(association, text);
     if (KelAssociation* placeholder = QuidRegistry::findPlaceholder(text); placeholder != nullptr) {
@@ -44,17 +44,17 @@ void SetQuid(char* quid) {
 }
 
 void CreateToolID(char* text) {
-    if (InCompartment) {
-        InCompartment = false;
+    if (state.InCompartment) {
+        state.InCompartment = false;
         return;
     }
     const int number = static_cast<int>(std::strtol(text, nullptr, 10));
-    if (InNoteView) {
-        currentNoteId.viewId = number;
-    } else if (activeObject != nullptr) {
-        setViewNumber(*activeObject, number);
+    if (state.InNoteView) {
+        state.currentNoteId.viewId = number;
+    } else if (state.activeObject != nullptr) {
+        setViewNumber(*state.activeObject, number);
     } else {
-        physicalId = number;
+        state.physicalId = number;
     }
 }
 

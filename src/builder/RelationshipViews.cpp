@@ -41,11 +41,11 @@ ViewEnds findEnds(const ContainerIndex& elements, int clientView, int supplierVi
 /// Draws every relationship between the two ends of the view; the last of them becomes the current one.
 template <class Relationship>
 void drawRelationships(RelationshipIndex<Relationship>& index, int supplierView, Relationship*& current) {
-    if (aDiagram == nullptr) {
+    if (state.aDiagram == nullptr) {
         trace::refused(KelImportReason::noDiagram);
         return;
     }
-    const ViewEnds ends = findEnds(indexOf(*aDiagram), client, supplierView);
+    const ViewEnds ends = findEnds(indexOf(*state.aDiagram), state.client, supplierView);
     if (ends.client == nullptr || ends.supplier == nullptr || ends.client->elementType != KelElementType::classObject) {
         trace::refused(KelImportReason::endNotDrawn);
         return;
@@ -55,29 +55,29 @@ void drawRelationships(RelationshipIndex<Relationship>& index, int supplierView,
         showOnDiagram(relationship);
         isDrawn = true;
     };
-    Relationship* last = index.drawAll(static_cast<KelClass&>(*ends.client), *ends.supplier, *aDiagram, drawOne);
+    Relationship* last = index.drawAll(static_cast<KelClass&>(*ends.client), *ends.supplier, *state.aDiagram, drawOne);
     if (last == nullptr) {
         trace::refused(KelImportReason::nothingToShow);
         return;
     }
     current = last;
     if (!isDrawn) {
-        trace::refused(KelImportReason::drawnAlready, last, aDiagram);
+        trace::refused(KelImportReason::drawnAlready, last, state.aDiagram);
     }
 }
 
 } // namespace
 
 void addGeneralizationToDiagram(int supplierView) {
-    drawRelationships(generalizationIndex(), supplierView, aGeneral);
+    drawRelationships(generalizationIndex(), supplierView, state.aGeneral);
 }
 
 void addRealizationToDiagram(int supplierView) {
-    drawRelationships(realizationIndex(), supplierView, aRealization);
+    drawRelationships(realizationIndex(), supplierView, state.aRealization);
 }
 
 void addDependencyToDiagram(int supplierView) {
-    drawRelationships(dependencyIndex(), supplierView, aDependency);
+    drawRelationships(dependencyIndex(), supplierView, state.aDependency);
 }
 
 } // namespace rose

@@ -19,28 +19,28 @@ namespace {
 /// its client end.
 template <class Relationship>
 void createRelationship(Relationship*& current, bool (Relationship::*link)(KelClass*)) {
-    aGeneral = nullptr;
-    aRealization = nullptr;
-    aDependency = nullptr;
+    state.aGeneral = nullptr;
+    state.aRealization = nullptr;
+    state.aDependency = nullptr;
     auto made = std::make_unique<Relationship>();
-    ((*made).*link)(aClass);
-    current = attach(std::move(made), [](Relationship* added) { return place(*aPackage, *added); });
-    activeObject = current;
-    InNoteView = false;
+    ((*made).*link)(state.aClass);
+    current = attach(std::move(made), [](Relationship* added) { return place(*state.aPackage, *added); });
+    state.activeObject = current;
+    state.InNoteView = false;
 }
 
 } // namespace
 
 void CreateGeneralization() {
-    createRelationship(aGeneral, &KelGeneralization::addSubtypeClass);
+    createRelationship(state.aGeneral, &KelGeneralization::addSubtypeClass);
 }
 
 void CreateRealization() {
-    createRelationship(aRealization, &KelRealization::addRealizationClass);
+    createRelationship(state.aRealization, &KelRealization::addRealizationClass);
 }
 
 void CreateDependency() {
-    createRelationship(aDependency, &KelDependency::addClientClass);
+    createRelationship(state.aDependency, &KelDependency::addClientClass);
 }
 
 } // namespace rose

@@ -17,34 +17,34 @@ void ConnectType(char* text) {
         return;
     }
     report(QEV_RRSE::ROS_I_CONNECTING_TYPE, text);
-    aBaseType = findOrCreateType(stripDoubleColon(text));
-    if (activeObject == nullptr) {
+    state.aBaseType = findOrCreateType(stripDoubleColon(text));
+    if (state.activeObject == nullptr) {
         trace::refused(KelImportReason::nothingActive);
         return;
     }
-    if (activeObject->elementType == KelElementType::attribute) {
-        aAttribute->addType(aBaseType);
-        trace::changed(*aAttribute, aBaseType);
-        if (shadowAttribute != nullptr) {
-            shadowAttribute->addType(aBaseType);
-            trace::changed(*shadowAttribute, aBaseType, KelImportReason::shadow);
+    if (state.activeObject->elementType == KelElementType::attribute) {
+        state.aAttribute->addType(state.aBaseType);
+        trace::changed(*state.aAttribute, state.aBaseType);
+        if (state.shadowAttribute != nullptr) {
+            state.shadowAttribute->addType(state.aBaseType);
+            trace::changed(*state.shadowAttribute, state.aBaseType, KelImportReason::shadow);
         }
-    } else if (activeObject->elementType == KelElementType::argument) {
-        aArgument->addType(aBaseType);
-        trace::changed(*aArgument, aBaseType);
+    } else if (state.activeObject->elementType == KelElementType::argument) {
+        state.aArgument->addType(state.aBaseType);
+        trace::changed(*state.aArgument, state.aBaseType);
     } else {
-        trace::refused(KelImportReason::nothingActive, activeObject);
+        trace::refused(KelImportReason::nothingActive, state.activeObject);
     }
 }
 
 void ConnectReturnType(char* text) {
-    if (aOperation == nullptr) {
+    if (state.aOperation == nullptr) {
         trace::refused(KelImportReason::noOperation);
         return;
     }
-    aBaseType = findOrCreateType(text);
-    aOperation->addReturnType(aBaseType);
-    trace::changed(*aOperation, aBaseType);
+    state.aBaseType = findOrCreateType(text);
+    state.aOperation->addReturnType(state.aBaseType);
+    trace::changed(*state.aOperation, state.aBaseType);
 }
 
 } // namespace rose

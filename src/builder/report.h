@@ -10,8 +10,8 @@ namespace rose {
 
 /// Logs a message about `subject`, whose text is not even made when nobody listens to such messages.
 inline void report(const QEV_RRSE::MessageInstance_String& message, std::string_view subject) {
-    if (localLog->accepts(message.getSeverityLevel())) {
-        message.log(*localLog, KelString(subject));
+    if (state.localLog->accepts(message.getSeverityLevel())) {
+        message.log(*state.localLog, KelString(subject));
     }
 }
 

@@ -98,7 +98,7 @@ bool split(KelClass& owner, KelAttribute& attribute, KelKey* key, KelAttribute* 
     KelAttribute* copy = attach(
         std::move(made), [&](KelAttribute* added) { return owner.addAttribute(added); }, KelImportReason::nameTaken);
     if (copy->getAssociatedClass() != &owner) {
-        QEV_RRSE::ROS_I_DUPLICATE_ATTRIBUTE.log(*localLog);
+        QEV_RRSE::ROS_I_DUPLICATE_ATTRIBUTE.log(*state.localLog);
         return false;
     }
     copy->position = static_cast<std::int16_t>(owner.getAttributeCount() - 1);

@@ -28,7 +28,7 @@ KelType* defaultType() {
     }
     auto made = std::make_unique<KelDerivedType>();
     made->setName(name);
-    return attach(std::move(made), [](KelDerivedType* type) { return aModel->addType(type); });
+    return attach(std::move(made), [](KelDerivedType* type) { return state.aModel->addType(type); });
 }
 
 /// Whether the element was invalid and is gone now.
@@ -50,16 +50,16 @@ bool validate(KelModelElement& element) {
 } // namespace
 
 void ValidateModel() {
-    aBaseType = defaultType();
-    for (int place = 0; place < packages.getCount(); ++place) {
-        const auto elements = static_cast<const KelDesignPackage*>(packages[place])->modelElements();
+    state.aBaseType = defaultType();
+    for (int place = 0; place < state.packages.getCount(); ++place) {
+        const auto elements = static_cast<const KelDesignPackage*>(state.packages[place])->modelElements();
         for (int index = 0; index < elements.count();) {
             index += validate(*elements[index]) ? 0 : 1;
         }
     }
-    if (!aBaseType->isReferenced()) {
-        delete aBaseType;
-        aBaseType = nullptr;
+    if (!state.aBaseType->isReferenced()) {
+        delete state.aBaseType;
+        state.aBaseType = nullptr;
     }
 }
 

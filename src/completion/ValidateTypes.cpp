@@ -16,8 +16,8 @@ template <class Typed>
 void typeAll(const KelLinks<Typed>& objects) {
     for (Typed* object : objects) {
         if (object->getType() == nullptr) {
-            object->addType(aBaseType);
-            trace::repaired(*object, KelImportReason::typeDefaulted, aBaseType);
+            object->addType(state.aBaseType);
+            trace::repaired(*object, KelImportReason::typeDefaulted, state.aBaseType);
         }
     }
 }
@@ -30,8 +30,8 @@ void ValidateTypes(KelClass* validated) {
     for (KelOperation* operation : validated->operations()) {
         typeAll(operation->arguments());
         if (operation->getReturnType() == nullptr) {
-            operation->addReturnType(aBaseType);
-            trace::repaired(*operation, KelImportReason::typeDefaulted, aBaseType);
+            operation->addReturnType(state.aBaseType);
+            trace::repaired(*operation, KelImportReason::typeDefaulted, state.aBaseType);
         }
     }
 }

@@ -13,23 +13,23 @@
 namespace rose {
 
 void checkToBeClasses() {
-    if (toBeClasses.getCount() == 0) {
+    if (state.toBeClasses.getCount() == 0) {
         return;
     }
     KelDesignPackage* home = attach(std::make_unique<KelDesignPackage>(),
-                                    [](KelDesignPackage* made) { return aModel->addChildPackage(made); });
+                                    [](KelDesignPackage* made) { return state.aModel->addChildPackage(made); });
     home->setName("Use Case Classes in Class Diagrams");
-    while (const void* waiting = toBeClasses[0]) {
-        aClass = static_cast<KelClass*>(const_cast<void*>(waiting));
-        home->addModelElement(aClass);
-        trace::repaired(*aClass, KelImportReason::onlyNamed, home);
-        WaitingNodes::remove(toBeClasses, *aClass);
+    while (const void* waiting = state.toBeClasses[0]) {
+        state.aClass = static_cast<KelClass*>(const_cast<void*>(waiting));
+        home->addModelElement(state.aClass);
+        trace::repaired(*state.aClass, KelImportReason::onlyNamed, home);
+        WaitingNodes::remove(state.toBeClasses, *state.aClass);
     }
 }
 
 bool findClassInRemainingFoodStuffs(const KelString& name) {
     report(QEV_RRSE::ROS_I_CLASS_NAME_TO_BE_FOUND, name.view());
-    return WaitingNodes::findFirst(toBeClasses, name) != nullptr;
+    return WaitingNodes::findFirst(state.toBeClasses, name) != nullptr;
 }
 
 } // namespace rose

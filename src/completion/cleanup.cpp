@@ -33,10 +33,10 @@ void dropIndexes() noexcept {
 }
 
 void freeNotes() noexcept {
-    for (int index = 0; index < toBeNotes.getCount(); ++index) {
-        delete static_cast<const NoteRecord*>(toBeNotes[index]);
+    for (int index = 0; index < state.toBeNotes.getCount(); ++index) {
+        delete static_cast<const NoteRecord*>(state.toBeNotes[index]);
     }
-    toBeNotes.empty();
+    state.toBeNotes.empty();
 }
 
 /// Empties a list of model elements that wait; those that have found no package meanwhile are the list's own and
@@ -57,7 +57,7 @@ void emptyWaiting(KelLinkTree& waiting) noexcept {
 bool resetModel() noexcept {
     try {
         KelResetGeneralPointer reset;
-        aModel->depthTraversal(reset, nullptr);
+        state.aModel->depthTraversal(reset, nullptr);
         return true;
     } catch (const std::bad_alloc&) {
         return false;
@@ -71,15 +71,15 @@ void cleanup() {
     dropIndexes();
     const bool isReset = resetModel();
     freeNotes();
-    emptyWaiting<KelClass>(toBeClasses);
-    emptyWaiting<KelAssociation>(toBeAssociations);
-    packages.empty();
+    emptyWaiting<KelClass>(state.toBeClasses);
+    emptyWaiting<KelAssociation>(state.toBeAssociations);
+    state.packages.empty();
     deleteUnattached();
-    if (std::FILE* file = std::exchange(theFile, nullptr); file != nullptr) {
+    if (std::FILE* file = std::exchange(state.theFile, nullptr); file != nullptr) {
         std::fclose(file);
     }
     if (!isReset) {
-        aModel->recursiveDelete(); // every object that is deleted frees its quid
+        state.aModel->recursiveDelete(); // every object that is deleted frees its quid
         throw std::bad_alloc();
     }
 }

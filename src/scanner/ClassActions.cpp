@@ -11,7 +11,7 @@ namespace rose {
 namespace {
 
 void createClassOf(KelClassCategoryType category, const Reading& reading) {
-    objectMechanism = false;
+    state.objectMechanism = false;
     if (reading.value != nullptr) {
         CreateClass(reading.value, category);
     }
@@ -57,26 +57,26 @@ void createEnumType(const Reading& reading) {
 }
 
 void setAbstract(const Reading& reading) {
-    if (aClass != nullptr && saysTrue(reading)) {
-        aClass->isAbstract = true;
-        trace::changed(*aClass);
-    } else if (aClass == nullptr) {
+    if (state.aClass != nullptr && saysTrue(reading)) {
+        state.aClass->isAbstract = true;
+        trace::changed(*state.aClass);
+    } else if (state.aClass == nullptr) {
         trace::refused(KelImportReason::noClass);
     }
 }
 
 /// Every persistence makes a class persistent, "Transient" too.
 void setPersistent(const Reading& reading) {
-    if (aClass != nullptr) {
-        aClass->isPersistent = true;
-        trace::changed(*aClass, nullptr, unlessSaid(reading, "\"Persistent"));
+    if (state.aClass != nullptr) {
+        state.aClass->isPersistent = true;
+        trace::changed(*state.aClass, nullptr, unlessSaid(reading, "\"Persistent"));
     }
 }
 
 void setSpace(const Reading& reading) {
-    if (aClass != nullptr && reading.value != nullptr) {
-        aClass->space = decimal(reading.value);
-        trace::changed(*aClass, nullptr, decimalFault(reading.value));
+    if (state.aClass != nullptr && reading.value != nullptr) {
+        state.aClass->space = decimal(reading.value);
+        trace::changed(*state.aClass, nullptr, decimalFault(reading.value));
     }
 }
 

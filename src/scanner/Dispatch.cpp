@@ -18,8 +18,8 @@ namespace {
 constexpr char quote = '"';
 
 bool mayAct(const Rule& rule) {
-    return (rule.package == PackageGuard::anyPackage || aPackage != nullptr) &&
-           (rule.mechanism == MechanismGuard::always || !objectMechanism);
+    return (rule.package == PackageGuard::anyPackage || state.aPackage != nullptr) &&
+           (rule.mechanism == MechanismGuard::always || !state.objectMechanism);
 }
 
 Value read(Reader reader, long& viewNumber) {
@@ -45,11 +45,11 @@ KelImportReason toldGate = KelImportReason::none;
 
 /// Why most keywords have no effect now, if they have none.
 KelImportReason gate() {
-    if (objectMechanism) {
+    if (state.objectMechanism) {
         return KelImportReason::inMechanism;
     }
-    if (aPackage == nullptr) {
-        return startPackages ? KelImportReason::noPackage : KelImportReason::beforeLogicalView;
+    if (state.aPackage == nullptr) {
+        return state.startPackages ? KelImportReason::noPackage : KelImportReason::beforeLogicalView;
     }
     return KelImportReason::none;
 }
@@ -57,7 +57,7 @@ KelImportReason gate() {
 void tellOfGate() {
     if (const KelImportReason now = gate(); now != toldGate) {
         toldGate = now;
-        theObserver->gate(theSource, now);
+        state.theObserver->gate(state.theSource, now);
     }
 }
 
@@ -90,7 +90,7 @@ void dispatchWatched(const Rule& rule) {
     const std::size_t length = yyleng;
     long viewNumber = 0;
     const Value value = read(rule.reader, viewNumber);
-    theSource = sourceOf(rule, begin, length, value);
+    state.theSource = sourceOf(rule, begin, length, value);
     rule.action({yytext, value.text(), viewNumber});
     tellOfGate();
 }
@@ -125,7 +125,7 @@ int yylex() {
     }
     scan(scannerInput, [](int rule, const char*, std::size_t) { dispatch(rule); });
     scannerInput.startOver();
-    theSource = {};
+    state.theSource = {};
     return 0;
 }
 

@@ -19,29 +19,29 @@ namespace {
 /// Sets a flag of the active object if it is of that class. The value of the line is not looked at.
 template <class Class>
 bool raise(const Reading& reading, KelElementType type, bool Class::*flag) {
-    if (activeObject == nullptr || activeObject->elementType != type) {
+    if (state.activeObject == nullptr || state.activeObject->elementType != type) {
         return false;
     }
-    static_cast<Class*>(activeObject)->*flag = true;
-    trace::changed(*activeObject, nullptr, unlessSaid(reading, "TRUE"));
+    static_cast<Class*>(state.activeObject)->*flag = true;
+    trace::changed(*state.activeObject, nullptr, unlessSaid(reading, "TRUE"));
     return true;
 }
 
 /// Tells the observer when no flag was set.
 void tellUnless(bool isRaised) {
     if (!isRaised) {
-        trace::refused(KelImportReason::nothingActive, activeObject);
+        trace::refused(KelImportReason::nothingActive, state.activeObject);
     }
 }
 
 bool isActive(KelElementType type) {
-    return activeObject != nullptr && activeObject->elementType == type;
+    return state.activeObject != nullptr && state.activeObject->elementType == type;
 }
 
 } // namespace
 
 void createAttribute(const Reading& reading) {
-    give(InQualifier ? CreateKeyAttribute : CreateAttribute, reading);
+    give(state.InQualifier ? CreateKeyAttribute : CreateAttribute, reading);
 }
 
 void createArgument(const Reading& reading) {
@@ -82,16 +82,16 @@ void setVisibility(const Reading& reading) {
         return;
     }
     const std::optional<std::int32_t> code = visibilityCode(reading.value);
-    if (isActive(KelElementType::attribute) && aAttribute != nullptr) {
-        aAttribute->visibility = code.value_or(otherVisibility);
-        trace::changed(*aAttribute, nullptr, visibilityFault(reading.value));
-    } else if (isActive(KelElementType::generalization) && aGeneral != nullptr && code.has_value()) {
-        aGeneral->visibility = *code;
-        trace::changed(*aGeneral);
+    if (isActive(KelElementType::attribute) && state.aAttribute != nullptr) {
+        state.aAttribute->visibility = code.value_or(otherVisibility);
+        trace::changed(*state.aAttribute, nullptr, visibilityFault(reading.value));
+    } else if (isActive(KelElementType::generalization) && state.aGeneral != nullptr && code.has_value()) {
+        state.aGeneral->visibility = *code;
+        trace::changed(*state.aGeneral);
     } else {
         trace::refused(isActive(KelElementType::generalization) ? KelImportReason::valueUnknown
                                                                 : KelImportReason::nothingActive,
-                       activeObject);
+                       state.activeObject);
     }
 }
 
@@ -99,14 +99,14 @@ void setContainment(const Reading& reading) {
     if (reading.value == nullptr) {
         return;
     }
-    if (isActive(KelElementType::attribute) && aAttribute != nullptr) {
-        aAttribute->containment = containmentCode(reading.value);
-        trace::changed(*aAttribute, nullptr, containmentFault(reading.value));
-    } else if (isActive(KelElementType::associationRole) && aAssociationRole != nullptr) {
-        aAssociationRole->containment = containmentCode(reading.value);
-        trace::changed(*aAssociationRole, nullptr, containmentFault(reading.value));
+    if (isActive(KelElementType::attribute) && state.aAttribute != nullptr) {
+        state.aAttribute->containment = containmentCode(reading.value);
+        trace::changed(*state.aAttribute, nullptr, containmentFault(reading.value));
+    } else if (isActive(KelElementType::associationRole) && state.aAssociationRole != nullptr) {
+        state.aAssociationRole->containment = containmentCode(reading.value);
+        trace::changed(*state.aAssociationRole, nullptr, containmentFault(reading.value));
     } else {
-        trace::refused(KelImportReason::nothingActive, activeObject);
+        trace::refused(KelImportReason::nothingActive, state.activeObject);
     }
 }
 

@@ -22,9 +22,9 @@ struct PendingText {
 };
 
 constexpr std::array<PendingText, 3> pendingTexts{{
-    {44, pre, &KelOperation::precondition},
-    {43, post, &KelOperation::postcondition},
-    {45, sem, &KelOperation::semantics},
+    {44, state.pre, &KelOperation::precondition},
+    {43, state.post, &KelOperation::postcondition},
+    {45, state.sem, &KelOperation::semantics},
 }};
 
 } // namespace
@@ -34,47 +34,47 @@ void createOperation(const Reading& reading) {
 }
 
 void setConcurrency(const Reading& reading) {
-    if (activeObject != nullptr && activeObject->elementType == KelElementType::operation) {
+    if (state.activeObject != nullptr && state.activeObject->elementType == KelElementType::operation) {
         give(Concurrency, reading);
     } else {
-        trace::refused(KelImportReason::nothingActive, activeObject);
+        trace::refused(KelImportReason::nothingActive, state.activeObject);
     }
 }
 
 void setOperationVisibility(const Reading& reading) {
-    if (aOperation != nullptr && reading.value != nullptr) {
-        aOperation->visibility = visibilityCode(reading.value).value_or(otherVisibility);
-        trace::changed(*aOperation, nullptr, visibilityFault(reading.value));
+    if (state.aOperation != nullptr && reading.value != nullptr) {
+        state.aOperation->visibility = visibilityCode(reading.value).value_or(otherVisibility);
+        trace::changed(*state.aOperation, nullptr, visibilityFault(reading.value));
     }
 }
 
 void setReturnType(const Reading& reading) {
-    if (aOperation != nullptr) {
+    if (state.aOperation != nullptr) {
         give(ConnectReturnType, reading);
     }
 }
 
 void expectPrecondition(const Reading&) {
-    pre = true;
+    state.pre = true;
 }
 
 void expectPostcondition(const Reading&) {
-    post = true;
+    state.post = true;
 }
 
 void expectSemantics(const Reading&) {
-    sem = true;
+    state.sem = true;
 }
 
 void setOperationText(const Reading& reading) {
-    if (aOperation == nullptr || reading.value == nullptr) {
+    if (state.aOperation == nullptr || reading.value == nullptr) {
         return;
     }
     for (const PendingText& candidate : pendingTexts) {
         if (std::exchange(candidate.pending, false)) {
-            aOperation->*candidate.text = KelString(reading.value);
-            theSource.rule = candidate.rule;
-            trace::changed(*aOperation);
+            state.aOperation->*candidate.text = KelString(reading.value);
+            state.theSource.rule = candidate.rule;
+            trace::changed(*state.aOperation);
             return;
         }
     }

@@ -12,17 +12,17 @@ void closePackage(const Reading&) {
 }
 
 void createPackage(const Reading& reading) {
-    objectMechanism = false;
+    state.objectMechanism = false;
     give(CreatePackage, reading);
 }
 
 void createClassDiagram(const Reading& reading) {
-    objectMechanism = false;
+    state.objectMechanism = false;
     give(CreateClassDiagram, reading);
 }
 
 void enterMechanism(const Reading&) {
-    objectMechanism = true;
+    state.objectMechanism = true;
 }
 
 } // namespace rose

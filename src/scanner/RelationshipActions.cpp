@@ -13,7 +13,7 @@
 namespace rose {
 
 void createAssociation(const Reading& reading) {
-    objectMechanism = false;
+    state.objectMechanism = false;
     give(CreateAssociation, reading);
 }
 
@@ -30,30 +30,30 @@ void setCardinality(const Reading& reading) {
 }
 
 void setNavigable(const Reading& reading) {
-    if (aAssociationRole != nullptr && saysTrue(reading)) {
-        aAssociationRole->isNavigable = true;
-        trace::changed(*aAssociationRole);
-    } else if (aAssociationRole == nullptr) {
+    if (state.aAssociationRole != nullptr && saysTrue(reading)) {
+        state.aAssociationRole->isNavigable = true;
+        trace::changed(*state.aAssociationRole);
+    } else if (state.aAssociationRole == nullptr) {
         trace::refused(KelImportReason::noAssociation);
     }
 }
 
 /// Of an association with both roles only the current one is the aggregate.
 void markAggregation(const Reading& reading) {
-    if (aAssociation == nullptr || aAssociationRole == nullptr || !saysTrue(reading)) {
+    if (state.aAssociation == nullptr || state.aAssociationRole == nullptr || !saysTrue(reading)) {
         return;
     }
-    aAssociation->isAggregation = true;
-    if (aAssociation->associationRoles().count() >= 2) {
-        AggregateRoles::mark(*aAssociationRole, *aAssociation);
+    state.aAssociation->isAggregation = true;
+    if (state.aAssociation->associationRoles().count() >= 2) {
+        AggregateRoles::mark(*state.aAssociationRole, *state.aAssociation);
     }
-    trace::changed(*aAssociation);
-    trace::changed(*aAssociationRole, nullptr,
-                   aAssociationRole->isAggregate ? KelImportReason::none : KelImportReason::wholeOnly);
+    trace::changed(*state.aAssociation);
+    trace::changed(*state.aAssociationRole, nullptr,
+                   state.aAssociationRole->isAggregate ? KelImportReason::none : KelImportReason::wholeOnly);
 }
 
 void enterQualifier(const Reading&) {
-    InQualifier = true;
+    state.InQualifier = true;
 }
 
 void setQuid(const Reading& reading) {
@@ -74,10 +74,10 @@ void createDependency(const Reading&) {
 
 void bindSupplier(const Reading& reading) {
     give(CreateBinding, reading);
-    InGeneralizationView = false;
-    InRealizationView = false;
-    InUsesView = false;
-    InAssociationRoleView = false;
+    state.InGeneralizationView = false;
+    state.InRealizationView = false;
+    state.InUsesView = false;
+    state.InAssociationRoleView = false;
 }
 
 } // namespace rose

@@ -13,7 +13,7 @@
 namespace rose {
 
 void expectDiagramText(const Reading&) {
-    diagramDescription = true;
+    state.diagramDescription = true;
 }
 
 /// One effect for two keywords: what makes a text a label is the word "label" anywhere in its line.
@@ -21,18 +21,18 @@ void placeText(const Reading& reading) {
     if (reading.value == nullptr) {
         return;
     }
-    if (!InNoteView && std::strstr(reading.text, "label") == nullptr) {
-        if (activeObject != nullptr) {
-            activeObject->description.prepend(reading.value); // the text read last goes in front
-            trace::changed(*activeObject, nullptr, KelImportReason::textAdded);
+    if (!state.InNoteView && std::strstr(reading.text, "label") == nullptr) {
+        if (state.activeObject != nullptr) {
+            state.activeObject->description.prepend(reading.value); // the text read last goes in front
+            trace::changed(*state.activeObject, nullptr, KelImportReason::textAdded);
         } else {
             trace::refused(KelImportReason::nothingActive);
         }
-    } else if (diagramDescription && aDiagram != nullptr) {
-        aDiagram->description.prepend(reading.value);
-        trace::changed(*aDiagram, nullptr, KelImportReason::textAdded);
-        diagramDescription = false;
-    } else if (InNoteView) {
+    } else if (state.diagramDescription && state.aDiagram != nullptr) {
+        state.aDiagram->description.prepend(reading.value);
+        trace::changed(*state.aDiagram, nullptr, KelImportReason::textAdded);
+        state.diagramDescription = false;
+    } else if (state.InNoteView) {
         CreateNote(reading.value);
     } else {
         AddLabel(reading.value);

@@ -9,7 +9,7 @@
 namespace rose {
 
 void addClassView(const Reading& reading) {
-    InAssociationView = false;
+    state.InAssociationView = false;
     if (reading.value != nullptr) {
         AddToDiagram(reading.value, reading.viewNumber);
     }
@@ -24,34 +24,34 @@ void connectAssociationToDiagram(const Reading& reading) {
 }
 
 void enterGeneralizationView(const Reading&) {
-    InGeneralizationView = true;
+    state.InGeneralizationView = true;
 }
 
 void enterRealizationView(const Reading&) {
-    InRealizationView = true;
-    activeObject = nullptr;
+    state.InRealizationView = true;
+    state.activeObject = nullptr;
 }
 
 void enterUsesView(const Reading&) {
-    InUsesView = true;
-    activeObject = nullptr;
+    state.InUsesView = true;
+    state.activeObject = nullptr;
 }
 
 void enterRoleView(const Reading&) {
-    InAssociationRoleView = true;
+    state.InAssociationRoleView = true;
 }
 
 void enterNoteView(const Reading&) {
-    InNoteView = true;
-    diagramDescription = false;
+    state.InNoteView = true;
+    state.diagramDescription = false;
 }
 
 void enterCompartment(const Reading&) {
-    InCompartment = true;
+    state.InCompartment = true;
 }
 
 void expectNoteAttachment(const Reading&) {
-    attachNote = true;
+    state.attachNote = true;
 }
 
 void createToolId(const Reading& reading) {
@@ -60,7 +60,7 @@ void createToolId(const Reading& reading) {
 
 void setClient(const Reading& reading) {
     if (reading.value != nullptr) {
-        client = decimal(reading.value);
+        state.client = decimal(reading.value);
     }
 }
 

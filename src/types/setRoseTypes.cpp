@@ -26,7 +26,7 @@ using Converter = KelConcreteType* (*)(KelModel*, KelDerivedType*);
 
 /// The converter for the target system that the user chose.
 Converter chosenConverter() {
-    const KelString target = theOptions->getValue(QEV_RRSE::BP_SUPPORTED_TYPES.getName());
+    const KelString target = state.theOptions->getValue(QEV_RRSE::BP_SUPPORTED_TYPES.getName());
     const bool isOracle = target == QEV_RRSE::BP_SUPPORTED_TYPES_ENUM_ORACLE_7_X___8.getIdentifier();
     return isOracle ? convertORACLEtype : convertCPLUSPLUStype;
 }

@@ -35,8 +35,8 @@ std::uint64_t nextOrder = 0;
 
 /// The package's place in `packages`, or -1.
 int placeOf(const KelDesignPackage* package) {
-    for (int place = static_cast<int>(packagePlaces.size()); place < packages.getCount(); ++place) {
-        packagePlaces.emplace(static_cast<const KelDesignPackage*>(packages[place]), place);
+    for (int place = static_cast<int>(packagePlaces.size()); place < state.packages.getCount(); ++place) {
+        packagePlaces.emplace(static_cast<const KelDesignPackage*>(state.packages[place]), place);
     }
     const auto found = packagePlaces.find(package);
     return found != packagePlaces.end() ? found->second : -1;
@@ -69,7 +69,7 @@ void hang(KelAssociation& association, const KelString& quid) {
 }
 
 KelAssociation* findPlaceholder(const KelString& quid) {
-    return static_cast<KelAssociation*>(const_cast<void*>(toBeAssociations.findFirst(&quid, nullptr)));
+    return static_cast<KelAssociation*>(const_cast<void*>(state.toBeAssociations.findFirst(&quid, nullptr)));
 }
 
 KelAssociation* findInPackages(const KelString& quid) {
