@@ -18,13 +18,11 @@ public:
     static constexpr int containerCount = 3;
 
     explicit MidImport(unsigned int seed) : random(seed) {
-        rose::aModel = &model;
-        rose::localLog = &log;
-        rose::resetBuilderState();
+        rose::startBuilding(model, log);
         for (int number = 0; number < containerCount; ++number) {
             auto* package = new KelDesignPackage();
             model.addChildPackage(package);
-            rose::packages.add(package, true, nullptr);
+            rose::state.packages.add(package, true, nullptr);
             designPackages.push_back(package);
             diagrams.push_back(new KelClassDiagram());
             package->addDiagram(diagrams.back());
