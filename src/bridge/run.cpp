@@ -1,29 +1,33 @@
-#include "bridge/EncodingConversion.h"
 #include "bridge/KelIbmRationalRose40ImportDllInterface.h"
-#include "bridge/ModelFile.h"
 #include "bridge/failures.h"
 #include "builder/BuilderState.h"
-#include "builder/ImportWatch.h"
 #include "builder/Trace.h"
 #include "builder/Unattached.h"
 #include "completion/ValidateModel.h"
-#include "completion/checkToBeClasses.h"
 #include "completion/cleanup.h"
 #include "host/bridge/HOLST.h"
 #include "host/bridge/generateMetadataOrigin.h"
+#include "host/encoding/KelEncodingConverter.h"
 #include "host/encoding/localeText.h"
+#include "host/literals/HOCM.h"
 #include "host/log/KelException.h"
 #include "host/model/KelMetadataOrigin.h"
 #include "host/model/KelModel.h"
 #include "host/options/KelOption.h"
 #include "host/options/KelOptionList.h"
 #include "literals/QEV_RRSE.h"
-#include "scanner/RoseLexImport.h"
+#include "scanner/Scanner.h"
 #include "types/setRoseTypes.h"
 
+#include <array>
 #include <atomic>
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+#include <cstring>
 #include <memory>
 #include <new>
+#include <string>
 
 namespace {
 
@@ -58,6 +62,32 @@ KelString encodingOption(const KelOptionList& options) {
     }
 }
 
+constexpr std::size_t headerLength = 20;
+
+/// Reads what there is of the header. An interrupted read is made again.
+void readHeader(char* header) {
+    std::size_t read = 0;
+    do {
+        std::clearerr(rose::state.theFile);
+        errno = 0;
+        read += std::fread(header + read, 1, headerLength - read, rose::state.theFile);
+    } while (std::ferror(rose::state.theFile) != 0 && errno == EINTR);
+}
+
+/// Opens the model file into `theFile` and reads its first 20 bytes, which must contain "(object Petal". The scan
+/// continues after them. Throws `ROS_I_UNABLE_TO_OPEN_INPUT_FILE` or `ROS_I_BAD_INPUT_FILE_FORMAT`.
+void openModelFile(const KelString& localPath) {
+    rose::state.theFile = std::fopen(localPath.text(), "r");
+    if (rose::state.theFile == nullptr) {
+        QEV_RRSE::ROS_I_UNABLE_TO_OPEN_INPUT_FILE.throwException(localPath);
+    }
+    std::array<char, headerLength + 1> header{}; // with its NUL; the text ends at a NUL in the file as well
+    readHeader(header.data());
+    if (std::strstr(header.data(), "(object Petal") == nullptr) {
+        QEV_RRSE::ROS_I_BAD_INPUT_FILE_FORMAT.throwException();
+    }
+}
+
 /// Notes on the model where it comes from. The model owns the origin.
 KelMetadataOrigin& addOrigin(KelModel& model, const KelString& bridgeId, const KelString& path) {
     std::unique_ptr<KelMetadataOrigin> made(
@@ -71,18 +101,44 @@ KelMetadataOrigin& addOrigin(KelModel& model, const KelString& bridgeId, const K
     return *origin;
 }
 
+/// Converts every text of the model from the encoding of that name to UTF-8 and notes the encoding on the origin. The
+/// texts stay as they are if the name is "unknown", and, with a message, if the encoding is not known or needs no
+/// conversion. Texts with invalid bytes are converted and counted in a message.
+void convertTexts(KelModel& model, KelMetadataOrigin& origin, const KelString& encodingName, KelLog& log) {
+    if (encodingName == "unknown") {
+        return;
+    }
+    KelEncodingConverter source(encodingName);
+    KelEncodingConverter target("UTF-8");
+    if (source.getHandle() == nullptr) {
+        HOCM::ICU_CANNNOT_CREATE_CONVERTER.log(log, encodingName);
+        return;
+    }
+    origin.sourceEncoding = source.getEncodingName();
+    if (equivalentConverters(&source, &target)) {
+        HOCM::ICU_EQUIVALENT_CONVERTERS.log(log);
+        return;
+    }
+    int stringCount = 0;
+    int errorCount = 0;
+    model.transcode(&source, &target, stringCount, errorCount);
+    if (errorCount > 0) {
+        HOCM::ICU_CONVERSION_ERROR.log(log, std::to_string(errorCount).c_str(), std::to_string(stringCount).c_str());
+    }
+}
+
 /// Fills the model; whatever fails leaves as an exception.
 void import(const KelString& bridgeId, KelModel& model, KelOptionList& options, KelLog& log,
             const KelString& encodingName) {
     const KelString localPath = modelPath(options);
-    rose::openModelFile(localPath);
+    openModelFile(localPath);
     model.setName(computeNameFromPath(localPath, encodingName));
     rose::RoseLexImport(rose::state.theFile);
     rose::checkToBeClasses();
     rose::ValidateModel();
     rose::setRoseTypes(&model);
     KelMetadataOrigin& origin = addOrigin(model, bridgeId, localPath);
-    rose::convertTexts(model, origin, encodingName, log);
+    convertTexts(model, origin, encodingName, log);
 }
 
 /// Ends an import that has failed: nothing is left of it.

@@ -1,22 +1,64 @@
 #include "builder/Associations.h"
 
 #include "builder/BuilderState.h"
-#include "builder/ClassLookup.h"
+#include "builder/Classes.h"
+#include "builder/Trace.h"
 #include "builder/Unattached.h"
-#include "builder/indexes/Containers.h"
-#include "builder/report.h"
-#include "builder/unnamed.h"
+#include "builder/indexes/ContainerIndex.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelAssociationRole.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDesignPackage.h"
+#include "host/model/links/KelPointerHash.h"
 
 #include <algorithm>
 #include <array>
 #include <memory>
 #include <string_view>
+#include <tsl/robin_map.h>
+#include <vector>
 
 namespace rose {
+
+namespace AggregateRoles {
+
+namespace {
+
+using Roles = std::vector<KelAssociationRole*>;
+
+tsl::robin_map<const KelAssociation*, Roles, KelPointerHash> markedRoles;
+
+} // namespace
+
+void mark(KelAssociationRole& role, const KelAssociation& association) {
+    Roles& own = markedRoles[role.getAssociation()];
+    if (!role.isAggregate) {
+        own.push_back(&role);
+        role.isAggregate = true;
+    }
+    Roles& marked = markedRoles[&association];
+    for (KelAssociationRole* other : marked) {
+        other->isAggregate = other == &role;
+    }
+    std::erase_if(marked, [](const KelAssociationRole* other) { return !other->isAggregate; });
+}
+
+void forget(const KelAssociationRole& deleted) noexcept {
+    const auto own = markedRoles.find(deleted.getAssociation());
+    if (own != markedRoles.end()) {
+        std::erase(own.value(), &deleted);
+    }
+}
+
+void forget(const KelAssociation& deleted) noexcept {
+    markedRoles.erase(&deleted);
+}
+
+void clear() noexcept {
+    markedRoles.clear();
+}
+
+} // namespace AggregateRoles
 
 namespace {
 

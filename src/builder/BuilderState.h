@@ -1,10 +1,11 @@
 #pragma once
 
-#include "builder/NoteRecord.h"
-#include "builder/QuidTree.h"
+#include "builder/Notes.h"
+#include "builder/Quids.h"
 #include "host/bridge/KelImportObserver.h"
 #include "host/containers/KelNameLinkTree.h"
 #include "host/containers/KelVector.h"
+#include "host/model/KelDeletionObserver.h"
 
 #include <cstdio>
 
@@ -29,8 +30,8 @@ class KelType;
 
 namespace rose {
 
-/// The current objects: the last one of each kind that the file began or named. Each becomes null when its object is
-/// deleted: `ImportWatch` walks all members, and does not compile when one is missing there.
+/// The current objects: the last one of each kind that the file began or named. Each pointer becomes null when its
+/// object is deleted: `ImportWatch` visits all members, and does not compile if one is missing there.
 struct CurrentObjects {
     KelDesignPackage* aPackage = nullptr;           ///< while it is null, nearly every rule does nothing
     KelDesignPackage* logicalViewPackage = nullptr; ///< the category "Logical View"
@@ -107,5 +108,15 @@ extern BuilderState state;
 /// Begins an import with a new state for that model, log and options, which must outlive the import. PRECONDITION:
 /// `cleanup` has ended the import before.
 void startBuilding(KelModel& model, KelLog& log, const KelOptionList* options = nullptr);
+
+/// Keeps the builder's state free of deleted objects during its life, which is that of one import: a pointer to a
+/// current object becomes null, and waiting lists and indexes forget the object.
+class ImportWatch final : public KelDeletionObserver {
+public:
+    void deleting(KelObject& object) noexcept override;
+};
+
+/// Empties the indexes, which `cleanup` does at the end of an import. The lists that they index stay as they are.
+void clearIndexes() noexcept;
 
 } // namespace rose

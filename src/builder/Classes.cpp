@@ -1,18 +1,98 @@
 #include "builder/Classes.h"
 
 #include "builder/BuilderState.h"
-#include "builder/ClassLookup.h"
 #include "builder/Trace.h"
 #include "builder/Unattached.h"
-#include "builder/indexes/Containers.h"
-#include "builder/indexes/PackageClasses.h"
-#include "builder/report.h"
+#include "builder/indexes/ContainerIndex.h"
+#include "builder/indexes/WaitingNodes.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDesignPackage.h"
+#include "host/model/KelDiagram.h"
+#include "host/text/KelTextHash.h"
 
+#include <cstring>
+#include <functional>
 #include <memory>
+#include <string_view>
+#include <tsl/robin_map.h>
+#include <utility>
 
 namespace rose {
+
+namespace PackageClasses {
+
+namespace {
+
+using NamedClass = std::pair<std::string_view, KelClass*>;
+constexpr bool storesHash = true; // names of one length would otherwise be compared letter by letter
+
+tsl::robin_map<std::string_view, KelClass*, KelTextHash, std::equal_to<>, std::allocator<NamedClass>,
+               storesHash>
+    classes; // keyed by the class's own name text
+
+} // namespace
+
+void add(KelClass& added) {
+    classes.try_emplace(added.getName().view(), &added);
+}
+
+KelClass* find(const KelString& name) {
+    const auto found = classes.find(name.view());
+    return found != classes.end() ? found->second : nullptr;
+}
+
+void forget(const KelClass& deleted) noexcept {
+    const auto found = classes.find(deleted.getName().view());
+    if (found != classes.end() && found->second == &deleted) {
+        classes.erase(found);
+    }
+}
+
+void clear() noexcept {
+    classes.clear();
+}
+
+} // namespace PackageClasses
+
+const char* stripDoubleColon(const char* text) {
+    if (std::strstr(text, "Logical View::") == nullptr) {
+        return text;
+    }
+    constexpr std::string_view separator = "::";
+    return text + std::string_view(text).rfind(separator) + separator.size();
+}
+
+char* stripDoubleColon(char* text) {
+    return text + (stripDoubleColon(static_cast<const char*>(text)) - text);
+}
+
+KelClass* findAClass(const char* name, int remove) {
+    const KelString wanted(name);
+    if (KelClass* found = PackageClasses::find(wanted); found != nullptr) {
+        return found;
+    }
+    auto* waiting = static_cast<KelClass*>(WaitingNodes::findFirst(state.toBeClasses, wanted));
+    if (waiting != nullptr && remove != 0) {
+        WaitingNodes::remove(state.toBeClasses, *waiting);
+    }
+    return waiting;
+}
+
+KelClass* getClassFromViewelement(KelModelObject* container, const KelString& name) {
+    const ContainerIndex& index = container->elementType == KelElementType::designPackage
+                                      ? indexOf(static_cast<KelDesignPackage&>(*container))
+                                      : indexOf(static_cast<KelDiagram&>(*container));
+    return index.firstClass(name.view());
+}
+
+KelClass* createWaitingClass(const char* name) {
+    auto made = std::make_unique<KelClass>();
+    made->setName(name);
+    WaitingNodes::add(state.toBeClasses, *made);
+    KelClass* waiting = made.release();
+    trace::named(*waiting);
+    return waiting;
+}
 
 namespace {
 

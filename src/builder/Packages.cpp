@@ -2,7 +2,6 @@
 
 #include "builder/BuilderState.h"
 #include "builder/Trace.h"
-#include "builder/report.h"
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelModel.h"
 

@@ -2,14 +2,26 @@
 
 #include "builder/BuilderState.h"
 #include "host/bridge/KelImportObserver.h"
+#include "host/log/KelLog.h"
+#include "literals/QEV_RRSE.h"
 
+#include <string_view>
 #include <utility>
 
-/// Tells the observer of the import, if there is one, of its steps. Each function does nothing without one. They throw
-/// what the observer throws.
-namespace rose::trace {
+namespace rose {
 
-/// The observer of an import, from construction to destruction.
+/// Logs a message about `subject`. Costs nothing when the log does not accept such messages.
+inline void report(const QEV_RRSE::MessageInstance_String& message, std::string_view subject) {
+    if (state.localLog->accepts(message.getSeverityLevel())) {
+        message.log(*state.localLog, KelString(subject));
+    }
+}
+
+/// Reports the steps of the import to its observer. Without an observer each function costs one comparison. They throw
+/// what the observer throws.
+namespace trace {
+
+/// Sets the observer of an import (or null) during its life.
 class Scope {
 public:
     explicit Scope(KelImportObserver* observer) noexcept {
@@ -21,7 +33,7 @@ public:
     ~Scope() { state.theObserver = nullptr; }
 };
 
-/// Has the steps during its life come from another place of the file.
+/// Attributes the steps during its life to another place of the file.
 class SourceScope {
 public:
     explicit SourceScope(const KelImportSource& source) noexcept : outer_(std::exchange(state.theSource, source)) {}
@@ -79,4 +91,6 @@ inline void removing(KelObject& object, KelImportReason why) noexcept {
     }
 }
 
-} // namespace rose::trace
+} // namespace trace
+
+} // namespace rose

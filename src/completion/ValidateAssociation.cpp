@@ -1,8 +1,10 @@
-#include "completion/ValidateAssociation.h"
+#include "completion/ValidateModel.h"
 
+#include "builder/Associations.h"
+#include "builder/BuilderState.h"
+#include "builder/Trace.h"
 #include "builder/Unattached.h"
-#include "builder/unnamed.h"
-#include "completion/checkToBeClasses.h"
+#include "builder/indexes/WaitingNodes.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelAssociationRole.h"
 #include "host/model/KelAttribute.h"
@@ -15,6 +17,12 @@
 namespace rose {
 
 namespace {
+
+/// Whether a class of that name still waits. Logs the name each time.
+bool findClassInRemainingFoodStuffs(const KelString& name) {
+    report(QEV_RRSE::ROS_I_CLASS_NAME_TO_BE_FOUND, name.view());
+    return WaitingNodes::findFirst(state.toBeClasses, name) != nullptr;
+}
 
 bool isOrphan(const KelAssociationRole& role) {
     const KelClass* associated = role.getAssociatedClass();

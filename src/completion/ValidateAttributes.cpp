@@ -1,4 +1,4 @@
-#include "completion/ValidateAttributes.h"
+#include "completion/ValidateModel.h"
 
 #include "builder/BuilderState.h"
 #include "builder/Unattached.h"

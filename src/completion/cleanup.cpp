@@ -1,18 +1,13 @@
 #include "completion/cleanup.h"
 
 #include "builder/BuilderState.h"
+#include "builder/Notes.h"
 #include "builder/Unattached.h"
-#include "builder/indexes/AggregateRoles.h"
-#include "builder/indexes/Containers.h"
-#include "builder/indexes/NoteTexts.h"
-#include "builder/indexes/PackageClasses.h"
-#include "builder/indexes/QuidRegistry.h"
-#include "builder/indexes/Relationships.h"
-#include "builder/indexes/WaitingNodes.h"
-#include "completion/KelResetGeneralPointer.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelModel.h"
+#include "host/model/KelModelObject.h"
+#include "host/model/KelTraversalOperation.h"
 
 #include <cstdio>
 #include <new>
@@ -22,15 +17,17 @@ namespace rose {
 
 namespace {
 
-void dropIndexes() noexcept {
-    clearContainerIndexes();
-    clearRelationshipIndexes();
-    AggregateRoles::clear();
-    NoteTexts::clear();
-    PackageClasses::clear();
-    QuidRegistry::clear();
-    WaitingNodes::clear();
-}
+/// Removes from each visited object the quid text and the view number that the builder has hung on it.
+class KelResetGeneralPointer final : public KelTraversalOperation {
+public:
+    void post_process(KelObject* object, void* /*userData*/) override {
+        delete static_cast<KelString*>(object->generalPointer);
+        if (object->isInstanceOf(KelElementType::modelObject)) {
+            static_cast<KelModelObject*>(object)->toolId = 0;
+        }
+        object->generalPointer = nullptr;
+    }
+};
 
 void freeNotes() noexcept {
     for (int index = 0; index < state.toBeNotes.getCount(); ++index) {
@@ -39,8 +36,7 @@ void freeNotes() noexcept {
     state.toBeNotes.empty();
 }
 
-/// Empties a list of model elements that wait; those that have found no package meanwhile are the list's own and
-/// are deleted.
+/// Empties a list of waiting model elements. Those that have found no package belong to the list and are deleted.
 template <class Element>
 void emptyWaiting(KelLinkTree& waiting) noexcept {
     while (KelRBTree::Node* node = waiting.lastNode()) {
@@ -53,7 +49,7 @@ void emptyWaiting(KelLinkTree& waiting) noexcept {
     }
 }
 
-/// Removes from the model what the builder has hung on its objects; false when there is no memory to walk it.
+/// Frees the quids and resets the view numbers of the model; false when there is no memory to traverse it.
 bool resetModel() noexcept {
     try {
         KelResetGeneralPointer reset;
@@ -67,8 +63,8 @@ bool resetModel() noexcept {
 } // namespace
 
 void cleanup() {
-    // The indexes hold on to the quids that the traversal frees.
-    dropIndexes();
+    // First: the indexes refer to the quids that the traversal frees.
+    clearIndexes();
     const bool isReset = resetModel();
     freeNotes();
     emptyWaiting<KelClass>(state.toBeClasses);
@@ -79,7 +75,7 @@ void cleanup() {
         std::fclose(file);
     }
     if (!isReset) {
-        state.aModel->recursiveDelete(); // every object that is deleted frees its quid
+        state.aModel->recursiveDelete(); // deleting an object frees its quid
         throw std::bad_alloc();
     }
 }

@@ -9,6 +9,19 @@
 
 namespace rose {
 
+/// The conditions that end the whole process. None of them is reported to the host.
+enum class FatalCondition : std::uint8_t {
+    readFailed,
+    bufferCannotGrow,
+    bufferCannotBeAllocated,
+    noRoomToPushBack,
+    noActionFound,
+    endOfBufferMissed,
+};
+
+/// Writes the condition's message and a newline to the standard error stream and exits with status 2.
+[[noreturn]] void stopProcess(FatalCondition condition);
+
 /// The stream that the scanner reads. Set by `RoseLexImport`; neither rewound nor closed here.
 extern std::FILE* yyin;
 /// The current match, NUL-terminated while an action runs and valid until it returns. Moves when the buffer does.
@@ -29,7 +42,7 @@ using Position = std::int64_t;
 ///
 /// The text lies between two margins, so that bytes just outside it can be loaded; those right behind it are NUL.
 /// The buffer is made by the first `refill`, doubles when the text that must stay fills it, and is kept for the next
-/// scan, for as long as the library is loaded. What goes wrong here ends the process (FatalConditions.h).
+/// scan, for as long as the library is loaded. What goes wrong here ends the process (FatalCondition).
 ///
 /// Pointers into the text stay good until the next call that may read or put back: `refill`, `fill`, `get`, `unget`.
 class InputLayer {

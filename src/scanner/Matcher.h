@@ -1,6 +1,5 @@
 #pragma once
 
-#include "scanner/Block.h"
 #include "scanner/Bytes.h"
 #include "scanner/InputLayer.h"
 #include "scanner/Keywords.h"

@@ -1,10 +1,48 @@
 #pragma once
 
-#include "scanner/Pattern.h"
-
 #include <cstdint>
+#include <string_view>
 
 namespace rose {
+
+/// What stands in front of a pattern's literal text. A blank is a space or a tab.
+enum class Lead : std::uint8_t {
+    noLead,         ///< nothing; the literal starts the match
+    oneBlank,       ///< exactly one blank
+    blanks,         ///< one or more blanks
+    optionalBlanks, ///< zero or more blanks
+    optionalSpaces, ///< zero or more spaces, no tabs
+};
+
+/// What follows a pattern's literal text. Every tail is greedy; a "run" is the longest text without the characters
+/// that stop it.
+enum class Tail : std::uint8_t {
+    valueTail, ///< one or more blanks, an optional quote, a run up to a quote or newline
+    flagTail,  ///< as valueTail, but the run also stops at a closing parenthesis
+    looseTail, ///< as valueTail, but with zero or more blanks
+    spaceTail, ///< as valueTail, but with one or more spaces in place of the blanks
+    noTail,    ///< nothing
+    lineTail,  ///< the rest of the line without its newline
+    viewTail,  ///< blanks, a quoted string, blanks, an optional quote, a run up to a quote, then, if that quote is
+               ///< there, the rest of its line; string and run may hold newlines
+};
+
+/// The literal text of a pattern; only one pattern has a second part, separated from the first by optional blanks.
+struct Literal {
+    std::string_view first;
+    std::string_view second{};
+
+    constexpr Literal(const char* text) : first(text) {}
+    constexpr Literal(const char* text, const char* afterBlanks) : first(text), second(afterBlanks) {}
+};
+
+/// One keyword pattern: lead, literal and tail, matched in this order with nothing in between.
+struct Pattern {
+    int number; ///< the rule's number, from 1
+    Lead lead;
+    Literal literal;
+    Tail tail;
+};
 
 /// Whether a rule acts only while a package is current.
 enum class PackageGuard : std::uint8_t { anyPackage, needsPackage };

@@ -1,8 +1,45 @@
 #pragma once
 
-#include "scanner/Value.h"
+#include <cstddef>
+#include <memory>
+#include <string_view>
 
 namespace rose {
+
+/// A value read from the input: a NUL-terminated byte array of the file's raw bytes, or nothing.
+///
+/// Owns its array. `text()` stays good until the value is destroyed, moved from or assigned to; whoever is given that
+/// pointer copies what it keeps. All of a value's memory is managed here.
+class Value {
+public:
+    /// No value.
+    Value() = default;
+    /// An empty value with room for `capacity` bytes.
+    explicit Value(std::size_t capacity) : text_(new char[capacity + 1]) { text_[0] = 0; }
+    /// A copy of `text`; throws `std::bad_alloc` as the other constructor does.
+    explicit Value(std::string_view text) : Value(text.size()) { append(text); }
+
+    /// The array, or null when there is no value.
+    [[nodiscard]] char* text() const { return text_.get(); }
+    [[nodiscard]] explicit operator bool() const { return text_ != nullptr; }
+
+    /// Adds `text` at the end. PRECONDITION: the room given at construction suffices.
+    void append(std::string_view text) {
+        text.copy(text_.get() + length_, text.size());
+        length_ += text.size();
+        text_[length_] = 0;
+    }
+
+    /// Notes that the file's text goes on for `length` bytes that there was no room for.
+    void leaveOut(std::size_t length) { left_ += length; }
+    /// The length of the file's text.
+    [[nodiscard]] std::size_t getSize() const { return length_ + left_; }
+
+private:
+    std::unique_ptr<char[]> text_;
+    std::size_t length_ = 0;
+    std::size_t left_ = 0;
+};
 
 /// The readers take a value out of `text`, the current match as a C string; a NUL in the match ends what they see.
 /// Nothing is unescaped or converted. A result without a value says that the text holds none.
@@ -21,5 +58,14 @@ Value getValue4(const char* text, char delimiter);
 /// last "@" (as `strtol` reads it). No value with fewer than four delimiters; `viewNumber` is left alone then, and also
 /// when there is no "@".
 Value getValue5(const char* text, char delimiter, long* viewNumber);
+
+/// How many bytes of a multi-line text are kept.
+inline constexpr std::size_t longestMultiLine = 9999;
+
+/// Reads a multi-line text from the input behind the current match: a newline, then lines that begin with "|". The
+/// value is their text without the "|", joined by newlines, cut after `longestMultiLine` bytes. The input then goes on
+/// with the newline that ends the last of them; the current match stays as it is. No value, and an untouched input,
+/// when the next line does not begin with "|".
+Value getMultiLine();
 
 } // namespace rose

@@ -3,22 +3,75 @@
 #include "builder/BuilderState.h"
 #include "builder/Trace.h"
 #include "host/model/KelArgument.h"
+#include "host/model/KelAttribute.h"
 #include "host/model/KelBaseType.h"
 #include "host/model/KelDerivedType.h"
 #include "host/model/KelModel.h"
 #include "host/model/KelOperation.h"
+#include "host/model/KelType.h"
 #include "host/options/KelOptionList.h"
+#include "host/text/KelString.h"
 #include "host/types/createBaseType.h"
 #include "literals/QEV_RRSE.h"
-#include "types/BaseTypes.h"
-#include "types/ConvertedTypes.h"
-#include "types/ReferenceCounts.h"
-#include "types/convertCPLUSPLUStype.h"
-#include "types/convertORACLEtype.h"
+#include "types/CPlusPlusTypes.h"
+#include "types/OracleTypes.h"
 
+#include <algorithm>
+#include <array>
 #include <memory>
+#include <string_view>
 
 namespace rose {
+
+KelBaseType* undefined = nullptr;
+KelBaseType* charBase = nullptr;
+KelBaseType* intBase = nullptr;
+KelBaseType* numberBase = nullptr;
+KelBaseType* binBase = nullptr;
+
+namespace {
+
+struct BaseRow {
+    std::string_view logicalName;
+    KelBaseType** base;
+};
+
+constexpr std::array<BaseRow, 4> bases{{
+    {"undefined", &undefined},
+    {"char", &charBase},
+    {"int", &intBase},
+    {"number", &numberBase},
+}};
+
+} // namespace
+
+KelBaseType* getBaseType(const char* sqlDataType) {
+    const std::string_view logicalName = getDefaultLogicalName(sqlDataType);
+    const auto* row =
+        std::find_if(bases.begin(), bases.end(), [&](const BaseRow& at) { return at.logicalName == logicalName; });
+    return row != bases.end() ? *row->base : binBase;
+}
+
+unsigned int AttributeIsReferenced(const KelAttribute& attribute) {
+    return static_cast<unsigned int>(attribute.getAssociatedClass() != nullptr) +
+           static_cast<unsigned int>(attribute.getType() != nullptr) +
+           static_cast<unsigned int>(attribute.roleNameMapsAsSource().count()) +
+           static_cast<unsigned int>(attribute.roleNameMapsAsDestination().count()) +
+           static_cast<unsigned int>(attribute.keys().count());
+}
+
+unsigned int ArgumentIsReferenced(const KelArgument& argument) {
+    return static_cast<unsigned int>(argument.getOperation() != nullptr) +
+           static_cast<unsigned int>(argument.getAssociatedClass() != nullptr) +
+           static_cast<unsigned int>(argument.getType() != nullptr);
+}
+
+KelAttribute* takeFirstAttribute(KelType& from) {
+    auto* attribute = static_cast<KelAttribute*>(from.features().first());
+    const unsigned int links = AttributeIsReferenced(*attribute);
+    from.removeFeature(0);
+    return links - 1 > 0 ? attribute : nullptr;
+}
 
 namespace {
 

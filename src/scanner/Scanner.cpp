@@ -1,11 +1,9 @@
-#include "scanner/Dispatch.h"
+#include "scanner/Scanner.h"
 
 #include "builder/Trace.h"
 #include "scanner/Bytes.h"
-#include "scanner/FatalConditions.h"
 #include "scanner/InputLayer.h"
 #include "scanner/Matcher.h"
-#include "scanner/MultiLine.h"
 #include "scanner/RuleTable.h"
 #include "scanner/ValueReaders.h"
 
@@ -127,6 +125,13 @@ int yylex() {
     scannerInput.startOver();
     state.theSource = {};
     return 0;
+}
+
+bool RoseLexImport(std::FILE* stream) {
+    scannerInput.startOver();
+    yyin = stream;
+    yylex();
+    return true;
 }
 
 } // namespace rose

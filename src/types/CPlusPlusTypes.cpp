@@ -1,4 +1,4 @@
-#include "types/convertCPLUSPLUStype.h"
+#include "types/CPlusPlusTypes.h"
 
 #include "builder/Trace.h"
 #include "builder/Unattached.h"
@@ -7,15 +7,120 @@
 #include "host/model/KelDerivedType.h"
 #include "host/model/KelModel.h"
 #include "host/model/KelTypeValue.h"
+#include "host/text/KelTextHash.h"
 #include "host/types/buildTypePhysicalName.h"
-#include "types/BaseTypes.h"
-#include "types/CPlusPlusSpelling.h"
-#include "types/ConvertedTypes.h"
-#include "types/moveAttributes.h"
+#include "types/setRoseTypes.h"
 
+#include <cctype>
+#include <cstdlib>
 #include <memory>
+#include <string_view>
+#include <tsl/robin_map.h>
 
 namespace rose {
+
+// The order counts: a row below a shorter key that it begins with is never reached.
+
+const std::array<RoseTypeRow, 20> RosePhysicalToLogical{{
+    {"int", "int"},           {"signed", "int"},      {"long double", "number"}, {"boolean", "SQL_BOOLEAN"},
+    {"unsigned int", "int"},  {"signed int", "int"},  {"char", "char"},          {"signed char", "char"},
+    {"unsigned char", "int"}, {"short", "int"},       {"signed short", "int"},   {"unsigned short", "int"},
+    {"long", "int"},          {"signed long", "int"}, {"unsigned long", "int"},  {"float", "number"},
+    {"double", "number"},     {"register", "binary"}, {"void", "binary"},        {nullptr, nullptr},
+}};
+
+const std::array<RoseTypeRow, 20> RosePhysicalToPhysical{{
+    {"int", "SQL_INTEGER"},     {"long double", "SQL_NUMERIC"},   {"signed", "SQL_INTEGER"},
+    {"boolean", "SQL_BOOLEAN"}, {"unsigned int", "SQL_INTEGER"},  {"signed int", "SQL_INTEGER"},
+    {"char", "SQL_CHAR"},       {"signed char", "SQL_CHAR"},      {"unsigned char", "SQL_TINYINT"},
+    {"short", "SQL_SMALLINT"},  {"signed short", "SQL_SMALLINT"}, {"unsigned short", "SQL_INTEGER"},
+    {"long", "SQL_INTEGER"},    {"signed long", "SQL_INTEGER"},   {"unsigned long", "SQL_INTEGER"},
+    {"float", "SQL_REAL"},      {"double", "SQL_DOUBLE"},         {"register", "SQL_VARBINARY"},
+    {"void", "SQL_VARBINARY"},  {"undefined", "undefined"},
+}};
+
+const char* findRoseType(const std::array<RoseTypeRow, 20>& table, std::string_view spelling) {
+    for (const RoseTypeRow& row : table) {
+        if (row.key == nullptr || std::string_view(row.key) == "undefined") {
+            break;
+        }
+        if (spelling.starts_with(row.key[0]) && spelling.starts_with(row.key)) {
+            return row.value;
+        }
+    }
+    return nullptr;
+}
+
+namespace {
+
+/// The number directly behind the first "[", or 0.
+int arrayLength(std::string_view text) {
+    const std::size_t bracket = text.find('[');
+    if (bracket == std::string_view::npos || bracket + 1 == text.size() ||
+        std::isdigit(static_cast<unsigned char>(text[bracket + 1])) == 0) {
+        return 0;
+    }
+    return static_cast<int>(std::strtol(text.data() + bracket + 1, nullptr, 10));
+}
+
+} // namespace
+
+CPlusPlusSpelling readSpelling(const KelString& text) {
+    const std::string_view spelling = text.view();
+    const char* logicalName = findRoseType(RosePhysicalToLogical, spelling);
+    const char* sqlType = findRoseType(RosePhysicalToPhysical, spelling.starts_with("char") ? "char" : spelling);
+    CPlusPlusSpelling read{text, logicalName != nullptr ? KelString(logicalName) : text,
+                           sqlType != nullptr ? sqlType : "undefined", 0};
+    if (spelling.find_first_of("*[") != std::string_view::npos) {
+        if (read.sqlType == "SQL_CHAR") {
+            read.sqlType = "SQL_BINARY";
+        }
+        read.length = arrayLength(spelling);
+    }
+    return read;
+}
+
+namespace ConvertedTypes {
+
+namespace {
+
+struct Key {
+    std::string_view name;
+    std::string_view dataType;
+    int length;
+
+    bool operator==(const Key&) const = default;
+};
+
+struct KeyHash {
+    std::size_t operator()(const Key& key) const noexcept {
+        // Most names have one data type and one length.
+        return KelTextHash()(key.name) + static_cast<std::size_t>(key.length);
+    }
+};
+
+tsl::robin_map<Key, KelDerivedType*, KeyHash> types; // the texts of a key are the type's own
+
+} // namespace
+
+Scope::Scope() noexcept {
+    types.clear();
+}
+
+Scope::~Scope() {
+    types.clear();
+}
+
+void note(KelDerivedType& made) {
+    types.try_emplace(Key{made.getName().view(), made.getDataType().view(), made.getLength()}, &made);
+}
+
+KelDerivedType* find(const KelString& dataType, const KelString& name, int length) {
+    const auto found = types.find(Key{name.view(), dataType.view(), length});
+    return found != types.end() ? found->second : nullptr;
+}
+
+} // namespace ConvertedTypes
 
 namespace {
 

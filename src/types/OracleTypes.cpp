@@ -1,4 +1,4 @@
-#include "types/convertORACLEtype.h"
+#include "types/OracleTypes.h"
 
 #include "builder/Trace.h"
 #include "host/model/KelAttribute.h"
@@ -6,7 +6,7 @@
 #include "host/model/KelDerivedType.h"
 #include "host/model/KelModel.h"
 #include "host/types/createBaseType.h"
-#include "types/moveAttributes.h"
+#include "types/setRoseTypes.h"
 
 #include <algorithm>
 #include <array>
