@@ -1,9 +1,8 @@
 // The registry of quids, held against walks through the placeholders and the packages.
 
-#include "builder/AssociationViews.h"
+#include "builder/Diagrams.h"
 #include "builder/Associations.h"
 #include "builder/Quids.h"
-#include "builder/indexes/QuidRegistry.h"
 #include "host/model/KelAssociation.h"
 #include "support/MidImport.h"
 

@@ -1,9 +1,8 @@
-#include "builder/ClassLookup.h"
+#include "builder/Classes.h"
 
 #include "builder/Associations.h"
-#include "builder/ClassDiagrams.h"
-#include "builder/Classes.h"
-#include "builder/indexes/Containers.h"
+#include "builder/Diagrams.h"
+#include "builder/indexes/ContainerIndex.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelClass.h"
 #include "support/MidImport.h"

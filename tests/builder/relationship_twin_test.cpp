@@ -2,12 +2,10 @@
 // collections of the repository.
 
 #include "builder/Binding.h"
-#include "builder/ClassLookup.h"
-#include "builder/RelationshipViews.h"
+#include "builder/Classes.h"
+#include "builder/Diagrams.h"
 #include "builder/Relationships.h"
 #include "builder/indexes/ContainerIndex.h"
-#include "builder/indexes/Containers.h"
-#include "builder/indexes/Relationships.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDependency.h"
 #include "host/model/KelGeneralization.h"

@@ -14,7 +14,7 @@
 #include "host/model/KelOperation.h"
 #include "host/model/KelRealization.h"
 #include "host/model/KelType.h"
-#include "scanner/RoseLexImport.h"
+#include "scanner/Scanner.h"
 
 #include <cstdio>
 #include <memory>

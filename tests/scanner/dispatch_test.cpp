@@ -1,4 +1,4 @@
-#include "scanner/Dispatch.h"
+#include "scanner/Scanner.h"
 
 #include "ScannedModel.h"
 #include "scanner/RuleTable.h"

@@ -1,4 +1,4 @@
-#include "scanner/RoseLexImport.h"
+#include "scanner/Scanner.h"
 
 #include "ScannedModel.h"
 
