@@ -54,6 +54,6 @@ void KelIbmRationalRose40ImportDllInterface::getOptionList(KelOptionList& option
 
 KelModelBridgeDllInterface* getKelIbmRationalRose40ImportInterface() {
     static KelIbmRationalRose40ImportDllInterface bridge;
-    rose::failures(); // now: when one is needed there may be no memory left
+    rose::failures(); // now: there may be no memory left when one is needed
     return &bridge;
 }

@@ -31,7 +31,7 @@
 
 namespace {
 
-/// The right to import. One import at a time has it, since what the builder and the scanner work on is the process's.
+/// The right to import. One import at a time has it, since the builder and the scanner have one state in the process.
 class ImportRight {
 public:
     ImportRight() {
@@ -53,7 +53,7 @@ KelString modelPath(const KelOptionList& options) {
     return found != nullptr ? utf8ToLocale(static_cast<const KelOption*>(found)->getValue().text()) : KelString();
 }
 
-/// The name of the file's encoding. Looked up before there is anything to give up.
+/// The name of the file's encoding. Called before the import begins, so that a failure needs no clean-up.
 KelString encodingOption(const KelOptionList& options) {
     try {
         return options.getValue(QEV_RRSE::BP_ENCODING.getName());
@@ -64,7 +64,7 @@ KelString encodingOption(const KelOptionList& options) {
 
 constexpr std::size_t headerLength = 20;
 
-/// Reads what there is of the header. An interrupted read is made again.
+/// Reads the header, or as much of it as the file has. Repeats interrupted reads.
 void readHeader(char* header) {
     std::size_t read = 0;
     do {
@@ -88,7 +88,7 @@ void openModelFile(const KelString& localPath) {
     }
 }
 
-/// Notes on the model where it comes from. The model owns the origin.
+/// Adds an origin to the model, which owns it.
 KelMetadataOrigin& addOrigin(KelModel& model, const KelString& bridgeId, const KelString& path) {
     std::unique_ptr<KelMetadataOrigin> made(
         generateMetadataOrigin(HOLST::BRIDGE_SPEC_IBMRATIONALROSE40_IMPORT, bridgeId));
@@ -127,7 +127,7 @@ void convertTexts(KelModel& model, KelMetadataOrigin& origin, const KelString& e
     }
 }
 
-/// Fills the model; whatever fails leaves as an exception.
+/// Fills the model. Throws on any failure.
 void import(const KelString& bridgeId, KelModel& model, KelOptionList& options, KelLog& log,
             const KelString& encodingName) {
     const KelString localPath = modelPath(options);
@@ -141,12 +141,12 @@ void import(const KelString& bridgeId, KelModel& model, KelOptionList& options, 
     convertTexts(model, origin, encodingName, log);
 }
 
-/// Ends an import that has failed: nothing is left of it.
+/// Ends a failed import and empties the model.
 void giveUp(KelModel& model) noexcept {
     try {
         rose::cleanup();
     } catch (const std::bad_alloc&) {
-        // There was no memory to walk the model, but all else has been cleaned up.
+        // There was no memory to traverse the model, but everything else has been cleaned up.
     }
     model.recursiveDelete();
 }
@@ -159,7 +159,7 @@ bool KelIbmRationalRose40ImportDllInterface::run(const KelString& bridgeId, KelM
     if (!model.isEmpty()) {
         rose::failures().modelNotEmpty.raise();
     }
-    model.generalPointer = nullptr; // one that is set would be freed as a quid at the end
+    model.generalPointer = nullptr; // `cleanup` would free it as a quid
     const KelString encodingName = encodingOption(options);
     rose::startBuilding(model, log, &options);
     const rose::ImportWatch watch;

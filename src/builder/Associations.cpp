@@ -80,7 +80,7 @@ const char* multiplicityOf(const char* cardinality) {
     return row != multiplicities.end() ? row->multiplicity : cardinality;
 }
 
-/// One end of an association that stands for part of an association with a class of its own.
+/// One end of an association that replaces a part of an association with an association class.
 struct End {
     KelClass* associatedClass;
     KelString multiplicity;
@@ -94,7 +94,8 @@ void addRole(KelAssociation& association, const End& end) {
     role->addAssociatedClass(end.associatedClass);
 }
 
-void tellOfClearedName(KelModelObject& object, std::string_view name) {
+/// For the observer: the name was only the mark for having none.
+void reportClearedName(KelModelObject& object, std::string_view name) {
     if (!name.empty() && isUnnamed(name)) {
         trace::repaired(object, KelImportReason::nameCleared);
     }
@@ -112,9 +113,7 @@ void createAssociationBetween(const End& first, const End& second) {
 } // namespace
 
 void CreateAssociation(char* name) {
-    state.aRealization = nullptr;
-    state.aGeneral = nullptr;
-    state.aDependency = nullptr;
+    state.clearRelationships();
     auto made = std::make_unique<KelAssociation>();
     if (!isUnnamed(name)) {
         made->setName(name);
@@ -131,7 +130,7 @@ void CreateAssociation(char* name) {
     state.aClass = nullptr;
     state.candKey = nullptr;
     state.forKey = nullptr;
-    tellOfClearedName(*state.aAssociation, name);
+    reportClearedName(*state.aAssociation, name);
 }
 
 void CreateAssociationRole(char* name) {
@@ -146,7 +145,7 @@ void CreateAssociationRole(char* name) {
     state.aAssociationRole =
         attach(std::move(made), [](KelAssociationRole* role) { return state.aAssociation->addAssociationRole(role); });
     state.aAssociationRole->isNavigable = false;
-    tellOfClearedName(*state.aAssociationRole, name);
+    reportClearedName(*state.aAssociationRole, name);
     state.activeObject = state.aAssociationRole;
 }
 

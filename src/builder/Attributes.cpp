@@ -59,18 +59,14 @@ void CreateAttribute(char* name) {
 }
 
 void SetInitialValue(char* text) {
-    if (state.activeObject == nullptr) {
-        trace::refused(KelImportReason::nothingActive);
-        return;
-    }
-    if (state.activeObject->elementType == KelElementType::attribute) {
+    if (isActive(KelElementType::attribute)) {
         state.aAttribute->initialValue = text;
         trace::changed(*state.aAttribute);
         if (state.shadowAttribute != nullptr) {
             state.shadowAttribute->initialValue = text;
             trace::changed(*state.shadowAttribute, nullptr, KelImportReason::shadow);
         }
-    } else if (state.activeObject->elementType == KelElementType::argument) {
+    } else if (isActive(KelElementType::argument)) {
         state.aArgument->initialValue = text;
         trace::changed(*state.aArgument);
     } else {
@@ -93,7 +89,7 @@ KelCandidateKey* primaryKeyOf(KelClass& qualified, const char* name) {
     return key;
 }
 
-/// A copy of the qualifier, to stand for it in the class at the other end. It belongs to nothing yet.
+/// A copy of the qualifier for the class at the other end. It belongs to nothing yet.
 KelAttribute* createShadow(const KelAttribute& qualifier) {
     auto made = std::make_unique<KelAttribute>(qualifier);
     KelAttribute* shadow = made.get();
@@ -140,9 +136,7 @@ void CreateKeyAttribute(char* name) {
         trace::refused(KelImportReason::endWithoutClass);
         return;
     }
-    state.aGeneral = nullptr;
-    state.aRealization = nullptr;
-    state.aDependency = nullptr;
+    state.clearRelationships();
     CreateAttribute(name);
     if (state.candKey == nullptr) {
         state.candKey = primaryKeyOf(*qualified, name);

@@ -46,7 +46,7 @@ KelClass* findByViewNumber(int viewNumber) {
     return (state.aDiagram != nullptr ? indexOf(*state.aDiagram) : indexOf(*state.aPackage)).firstClass(viewNumber);
 }
 
-/// The class that the text names or whose view it refers to. A view reference loses its final tab.
+/// The class that the text names or whose view it refers to. Overwrites the final tab of a view reference.
 Supplier findSupplier(char* text) {
     if (KelClass* named = findByName(text); named != nullptr) {
         return {named, Found::byName};
@@ -59,14 +59,14 @@ Supplier findSupplier(char* text) {
     return {createWaitingClass(text), Found::byCreation};
 }
 
-/// Moves the attributes that wait in the key into the class. Where the class has one of the same name, that takes
-/// the place of the waiting one in the key.
+/// Moves the attributes that wait in the key into the class. If the class has one of the same name, that one replaces
+/// the waiting one in the key.
 void moveAttributes(KelForeignKey& key, KelClass& owner) {
     std::vector<KelAttribute*> waiting;
     for (KelAttribute* attribute : key.attributes()) {
         waiting.push_back(attribute);
     }
-    // From the last to the first. What has been moved or put in would stay as it is if it were visited again.
+    // From the last to the first. Visiting one that has been moved or added again would change nothing.
     for (auto attribute = waiting.rbegin(); attribute != waiting.rend(); ++attribute) {
         key.addAttribute(placeAttribute(**attribute, owner));
     }
@@ -113,7 +113,7 @@ void bindRelationshipOfKind(KelElementType kind, KelClass& bound) {
 }
 
 /// A view whose ends are both given by number: draws the first generalization between their classes, or attaches a
-/// note when the client is no class of the diagram.
+/// note when the client is not a class of the diagram.
 void bindView(KelClass& supplier, char* viewNumber) {
     if (state.aDiagram == nullptr) {
         QEV_RRSE::ROS_I_DIAGRAM_NOT_CREATED.throwException();

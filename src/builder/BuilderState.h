@@ -6,6 +6,7 @@
 #include "host/containers/KelNameLinkTree.h"
 #include "host/containers/KelVector.h"
 #include "host/model/KelDeletionObserver.h"
+#include "host/model/KelModelObject.h"
 
 #include <cstdio>
 
@@ -22,7 +23,6 @@ class KelForeignKey;
 class KelGeneralization;
 class KelLog;
 class KelModel;
-class KelModelObject;
 class KelOperation;
 class KelOptionList;
 class KelRealization;
@@ -51,6 +51,12 @@ struct CurrentObjects {
     KelRealization* aRealization = nullptr;
     KelDependency* aDependency = nullptr;
     KelModelObject* activeObject = nullptr; ///< the object that the next property line applies to
+
+    void clearRelationships() {
+        aGeneral = nullptr;
+        aRealization = nullptr;
+        aDependency = nullptr;
+    }
 };
 
 /// Everything the builder knows between two keywords of the file. One import at a time uses it, on any thread.
@@ -104,6 +110,11 @@ struct BuilderState : CurrentObjects {
 /// The state of the import under way, or of the last one. `startBuilding` assigns all of it; the operations of the
 /// builder and the actions of the scanner change it.
 extern BuilderState state;
+
+/// Whether there is an active object and it is of that class.
+[[nodiscard]] inline bool isActive(KelElementType type) {
+    return state.activeObject != nullptr && state.activeObject->elementType == type;
+}
 
 /// Begins an import with a new state for that model, log and options, which must outlive the import. PRECONDITION:
 /// `cleanup` has ended the import before.

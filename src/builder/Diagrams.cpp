@@ -24,9 +24,7 @@
 namespace rose {
 
 void CreateClassDiagram(char* name) {
-    state.aRealization = nullptr;
-    state.aGeneral = nullptr;
-    state.aDependency = nullptr;
+    state.clearRelationships();
     auto made = std::make_unique<KelClassDiagram>();
     state.aDiagram = made.get();
     report(QEV_RRSE::ROS_I_CREATING_DIAGRAM, name);
@@ -128,9 +126,9 @@ struct ViewEnds {
     KelModelElement* supplier;
 };
 
-/// A walk through the diagram's elements takes each one with the client's number for the client, and each other
-/// with the supplier's for the supplier, until it has both. So it stops at the first element of the number that
-/// comes up later, and has taken the last element before that of the other.
+/// Equivalent to a linear search of the diagram's elements that takes each one with the client's number as the client,
+/// and each other one with the supplier's number as the supplier, until it has both. It stops at the first element of
+/// the number that occurs later; of the other number it has the last element before that.
 ViewEnds findEnds(const ContainerIndex& elements, int clientView, int supplierView) {
     const ContainerIndex::Place client = elements.first(clientView);
     if (clientView == supplierView) {

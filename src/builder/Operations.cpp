@@ -70,7 +70,7 @@ bool takesTemplateArguments(const KelClass* owner) {
                                 owner->categoryType == KelClassCategoryType::parameterizedClassUtility);
 }
 
-/// Adds the argument to its owner at the place behind those the owner has.
+/// Adds the argument to its owner, after the others.
 template <class Owner>
 bool append(Owner& owner, KelArgument& argument) {
     const bool added = owner.addArgument(&argument);

@@ -11,11 +11,11 @@ namespace rose {
 
 namespace {
 
-// While the file is read, a package's toolId says how far its reading has come.
+// While the file is read, a package's toolId says whether its end has been read.
 constexpr int openMark = 1;
 constexpr int closedMark = -1;
 
-/// The parent that the current package, when the new one begins, gives it; null when it gives none.
+/// The parent of the new package, given the current one; null when there is none.
 KelPackage* parentFor(const KelDesignPackage& created, KelDesignPackage* current) {
     if (current == nullptr) {
         return &created != state.logicalViewPackage ? state.logicalViewPackage : nullptr;

@@ -49,7 +49,7 @@ namespace QuidRegistry {
 
 namespace {
 
-/// Where an association with a quid stands in a walk through the packages and their elements. Only the association
+/// An association with a quid, in the order of a linear search of the packages and their elements. Only the association
 /// read last gets a quid, so within a package the order of the quids is that of the elements.
 struct Entry {
     std::string_view quid; // the text hung on the association
@@ -64,7 +64,8 @@ struct Entry {
 
 std::set<Entry> entries;
 tsl::robin_map<const KelAssociation*, std::set<Entry>::iterator, KelPointerHash> entryOf;
-tsl::robin_map<const KelDesignPackage*, int, KelPointerHash> packagePlaces; // of a front part of `packages`
+tsl::robin_map<const KelDesignPackage*, int, KelPointerHash>
+    packagePlaces; // of the first packages in `packages`; the others are added when needed
 std::uint64_t nextOrder = 0;
 
 /// The package's place in `packages`, or -1.
@@ -127,7 +128,7 @@ void clear() noexcept {
 
 namespace {
 
-/// Gives the association what its placeholder has gathered, and deletes the placeholder.
+/// Moves diagrams, notes and view number of the placeholder to the association, and deletes the placeholder.
 void mergePlaceholder(KelAssociation& association, KelAssociation* placeholder) {
     for (KelDiagram* diagram : placeholder->diagrams()) {
         draw(*diagram, association);

@@ -33,7 +33,7 @@ void unbind(KelDependency& dependency) noexcept {
     }
 }
 
-/// Takes the generalization away from each of these ends.
+/// Removes the generalization from all pairs of these ends.
 template <class Subtypes, class Supertypes>
 void unbind(KelGeneralization& generalization, const Subtypes& subtypes, const Supertypes& supertypes) noexcept {
     for (const KelClass* subtype : subtypes) {
@@ -50,7 +50,7 @@ void unbindAll(const Links& links) noexcept {
     }
 }
 
-/// A class takes with it only the ends that it is at itself.
+/// Removes a class that is being deleted, but not the other ends of its relationships.
 void forgetClass(const KelClass& deleted) noexcept {
     const std::array self{&deleted};
     for (KelGeneralization* generalization : deleted.generalizationsAsSubtype()) {
@@ -146,9 +146,7 @@ namespace {
 /// its client end.
 template <class Relationship>
 void createRelationship(Relationship*& current, bool (Relationship::*link)(KelClass*)) {
-    state.aGeneral = nullptr;
-    state.aRealization = nullptr;
-    state.aDependency = nullptr;
+    state.clearRelationships();
     auto made = std::make_unique<Relationship>();
     ((*made).*link)(state.aClass);
     current = attach(std::move(made), [](Relationship* added) { return place(*state.aPackage, *added); });

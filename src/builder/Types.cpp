@@ -77,18 +77,14 @@ void ConnectType(char* text) {
     }
     report(QEV_RRSE::ROS_I_CONNECTING_TYPE, text);
     state.aBaseType = findOrCreateType(stripDoubleColon(text));
-    if (state.activeObject == nullptr) {
-        trace::refused(KelImportReason::nothingActive);
-        return;
-    }
-    if (state.activeObject->elementType == KelElementType::attribute) {
+    if (isActive(KelElementType::attribute)) {
         state.aAttribute->addType(state.aBaseType);
         trace::changed(*state.aAttribute, state.aBaseType);
         if (state.shadowAttribute != nullptr) {
             state.shadowAttribute->addType(state.aBaseType);
             trace::changed(*state.shadowAttribute, state.aBaseType, KelImportReason::shadow);
         }
-    } else if (state.activeObject->elementType == KelElementType::argument) {
+    } else if (isActive(KelElementType::argument)) {
         state.aArgument->addType(state.aBaseType);
         trace::changed(*state.aArgument, state.aBaseType);
     } else {

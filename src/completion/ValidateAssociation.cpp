@@ -29,7 +29,7 @@ bool isOrphan(const KelAssociationRole& role) {
     return associated == nullptr || findClassInRemainingFoodStuffs(associated->getName());
 }
 
-/// Detaches the association when one of its roles has no class in a package; whether it did.
+/// Detaches the association when one of its roles has no class in a package; returns whether it did.
 bool detachOrphan(KelAssociation& association) {
     for (const KelAssociationRole* role : association.associationRoles()) {
         if (isOrphan(*role)) {
@@ -47,8 +47,7 @@ void remove(KelObject& object, KelImportReason why) {
     delete &object;
 }
 
-/// Deletes the qualifiers that the foreign key and its candidate key stand for, and the candidate key when nothing
-/// is left of it.
+/// Deletes the qualifiers of the foreign key and of its candidate key, and the candidate key when it is empty then.
 void deleteQualifiers(KelForeignKey& key) {
     while (KelAttribute* shadow = key.attributes().first()) {
         const KelCandidateKey* candidate = key.getCandidateKey();

@@ -104,7 +104,7 @@ const KelTextLiteral* QEV_RRSE::findTextLiteral(const KelString& id) {
     return nullptr;
 }
 
-// The objects below are made in the order in which they stand: the full code of a message is built from the
+// The objects below are constructed in this order: the full code of a message is built from the
 // prefix, an option refers to its values and default.
 
 KelString QEV_RRSE::DOCUMENT_ID(KelImportBridge::documentId);

@@ -29,10 +29,8 @@ namespace rose {
 
 namespace {
 
-// The values of properties, and whether files have them (for the observer).
-
-/// The texts of a property whose code is their index. Any other text has the code `count`, and is what `otherText`
-/// says or an unknown value.
+/// The texts of a property whose code is their index. Any other text has the code `count`; files have only `otherText`
+/// besides.
 template <std::size_t count>
 struct Codes {
     std::array<std::string_view, count> texts;
@@ -70,10 +68,6 @@ std::int32_t decimal(const char* text) {
 KelImportReason decimalFault(const char* text) {
     return !trace::isOn() || std::to_string(decimal(text)) == text ? KelImportReason::none
                                                                    : KelImportReason::valueUnknown;
-}
-
-bool isActive(KelElementType type) {
-    return state.activeObject != nullptr && state.activeObject->elementType == type;
 }
 
 /// Sets a flag of the active object if it is of that class. The value of the line is ignored.

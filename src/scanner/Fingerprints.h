@@ -12,8 +12,8 @@
 
 namespace rose {
 
-/// How the patterns are dealt out to the groups of the fingerprints (Fingerprints.h). Any way is right; the better it
-/// is, the fewer places of a text pass that start no keyword.
+/// The assignment of patterns to groups. Any assignment is right; a better one lets fewer places of a text pass where
+/// no keyword starts.
 namespace fingerprints {
 
 inline constexpr std::size_t groupCount = 8;
@@ -26,11 +26,11 @@ struct Halves {
     std::uint16_t upper = 0;
 };
 
-/// Patterns that are not told from each other.
+/// Patterns that are not distinguished from each other.
 struct Group {
     std::array<Halves, letterCount> letters{};
     bool anywhere = false;   ///< whether one of them needs no blank before its keyword
-    std::uint64_t width = 0; ///< in proportion to how many texts pass for the start of one of them
+    std::uint64_t width = 0; ///< proportional to how many texts pass for the start of one of them
 
     constexpr Group() = default;
     explicit constexpr Group(const Pattern& pattern) : anywhere(!keywords::followsBlank(pattern)) {
@@ -39,7 +39,7 @@ struct Group {
             const auto letter = static_cast<unsigned char>(at < word.size() ? word[at] : 0);
             letters[at].lower = static_cast<std::uint16_t>(1U << (letter % 16U));
             letters[at].upper = static_cast<std::uint16_t>(1U << (letter / 16U));
-            if (at >= word.size()) { // what stands behind a short keyword may be any byte
+            if (at >= word.size()) { // any byte may follow a short keyword
                 letters[at] = {0xFFFF, 0xFFFF};
             }
         }

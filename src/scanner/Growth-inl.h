@@ -19,7 +19,7 @@ namespace rose::HWY_NAMESPACE {
 // The tail of a match. A result of `window.limit` while the input continues after it decides nothing: more text is
 // needed. Null means that the text is not such a tail.
 
-/// What a search says that came to the window's limit before it had all it needs.
+/// The result of a search that reached the window's limit before it was decided.
 HWY_INLINE const char* unfinished(const Window& window) {
     return window.ended ? nullptr : window.limit;
 }
@@ -31,7 +31,7 @@ HWY_NOINLINE inline const char* longRunEnd(const TailRun& run, const char* text,
 
 /// The tail that nearly all patterns have: blanks, an optional quote, and a run up to a stop.
 HWY_INLINE const char* runTailEnd(const TailRun& run, const char* text, const Window& window) {
-    // Nearly every such tail ends within what is looked at first. The byte at the limit is NUL, which is no blank.
+    // Nearly every such tail ends within the first bytes. The byte at the limit is NUL, which is not a blank.
     constexpr std::size_t atFirst = std::max<std::size_t>(32, hn::MaxLanes(hn::CappedTag<std::uint8_t, 64>()));
     const std::uint64_t blanks = bitsOfBytes<atFirst>(text, ' ', run.otherBlank);
     const std::uint64_t stops = bitsOfBytes<atFirst>(text, '"', '\n', run.otherStop);
@@ -97,7 +97,7 @@ HWY_NOINLINE inline const char* secondPartEnd(std::string_view secondPart, const
 
 // The match around a keyword.
 
-/// A match around one keyword. Without an end there is none; an end at a limit that is not the input's decides nothing.
+/// A match around one keyword; none without an end. An end at a limit that is not the end of the input decides nothing.
 struct Growth {
     const char* begin = nullptr;
     const char* end = nullptr;
@@ -111,7 +111,7 @@ HWY_INLINE const char* leadBegin(const LeadRange& lead, const char* literal, con
     return length < lead.minimum ? nullptr : literal - length;
 }
 
-/// For a literal that has not been compared to its end, one of two parts, or a tail that is no run.
+/// For a literal that has not been compared to its end, one of two parts, or a tail that is not a run.
 HWY_NOINLINE inline Growth growUnusual(const Probe& probe, const char* word, const Window& window) {
     const Literal& literal = patterns[probe.pattern].literal;
     const char* const start = word - probe.prefixLength;
@@ -158,7 +158,7 @@ inline void growMatches(const PlaceList& places, std::size_t& next, const char* 
             }
             if (growth.end == window.limit && !window.ended) {
                 batch.undecided = growth.begin;
-                --place; // to be dealt with again
+                --place; // to be examined again
                 break;
             }
             *match++ = {growth.begin - block, growth.end - block, static_cast<std::uint16_t>(probe->pattern + 1),

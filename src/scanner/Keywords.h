@@ -13,9 +13,9 @@
 
 namespace rose {
 
-/// What the matcher looks for, derived from the rule table: the keyword of a pattern is the last word of its literal's
-/// first part ("Label" of "(object Label"), and its prefix what stands before that word. A match is found by its
-/// keyword; patterns whose keywords start alike form a family.
+/// The keywords that the matcher searches for, derived from the rule table: the keyword of a pattern is the last word
+/// of its literal's first part ("Label" of "(object Label"), and its prefix the text before that word. A match is found
+/// by its keyword; patterns whose keywords start alike form a family.
 namespace keywords {
 
 constexpr std::size_t prefixLength(const Pattern& pattern) {
@@ -27,7 +27,7 @@ constexpr std::string_view keyword(const Pattern& pattern) {
     return pattern.literal.first.substr(prefixLength(pattern));
 }
 
-/// Whether a blank always stands right before the pattern's keyword.
+/// Whether a blank always precedes the pattern's keyword.
 constexpr bool followsBlank(const Pattern& pattern) {
     return prefixLength(pattern) != 0 || pattern.lead == Lead::oneBlank || pattern.lead == Lead::blanks;
 }
@@ -53,7 +53,7 @@ constexpr std::string_view keywordStart(const Pattern& pattern) {
 /// The patterns whose keywords share their first letters. When all the letters that they share are there, and for some
 /// families a blank before them, one of the patterns is worth trying.
 struct Family {
-    std::string_view start; ///< what all the keywords begin with, seven letters at the most
+    std::string_view start; ///< the common beginning of all the keywords, at most seven letters
     bool followsBlank = true;
     std::uint8_t first = 0; ///< where its patterns begin in `byFamily`
     std::uint8_t count = 0;
@@ -61,7 +61,7 @@ struct Family {
 
 namespace detail {
 
-/// About the order of how often they stand in a model file: properties before objects, short words before long ones.
+/// Roughly the order of their frequency in model files: properties before objects, short words before long ones.
 constexpr bool isMoreFrequent(const Pattern& left, const Pattern& right) {
     return std::pair(prefixLength(left), keyword(left).size()) < std::pair(prefixLength(right), keyword(right).size());
 }
@@ -122,15 +122,14 @@ inline constexpr std::array<Family, familyCount> families = [] {
 
 } // namespace keywords
 
-/// The families of keywords, found by their first three letters.
-/// What eight bytes are compared with: the byte before a word and the word's first seven.
+/// The value that eight bytes are compared with: the byte before a word and the first seven of the word.
 struct FamilyEntry {
     std::uint64_t bytes; ///< as a load gives them
     std::uint64_t mask;
     std::uint8_t probe = 0; ///< the first of the family's probes
     std::uint8_t count = 0;
 
-    /// No family: it takes bytes that are no text.
+    /// No family: it matches bytes that are not text.
     constexpr FamilyEntry() : bytes(~std::uint64_t{0}), mask(~std::uint64_t{0}) {}
 
     explicit constexpr FamilyEntry(const keywords::Family& family)

@@ -5,7 +5,7 @@
 
 namespace rose {
 
-/// What stands in front of a pattern's literal text. A blank is a space or a tab.
+/// The text before a pattern's literal. A blank is a space or a tab.
 enum class Lead : std::uint8_t {
     noLead,         ///< nothing; the literal starts the match
     oneBlank,       ///< exactly one blank
@@ -14,7 +14,7 @@ enum class Lead : std::uint8_t {
     optionalSpaces, ///< zero or more spaces, no tabs
 };
 
-/// What follows a pattern's literal text. Every tail is greedy; a "run" is the longest text without the characters
+/// The text after a pattern's literal. Every tail is greedy; a "run" is the longest text without the characters
 /// that stop it.
 enum class Tail : std::uint8_t {
     valueTail, ///< one or more blanks, an optional quote, a run up to a quote or newline
@@ -50,17 +50,17 @@ enum class PackageGuard : std::uint8_t { anyPackage, needsPackage };
 /// Whether a rule is silent inside the objects whose contents are not imported (`objectMechanism`).
 enum class MechanismGuard : std::uint8_t { always, muted };
 
-/// The reader that takes a rule's value out of the match, always with the double quote as its delimiter.
+/// The reader that extracts a rule's value from the match, always with the double quote as its delimiter.
 enum class Reader : std::uint8_t { noReader, getValue, getValue3, getValue4ElseMultiLine, getValue5 };
 
-/// What a rule has taken from the input. All of it stays good until the rule's action returns.
+/// The data that a rule has read from the input. It is valid until the rule's action returns.
 struct Reading {
-    const char* text;    ///< the match as a C string: a NUL in it ends what the action sees
-    char* value;         ///< what the rule's reader returned; null when it found none or the rule has no reader
-    long viewNumber = 0; ///< the number that `getValue5` found besides
+    const char* text;    ///< the match as a C string: a NUL in it ends the text
+    char* value;         ///< the result of the rule's reader; null when it found none or the rule has no reader
+    long viewNumber = 0; ///< the number that `getValue5` also found
 };
 
-/// What a rule does.
+/// The effect of a rule.
 using Action = void (*)(const Reading& reading);
 
 /// One row of the rule table.

@@ -105,7 +105,7 @@ using table::rules;
 
 inline constexpr std::size_t ruleCount = rules.size();
 
-/// The patterns alone, for those who match but do not act.
+/// The patterns alone, for code that matches but does not act.
 inline constexpr std::array<Pattern, ruleCount> patterns = []<std::size_t... Index>(std::index_sequence<Index...>) {
     return std::array<Pattern, ruleCount>{rules[Index].pattern...};
 }

@@ -39,7 +39,7 @@ Value read(Reader reader, long& viewNumber) {
 }
 
 std::uint64_t scanStart = 0; // where in the file the input begins
-KelImportReason toldGate = KelImportReason::none;
+KelImportReason reportedGate = KelImportReason::none;
 
 /// Why most keywords have no effect now, if they have none.
 KelImportReason gate() {
@@ -52,9 +52,9 @@ KelImportReason gate() {
     return KelImportReason::none;
 }
 
-void tellOfGate() {
-    if (const KelImportReason now = gate(); now != toldGate) {
-        toldGate = now;
+void reportGate() {
+    if (const KelImportReason now = gate(); now != reportedGate) {
+        reportedGate = now;
         state.theObserver->gate(state.theSource, now);
     }
 }
@@ -82,7 +82,7 @@ std::uint64_t keywordBegin() {
     return scanStart + static_cast<std::uint64_t>(scannerInput.positionOf(keyword));
 }
 
-/// As `dispatch`, for an observer.
+/// Makes the rule act with the place of the step set for the observer.
 void dispatchWatched(const Rule& rule) {
     const std::uint64_t begin = keywordBegin();
     const std::size_t length = yyleng;
@@ -90,7 +90,7 @@ void dispatchWatched(const Rule& rule) {
     const Value value = read(rule.reader, viewNumber);
     state.theSource = sourceOf(rule, begin, length, value);
     rule.action({yytext, value.text(), viewNumber});
-    tellOfGate();
+    reportGate();
 }
 
 } // namespace
@@ -110,7 +110,7 @@ void dispatch(int number) {
     }
     long viewNumber = 0;
     const Value value = read(rule.reader, viewNumber);
-    // Reading lines behind the match may have moved it.
+    // After the value: reading lines after the match may have moved it.
     rule.action({yytext, value.text(), viewNumber});
 }
 
@@ -118,8 +118,8 @@ int yylex() {
     if (trace::isOn()) {
         const long start = std::ftell(yyin);
         scanStart = start > 0 ? static_cast<std::uint64_t>(start) : 0;
-        toldGate = KelImportReason::none;
-        tellOfGate();
+        reportedGate = KelImportReason::none;
+        reportGate();
     }
     scan(scannerInput, [](int rule, const char*, std::size_t) { dispatch(rule); });
     scannerInput.startOver();

@@ -78,7 +78,7 @@ bool enterTextLine() {
     return false;
 }
 
-/// Consumes the rest of the line up to its newline and gives what fits to `text`.
+/// Consumes the rest of the line up to its newline and appends as much as fits to `text`.
 void takeLine(Value& text, std::size_t& room) {
     while (scannerInput.fill()) {
         const std::string_view rest = scannerInput.unread();

@@ -11,6 +11,7 @@
 #include "host/types/buildTypePhysicalName.h"
 #include "types/setRoseTypes.h"
 
+#include <array>
 #include <cctype>
 #include <cstdlib>
 #include <memory>
@@ -19,9 +20,17 @@
 
 namespace rose {
 
-// The order counts: a row below a shorter key that it begins with is never reached.
+namespace {
 
-const std::array<RoseTypeRow, 20> RosePhysicalToLogical{{
+/// A C++ spelling and its meaning. A spelling is looked up by the first row whose key it begins with, so a row after a
+/// shorter key that it begins with is never reached.
+struct RoseTypeRow {
+    const char* key;
+    const char* value;
+};
+
+/// From a C++ spelling to the name of its logical base type; ended by a row of null texts.
+constexpr std::array<RoseTypeRow, 20> RosePhysicalToLogical{{
     {"int", "int"},           {"signed", "int"},      {"long double", "number"}, {"boolean", "SQL_BOOLEAN"},
     {"unsigned int", "int"},  {"signed int", "int"},  {"char", "char"},          {"signed char", "char"},
     {"unsigned char", "int"}, {"short", "int"},       {"signed short", "int"},   {"unsigned short", "int"},
@@ -29,7 +38,8 @@ const std::array<RoseTypeRow, 20> RosePhysicalToLogical{{
     {"double", "number"},     {"register", "binary"}, {"void", "binary"},        {nullptr, nullptr},
 }};
 
-const std::array<RoseTypeRow, 20> RosePhysicalToPhysical{{
+/// From a C++ spelling to its SQL data type; ended by a row whose key is "undefined".
+constexpr std::array<RoseTypeRow, 20> RosePhysicalToPhysical{{
     {"int", "SQL_INTEGER"},     {"long double", "SQL_NUMERIC"},   {"signed", "SQL_INTEGER"},
     {"boolean", "SQL_BOOLEAN"}, {"unsigned int", "SQL_INTEGER"},  {"signed int", "SQL_INTEGER"},
     {"char", "SQL_CHAR"},       {"signed char", "SQL_CHAR"},      {"unsigned char", "SQL_TINYINT"},
@@ -39,6 +49,7 @@ const std::array<RoseTypeRow, 20> RosePhysicalToPhysical{{
     {"void", "SQL_VARBINARY"},  {"undefined", "undefined"},
 }};
 
+/// The value of the first row before the end of the table whose key is a prefix of the spelling, or null.
 const char* findRoseType(const std::array<RoseTypeRow, 20>& table, std::string_view spelling) {
     for (const RoseTypeRow& row : table) {
         if (row.key == nullptr || std::string_view(row.key) == "undefined") {
@@ -51,9 +62,7 @@ const char* findRoseType(const std::array<RoseTypeRow, 20>& table, std::string_v
     return nullptr;
 }
 
-namespace {
-
-/// The number directly behind the first "[", or 0.
+/// The number directly after the first "[", or 0.
 int arrayLength(std::string_view text) {
     const std::size_t bracket = text.find('[');
     if (bracket == std::string_view::npos || bracket + 1 == text.size() ||
@@ -139,7 +148,7 @@ KelDerivedType* makeType(KelModel& conversion, const KelString& name, const KelS
     return type;
 }
 
-/// Sets what follows from a type's other fields; none of them changes afterwards.
+/// Sets the fields that depend on the others. PRECONDITION: none of those changes afterwards.
 KelDerivedType* finish(KelDerivedType* type, int length) {
     type->length = length;
     type->physicalName = buildTypePhysicalName(type);

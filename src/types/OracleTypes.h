@@ -13,8 +13,8 @@ namespace rose {
 /// and the scale, 0 where the text gives none. A null text is "undefined".
 [[nodiscard]] const char* retrieveDataTypeInfo(const char* text, int& length, int& scale);
 
-/// The type of the conversion model that replaces the declared type, which the declared type's attributes in use
-/// have moved to. The declared type stays the caller's.
+/// The type of the conversion model that replaces the declared type, whose referenced attributes move there. The caller
+/// keeps the declared type.
 KelConcreteType* convertORACLEtype(KelModel* conversion, KelDerivedType* declared);
 
 } // namespace rose

@@ -99,7 +99,7 @@ void makeBases(KelModel& conversion) {
     binBase = makeBase(conversion, "binary");
 }
 
-/// Moves the arguments of the old type that something else knows as well; the others stay without a type.
+/// Moves the arguments that something besides the old type refers to; the others stay without a type.
 void moveArguments(KelType& from, KelType& to) {
     while (KelArgument* argument = from.arguments().first()) {
         const unsigned int links = ArgumentIsReferenced(*argument);
@@ -117,8 +117,8 @@ void moveOperations(KelType& from, KelType& to) {
     }
 }
 
-/// Replaces one declared type. What becomes of it is its converter's choice: it goes into the conversion model, or
-/// it is deleted here. So is one in the conversion model that nothing refers to, as nothing can from now on.
+/// Replaces one declared type. Its converter may move it into the conversion model; otherwise it is deleted here. A
+/// type in the conversion model that nothing refers to is deleted too, as nothing can refer to it from now on.
 void convert(KelModel& conversion, std::unique_ptr<KelDerivedType> declared, Converter converter) {
     KelType* converted = converter(&conversion, declared.get());
     trace::replaced(*declared, KelImportReason::typeConverted, *converted);
