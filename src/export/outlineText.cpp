@@ -1,7 +1,7 @@
 #include "export/outlineText.h"
 
 #include "host/model/KelType.h"
-#include "text/printableText.h"
+#include "text/escape.h"
 
 namespace exporter {
 

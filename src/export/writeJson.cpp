@@ -7,8 +7,8 @@
 #include "export/jsonForms.h"
 #include "export/modelWalk.h"
 #include "host/model/KelModel.h"
-#include "text/BufferedOutput.h"
 #include "text/IndentedJson.h"
+#include "text/Output.h"
 
 namespace exporter {
 

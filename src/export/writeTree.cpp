@@ -6,7 +6,7 @@
 #include "export/outlineForms.h"
 #include "host/model/KelModel.h"
 #include "host/model/KelNote.h"
-#include "text/BufferedOutput.h"
+#include "text/Output.h"
 
 namespace exporter {
 
