@@ -1,5 +1,6 @@
 #include "petal/importModel.h"
 
+#include "export/Omissions.h"
 #include "export/exporters.h"
 #include "host/log/KelException.h"
 #include "host/log/Severity.h"
@@ -88,7 +89,10 @@ void writeModel(const ImportRequest& request, const source::SourceMap* places) {
     const exporter::OptionValues options = formatOptions(request);
     try {
         const auto output = ModelOutput::open(request.output, request.outputDescriptor);
-        exporter.write({.model = keptModel(), .source = places, .options = options, .output = *output});
+        exporter::FolderOfOne folder(*output);
+        exporter::Omissions omissions;
+        exporter.write(
+            {.model = keptModel(), .source = places, .options = options, .folder = folder, .omissions = omissions});
         output->commit();
     } catch (const std::system_error& error) {
         throw outputFailure(outputName(request.output), error);

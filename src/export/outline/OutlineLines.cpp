@@ -1,4 +1,4 @@
-#include "export/OutlineLines.h"
+#include "export/outline/OutlineLines.h"
 
 #include "text/escape.h"
 

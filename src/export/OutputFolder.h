@@ -1,0 +1,35 @@
+#pragma once
+
+#include "text/Output.h"
+
+#include <string_view>
+
+namespace exporter {
+
+/// The files that one export writes. Used by one thread.
+///
+/// A format only opens and writes; the owner of the folder makes all of its files final at once, or none.
+class OutputFolder {
+public:
+    OutputFolder() = default;
+    OutputFolder(const OutputFolder&) = delete;
+    OutputFolder& operator=(const OutputFolder&) = delete;
+    virtual ~OutputFolder() = default;
+
+    /// The file `name`, which the folder owns: a relative path with "/", no part of which is empty, "." or "..". A
+    /// format of one file gives "". Each name may be opened once. Throws `std::system_error`.
+    [[nodiscard]] virtual text::Output& open(std::string_view name) = 0;
+};
+
+/// The folder for a format of one file: an output, which it does not own, whatever its name.
+class FolderOfOne final : public OutputFolder {
+public:
+    explicit FolderOfOne(text::Output& output) : output_(output) {}
+
+    [[nodiscard]] text::Output& open(std::string_view /*name*/) override { return output_; }
+
+private:
+    text::Output& output_;
+};
+
+} // namespace exporter
