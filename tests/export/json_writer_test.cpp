@@ -1,5 +1,3 @@
-#include "export/writeJson.h"
-
 #include "Shop.h"
 #include "host/model/KelTraversalOperation.h"
 #include "source/SourceMap.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "export/Omissions.h"
 #include "export/exporters.h"
 #include "text/MemoryOutput.h"
 
@@ -12,7 +13,9 @@ inline void writeAs(std::string_view format, const KelModel& model, text::Output
                     const std::vector<std::string>& settings = {}, const source::SourceMap* source = nullptr) {
     const exporter::Exporter& exporter = *exporter::findExporter(format);
     const exporter::OptionValues options(exporter.options, settings);
-    exporter.write({.model = model, .source = source, .options = options, .output = output});
+    exporter::FolderOfOne folder(output);
+    exporter::Omissions omissions;
+    exporter.write({.model = model, .source = source, .options = options, .folder = folder, .omissions = omissions});
 }
 
 inline std::string writtenAs(std::string_view format, const KelModel& model,
