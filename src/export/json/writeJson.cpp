@@ -22,13 +22,15 @@ namespace exporter {
 
 namespace {
 
-/// The document holds every text field of the repository but these, and all of them where a later row says so.
-struct FieldRule {
+/// The document holds the name and every text field of an object but these. The last row for a class counts.
+struct TextRule {
     KelElementType type; // and the classes derived from it
     std::string_view field;
     bool isWritten;
 };
-constexpr auto fieldRules = std::to_array<FieldRule>({
+constexpr auto textRules = std::to_array<TextRule>({
+    {KelElementType::note, "name", false},
+    {KelElementType::metadataOrigin, "name", false},
     {KelElementType::modelObject, "physicalName", false},
     {KelElementType::concreteType, "physicalName", true},
     {KelElementType::concreteType, "initialValue", false},
@@ -42,10 +44,10 @@ constexpr auto fieldRules = std::to_array<FieldRule>({
     {KelElementType::associationRoleNameMap, "description", false},
 });
 
-bool isWritten(const KelMetaClass& metaClass, const KelField& field) {
+bool isWritten(const KelMetaClass& metaClass, std::string_view field) {
     bool result = true;
-    for (const FieldRule& rule : fieldRules) {
-        if (metaClass.isA(rule.type) && rule.field == field.name) {
+    for (const TextRule& rule : textRules) {
+        if (metaClass.isA(rule.type) && rule.field == field) {
             result = rule.isWritten;
         }
     }
@@ -57,10 +59,12 @@ class TextCheck {
 public:
     TextCheck() {
         for (const KelMetaClass& metaClass : KelMetaClass::all()) {
+            ClassTexts& texts = texts_[static_cast<std::size_t>(metaClass.getCode())];
+            texts.hasName = isWritten(metaClass, "name");
             for (const KelField& field : metaClass.fields()) {
                 const auto* text = std::get_if<KelString KelObject::*>(&field.member);
-                if (text != nullptr && isWritten(metaClass, field)) {
-                    texts_[static_cast<std::size_t>(metaClass.getCode())].push_back(*text);
+                if (text != nullptr && isWritten(metaClass, field.name)) {
+                    texts.fields.push_back(*text);
                 }
             }
         }
@@ -73,10 +77,15 @@ public:
     }
 
 private:
+    struct ClassTexts {
+        bool hasName = false;
+        std::vector<KelString KelObject::*> fields;
+    };
+
     [[nodiscard]] bool hasValidTexts(const KelObject& object) const {
-        return text::isValidUtf8(object.getName().view()) &&
-               std::ranges::all_of(texts_[static_cast<std::size_t>(object.elementType)],
-                                   [&](auto text) { return text::isValidUtf8((object.*text).view()); });
+        const ClassTexts& texts = texts_[static_cast<std::size_t>(object.elementType)];
+        return (!texts.hasName || text::isValidUtf8(object.getName().view())) &&
+               std::ranges::all_of(texts.fields, [&](auto text) { return text::isValidUtf8((object.*text).view()); });
     }
     template <class Links>
     [[nodiscard]] bool areValid(const Links& links) const {
@@ -95,7 +104,7 @@ private:
     [[nodiscard]] bool hasValidParts(const KelBaseType& /*type*/) const { return true; }
     [[nodiscard]] bool hasValidParts(const KelCandidateKey& /*key*/) const { return true; }
 
-    std::array<std::vector<KelString KelObject::*>, 1 + static_cast<std::size_t>(KelElementType::package)> texts_;
+    std::array<ClassTexts, 1 + static_cast<std::size_t>(KelElementType::package)> texts_; // by class
 };
 
 /// Finds out what must be known before the first line is written: the number of every object, counted from 1 in the
