@@ -8,7 +8,8 @@ namespace exporter {
 
 /// The files that one export writes. Used by one thread.
 ///
-/// A format only opens and writes; the owner of the folder makes all of its files final at once, or none.
+/// A format only opens and writes. The owner of the folder makes all of its files final at once, or none. For a format
+/// of one file the folder is that file.
 class OutputFolder {
 public:
     OutputFolder() = default;
@@ -19,17 +20,6 @@ public:
     /// The file `name`, which the folder owns: a relative path with "/", no part of which is empty, "." or "..". A
     /// format of one file gives "". Each name may be opened once. Throws `std::system_error`.
     [[nodiscard]] virtual text::Output& open(std::string_view name) = 0;
-};
-
-/// The folder for a format of one file: an output, which it does not own, whatever its name.
-class FolderOfOne final : public OutputFolder {
-public:
-    explicit FolderOfOne(text::Output& output) : output_(output) {}
-
-    [[nodiscard]] text::Output& open(std::string_view /*name*/) override { return output_; }
-
-private:
-    text::Output& output_;
 };
 
 } // namespace exporter
