@@ -9,10 +9,10 @@
 
 namespace petal {
 
-/// A file that is to take the place of another once it is complete.
+/// A file that replaces another one once it is complete.
 ///
-/// It is in the same folder under a name of its own and is removed by the destructor unless it has taken its place by
-/// then. A process that is killed leaves its files behind; `removeAbandoned` is for these.
+/// It is in the same folder under a temporary name. The destructor removes it unless it has taken its place before. A
+/// process that is killed leaves its files; `removeAbandoned` removes them later.
 class TemporaryFile {
 public:
     /// The effect of the signals that ask a program to end: see `RemovedOnSignal`. With `leaves` the caller handles
