@@ -1,24 +1,26 @@
 #pragma once
 
-#include "text/BufferedOutput.h"
+#include "text/Output.h"
 
 #include <cstddef>
 #include <string_view>
 
 namespace exporter {
 
-/// Writes the lines of an outline. The indentation stops growing at 40 spaces; a line below that tells its depth.
+/// Writes the lines of an outline, indented by depth. The indentation stops growing at 40 spaces; deeper lines begin
+/// with their depth as a number.
 class OutlineLines {
 public:
+    /// `output` must outlive it and is flushed by the caller.
     explicit OutlineLines(text::BufferedOutput& output) : output_(output) {}
 
-    /// The depth of the lines to come; 0 for those at the margin.
+    /// The depth of the next lines; 0 is the margin.
     void setDepth(std::size_t depth) { depth_ = depth; }
     [[nodiscard]] std::size_t getDepth() const { return depth_; }
 
-    /// `text` is printable already and without line ends.
+    /// `text` must be printable and without line ends.
     void line(std::string_view text);
-    /// A raw text of several lines behind `title`, each made printable; further lines begin with "|".
+    /// `title` and any text, made printable; each line of the text after the first begins with "|".
     void paragraph(std::string_view title, std::string_view text);
 
 private:

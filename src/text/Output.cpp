@@ -1,4 +1,4 @@
-#include "text/BufferedOutput.h"
+#include "text/Output.h"
 
 #include <algorithm>
 

@@ -1,12 +1,11 @@
-#include "export/writeTree.h"
+#include "export/outline/writeOutline.h"
 
-#include "export/OutlineLines.h"
-#include "export/exporters.h"
+#include "export/Exporter.h"
 #include "export/modelWalk.h"
-#include "export/outlineForms.h"
+#include "export/outline/OutlineLines.h"
+#include "export/outline/elementLines.h"
 #include "host/model/KelModel.h"
 #include "host/model/KelNote.h"
-#include "text/BufferedOutput.h"
 
 namespace exporter {
 
@@ -17,18 +16,13 @@ public:
     explicit OutlineWriter(OutlineLines& lines) : lines_(lines) {}
 
     void enter(const KelObject& object) override {
-        const OutlineForm& form = outlineFormOf(object);
-        lines_.line(form.line(object));
+        lines_.line(lineOf(object));
         lines_.setDepth(lines_.getDepth() + 1);
         for (const KelNote* note : static_cast<const KelElement&>(object).notes()) {
             lines_.paragraph("note", note->description.view());
         }
-        if (form.linesBelow != nullptr) {
-            form.linesBelow(object, lines_);
-        }
+        writeLinesBelow(object, lines_);
     }
-    void startPart(const Part& /*part*/) override {}
-    void endPart(const Part& /*part*/) override {}
     void leave(const KelObject& /*object*/) override { lines_.setDepth(lines_.getDepth() - 1); }
 
 private:
@@ -37,8 +31,8 @@ private:
 
 } // namespace
 
-void writeTree(const ExportContext& context) {
-    text::BufferedOutput output(context.output);
+void writeOutline(const ExportContext& context) {
+    text::BufferedOutput output(context.folder.open(""));
     OutlineLines lines(output);
     OutlineWriter writer(lines);
     walkModel(context.model, outlineParts, writer);

@@ -1,6 +1,6 @@
-#include "export/OutlineLines.h"
+#include "export/outline/OutlineLines.h"
 
-#include "text/printableText.h"
+#include "text/escape.h"
 
 #include <algorithm>
 #include <string>
