@@ -1,5 +1,6 @@
 #include "petal/importModel.h"
 
+#include "export/Omissions.h"
 #include "export/exporters.h"
 #include "host/log/KelException.h"
 #include "host/log/Severity.h"
@@ -7,7 +8,7 @@
 #include "host/model/KelModel.h"
 #include "host/options/KelOptionList.h"
 #include "petal/LogWriter.h"
-#include "petal/ModelOutput.h"
+#include "petal/OutputFiles.h"
 #include "petal/PlugIn.h"
 #include "petal/WarningCount.h"
 #include "petal/countObjects.h"
@@ -86,12 +87,18 @@ void writeModel(const ImportRequest& request, const source::SourceMap* places) {
         return;
     }
     const exporter::OptionValues options = formatOptions(request);
+    exporter::Omissions omissions;
     try {
-        const auto output = ModelOutput::open(request.output, request.outputDescriptor);
-        exporter.write({.model = keptModel(), .source = places, .options = options, .output = *output});
-        output->commit();
+        OutputFiles files(request.output, request.outputDescriptor);
+        exporter.write(
+            {.model = keptModel(), .source = places, .options = options, .folder = files, .omissions = omissions});
+        files.commit();
     } catch (const std::system_error& error) {
         throw outputFailure(outputName(request.output), error);
+    }
+    if (request.isSummarised && !omissions.isEmpty()) {
+        const std::string line = "petal: " + *request.format + ": left out: " + omissions.summary() + "\n";
+        std::fwrite(line.data(), 1, line.size(), stderr);
     }
 }
 

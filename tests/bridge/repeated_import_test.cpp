@@ -63,76 +63,13 @@ semantics
 (object Mechanism @19
 )";
 
-struct NamedFlag {
-    const char* name;
-    const bool* flag;
-};
-
-constexpr NamedFlag flags[] = {
-    {"startPackages", &rose::startPackages},
-    {"InQualifier", &rose::InQualifier},
-    {"InGeneralizationView", &rose::InGeneralizationView},
-    {"InRealizationView", &rose::InRealizationView},
-    {"InUsesView", &rose::InUsesView},
-    {"InAssociationRoleView", &rose::InAssociationRoleView},
-    {"InAssociationView", &rose::InAssociationView},
-    {"InCompartment", &rose::InCompartment},
-    {"InNoteView", &rose::InNoteView},
-    {"attachNote", &rose::attachNote},
-    {"diagramDescription", &rose::diagramDescription},
-    {"objectMechanism", &rose::objectMechanism},
-    {"pre", &rose::pre},
-    {"post", &rose::post},
-    {"sem", &rose::sem},
-};
-
-/// How many of the pointers to current objects are set.
-int currentObjects() {
-    const void* const pointers[] = {
-        rose::aPackage,        rose::logicalViewPackage, rose::aDiagram,      rose::aClass,    rose::aAttribute,
-        rose::shadowAttribute, rose::aOperation,         rose::keepOperation, rose::aArgument, rose::aBaseType,
-        rose::aAssociation,    rose::aAssociationRole,   rose::candKey,       rose::forKey,    rose::aGeneral,
-        rose::aRealization,    rose::aDependency,        rose::activeObject};
-    return static_cast<int>(std::count_if(std::begin(pointers), std::end(pointers),
-                                          [](const void* pointer) { return pointer != nullptr; }));
-}
-
 /// Nothing waits for the next import, whether this one has succeeded or not.
 void expectNothingWaits() {
-    EXPECT_EQ(rose::toBeClasses.getCount(), 0);
-    EXPECT_EQ(rose::toBeAssociations.getCount(), 0);
-    EXPECT_EQ(rose::toBeNotes.getCount(), 0);
-    EXPECT_EQ(rose::packages.getCount(), 0);
-    EXPECT_EQ(rose::theFile, nullptr);
-}
-
-TEST(RepeatedImportTest, AnImportStartsWithoutTheStateOfTheOneBefore) {
-    const ImportedModel before = ImportedModel::ofBody(unfinished);
-    EXPECT_EQ(before.failure, "");
-    // This is what there would be to see.
-    for (const NamedFlag& each : flags) {
-        const bool isEndedBySomethingElse = each.flag == &rose::diagramDescription;
-        EXPECT_TRUE(*each.flag || isEndedBySomethingElse) << each.name;
-    }
-    EXPECT_GE(currentObjects(), 8);
-    EXPECT_EQ(rose::InUseCaseView, 1);
-    EXPECT_EQ(rose::client, 11);
-    EXPECT_EQ(rose::physicalId, 10);
-    EXPECT_EQ(rose::currentNoteId.viewId, 8);
-    expectNothingWaits();
-
-    const ImportedModel empty = ImportedModel::ofBody("");
-    EXPECT_EQ(empty.failure, "");
-    for (const NamedFlag& each : flags) {
-        EXPECT_FALSE(*each.flag) << each.name;
-    }
-    EXPECT_EQ(currentObjects(), 0);
-    EXPECT_EQ(rose::InUseCaseView, 0);
-    EXPECT_EQ(rose::client, 0);
-    EXPECT_EQ(rose::physicalId, 0);
-    EXPECT_EQ(rose::currentNoteId.viewId, 0);
-    EXPECT_TRUE(rose::currentNoteId.text.isEmpty());
-    EXPECT_TRUE(empty.model.childPackages().isEmpty());
+    EXPECT_EQ(rose::state.toBeClasses.getCount(), 0);
+    EXPECT_EQ(rose::state.toBeAssociations.getCount(), 0);
+    EXPECT_EQ(rose::state.toBeNotes.getCount(), 0);
+    EXPECT_EQ(rose::state.packages.getCount(), 0);
+    EXPECT_EQ(rose::state.theFile, nullptr);
 }
 
 /// A log that fails at its n-th event.
@@ -225,8 +162,8 @@ TEST(RefusedImportTest, AModelThatOwnsAnythingStaysAsItIs) {
         EXPECT_FALSE(model.isEmpty()) << row.what;
         EXPECT_EQ(model.generalPointer, &hosts) << row.what;
         EXPECT_TRUE(log.lines.empty());
-        EXPECT_GE(currentObjects(), 8) << "the builder was set anew for " << row.what;
-        EXPECT_EQ(rose::aModel, &before.model);
+        EXPECT_EQ(rose::state.client, 11) << "the builder was set anew for " << row.what;
+        EXPECT_EQ(rose::state.aModel, &before.model);
 
         model.recursiveDelete();
         EXPECT_EQ(failureOf(model, log), "") << "emptied, but for the pointer";

@@ -1,9 +1,8 @@
 // The registry of quids, held against walks through the placeholders and the packages.
 
-#include "builder/AssociationViews.h"
+#include "builder/Diagrams.h"
 #include "builder/Associations.h"
 #include "builder/Quids.h"
-#include "builder/indexes/QuidRegistry.h"
 #include "host/model/KelAssociation.h"
 #include "support/MidImport.h"
 
@@ -26,8 +25,8 @@ bool hasQuid(const KelAssociation& association, const std::string& quid) {
 }
 
 KelAssociation* walkPlaceholders(const std::string& quid) {
-    for (int index = 0; index < toBeAssociations.getCount(); ++index) {
-        auto* association = static_cast<KelAssociation*>(const_cast<void*>(toBeAssociations[index]));
+    for (int index = 0; index < state.toBeAssociations.getCount(); ++index) {
+        auto* association = static_cast<KelAssociation*>(const_cast<void*>(state.toBeAssociations[index]));
         if (hasQuid(*association, quid)) {
             return association;
         }
@@ -36,8 +35,8 @@ KelAssociation* walkPlaceholders(const std::string& quid) {
 }
 
 KelAssociation* walkPackages(const std::string& quid) {
-    for (int place = 0; place < packages.getCount(); ++place) {
-        for (KelModelElement* element : static_cast<const KelDesignPackage*>(packages[place])->modelElements()) {
+    for (int place = 0; place < state.packages.getCount(); ++place) {
+        for (KelModelElement* element : static_cast<const KelDesignPackage*>(state.packages[place])->modelElements()) {
             if (element->elementType == KelElementType::association &&
                 hasQuid(static_cast<KelAssociation&>(*element), quid)) {
                 return static_cast<KelAssociation*>(element);
@@ -58,7 +57,7 @@ public:
         std::string text = anyQuid();
         switch (below(7)) {
         case 0:
-            aPackage = anyOf(designPackages);
+            state.aPackage = anyOf(designPackages);
             break;
         case 1:
             CreateAssociation(text.data());
@@ -73,7 +72,7 @@ public:
             connect(text);
             break;
         case 5:
-            aDiagram = below(4) == 0 ? nullptr : anyOf(diagrams);
+            state.aDiagram = below(4) == 0 ? nullptr : anyOf(diagrams);
             break;
         default:
             if (below(8) == 0) {
@@ -87,14 +86,14 @@ public:
 
 private:
     void connect(std::string& text) {
-        const bool isAwaited = aDiagram != nullptr && InAssociationView;
+        const bool isAwaited = state.aDiagram != nullptr && state.InAssociationView;
         KelAssociation* expected = walkPlaceholders(text);
         expected = expected != nullptr ? expected : walkPackages(text);
-        expected = expected != nullptr || !isAwaited ? expected : aAssociation;
+        expected = expected != nullptr || !isAwaited ? expected : state.aAssociation;
         ConnectAssociationToDiagram(text.data());
         if (isAwaited) {
-            EXPECT_EQ(aAssociation, expected);
-            EXPECT_TRUE(aAssociation == nullptr || aDiagram->modelElements().holds(*aAssociation));
+            EXPECT_EQ(state.aAssociation, expected);
+            EXPECT_TRUE(state.aAssociation == nullptr || state.aDiagram->modelElements().holds(*state.aAssociation));
         }
     }
 };
@@ -103,7 +102,7 @@ TEST(AssociationTwin, QuidsFindWhatAWalkFinds) {
     for (unsigned int seed = 1; seed <= 60 && !HasFailure(); ++seed) {
         SCOPED_TRACE(seed);
         RandomImport building(seed);
-        aPackage = building.designPackages.back();
+        state.aPackage = building.designPackages.back();
         for (int step = 0; step < 600 && !HasFailure(); ++step) {
             building.step();
         }

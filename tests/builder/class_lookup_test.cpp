@@ -1,9 +1,8 @@
-#include "builder/ClassLookup.h"
+#include "builder/Classes.h"
 
 #include "builder/Associations.h"
-#include "builder/ClassDiagrams.h"
-#include "builder/Classes.h"
-#include "builder/indexes/Containers.h"
+#include "builder/Diagrams.h"
+#include "builder/indexes/ContainerIndex.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelClass.h"
 #include "support/MidImport.h"
@@ -44,20 +43,20 @@ TEST(ClassLookup, CutsNamesBelowTheLogicalViewToTheirLastPart) {
 
 TEST(ClassLookup, FindsClassesInPackagesAndElseWaitingOnesUntilTheyAreRemoved) {
     MidImport building(1);
-    aPackage = building.designPackages.front();
+    state.aPackage = building.designPackages.front();
     char name[] = "Order";
     CreateAssociation(name);
     EXPECT_EQ(findAClass(name, 0), nullptr) << "an element of another kind";
     KelClass* const waiting = createWaitingClass(name);
-    aPackage = building.designPackages.back();
+    state.aPackage = building.designPackages.back();
     CreateClass(name, KelClassCategoryType::metaclass);
-    EXPECT_EQ(aClass, waiting);
-    EXPECT_EQ(toBeClasses.getCount(), 0);
+    EXPECT_EQ(state.aClass, waiting);
+    EXPECT_EQ(state.toBeClasses.getCount(), 0);
     const KelClass* const another = createWaitingClass(name);
     EXPECT_EQ(findAClass(name, 1), waiting) << "what is in a package comes first and stays there";
-    EXPECT_EQ(waiting->getDesignPackage(), aPackage);
+    EXPECT_EQ(waiting->getDesignPackage(), state.aPackage);
     delete waiting;
-    EXPECT_EQ(aClass, nullptr);
+    EXPECT_EQ(state.aClass, nullptr);
     EXPECT_EQ(findAClass("order", 0), nullptr);
     EXPECT_EQ(findAClass(name, 0), another);
     const KelClass* const namesake = createWaitingClass(name);

@@ -1,4 +1,4 @@
-#include "builder/QuidTree.h"
+#include "builder/Quids.h"
 
 #include "host/model/KelAssociation.h"
 

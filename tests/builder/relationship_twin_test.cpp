@@ -2,12 +2,10 @@
 // collections of the repository.
 
 #include "builder/Binding.h"
-#include "builder/ClassLookup.h"
-#include "builder/RelationshipViews.h"
+#include "builder/Classes.h"
+#include "builder/Diagrams.h"
 #include "builder/Relationships.h"
 #include "builder/indexes/ContainerIndex.h"
-#include "builder/indexes/Containers.h"
-#include "builder/indexes/Relationships.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDependency.h"
 #include "host/model/KelGeneralization.h"
@@ -133,31 +131,31 @@ public:
     }
 
     void addRelationship() {
-        aClass = anyClass();
-        aPackage = anyOf(designPackages);
+        state.aClass = anyClass();
+        state.aPackage = anyOf(designPackages);
         std::array{CreateGeneralization, CreateRealization, CreateDependency}[static_cast<std::size_t>(below(3))]();
     }
 
     /// As a supplier line would: the relationship that is current gets one.
     void bind() {
         if (KelClass* supplier = anyClass(); supplier != nullptr) {
-            if (aGeneral != nullptr) {
-                bindSupertype(*aGeneral, *supplier);
-            } else if (aRealization != nullptr) {
-                bindSpecification(*aRealization, *supplier);
-            } else if (aDependency != nullptr) {
-                bindSupplier(*aDependency, *supplier);
+            if (state.aGeneral != nullptr) {
+                bindSupertype(*state.aGeneral, *supplier);
+            } else if (state.aRealization != nullptr) {
+                bindSpecification(*state.aRealization, *supplier);
+            } else if (state.aDependency != nullptr) {
+                bindSupplier(*state.aDependency, *supplier);
             }
         }
     }
 
     template <class Relationship>
     void view(void (*show)(int), Relationship*& current) {
-        client = anyNumber();
+        state.client = anyNumber();
         const int supplierView = anyNumber();
-        const auto expected = walk(*aDiagram, client, supplierView, current);
+        const auto expected = walk(*state.aDiagram, state.client, supplierView, current);
         show(supplierView);
-        EXPECT_EQ((Outcome<Relationship>{elementsOf(*aDiagram), current}), expected);
+        EXPECT_EQ((Outcome<Relationship>{elementsOf(*state.aDiagram), current}), expected);
     }
 
     void compareLookups() {
@@ -165,9 +163,9 @@ public:
         const int number = anyNumber();
         KelDesignPackage* package = anyOf(designPackages);
         EXPECT_EQ(getClassFromViewelement(package, name), walkForName(elementsOf(*package), name));
-        EXPECT_EQ(getClassFromViewelement(aDiagram, name), walkForName(elementsOf(*aDiagram), name));
+        EXPECT_EQ(getClassFromViewelement(state.aDiagram, name), walkForName(elementsOf(*state.aDiagram), name));
         EXPECT_EQ(indexOf(*package).firstClass(number), walkForNumber(elementsOf(*package), number));
-        EXPECT_EQ(indexOf(*aDiagram).firstClass(number), walkForNumber(elementsOf(*aDiagram), number));
+        EXPECT_EQ(indexOf(*state.aDiagram).firstClass(number), walkForNumber(elementsOf(*state.aDiagram), number));
     }
 
     void step() {
@@ -186,24 +184,24 @@ public:
         case 4:
         case 5:
             if (element != nullptr) {
-                draw(*aDiagram, *element);
+                draw(*state.aDiagram, *element);
                 setViewNumber(*element, anyNumber());
             }
             break;
         case 6:
-            view(addGeneralizationToDiagram, aGeneral);
+            view(addGeneralizationToDiagram, state.aGeneral);
             break;
         case 7:
-            view(addRealizationToDiagram, aRealization);
+            view(addRealizationToDiagram, state.aRealization);
             break;
         case 8:
-            view(addDependencyToDiagram, aDependency);
+            view(addDependencyToDiagram, state.aDependency);
             break;
         case 9:
             compareLookups();
             break;
         case 10:
-            aDiagram = below(4) == 0 ? anyOf(diagrams) : aDiagram;
+            state.aDiagram = below(4) == 0 ? anyOf(diagrams) : state.aDiagram;
             break;
         default:
             if (below(6) == 0) {
@@ -217,7 +215,7 @@ TEST(RelationshipTwin, LookupsFindWhatAWalkFinds) {
     for (unsigned int seed = 1; seed <= 40 && !HasFailure(); ++seed) {
         SCOPED_TRACE(seed);
         RandomImport building(seed);
-        aDiagram = building.diagrams.front();
+        state.aDiagram = building.diagrams.front();
         for (int step = 0; step < 1500 && !HasFailure(); ++step) {
             building.step();
         }

@@ -40,10 +40,10 @@ TEST(DeferredResolution, LeavesNothingForTheNextImport) {
         ImportedModel imported = importLogicalView(content);
         EXPECT_EQ(imported.failure, failure);
         EXPECT_EQ(brokenInvariant(imported.model), "");
-        EXPECT_EQ(rose::toBeClasses.getCount() + rose::toBeAssociations.getCount() + rose::toBeNotes.getCount() +
-                      rose::packages.getCount(),
+        EXPECT_EQ(rose::state.toBeClasses.getCount() + rose::state.toBeAssociations.getCount() +
+                      rose::state.toBeNotes.getCount() + rose::state.packages.getCount(),
                   0);
-        EXPECT_EQ(rose::theFile, nullptr);
+        EXPECT_EQ(rose::state.theFile, nullptr);
 
         // The same quids, names and numbers mean nothing to the next import.
         const ImportedModel next = importLogicalView(R"(

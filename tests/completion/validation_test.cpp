@@ -1,6 +1,6 @@
 // What validation repairs and removes.
 
-#include "completion/ValidateAttributes.h"
+#include "completion/ValidateModel.h"
 #include "host/model/KelAttribute.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelForeignKey.h"

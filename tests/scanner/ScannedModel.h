@@ -1,7 +1,6 @@
 #pragma once
 
 #include "builder/BuilderState.h"
-#include "builder/ImportWatch.h"
 #include "completion/cleanup.h"
 #include "host/log/KelLog.h"
 #include "host/model/KelModel.h"

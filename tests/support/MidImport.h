@@ -1,7 +1,6 @@
 #pragma once
 
 #include "builder/BuilderState.h"
-#include "builder/ImportWatch.h"
 #include "completion/cleanup.h"
 #include "host/model/KelClassDiagram.h"
 #include "host/model/KelDesignPackage.h"
@@ -18,13 +17,11 @@ public:
     static constexpr int containerCount = 3;
 
     explicit MidImport(unsigned int seed) : random(seed) {
-        rose::aModel = &model;
-        rose::localLog = &log;
-        rose::resetBuilderState();
+        rose::startBuilding(model, log);
         for (int number = 0; number < containerCount; ++number) {
             auto* package = new KelDesignPackage();
             model.addChildPackage(package);
-            rose::packages.add(package, true, nullptr);
+            rose::state.packages.add(package, true, nullptr);
             designPackages.push_back(package);
             diagrams.push_back(new KelClassDiagram());
             package->addDiagram(diagrams.back());

@@ -1,7 +1,7 @@
 // Declared types as Oracle spells them.
 
 #include "support/LogicalView.h"
-#include "types/convertORACLEtype.h"
+#include "types/OracleTypes.h"
 
 #include <gtest/gtest.h>
 

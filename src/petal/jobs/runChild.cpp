@@ -24,7 +24,7 @@ namespace {
 
 /// The parent decides what a signal means for its imports; when it is gone, nobody waits for them.
 void followParent(pid_t parent) {
-    keepAllOnSignal();
+    RemovedOnSignal::forgetAll();
     for (const int signal : {SIGINT, SIGQUIT, SIGHUP}) {
         std::signal(signal, SIG_IGN); // a terminal sends them to every process
     }

@@ -3,7 +3,7 @@
 #include "host/encoding/KelTextDecoder.h"
 #include "petal/units/lossLines.h"
 #include "text/IndentedJson.h"
-#include "text/printableText.h"
+#include "text/escape.h"
 #include "units/localText.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/BufferedOutput.h"
+#include "text/Output.h"
 #include "units/LostUnits.h"
 #include "units/SymbolSearch.h"
 

@@ -1,6 +1,6 @@
 #include "petal/units/lossLines.h"
 
-#include "text/printableText.h"
+#include "text/escape.h"
 
 #include <algorithm>
 #include <array>
