@@ -5,16 +5,6 @@
 
 #include <array>
 #include <cstdio>
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
-
-namespace fs = std::filesystem;
-
-Shell::Shell(std::string plugIn) : plugIn_(std::move(plugIn)) {
-    std::string pattern = testing::TempDir() + "petalXXXXXX";
-    folder = ::mkdtemp(pattern.data());
-}
 
 Ended Shell::run(const std::string& command) const {
     const std::string errorsPath = folder.string() + ".errors"; // outside of the folder, whose files tests count
@@ -33,7 +23,7 @@ Ended Shell::run(const std::string& command) const {
     const int status = ::pclose(shell);
     ended.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     ended.errors = get(errorsPath);
-    fs::remove(errorsPath);
+    std::filesystem::remove(errorsPath);
     return ended;
 }
 
@@ -48,31 +38,6 @@ void Shell::expectRefusals(const std::string& start, std::initializer_list<Refus
         EXPECT_TRUE(has(ended.errors, refusal.errors));
         EXPECT_EQ(contents(), before);
     }
-}
-
-std::string Shell::put(std::string_view name, std::string_view contents) const {
-    fs::create_directories(fs::path(pathOf(name)).parent_path());
-    std::ofstream(pathOf(name), std::ios::binary) << contents;
-    return pathOf(name);
-}
-
-std::string Shell::get(std::string_view name) const {
-    const std::ifstream file(pathOf(name), std::ios::binary);
-    std::ostringstream contents;
-    contents << file.rdbuf();
-    return file ? contents.str() : "(none)";
-}
-
-Shell::Names Shell::files(std::string_view name) const {
-    Names paths;
-    if (fs::exists(pathOf(name))) {
-        for (const auto& entry : fs::recursive_directory_iterator(pathOf(name))) {
-            if (!entry.is_directory()) {
-                paths.insert(entry.path().lexically_relative(pathOf(name)));
-            }
-        }
-    }
-    return paths;
 }
 
 Shell::Lines Shell::statesIn(std::string_view report) const {

@@ -89,14 +89,11 @@ TEST_F(Units, TheRootMayHaveAnotherName) {
 	logical_models (list unit_reference_list
 	    (object Class "Base")
 	    (object Class "Derived"
-		superclasses (list inheritance_relationship_list
-		    (object Inheritance_Relationship
-			supplier "%::Base")))
+		superclasses (list inheritance_relationship_list (object Inheritance_Relationship supplier "%::Base")))
 	    (object Class_Category "sales" is_unit TRUE is_loaded FALSE file_name "shop/sales.cat"))
 	logical_presentations (list unit_reference_list
 	    (object ClassDiagram "Main"
-		items (list diagram_item_list
-		    (object ClassView "Class" "%::Base" @1)))))))
+		items (list diagram_item_list (object ClassView "Class" "%::Base" @1)))))))
 )";
     put("r.template", renamed);
     const Ended ended = run("sed 's/%/\\xC2\\xE8\\xE4/' r.template >r.mdl; sed '/sales/s/.*/)/' r.mdl >s.mdl;"
