@@ -1,5 +1,6 @@
 #include "petal/Folder.h"
 #include "units/UnitLocator.h"
+#include "units/UnitName.h"
 
 #include <sys/stat.h>
 
@@ -38,7 +39,6 @@ TEST_F(Locator, TakesTheFirstPlaceThatHasTheFile) {
     };
     for (const Row& row : {
              Row{"Near.cat", "m/sub/Near.cat"},
-             Row{"NEAR.CAT", "m/sub/Near.cat"},
              Row{R"($CURDIR\pkg\in.cat)", "m/sub/Pkg/In.cat"},
              Row{R"($CurDir\..\upper.cat)", "m/sub/../Upper.cat"},
              Row{R"($ROOT\PKG\Ünit.cat)", "root/pkg/Ünit.cat"},
@@ -56,11 +56,29 @@ TEST_F(Locator, TakesTheFirstPlaceThatHasTheFile) {
              Row{R"($ROOT\link to device)", "- there is no such file"},
              Row{"/dev/zero", "- there is no such file"},
              Row{"$ROOT", "- it names no file"},
-             Row{"", "- it names no file"},
          }) {
         EXPECT_EQ(locate(row.name), row.expected) << row.name;
     }
     ::unsetenv("UNIT_TEST_FOLDER");
+}
+
+TEST(UnitName, IsTakenApart) {
+    struct Row {
+        const char* text;
+        const char* expected;
+    };
+    for (const Row& row :
+         {Row{R"($CURDIR\sub\a.cat)", "$CURDIR[sub][a.cat]"}, Row{"$X/a/b.cat", "$X[a][b.cat]"},
+          Row{R"(C:\models\a.cat)", "/[models][a.cat]"}, Row{"/abs//a.cat", "/[abs][a.cat]"},
+          Row{R"(\\server\share\a.cat)", "/[server][share][a.cat]"}, Row{R"(.\..\a$.cat)", "[..][a$.cat]"},
+          Row{R"(a\$b\C:)", "[a][$b][C:]"}, Row{"$", ""}, Row{R"($X\)", "$X"}}) {
+        const units::UnitName name = units::parseUnitName(row.text);
+        std::string shown = (name.symbol.empty() ? "" : "$" + name.symbol) + (name.isAbsolute ? "/" : "");
+        for (const std::string& part : name.parts) {
+            shown += "[" + part + "]";
+        }
+        EXPECT_EQ(shown, row.expected) << row.text;
+    }
 }
 
 } // namespace

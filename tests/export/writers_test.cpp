@@ -1,3 +1,5 @@
+// The formats that models are written in, and the table of them.
+
 #include "Shop.h"
 #include "host/model/KelTraversalOperation.h"
 #include "source/SourceMap.h"
@@ -34,32 +36,19 @@ std::string partOf(const std::string& text, const char* pointer) {
 
 TEST(JsonWriter, LaysOutADocument) {
     KelModel model;
-    model.setName("Shop");
-    KelDesignPackage& logical = addPackage(model, "Logical View");
-    logical.addNote(note("first"));
-    logical.addNote(note(""));
-    addElement<KelClass>(logical, "Order");
+    addPackage(model, "Logical View").addNote(note(""));
     EXPECT_EQ(documentOf(model), R"({
   "format": "petal-model",
   "formatVersion": 1,
   "model": {
     "id": 1,
-    "name": "Shop",
+    "name": "",
     "packages": [
       {
         "id": 2,
         "name": "Logical View",
         "notes": [
-          "first",
           ""
-        ],
-        "elements": [
-          {
-            "id": 3,
-            "kind": "class",
-            "name": "Order",
-            "category": "class"
-          }
         ]
       }
     ]
@@ -79,11 +68,6 @@ protected:
     KelDesignPackage& package = addPackage(model, "P");
     KelClass outside; // in no package
 };
-
-TEST_F(JsonForms, AnEmptyNameIsWritten) {
-    model.description = "d";
-    EXPECT_EQ(written("/model"), R"({"id":1,"name":"","description":"d","packages":[{"id":2,"name":"P"}]})");
-}
 
 /// Makes every text the name of its field, and every flag true.
 struct Filling final : KelTraversalOperation {
@@ -236,7 +220,57 @@ TEST_F(JsonForms, PlacesFollowTheIds) {
     EXPECT_EQ(writtenAs("json", model, {"places=true"}), documentOf(model));
 }
 
-TEST(JsonWriter, PassesFailuresOn) {
+TEST(TreeWriter, OutlinesEveryKindOfObject) {
+    EXPECT_EQ(writtenAs("tree", Shop().model), R"(model Shop
+  origin: /models/Shop.mdl (format MDL, encoding UTF-8)
+  package Logical View <<layer>>
+    note: to be
+      | reviewed
+    package Empty
+    interface Customer
+      foreign key fk: prot -> pk of Order
+        role name map id: pub -> priv
+    class Order <<entity>> [1..n] (abstract, persistent)
+      note: central
+      template argument T
+      + a
+      + pub: int = 7 (static, derived, by value)
+      # prot (by reference)
+      - priv
+      ~ impl
+      + total(a: int, b = 0): int (static, virtual, friend)
+        note on argument b: optional
+      primary key pk: pub
+    association placed: Customer, Order (aggregation)
+      role buyer: Customer [1] (source, navigable, by value, foreign key fk)
+      role: Order (aggregate, by reference, static, friend)
+    generalization: Order -> Customer (protected, virtual, friend)
+    realization r: Order -> ?
+    dependency d: Order -> Customer
+    diagram Main
+      note: drawn
+      shows association placed: Customer, Order (aggregation)
+      shows class Order <<entity>> [1..n] (abstract, persistent)
+  type Money: SQL_DECIMAL(10,2) (from int, user-defined)
+    value none = 0
+  base type int: SQL_INTEGER
+)");
+}
+
+TEST(Writers, DepthCostsNeitherStackNorWidth) {
+    constexpr int depth = 100000;
+    KelModel model;
+    addNested(model, depth);
+    const std::string outline = writtenAs("tree", model);
+    EXPECT_TRUE(outline.ends_with("\n" + std::string(40, ' ') + "(depth 100000) package p\n"));
+    MemoryOutput output;
+    writeAs("json", model, output);
+    EXPECT_LT(output.text.find("\"id\": 100001,"), output.text.size());
+    EXPECT_EQ(output.text.find(std::string(41, ' ')), std::string::npos) << "indentation above 40 spaces";
+    EXPECT_LE(output.longestWrite, 64U * 1024) << "written in pieces";
+}
+
+TEST(Writers, PassFailuresOn) {
     KelModel model;
     KelDesignPackage& package = addPackage(model, "P");
     for (int made = 0; made < 3000; ++made) {
@@ -256,6 +290,68 @@ TEST(JsonWriter, PassesFailuresOn) {
         }
     }
     EXPECT_GT(failAt, 3U) << "the document is written in pieces";
+}
+
+TEST(Exporters, AreFoundByFormatAndByEnding) {
+    for (const exporter::Exporter& exporter : exporter::exporters()) {
+        EXPECT_EQ(exporter::findExporter(exporter.format), &exporter);
+        EXPECT_EQ(exporter.write == nullptr, exporter.shape == exporter::Shape::nothing) << exporter.format;
+        EXPECT_EQ(exporter.endings.empty(), exporter.shape == exporter::Shape::nothing) << exporter.format;
+        for (const std::string_view ending : exporter.endings) {
+            EXPECT_EQ(exporter::findExporterByEnding("a.b/M" + std::string(ending)), &exporter) << ending;
+        }
+        for (const exporter::Option& option : exporter.options) {
+            const std::vector<std::string_view> values = exporter::valuesOf(option);
+            EXPECT_NE(std::ranges::find(values, option.byDefault), values.end()) << option.name;
+        }
+    }
+    EXPECT_EQ(exporter::findExporterByEnding("M.JSON"), exporter::findExporter("json"));
+    EXPECT_EQ(exporter::findExporter("JSON"), nullptr);
+    for (const char* unknown : {"", "json", ".json", "m.json/x", "m.json~", "m."}) {
+        EXPECT_EQ(exporter::findExporterByEnding(unknown), nullptr) << unknown;
+    }
+}
+
+TEST(Exporters, OptionsTakeOnlyTheValuesOfTheTable) {
+    constexpr std::array options{exporter::Option{"colour", "red|green|blue", "green", ""},
+                                 exporter::Option{"wide", "true|false", "false", ""}};
+    const auto read = [&](const std::vector<std::string>& settings) -> std::string {
+        try {
+            const exporter::OptionValues values(options, settings);
+            return std::string(values.get("colour")) + (values.isOn("wide") ? " wide" : "");
+        } catch (const exporter::WrongOption& error) {
+            return error.what();
+        }
+    };
+    const std::string all = "the options are colour=red|green|blue, wide=true|false";
+    EXPECT_EQ(read({}), "green");
+    EXPECT_EQ(read({"wide=true", "colour=red", "colour=blue"}), "blue wide");
+    EXPECT_EQ(read({"width=1"}), "there is no option 'width'; " + all);
+    EXPECT_EQ(read({"=red"}), "there is no option ''; " + all);
+    EXPECT_EQ(read({"wide"}), "'wide' is not NAME=VALUE; " + all);
+    EXPECT_EQ(read({"colour="}), "'colour=' is none of colour=red|green|blue");
+    EXPECT_EQ(read({"colour=red|green"}), "'colour=red|green' is none of colour=red|green|blue");
+    EXPECT_EQ(read({"wide=True"}), "'wide=True' is none of wide=true|false");
+}
+
+TEST(Omissions, AreCountedByKindAndReason) {
+    constexpr exporter::Omission behaviour{"operation", "operations", "tables have no behaviour"};
+    constexpr exporter::Omission template_{"operation", "operations", "templates are not tables"};
+    constexpr exporter::Omission friends{"friend flag", "friend flags", "tables have no friends"};
+    exporter::Omissions omissions;
+    omissions.add(friends, 0);
+    EXPECT_TRUE(omissions.isEmpty());
+    EXPECT_EQ(omissions.summary(), "");
+    omissions.add(behaviour, 9);
+    omissions.add(friends);
+    omissions.add(template_, 2);
+    omissions.add(behaviour);
+    EXPECT_EQ(omissions.summary(), "12 operations, 1 friend flag");
+    std::string rows;
+    for (const auto& [omission, count] : omissions.getCounts()) {
+        rows.append(omission.why) += " " + std::to_string(count) + "; ";
+    }
+    EXPECT_EQ(rows, "tables have no behaviour 10; tables have no friends 1; templates are not tables 2; ");
 }
 
 } // namespace

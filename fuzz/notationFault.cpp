@@ -1,8 +1,12 @@
-#include "NotationEvents.h"
+#include "notationFault.h"
+
+#include "support/NotationEvents.h"
 
 #include <algorithm>
 
-namespace notation::test {
+namespace fuzz {
+
+using namespace notation;
 
 namespace {
 
@@ -17,10 +21,10 @@ public:
     explicit Check(std::uint64_t size) : size_(size) {}
 
     void take(const Event& event) {
-        require(event.place.offset <= size_, "a place lies behind the end");
-        require(event.kind == EventKind::damage || event.end <= size_, "an end lies behind the end");
+        require(event.place.offset <= size_, "a place lies after the end");
+        require(event.kind == EventKind::damage || event.end <= size_, "an end lies after the end of the text");
         require(event.kind == EventKind::damage || event.end >= event.place.offset, "an end lies before its beginning");
-        require((event.kind == EventKind::damage) == (event.damage != nullptr), "a damage goes untold");
+        require((event.kind == EventKind::damage) == (event.damage != nullptr), "a damage is not reported");
         require(!event.isProperty() || (!open_.empty() && open_.back() == Construct::object), "a key outside objects");
         require(!event.continues || continues_, "a piece goes on with nothing");
         if (event.kind == EventKind::start) {
@@ -71,13 +75,12 @@ std::string faultOf(std::string_view bytes, const Reader::Settings& settings) {
         check.take(reader.event());
     }
     std::string fault = check.finish(settings.deepest);
-    return reader.next() ? "it goes on behind its end" : fault;
+    return reader.next() ? "it goes on after its end" : fault;
 }
 
 } // namespace
 
-std::string notationFault(const std::uint8_t* bytes, std::size_t size) {
-    const std::string_view text(reinterpret_cast<const char*>(bytes), size);
+std::string notationFault(std::string_view text) {
     Reader::Settings usual;
     usual.window = usualWindow;
     Reader::Settings small;
@@ -89,10 +92,10 @@ std::string notationFault(const std::uint8_t* bytes, std::size_t size) {
             return fault;
         }
     }
-    const std::string whole = eventsOf(text, usual);
+    const std::string whole = notation::test::eventsOf(text, usual);
     const bool same = std::ranges::all_of(
-        blockSizes, [&](std::size_t blockSize) { return eventsOf(text, usual, blockSize) == whole; });
+        blockSizes, [&](std::size_t blockSize) { return notation::test::eventsOf(text, usual, blockSize) == whole; });
     return same ? "" : "what is read depends on the size of the blocks";
 }
 
-} // namespace notation::test
+} // namespace fuzz

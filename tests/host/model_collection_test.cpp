@@ -1,15 +1,21 @@
-// The collections at "many" ends against a vector, which is slow but obvious.
+// The collections at "many" ends against a vector, which is slow but obvious, while memory runs out now and then.
 
 #include "ModelClasses.h"
-#include "host/model/KelObject.h"
+#include "host/model/KelConcreteType.h"
+#include "host/model/KelModel.h"
+#include "host/model/KelPackage.h"
 #include "host/model/links/KelFewLinks.h"
 #include "host/model/links/KelLinks.h"
+#include "support/memory/MemoryShortage.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <deque>
+#include <new>
 #include <ostream>
 #include <random>
+#include <string>
 
 namespace {
 
@@ -45,7 +51,18 @@ protected:
     void add() {
         KelObject* object = objects_[static_cast<std::size_t>(pick(objects_.size()))].get();
         const bool isNew = std::find(twin_.begin(), twin_.end(), object) == twin_.end();
-        ASSERT_EQ(relation_.link(holder_.get(), object), isNew);
+        bool isLinked = false;
+        for (long allowed = pick(3); isNew && !isLinked; ++allowed) {
+            try {
+                const MemoryShortage shortage(allowed);
+                isLinked = relation_.link(holder_.get(), object);
+            } catch (const std::bad_alloc&) {
+                ++failures_;
+                ASSERT_EQ(links_.count(), static_cast<int>(twin_.size()));
+                ASSERT_EQ(relation_.count(*object, false), 0);
+            }
+        }
+        ASSERT_FALSE(!isNew && relation_.link(holder_.get(), object));
         if (isNew) {
             placeInTwin(object);
         }
@@ -55,7 +72,12 @@ protected:
         if (!twin_.empty()) {
             const int places[] = {0, static_cast<int>(twin_.size()) - 1, pick(twin_.size())};
             const auto place = twin_.begin() + places[pick(std::size(places))];
-            ASSERT_TRUE(relation_.unlink(holder_.get(), *place));
+            bool isUnlinked = false;
+            {
+                const MemoryShortage shortage(0);
+                isUnlinked = relation_.unlink(holder_.get(), *place);
+            }
+            ASSERT_TRUE(isUnlinked);
             twin_.erase(place);
         }
     }
@@ -90,8 +112,7 @@ protected:
 
     void findFirst() {
         const KelString name = someName();
-        const auto first =
-            std::find_if(twin_.begin(), twin_.end(), [&](auto* object) { return object->getName() == name; });
+        const auto first = std::ranges::find_if(twin_, [&](auto* object) { return object->getName() == name; });
         ASSERT_EQ(links_.findNamed(name), first != twin_.end() ? *first : nullptr);
     }
 
@@ -121,12 +142,13 @@ protected:
     std::unique_ptr<KelObject> holder_ = makeObject(relation_.holderType);
     KelLinks<KelObject> links_{(*holder_).*relation_.holderEnd.many};
     std::vector<KelObject*> twin_;
+    int failures_ = 0;
 };
 
 TEST_P(ModelCollectionTwin, BehavesAsAVector) {
     for (int round = 0; round < 60; ++round) {
-        // Rounds grow to about each size and then shrink to nothing; some never ask, so that no index is made, and
-        // some only ask for names or only add until they have grown, so that nothing is sorted.
+        // Rounds grow to about each size and then shrink to nothing. Some never ask: then no index is made. Some only
+        // ask for names, or only add until they have grown: then nothing is sorted.
         const int sizes[] = {1, 2, KelFewLinks::mostObjects, KelFewLinks::mostObjects + 2, 90};
         const int most = sizes[round % 5];
         const bool asks = round % 3 != 0;
@@ -154,12 +176,102 @@ TEST_P(ModelCollectionTwin, BehavesAsAVector) {
         }
         checkAll();
     }
+    EXPECT_GT(failures_, 40); // arrays and indexes have grown
 }
 
-constexpr TwinRow twinRows[] = {
-    {KelElementType::diagram, "modelElements", false},
-    {KelElementType::key, "attributes", true},
+INSTANTIATE_TEST_SUITE_P(Orders, ModelCollectionTwin,
+                         testing::Values(TwinRow{KelElementType::diagram, "modelElements", false},
+                                         TwinRow{KelElementType::key, "attributes", true}));
+
+// The cost of large collections, counted in names that are read: no operation may walk.
+
+constexpr int many = 200'000;
+// A search tree of that many has 36 levels at the most, with two names at each; a renaming searches it twice.
+constexpr long perOperation = 120;
+
+long namesRead = 0;
+
+template <class Base, KelElementType code>
+class Counting final : public Base {
+public:
+    Counting() : Base(code) {}
+    const KelString& getName() const override {
+        ++namesRead;
+        return Base::getName();
+    }
 };
-INSTANTIATE_TEST_SUITE_P(Orders, ModelCollectionTwin, testing::ValuesIn(twinRows));
+using CountingPackage = Counting<KelPackage, KelElementType::package>;        // kept in the order of adding
+using CountingType = Counting<KelConcreteType, KelElementType::concreteType>; // kept by name
+
+KelString nameOf(int number) {
+    return KelString(std::to_string(number % 1000).c_str());
+}
+
+/// Adds, finds, renames and removes, in an order that is bad for every collection.
+template <class T, class Add, class Remove>
+void useAll(const KelLinks<T>& links, Add add, Remove remove) {
+    std::deque<T*> objects;
+    namesRead = 0;
+    for (int number = 0; number < many; ++number) {
+        objects.push_back(add());
+        objects.back()->setName(nameOf(number));
+    }
+    EXPECT_LT(namesRead, perOperation * many);
+
+    // One after the other, all of a name.
+    namesRead = 0;
+    int found = 0;
+    for (int index = 0; objects.front()->_getn(&links.array(), nameOf(77), &index) != nullptr; ++index) {
+        ++found;
+    }
+    EXPECT_EQ(found, many / 1000);
+    EXPECT_LT(namesRead, perOperation * (found + many)); // the index by name may be made here
+
+    std::shuffle(objects.begin(), objects.end(), std::mt19937(1));
+    namesRead = 0;
+    for (int taken = 0; taken < many / 2; ++taken, objects.pop_front()) {
+        T* object = objects.front();
+        object->setName(nameOf(taken));
+        const int index = links.indexOf(*object);
+        ASSERT_EQ(links[index], object);
+        int named = index;
+        ASSERT_EQ(links.findNamed(object->getName(), &named), object);
+        ASSERT_TRUE(remove(object));
+    }
+    EXPECT_LT(namesRead, 5 * perOperation * many / 2);
+    EXPECT_EQ(links.count(), many - many / 2);
+}
+
+TEST(ModelCollectionCost, InTheOrderOfAdding) {
+    std::deque<CountingPackage> made;
+    CountingPackage owner;
+    useAll(
+        owner.childPackages(),
+        [&] {
+            owner.addChildPackage(&made.emplace_back());
+            return static_cast<KelPackage*>(&made.back());
+        },
+        [](KelPackage* package) {
+            package->removeAggregationAssembly();
+            return package->getParent() == nullptr;
+        });
+    for (KelPackage& package : made) {
+        package.removeAggregationAssembly();
+    }
+}
+
+TEST(ModelCollectionCost, ByName) {
+    std::deque<CountingType> made;
+    KelModel owner;
+    useAll(
+        owner.types(),
+        [&] {
+            owner.addType(&made.emplace_back());
+            return static_cast<KelType*>(&made.back());
+        },
+        [&](KelType* type) { return owner.removeType(type); });
+    while (owner.removeType(0)) {
+    }
+}
 
 } // namespace
