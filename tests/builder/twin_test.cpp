@@ -1,13 +1,7 @@
-// The lookups by view number, by name and by the two ends of a relationship, held against walks through the
-// collections of the repository.
+// The builder's lookups by view number, name, quid and the two ends of a relationship, compared with linear searches of
+// the collections of the repository.
 
-#include "builder/Binding.h"
-#include "builder/ClassLookup.h"
-#include "builder/RelationshipViews.h"
-#include "builder/Relationships.h"
-#include "builder/indexes/ContainerIndex.h"
-#include "builder/indexes/Containers.h"
-#include "builder/indexes/Relationships.h"
+#include "host/model/KelAssociation.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDependency.h"
 #include "host/model/KelGeneralization.h"
@@ -108,7 +102,22 @@ KelClass* walkForNumber(const std::vector<KelModelElement*>& elements, int viewN
     return found != elements.end() ? static_cast<KelClass*>(*found) : nullptr;
 }
 
-/// Few names and numbers, so that they collide.
+bool hasQuid(const KelAssociation& association, const KelString& quid) {
+    const auto* own = static_cast<const KelString*>(association.generalPointer);
+    return own != nullptr && *own == quid;
+}
+
+KelAssociation* walkPlaceholders(const KelString& quid) {
+    for (int index = 0; index < toBeAssociations.getCount(); ++index) {
+        auto* association = static_cast<KelAssociation*>(const_cast<void*>(toBeAssociations[index]));
+        if (hasQuid(*association, quid)) {
+            return association;
+        }
+    }
+    return nullptr;
+}
+
+/// Few names, numbers and quids, so that they collide.
 class RandomImport : public MidImport {
 public:
     using MidImport::MidImport;
@@ -158,6 +167,56 @@ public:
         const auto expected = walk(*aDiagram, client, supplierView, current);
         show(supplierView);
         EXPECT_EQ((Outcome<Relationship>{elementsOf(*aDiagram), current}), expected);
+    }
+
+    KelAssociation* walkPackages(const KelString& quid) {
+        for (const KelDesignPackage* package : designPackages) {
+            for (KelModelElement* element : package->modelElements()) {
+                if (element->elementType == KelElementType::association &&
+                    hasQuid(static_cast<KelAssociation&>(*element), quid)) {
+                    return static_cast<KelAssociation*>(element);
+                }
+            }
+        }
+        return nullptr;
+    }
+
+    void connectAssociation(KelString quid) {
+        const bool isAwaited = InAssociationView;
+        KelAssociation* expected = walkPlaceholders(quid);
+        expected = expected != nullptr ? expected : walkPackages(quid);
+        expected = expected != nullptr || !isAwaited ? expected : aAssociation;
+        ConnectAssociationToDiagram(std::string(quid.view()).data());
+        if (isAwaited) {
+            EXPECT_EQ(aAssociation, expected);
+            EXPECT_TRUE(aAssociation == nullptr || aDiagram->modelElements().holds(*aAssociation));
+        }
+    }
+
+    void stepOfAssociations() {
+        const KelString quid(std::to_string(below(6)).c_str());
+        std::string text(quid.view());
+        switch (below(5)) {
+        case 0:
+            aPackage = anyOf(designPackages);
+            CreateAssociation(text.data());
+            break;
+        case 1:
+            SetQuid(text.data());
+            break;
+        case 2:
+            CreateAssociationInView(text.data());
+            break;
+        case 3:
+            connectAssociation(quid);
+            break;
+        default:
+            if (below(8) == 0) {
+                delete walkPackages(quid);
+            }
+        }
+        EXPECT_EQ(QuidRegistry::findPlaceholder(quid), walkPlaceholders(quid));
+        EXPECT_EQ(QuidRegistry::findInPackages(quid), walkPackages(quid));
     }
 
     void compareLookups() {
@@ -213,14 +272,51 @@ public:
     }
 };
 
-TEST(RelationshipTwin, LookupsFindWhatAWalkFinds) {
+TEST(Twin, LookupsFindWhatALinearSearchFinds) {
     for (unsigned int seed = 1; seed <= 40 && !HasFailure(); ++seed) {
         SCOPED_TRACE(seed);
         RandomImport building(seed);
         aDiagram = building.diagrams.front();
+        aPackage = building.designPackages.front();
         for (int step = 0; step < 1500 && !HasFailure(); ++step) {
             building.step();
+            building.stepOfAssociations();
         }
+    }
+}
+
+TEST(ClassLookup, FindsClassesInPackagesFirstAndThenWaitingOnes) {
+    MidImport building(1);
+    aPackage = building.designPackages.front();
+    char name[] = "Order";
+    CreateAssociation(name);
+    EXPECT_EQ(findAClass(name, 0), nullptr) << "an element of another kind";
+    KelClass* const waiting = createWaitingClass(name);
+    aPackage = building.designPackages.back();
+    CreateClass(name, KelClassCategoryType::metaclass);
+    EXPECT_EQ(aClass, waiting);
+    EXPECT_EQ(toBeClasses.getCount(), 0);
+    const KelClass* const another = createWaitingClass(name);
+    EXPECT_EQ(findAClass(name, 1), waiting) << "one in a package is found first and stays there";
+    EXPECT_EQ(waiting->getDesignPackage(), aPackage);
+    delete waiting;
+    EXPECT_EQ(aClass, nullptr);
+    EXPECT_EQ(findAClass("order", 0), nullptr);
+    EXPECT_EQ(findAClass(name, 0), another);
+    const KelClass* const namesake = createWaitingClass(name);
+    EXPECT_EQ(findAClass(name, 1), another);
+    EXPECT_EQ(findAClass(name, 1), namesake);
+    EXPECT_EQ(findAClass(name, 1), nullptr);
+    delete another;
+    delete namesake;
+}
+
+TEST(ClassLookup, CutsNamesBelowTheLogicalViewToTheirLastPart) {
+    const std::pair<const char*, std::string> rows[] = {
+        {"A::B", "A::B"},           {"Logical View:B", "Logical View:B"}, {"Logical View::A::B", "B"},
+        {"x Logical View::B", "B"}, {"Logical View::B:", "B:"},           {"Logical View:::", ""}};
+    for (const auto& [text, simpleName] : rows) {
+        EXPECT_EQ(stripDoubleColon(text), simpleName) << text;
     }
 }
 
