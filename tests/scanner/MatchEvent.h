@@ -35,9 +35,6 @@ MatchEvents matcherEvents(std::string_view text, std::size_t bufferSize = 16384,
 /// The events of a scanner that tries every pattern at every position.
 MatchEvents simpleEvents(std::string_view text);
 
-/// The same, from a scanner that flex made of the rule table. Only where flex is: ROSE_FLEX_JUDGE says so.
-MatchEvents flexEvents(std::string_view text);
-
 /// The multi-line text that stands in `text` at `place`, which then moves behind it.
 std::string linesBehind(std::string_view text, std::size_t& place);
 

@@ -151,10 +151,16 @@ ScannedModel::ScannedModel() {
 }
 
 ScannedModel::~ScannedModel() {
-    cleanup();
-    resetBuilderState();
+    endImport();
     aModel = nullptr;
     localLog = nullptr;
+}
+
+void ScannedModel::endImport() {
+    cleanup();
+    aModel = &model_;
+    model_.recursiveDelete();
+    resetBuilderState();
 }
 
 void ScannedModel::scan(std::string_view text) {

@@ -31,6 +31,9 @@ public:
     /// Scans a stream of these bytes.
     static void scan(std::string_view text);
 
+    /// Resets the builder as the end of an import and the start of the next one do.
+    void endImport();
+
     /// What scanning `text` changes in the builder's state.
     static std::string change(std::string_view text);
 
