@@ -16,14 +16,15 @@ for program in $programs; do
 done
 
 # A line of a header is covered when any program covers it: gcov adds up what the objects that one call names have.
+sources=$(pwd -P)
 cd "$build"
 find . -name '*.gcda' | xargs gcov --json-format --stdout 2>/dev/null | python3 -c '
-import collections, json, sys
+import collections, json, os, sys
 sources = sys.argv[1] + "/src/"
 lines = collections.defaultdict(lambda: collections.defaultdict(int))
 for document in sys.stdin:
     for file in json.loads(document)["files"]:
-        name = file["file"]
+        name = os.path.realpath(file["file"])  # with a cache of objects it is relative to the build
         if name.startswith(sources):
             for line in file["lines"]:
                 lines[name][line["line_number"]] += line["count"]
@@ -34,4 +35,4 @@ for name, counts in lines.items():
     room[1] += len(counts)
 for room, (covered, all) in sorted(rooms.items()):
     print(f"{room:12} {covered:5} of {all:5} lines  {100 * covered / all:6.2f} %")
-' "$OLDPWD"
+' "$sources"
