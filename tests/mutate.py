@@ -6,11 +6,11 @@
 
 Picks COUNT random places in the sources of the folders and applies one mutation at a time: swaps an operator, a
 constant or an enumerator, negates a condition, deletes a statement. The mutated tree is a scratch copy (one per job), never
-the working tree. Each mutant is built incrementally and the test programs run in turn, under limits of time and memory,
-until one fails. A mutant that no test program notices has survived: it shows a missing test, or a change without effect.
+the working tree. The test programs are built incrementally and run in turn, under limits of time and memory, until one
+fails. A mutant that no test program notices has survived: it shows a missing test, or a change without effect.
 
 Mutants that the compiler refuses are reported and replaced by others. The same seed picks the same mutants in the same
-sources. The scratch copies stay, so that the next run builds less; --list shows the mutants and builds nothing.
+sources. The scratch copies stay to be looked at; --list shows the mutants and builds nothing. With ccache it starts sooner.
 """
 
 import argparse
@@ -25,6 +25,7 @@ import resource
 import shutil
 import subprocess
 import sys
+import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 TESTS = ["import_test", "builder_test", "completion_test", "types_test", "bridge_test", "source_test", "ledger_test",
@@ -121,7 +122,7 @@ class Tree:
     """A scratch copy of the tree with a build of the tests."""
 
     def __init__(self, folder, args):
-        self.folder, self.args = folder, args
+        self.folder, self.args, self.limits = folder, args, {}
         folder.mkdir(parents=True, exist_ok=True)
         for name in self.names(ROOT) | self.names(folder):
             source, copy = ROOT / name, folder / name
@@ -130,12 +131,13 @@ class Tree:
             elif not copy.is_file() or copy.read_bytes() != source.read_bytes():
                 copy.parent.mkdir(parents=True, exist_ok=True)
                 shutil.copy(source, copy)
+        shutil.rmtree(folder / "build", ignore_errors=True)  # a run that was interrupted may have left a mutant's objects
         launcher = ["-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"] if shutil.which("ccache") else []
         self.environment = {**os.environ, "CCACHE_BASEDIR": str(folder), "CCACHE_NOHASHDIR": "1"}
         self.run(["cmake", "--preset", "release", *launcher,
                   *(f"-D{setting}" for setting in args.define)], 600).check_returncode()
-        if self.build().returncode != 0 or self.failing_test():
-            sys.exit(f"{folder}: the tree as it is does not build or does not pass")
+        if failure := self.first_failure():
+            sys.exit(f"{folder}: the tree as it is does not pass: {failure}")
 
     @staticmethod
     def names(folder):
@@ -151,16 +153,19 @@ class Tree:
         return subprocess.run(command, cwd=self.folder, env=self.environment, timeout=limit, stdout=subprocess.DEVNULL,
                               stderr=subprocess.DEVNULL, **more)
 
-    def build(self):
-        return self.run(["cmake", "--build", "build", "-j", str(self.args.build_jobs), "--target", *self.args.tests], 3600)
-
-    def failing_test(self):
+    def first_failure(self):
+        """Builds and runs one program after the other; most mutants need no more than the first."""
         limit_memory = lambda: resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
         for test in self.args.tests:
+            build = ["cmake", "--build", "build", "-j", str(self.args.build_jobs), "--target", test]
+            if self.run(build, 3600).returncode != 0:
+                return "not compiling"
             try:
+                start = time.monotonic()
                 command = [f"build/bin/{test}", "--gtest_fail_fast", "--gtest_brief=1"]
-                if self.run(command, self.args.time_limit, preexec_fn=limit_memory).returncode != 0:
+                if self.run(command, self.limits.get(test, 600), preexec_fn=limit_memory).returncode != 0:
                     return test
+                self.limits.setdefault(test, self.args.patience * (time.monotonic() - start + 1))
             except subprocess.TimeoutExpired:
                 return f"{test} (time limit)"
         return None
@@ -173,7 +178,7 @@ class Tree:
         lines[number - 1] = mutated + "\n"
         file.write_text("".join(lines))
         try:
-            return "not compiling" if self.build().returncode != 0 else self.failing_test() or "SURVIVED"
+            return self.first_failure() or "SURVIVED"
         finally:
             file.write_text(original)
 
@@ -187,7 +192,8 @@ def main():
     parser.add_argument("--build-jobs", type=int, default=2, help="compilers at a time in each tree (default: 2)")
     parser.add_argument("--tests", type=lambda names: names.split(","), default=TESTS, metavar="PROGRAM,...",
                         help=f"default: {','.join(TESTS)}")
-    parser.add_argument("--time-limit", type=float, default=120, help="seconds for each test program (default: 120)")
+    parser.add_argument("--patience", type=float, default=10,
+                        help="how many times as long as without a fault a test program may take (default: 10)")
     parser.add_argument("--tables", action="store_true", help="also mutate tables of data")
     parser.add_argument("--only", metavar="FILE:LINE", action="append", help="only the mutants of this line")
     parser.add_argument("--list", action="store_true", help="show the mutants and stop")
