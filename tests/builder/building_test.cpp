@@ -37,6 +37,18 @@ object ClassAttribute "b"
     EXPECT_EQ(places, "a1 b2 c3 z0 a3 b1 c2 y0 ");
 }
 
+TEST(Building, ValuesOfAnEnumerationHavePositionsAcrossItsDefinitions) {
+    const ImportedModel imported = importLogicalView(R"(
+(object Class "A"
+(object ClassAttribute "a" type "Colour"
+(object Class "Colour") (value Text "{A,B}")
+(object Class "Colour") (value Text "{C,D}")
+)");
+    const std::string json = imported.json();
+    EXPECT_LT(json.find("\"position\": 1"), json.find("\"position\": 2"));
+    EXPECT_NE(json.find("\"position\": 3"), std::string::npos) << json;
+}
+
 TEST(Building, IsLoggedUnderTheNamesOfTheFile) {
     const ImportedModel imported = importLogicalView(R"(
 (object Class "Logical View::A"

@@ -147,16 +147,19 @@ public:
         std::array{CreateGeneralization, CreateRealization, CreateDependency}[static_cast<std::size_t>(below(3))]();
     }
 
-    /// As a supplier line would: the relationship that is current gets one.
+    /// As a supplier line would: a current relationship gets one.
     void bind() {
-        if (KelClass* supplier = anyClass(); supplier != nullptr) {
-            if (aGeneral != nullptr) {
-                bindSupertype(*aGeneral, *supplier);
-            } else if (aRealization != nullptr) {
-                bindSpecification(*aRealization, *supplier);
-            } else if (aDependency != nullptr) {
-                bindSupplier(*aDependency, *supplier);
-            }
+        KelClass* supplier = anyClass();
+        const int kind = below(3);
+        if (supplier == nullptr) {
+            return;
+        }
+        if (kind == 0 && aGeneral != nullptr) {
+            bindSupertype(*aGeneral, *supplier);
+        } else if (kind == 1 && aRealization != nullptr) {
+            bindSpecification(*aRealization, *supplier);
+        } else if (kind == 2 && aDependency != nullptr) {
+            bindSupplier(*aDependency, *supplier);
         }
     }
 
