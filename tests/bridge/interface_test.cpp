@@ -104,6 +104,7 @@ TEST(Messages, AreLoggedAndThrownWithTheirCodes) {
                                                    "QEV_RRSE_S0013 Creating Package {0}{1}..."}));
     try {
         QEV_RRSE::ROS_I_ASSOCIATION_NOT_IN_PACKAGE.throwException("X");
+        ADD_FAILURE() << "nothing was thrown";
     } catch (const std::exception& exception) {
         EXPECT_STREQ(exception.what(), "[QEV_RRSE_E0011] Cannot add association X to package");
     }

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 
-#include <array>
 #include <set>
 #include <string>
 #include <string_view>
@@ -27,46 +26,22 @@ public:
     }
 
 private:
-    static constexpr std::array reasonNames{"",
-                                            "beforeLogicalView",
-                                            "noPackage",
-                                            "inMechanism",
-                                            "inUseCaseView",
-                                            "noOwner",
-                                            "noClass",
-                                            "noAssociation",
-                                            "noOperation",
-                                            "noDiagram",
-                                            "nothingActive",
-                                            "nameTaken",
-                                            "takesNoArguments",
-                                            "drawnAlready",
-                                            "endNotDrawn",
-                                            "nothingToShow",
-                                            "tooFewEnds",
-                                            "endWithoutClass",
-                                            "literalsUnusable",
-                                            "definedTwice",
-                                            "textAdded",
-                                            "takenAsTrue",
-                                            "valueUnknown",
-                                            "wholeOnly",
-                                            "attachedToDiagram",
-                                            "shadow",
-                                            "attachedToNothing",
-                                            "placeholder",
-                                            "becameEnumeration",
-                                            "nameCleared",
-                                            "onlyNamed",
-                                            "splitForKey",
-                                            "keyForAggregation",
-                                            "withOwner",
-                                            "noSupplier",
-                                            "supplierUnknown",
-                                            "typeDefaulted",
-                                            "typeConverted",
-                                            "typeByReference"};
-    static_assert(reasonNames.size() == static_cast<std::size_t>(KelImportReason::typeByReference) + 1);
+    /// The reasons after `none` in their order.
+    static constexpr std::string_view reasonNames =
+        "beforeLogicalView noPackage inMechanism inUseCaseView noOwner noClass noAssociation noOperation "
+        "noDiagram nothingActive nameTaken takesNoArguments drawnAlready endNotDrawn nothingToShow tooFewEnds "
+        "endWithoutClass literalsUnusable definedTwice textAdded takenAsTrue valueUnknown wholeOnly "
+        "attachedToDiagram shadow attachedToNothing placeholder becameEnumeration nameCleared onlyNamed "
+        "splitForKey keyForAggregation withOwner noSupplier supplierUnknown typeDefaulted typeConverted "
+        "typeByReference ";
+
+    static std::string nameOf(KelImportReason reason) {
+        std::string_view names = reasonNames;
+        for (auto left = static_cast<int>(reason); left > 1; --left) {
+            names.remove_prefix(names.find(' ') + 1);
+        }
+        return reason == KelImportReason::none ? "" : " " + std::string(names.substr(0, names.find(' ')));
+    }
 
     static std::string textOf(const KelObject* object) {
         if (object == nullptr) {
@@ -79,9 +54,7 @@ private:
              const KelObject* other = nullptr) {
         std::string keyword = by != nullptr ? std::string(file_.substr(by->begin, by->end - by->begin)) : "";
         keyword.resize(std::min(keyword.size(), keyword.find('\n')));
-        const std::string line = keyword + (keyword.empty() ? "" : ": ") + step +
-                                 (why != KelImportReason::none ? " " : "") +
-                                 reasonNames[static_cast<std::size_t>(why)] + textOf(object) +
+        const std::string line = keyword + (keyword.empty() ? "" : ": ") + step + nameOf(why) + textOf(object) +
                                  (other != nullptr ? "," : "") + textOf(other) + "\n";
         if (why == KelImportReason::attachedToNothing) {
             unordered_.insert(line);

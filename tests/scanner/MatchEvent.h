@@ -3,6 +3,7 @@
 #include "scanner/VectorCode.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -37,6 +38,9 @@ MatchEvents simpleEvents(std::string_view text);
 
 /// The multi-line text that stands in `text` at `place`, which then moves behind it.
 std::string linesBehind(std::string_view text, std::size_t& place);
+
+/// A text of keywords, pieces of keywords and their surroundings, the same for the same seed.
+std::string randomText(std::uint32_t seed);
 
 /// `bytes` with everything unprintable escaped.
 std::string readable(std::string_view bytes);
