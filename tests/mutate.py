@@ -29,7 +29,7 @@ import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 TESTS = ["import_test", "builder_test", "completion_test", "types_test", "bridge_test", "source_test", "ledger_test",
-         "scanner_test"]
+         "scanner_test", "reliability_test"]
 MEMORY = 4 << 30  # bytes of address space for a test program
 
 # Name, what is replaced, replacement: a text or a function of the match.

@@ -111,13 +111,12 @@ TEST(Messages, AreLoggedAndThrownWithTheirCodes) {
 }
 
 TEST(Messages, AreKnownToHostsByTheirCodes) {
-    namespace code = KelImportBridge::message;
-    const char* const codes[] = {
-        code::unableToOpenInputFile,   code::badInputFileFormat,  code::inputModelParameterIsNull,
-        code::classNotInDiagram,       code::diagramNotCreated,   code::noRelation,
-        code::associationNotInPackage, code::classNameToBeFound,  code::creatingPackage,
-        code::creatingDiagram,         code::creatingAssociation, code::creatingClass,
-        code::creatingAttribute,       code::connectingType,      code::duplicateAttribute};
+    using namespace KelImportBridge::message;
+    const char* const codes[] = {unableToOpenInputFile,   badInputFileFormat,  inputModelParameterIsNull,
+                                 classNotInDiagram,       diagramNotCreated,   noRelation,
+                                 associationNotInPackage, classNameToBeFound,  creatingPackage,
+                                 creatingDiagram,         creatingAssociation, creatingClass,
+                                 creatingAttribute,       connectingType,      duplicateAttribute};
     std::size_t known = 0;
     for (KelTextLiteral* const* literal = QEV_RRSE::getAllLiterals(); *literal != nullptr; ++literal) {
         if (const auto* message = dynamic_cast<const KelMessageLiteral*>(*literal); message != nullptr) {

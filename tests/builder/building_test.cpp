@@ -25,12 +25,11 @@ object ClassAttribute "b"
   (object Role "product" supplier "Product")
 )");
     std::string places;
-    for (const KelModelElement* element :
-         static_cast<KelDesignPackage&>(*imported.model.childPackages()[0]).modelElements()) {
-        if (element->elementType == KelElementType::classObject) {
-            for (const KelAttribute* attribute : static_cast<const KelClass*>(element)->attributes()) {
-                places += attribute->getName().text() + std::to_string(attribute->position) + " ";
-            }
+    const auto& package = static_cast<const KelDesignPackage&>(*imported.model.childPackages()[0]);
+    for (const int number : {0, 1}) {
+        for (const KelAttribute* attribute :
+             static_cast<const KelClass*>(package.modelElements()[number])->attributes()) {
+            places += attribute->getName().text() + std::to_string(attribute->position) + " ";
         }
     }
     // The waiting ones move from the last to the first.

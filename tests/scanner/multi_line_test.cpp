@@ -22,10 +22,8 @@ struct LinesRow {
 const LinesRow linesRows[] = {
     {"\n|First\n|Second\n\t\t\n", "First\nSecond", "\n\t\t\n"},
     {"\n|A\n|\n|B\nC", "A\n\nB", "\nC"},
-    {"\n|\n", "", "\n"},
     {"\n|a|b\n||c\n |d", "a|b\n|c", "\n |d"},
     {"\n|A\r\n|B\r\nC", "A\r\nB\r", "\nC"},
-    {"\n|A\n", "A", "\n"},
     {"\n|", "", ""},
     {"\n|A\0B\n|C\nD"s, "A", "\nD"},
     {"\nA", std::nullopt, "\nA"},

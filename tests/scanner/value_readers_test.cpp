@@ -27,7 +27,6 @@ TEST(ValueReaders, TakeWhatFollowsTheLastDelimiterOrReferenceMark) {
         {"a \"b\" \"c", "c", "c"},
         {"\tclient @12", std::nullopt, "12\t"},
         {"\tclient @", std::nullopt, "\t"},
-        {"\tclient @7 \"name", "name", "name"},
         {"\tclient \"name@7", "name@7", "name@7"},
     };
     for (const ReaderRow& row : rows) {
@@ -50,7 +49,6 @@ TEST(ValueReaders, TakeTheNameAndNumberOfAClassView) {
         {"\"Class\" \"A\" @ -12x", "A", -12},
         {"\"Class\" \"A@5\" \"@6", "A@5", 6},
         {"\"Class\" \"A@5\"", "A@5", 5},
-        {"\"Class\" \"A\" @", "A", 0},
         {"\"Class\" \"\" none", "", -1},
         {"\"Class\" \"A @5", std::nullopt, -1},
         {"\"Class\" @5", std::nullopt, -1},
