@@ -35,7 +35,7 @@ _petal() {
         ':-'*) words="-h --help --version" ;;
         'import:-'*) words="-h --help --files-from -0 --null -j --jobs --timeout --max-memory --in-process --keep-going --fail-fast --resume -q --quiet --report --types --encoding -f --format -O -o --log-level --log-format --log --units --path-map --unit-dir --ledger --ledger-detail --fail-on" ;;
         'info:-'*) words="-h --help --json" ;;
-        'units:-'*) words="-h --help --units --path-map --unit-dir" ;;
+        'units:-'*) words="-h --help --json --units --path-map --unit-dir" ;;
         'report merge:-'*) words="-h --help -o" ;;
         'report:'*) words="merge" ;;
         'formats:-'*) words="-h --help --json" ;;

@@ -34,6 +34,7 @@ complete -c petal -n '__fish_seen_subcommand_from info' -s h -l help -d 'Print t
 complete -c petal -n '__fish_seen_subcommand_from info' -l json -d 'Print a JSON list with an object for each file'
 complete -c petal -n '__fish_use_subcommand' -f -a units -d 'Print the controlled units of model files and where each was found'
 complete -c petal -n '__fish_seen_subcommand_from units' -s h -l help -d 'Print this help message and exit'
+complete -c petal -n '__fish_seen_subcommand_from units' -l json -d 'Print a JSON object with the units of all files'
 complete -c petal -n '__fish_seen_subcommand_from units' -l units -x -a 'require warn skip' -d 'What to do about controlled units: warn of missing ones'
 complete -c petal -n '__fish_seen_subcommand_from units' -l path-map -x -d 'What a path symbol in the names of units stands for'
 complete -c petal -n '__fish_seen_subcommand_from units' -l unit-dir -r -F -d 'A folder to search, with all below it, for units that are not where the model'

@@ -3,6 +3,7 @@
 #include "ImportInput.h"
 #include "export/ElementIds.h"
 #include "export/modelWalk.h"
+#include "export/words.h"
 #include "require.h"
 #include "support/Written.h"
 #include "text/utf8.h"
@@ -50,9 +51,6 @@ struct IdCheck final : exporter::ModelVisitor {
         fuzz::require(owners.try_emplace(id, &element).first->second == &element, "two elements of one id");
         fuzz::require(text::isValidUtf8(exporter::qualifiedName(element)), "a name that is no UTF-8");
     }
-    void startPart(const exporter::Part& /*part*/) override {}
-    void endPart(const exporter::Part& /*part*/) override {}
-    void leave(const KelObject& /*element*/) override {}
 
     exporter::ElementIds ids;
     std::map<std::string, const KelObject*> owners;

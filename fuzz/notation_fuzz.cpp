@@ -5,8 +5,8 @@
 #include "petal/info/infoForms.h"
 #include "require.h"
 #include "support/NotationEvents.h"
-#include "text/BufferedOutput.h"
 #include "text/MemoryOutput.h"
+#include "text/Output.h"
 #include "textFault.h"
 
 namespace {

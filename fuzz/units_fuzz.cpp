@@ -1,7 +1,8 @@
 // A model in several files is put together as it must be, whatever they hold; its import ends as one may end, and the
 // ledger of that tells of everything in the files once. The first byte chooses how it is imported: the target system
-// (bit 0), whether a header is put in front of each file (bit 1 clear), the encoding (bits 2 and 3), and whether units
-// are searched for by their names (bit 4). The rest are the files, with a line "----" between one and the next.
+// (bit 0), whether a header is put in front of each file (bit 1 clear), the encoding (bits 2 and 3), whether units are
+// searched for by their names (bit 4), and whether `petal units` maps path symbols (bit 5). The rest are the files,
+// with a line "----" between one and the next.
 
 #include "CapturedStreams.h"
 #include "ImportInput.h"
@@ -35,6 +36,7 @@ constexpr unsigned typesBit = 1;
 constexpr unsigned bareBit = 2;
 constexpr unsigned encodingShift = 2;
 constexpr unsigned searchBit = 16;
+constexpr unsigned automaticBit = 32;
 
 const fuzz::MemoryFolder& folder() {
     static const fuzz::MemoryFolder folder;
@@ -63,6 +65,9 @@ petal::ImportRequest requestFor(unsigned choice) {
     if ((choice & searchBit) != 0) {
         request.units.folders = {folder().getPath()};
     }
+    if ((choice & automaticBit) != 0) {
+        request.units.pathMaps = {petal::automaticPathMap};
+    }
     return request;
 }
 
@@ -76,17 +81,20 @@ bool isAtHome(const units::UnitTree& tree) {
 /// `petal units` on the model.
 void checkPrinting(const petal::ImportRequest& request) {
     static fuzz::CapturedStreams streams;
-    streams.start();
-    bool isRefused = false;
-    try {
-        petal::printUnits({{request.file}, request.units});
-    } catch (const petal::Failure& failure) {
-        isRefused = failure.getOutcome() != petal::Outcome::inputNotRead;
+    for (const bool asJson : {false, true}) {
+        streams.start();
+        bool isRefused = false;
+        try {
+            petal::printUnits({{request.file}, request.units, asJson});
+        } catch (const petal::Failure& failure) {
+            isRefused = failure.getOutcome() != petal::Outcome::inputNotRead;
+        }
+        streams.stop();
+        fuzz::require(!isRefused, "a refusal for another reason");
+        fuzz::requireNone(fuzz::textFault(streams.output()));
+        fuzz::requireNone(fuzz::textFault(streams.errors()));
+        fuzz::requireNone(asJson ? fuzz::jsonFault(streams.output()) : "");
     }
-    streams.stop();
-    fuzz::require(!isRefused, "a refusal for another reason");
-    fuzz::requireNone(fuzz::textFault(streams.output()));
-    fuzz::requireNone(fuzz::textFault(streams.errors()));
 }
 
 void checkLedgers(const petal::ModelSource& source, const source::Trace& trace, KelModel& model,
@@ -113,7 +121,8 @@ void checkImport(const petal::ImportRequest& request, const units::UnitTree& tre
     KelOptionList options;
     bridge.getOptionList(options);
     petal::setImportOptions(request, options);
-    const petal::ModelSource source(request);
+    units::UnitLocator locator = petal::makeUnitLocator(request.units);
+    const petal::ModelSource source(request, locator);
     fuzz::require(source.getTree().files.size() == tree.files.size(), "the import follows other units");
     source.setOptions(options);
     KeptLog log;

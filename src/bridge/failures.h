@@ -5,13 +5,13 @@
 
 namespace rose {
 
-/// A failure of this bridge that one of the host's messages tells of. It is worded when it is made, so that it can be
-/// thrown when there is no memory to word it.
+/// A failure of this bridge that one of the host's messages reports. Its text is made in advance, so that it can be
+/// thrown when there is no memory for a text.
 class HostFailure {
 public:
     explicit HostFailure(const HOCM::MessageInstance_String& message);
 
-    /// Throws the message as a `KelException`, worded anew as long as there is memory to word it.
+    /// Throws the message as a `KelException`, with a new text if there is memory for it.
     [[noreturn]] void raise() const;
 
 private:
@@ -19,7 +19,7 @@ private:
     KelException prepared_;
 };
 
-/// What the bridge has no message of its own for.
+/// The failures for which the bridge has no message of its own catalog.
 struct HostFailures {
     HostFailure unexpected{HOCM::BRIDGE_UNEXPECTED_ERROR};
     HostFailure modelNotEmpty{HOCM::BRIDGE_MODEL_NOT_EMPTY};

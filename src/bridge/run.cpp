@@ -1,33 +1,37 @@
-#include "bridge/EncodingConversion.h"
 #include "bridge/KelIbmRationalRose40ImportDllInterface.h"
-#include "bridge/ModelFile.h"
 #include "bridge/failures.h"
 #include "builder/BuilderState.h"
-#include "builder/ImportWatch.h"
 #include "builder/Trace.h"
 #include "builder/Unattached.h"
 #include "completion/ValidateModel.h"
-#include "completion/checkToBeClasses.h"
 #include "completion/cleanup.h"
 #include "host/bridge/HOLST.h"
 #include "host/bridge/generateMetadataOrigin.h"
+#include "host/encoding/KelEncodingConverter.h"
 #include "host/encoding/localeText.h"
+#include "host/literals/HOCM.h"
 #include "host/log/KelException.h"
 #include "host/model/KelMetadataOrigin.h"
 #include "host/model/KelModel.h"
 #include "host/options/KelOption.h"
 #include "host/options/KelOptionList.h"
 #include "literals/QEV_RRSE.h"
-#include "scanner/RoseLexImport.h"
+#include "scanner/Scanner.h"
 #include "types/setRoseTypes.h"
 
+#include <array>
 #include <atomic>
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+#include <cstring>
 #include <memory>
 #include <new>
+#include <string>
 
 namespace {
 
-/// The right to import. One import at a time has it, since what the builder and the scanner work on is the process's.
+/// The right to import. One import at a time has it, since the builder and the scanner have one state in the process.
 class ImportRight {
 public:
     ImportRight() {
@@ -49,7 +53,7 @@ KelString modelPath(const KelOptionList& options) {
     return found != nullptr ? utf8ToLocale(static_cast<const KelOption*>(found)->getValue().text()) : KelString();
 }
 
-/// The name of the file's encoding. Looked up before there is anything to give up.
+/// The name of the file's encoding. Called before the import begins, so that a failure needs no clean-up.
 KelString encodingOption(const KelOptionList& options) {
     try {
         return options.getValue(QEV_RRSE::BP_ENCODING.getName());
@@ -58,7 +62,33 @@ KelString encodingOption(const KelOptionList& options) {
     }
 }
 
-/// Notes on the model where it comes from. The model owns the origin.
+constexpr std::size_t headerLength = 20;
+
+/// Reads the header, or as much of it as the file has. Repeats interrupted reads.
+void readHeader(char* header) {
+    std::size_t read = 0;
+    do {
+        std::clearerr(rose::state.theFile);
+        errno = 0;
+        read += std::fread(header + read, 1, headerLength - read, rose::state.theFile);
+    } while (std::ferror(rose::state.theFile) != 0 && errno == EINTR);
+}
+
+/// Opens the model file into `theFile` and reads its first 20 bytes, which must contain "(object Petal". The scan
+/// continues after them. Throws `ROS_I_UNABLE_TO_OPEN_INPUT_FILE` or `ROS_I_BAD_INPUT_FILE_FORMAT`.
+void openModelFile(const KelString& localPath) {
+    rose::state.theFile = std::fopen(localPath.text(), "r");
+    if (rose::state.theFile == nullptr) {
+        QEV_RRSE::ROS_I_UNABLE_TO_OPEN_INPUT_FILE.throwException(localPath);
+    }
+    std::array<char, headerLength + 1> header{}; // with its NUL; the text ends at a NUL in the file as well
+    readHeader(header.data());
+    if (std::strstr(header.data(), "(object Petal") == nullptr) {
+        QEV_RRSE::ROS_I_BAD_INPUT_FILE_FORMAT.throwException();
+    }
+}
+
+/// Adds an origin to the model, which owns it.
 KelMetadataOrigin& addOrigin(KelModel& model, const KelString& bridgeId, const KelString& path) {
     std::unique_ptr<KelMetadataOrigin> made(
         generateMetadataOrigin(HOLST::BRIDGE_SPEC_IBMRATIONALROSE40_IMPORT, bridgeId));
@@ -71,26 +101,52 @@ KelMetadataOrigin& addOrigin(KelModel& model, const KelString& bridgeId, const K
     return *origin;
 }
 
-/// Fills the model; whatever fails leaves as an exception.
+/// Converts every text of the model from the encoding of that name to UTF-8 and notes the encoding on the origin. The
+/// texts stay as they are if the name is "unknown", and, with a message, if the encoding is not known or needs no
+/// conversion. Texts with invalid bytes are converted and counted in a message.
+void convertTexts(KelModel& model, KelMetadataOrigin& origin, const KelString& encodingName, KelLog& log) {
+    if (encodingName == "unknown") {
+        return;
+    }
+    KelEncodingConverter source(encodingName);
+    KelEncodingConverter target("UTF-8");
+    if (source.getHandle() == nullptr) {
+        HOCM::ICU_CANNNOT_CREATE_CONVERTER.log(log, encodingName);
+        return;
+    }
+    origin.sourceEncoding = source.getEncodingName();
+    if (equivalentConverters(&source, &target)) {
+        HOCM::ICU_EQUIVALENT_CONVERTERS.log(log);
+        return;
+    }
+    int stringCount = 0;
+    int errorCount = 0;
+    model.transcode(&source, &target, stringCount, errorCount);
+    if (errorCount > 0) {
+        HOCM::ICU_CONVERSION_ERROR.log(log, std::to_string(errorCount).c_str(), std::to_string(stringCount).c_str());
+    }
+}
+
+/// Fills the model. Throws on any failure.
 void import(const KelString& bridgeId, KelModel& model, KelOptionList& options, KelLog& log,
             const KelString& encodingName) {
     const KelString localPath = modelPath(options);
-    rose::openModelFile(localPath);
+    openModelFile(localPath);
     model.setName(computeNameFromPath(localPath, encodingName));
-    rose::RoseLexImport(rose::theFile);
+    rose::RoseLexImport(rose::state.theFile);
     rose::checkToBeClasses();
     rose::ValidateModel();
     rose::setRoseTypes(&model);
     KelMetadataOrigin& origin = addOrigin(model, bridgeId, localPath);
-    rose::convertTexts(model, origin, encodingName, log);
+    convertTexts(model, origin, encodingName, log);
 }
 
-/// Ends an import that has failed: nothing is left of it.
+/// Ends a failed import and empties the model.
 void giveUp(KelModel& model) noexcept {
     try {
         rose::cleanup();
     } catch (const std::bad_alloc&) {
-        // There was no memory to walk the model, but all else has been cleaned up.
+        // There was no memory to traverse the model, but everything else has been cleaned up.
     }
     model.recursiveDelete();
 }
@@ -103,12 +159,9 @@ bool KelIbmRationalRose40ImportDllInterface::run(const KelString& bridgeId, KelM
     if (!model.isEmpty()) {
         rose::failures().modelNotEmpty.raise();
     }
-    model.generalPointer = nullptr; // one that is set would be freed as a quid at the end
-    rose::localLog = &log;
-    rose::aModel = &model;
+    model.generalPointer = nullptr; // `cleanup` would free it as a quid
     const KelString encodingName = encodingOption(options);
-    rose::theOptions = &options;
-    rose::resetBuilderState();
+    rose::startBuilding(model, log, &options);
     const rose::ImportWatch watch;
     const rose::trace::Scope trace(KelImportObserver::current());
     try {

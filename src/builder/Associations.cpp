@@ -1,22 +1,64 @@
 #include "builder/Associations.h"
 
 #include "builder/BuilderState.h"
-#include "builder/ClassLookup.h"
+#include "builder/Classes.h"
+#include "builder/Trace.h"
 #include "builder/Unattached.h"
-#include "builder/indexes/Containers.h"
-#include "builder/report.h"
-#include "builder/unnamed.h"
+#include "builder/indexes/ContainerIndex.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelAssociationRole.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDesignPackage.h"
+#include "host/model/links/KelPointerHash.h"
 
 #include <algorithm>
 #include <array>
 #include <memory>
 #include <string_view>
+#include <tsl/robin_map.h>
+#include <vector>
 
 namespace rose {
+
+namespace AggregateRoles {
+
+namespace {
+
+using Roles = std::vector<KelAssociationRole*>;
+
+tsl::robin_map<const KelAssociation*, Roles, KelPointerHash> markedRoles;
+
+} // namespace
+
+void mark(KelAssociationRole& role, const KelAssociation& association) {
+    Roles& own = markedRoles[role.getAssociation()];
+    if (!role.isAggregate) {
+        own.push_back(&role);
+        role.isAggregate = true;
+    }
+    Roles& marked = markedRoles[&association];
+    for (KelAssociationRole* other : marked) {
+        other->isAggregate = other == &role;
+    }
+    std::erase_if(marked, [](const KelAssociationRole* other) { return !other->isAggregate; });
+}
+
+void forget(const KelAssociationRole& deleted) noexcept {
+    const auto own = markedRoles.find(deleted.getAssociation());
+    if (own != markedRoles.end()) {
+        std::erase(own.value(), &deleted);
+    }
+}
+
+void forget(const KelAssociation& deleted) noexcept {
+    markedRoles.erase(&deleted);
+}
+
+void clear() noexcept {
+    markedRoles.clear();
+}
+
+} // namespace AggregateRoles
 
 namespace {
 
@@ -38,7 +80,7 @@ const char* multiplicityOf(const char* cardinality) {
     return row != multiplicities.end() ? row->multiplicity : cardinality;
 }
 
-/// One end of an association that stands for part of an association with a class of its own.
+/// One end of an association that replaces a part of an association with an association class.
 struct End {
     KelClass* associatedClass;
     KelString multiplicity;
@@ -52,7 +94,8 @@ void addRole(KelAssociation& association, const End& end) {
     role->addAssociatedClass(end.associatedClass);
 }
 
-void tellOfClearedName(KelModelObject& object, std::string_view name) {
+/// For the observer: the name was only the mark for having none.
+void reportClearedName(KelModelObject& object, std::string_view name) {
     if (!name.empty() && isUnnamed(name)) {
         trace::repaired(object, KelImportReason::nameCleared);
     }
@@ -64,36 +107,34 @@ void createAssociationBetween(const End& first, const End& second) {
     made->setName(first.associatedClass->getName() + "_" + second.associatedClass->getName());
     addRole(*made, first);
     addRole(*made, second);
-    attach(std::move(made), [](KelAssociation* association) { return place(*aPackage, *association); });
+    attach(std::move(made), [](KelAssociation* association) { return place(*state.aPackage, *association); });
 }
 
 } // namespace
 
 void CreateAssociation(char* name) {
-    aRealization = nullptr;
-    aGeneral = nullptr;
-    aDependency = nullptr;
+    state.clearRelationships();
     auto made = std::make_unique<KelAssociation>();
     if (!isUnnamed(name)) {
         made->setName(name);
     }
-    aAssociation = attach(std::move(made), [name](KelAssociation* association) {
-        const bool placed = place(*aPackage, *association);
+    state.aAssociation = attach(std::move(made), [name](KelAssociation* association) {
+        const bool placed = place(*state.aPackage, *association);
         if (!placed) {
             report(QEV_RRSE::ROS_I_ASSOCIATION_NOT_IN_PACKAGE, name);
         }
         return placed;
     });
-    InNoteView = false;
-    activeObject = aAssociation;
-    aClass = nullptr;
-    candKey = nullptr;
-    forKey = nullptr;
-    tellOfClearedName(*aAssociation, name);
+    state.InNoteView = false;
+    state.activeObject = state.aAssociation;
+    state.aClass = nullptr;
+    state.candKey = nullptr;
+    state.forKey = nullptr;
+    reportClearedName(*state.aAssociation, name);
 }
 
 void CreateAssociationRole(char* name) {
-    if (aAssociation == nullptr) {
+    if (state.aAssociation == nullptr) {
         trace::refused(KelImportReason::noAssociation);
         return;
     }
@@ -101,42 +142,44 @@ void CreateAssociationRole(char* name) {
     if (!isUnnamed(name)) {
         made->setName(name);
     }
-    aAssociationRole =
-        attach(std::move(made), [](KelAssociationRole* role) { return aAssociation->addAssociationRole(role); });
-    aAssociationRole->isNavigable = false;
-    tellOfClearedName(*aAssociationRole, name);
-    activeObject = aAssociationRole;
+    state.aAssociationRole =
+        attach(std::move(made), [](KelAssociationRole* role) { return state.aAssociation->addAssociationRole(role); });
+    state.aAssociationRole->isNavigable = false;
+    reportClearedName(*state.aAssociationRole, name);
+    state.activeObject = state.aAssociationRole;
 }
 
 void SetCardinality(char* text) {
-    if (activeObject == nullptr) {
+    if (state.activeObject == nullptr) {
         trace::refused(KelImportReason::nothingActive);
         return;
     }
     const char* multiplicity = multiplicityOf(text);
-    if (aAssociation != nullptr && aAssociationRole != nullptr) {
-        aAssociationRole->multiplicity = multiplicity;
-        trace::changed(*aAssociationRole);
-    } else if (aAssociation == nullptr && aClass != nullptr) {
-        aClass->multiplicity = multiplicity;
-        trace::changed(*aClass);
+    if (state.aAssociation != nullptr && state.aAssociationRole != nullptr) {
+        state.aAssociationRole->multiplicity = multiplicity;
+        trace::changed(*state.aAssociationRole);
+    } else if (state.aAssociation == nullptr && state.aClass != nullptr) {
+        state.aClass->multiplicity = multiplicity;
+        trace::changed(*state.aClass);
     } else {
-        trace::refused(KelImportReason::nothingActive, activeObject);
+        trace::refused(KelImportReason::nothingActive, state.activeObject);
     }
 }
 
 void CreateAssociationClass(char* name) {
-    const KelAssociationRole* first = aAssociation != nullptr ? aAssociation->associationRoles()[0] : nullptr;
-    const KelAssociationRole* second = aAssociation != nullptr ? aAssociation->associationRoles()[1] : nullptr;
+    const KelAssociationRole* first =
+        state.aAssociation != nullptr ? state.aAssociation->associationRoles()[0] : nullptr;
+    const KelAssociationRole* second =
+        state.aAssociation != nullptr ? state.aAssociation->associationRoles()[1] : nullptr;
     if (first == nullptr || second == nullptr || first->getAssociatedClass() == nullptr ||
         second->getAssociatedClass() == nullptr) {
-        trace::refused(aAssociation == nullptr                 ? KelImportReason::noAssociation
+        trace::refused(state.aAssociation == nullptr           ? KelImportReason::noAssociation
                        : first == nullptr || second == nullptr ? KelImportReason::tooFewEnds
                                                                : KelImportReason::endWithoutClass,
-                       aAssociation);
+                       state.aAssociation);
         return;
     }
-    keepOperation = nullptr;
+    state.keepOperation = nullptr;
     const char* simpleName = stripDoubleColon(name);
     report(QEV_RRSE::ROS_I_CREATING_ASSOCIATION, simpleName);
     KelClass* associationClass = findAClass(simpleName, 0);
@@ -145,7 +188,7 @@ void CreateAssociationClass(char* name) {
     }
     createAssociationBetween({first->getAssociatedClass(), "1"}, {associationClass, second->multiplicity});
     createAssociationBetween({associationClass, first->multiplicity}, {second->getAssociatedClass(), "1"});
-    trace::changed(*aAssociation, associationClass);
+    trace::changed(*state.aAssociation, associationClass);
 }
 
 } // namespace rose

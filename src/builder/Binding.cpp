@@ -1,15 +1,13 @@
 #include "builder/Binding.h"
 
+#include "builder/Attributes.h"
 #include "builder/BuilderState.h"
-#include "builder/ClassDiagrams.h"
-#include "builder/ClassLookup.h"
+#include "builder/Classes.h"
+#include "builder/Diagrams.h"
 #include "builder/Notes.h"
-#include "builder/RelationshipViews.h"
+#include "builder/Relationships.h"
 #include "builder/Trace.h"
 #include "builder/indexes/ContainerIndex.h"
-#include "builder/indexes/Containers.h"
-#include "builder/indexes/Relationships.h"
-#include "builder/placeAttribute.h"
 #include "host/model/KelAssociationRole.h"
 #include "host/model/KelAttribute.h"
 #include "host/model/KelClass.h"
@@ -41,14 +39,14 @@ int numberIn(const char* text) {
 }
 
 KelClass* findByName(const char* name) {
-    return aDiagram != nullptr ? getClassFromViewelement(aDiagram, KelString(name)) : findAClass(name, 0);
+    return state.aDiagram != nullptr ? getClassFromViewelement(state.aDiagram, KelString(name)) : findAClass(name, 0);
 }
 
 KelClass* findByViewNumber(int viewNumber) {
-    return (aDiagram != nullptr ? indexOf(*aDiagram) : indexOf(*aPackage)).firstClass(viewNumber);
+    return (state.aDiagram != nullptr ? indexOf(*state.aDiagram) : indexOf(*state.aPackage)).firstClass(viewNumber);
 }
 
-/// The class that the text names or whose view it refers to. A view reference loses its final tab.
+/// The class that the text names or whose view it refers to. Overwrites the final tab of a view reference.
 Supplier findSupplier(char* text) {
     if (KelClass* named = findByName(text); named != nullptr) {
         return {named, Found::byName};
@@ -61,73 +59,73 @@ Supplier findSupplier(char* text) {
     return {createWaitingClass(text), Found::byCreation};
 }
 
-/// Moves the attributes that wait in the key into the class. Where the class has one of the same name, that takes
-/// the place of the waiting one in the key.
+/// Moves the attributes that wait in the key into the class. If the class has one of the same name, that one replaces
+/// the waiting one in the key.
 void moveAttributes(KelForeignKey& key, KelClass& owner) {
     std::vector<KelAttribute*> waiting;
     for (KelAttribute* attribute : key.attributes()) {
         waiting.push_back(attribute);
     }
-    // From the last to the first. What has been moved or put in would stay as it is if it were visited again.
+    // From the last to the first. Visiting one that has been moved or added again would change nothing.
     for (auto attribute = waiting.rbegin(); attribute != waiting.rend(); ++attribute) {
         key.addAttribute(placeAttribute(**attribute, owner));
     }
 }
 
 void bindRole(KelClass& bound) {
-    if (aDiagram != nullptr || aAssociationRole == nullptr) {
+    if (state.aDiagram != nullptr || state.aAssociationRole == nullptr) {
         trace::refused(KelImportReason::noAssociation);
         return;
     }
-    aAssociationRole->addAssociatedClass(&bound);
-    trace::changed(*aAssociationRole, &bound);
-    if (forKey != nullptr) {
-        aAssociationRole->addForeignKey(forKey);
-        forKey->addAssociatedClass(&bound);
-        moveAttributes(*forKey, bound);
-        candKey = nullptr;
-        forKey = nullptr;
+    state.aAssociationRole->addAssociatedClass(&bound);
+    trace::changed(*state.aAssociationRole, &bound);
+    if (state.forKey != nullptr) {
+        state.aAssociationRole->addForeignKey(state.forKey);
+        state.forKey->addAssociatedClass(&bound);
+        moveAttributes(*state.forKey, bound);
+        state.candKey = nullptr;
+        state.forKey = nullptr;
     }
 }
 
 void bindCurrentRelationship(KelClass& bound) {
-    if (aGeneral != nullptr) {
-        bindSupertype(*aGeneral, bound);
-    } else if (aRealization != nullptr) {
-        bindSpecification(*aRealization, bound);
-    } else if (aDependency != nullptr) {
-        bindSupplier(*aDependency, bound);
+    if (state.aGeneral != nullptr) {
+        bindSupertype(*state.aGeneral, bound);
+    } else if (state.aRealization != nullptr) {
+        bindSpecification(*state.aRealization, bound);
+    } else if (state.aDependency != nullptr) {
+        bindSupplier(*state.aDependency, bound);
     } else {
-        trace::refused(KelImportReason::nothingActive, activeObject);
+        trace::refused(KelImportReason::nothingActive, state.activeObject);
     }
 }
 
 void bindRelationshipOfKind(KelElementType kind, KelClass& bound) {
-    if (kind == KelElementType::generalization && aGeneral != nullptr) {
-        bindSupertype(*aGeneral, bound);
-    } else if (kind == KelElementType::realization && aRealization != nullptr) {
-        bindSpecification(*aRealization, bound);
-    } else if (kind == KelElementType::dependency && aDependency != nullptr) {
-        bindSupplier(*aDependency, bound);
+    if (kind == KelElementType::generalization && state.aGeneral != nullptr) {
+        bindSupertype(*state.aGeneral, bound);
+    } else if (kind == KelElementType::realization && state.aRealization != nullptr) {
+        bindSpecification(*state.aRealization, bound);
+    } else if (kind == KelElementType::dependency && state.aDependency != nullptr) {
+        bindSupplier(*state.aDependency, bound);
     } else {
-        trace::refused(KelImportReason::nothingActive, activeObject);
+        trace::refused(KelImportReason::nothingActive, state.activeObject);
     }
 }
 
 /// A view whose ends are both given by number: draws the first generalization between their classes, or attaches a
-/// note when the client is no class of the diagram.
+/// note when the client is not a class of the diagram.
 void bindView(KelClass& supplier, char* viewNumber) {
-    if (aDiagram == nullptr) {
+    if (state.aDiagram == nullptr) {
         QEV_RRSE::ROS_I_DIAGRAM_NOT_CREATED.throwException();
     }
-    const KelClass* clientClass = indexOf(*aDiagram).firstClass(client);
+    const KelClass* clientClass = indexOf(*state.aDiagram).firstClass(state.client);
     if (clientClass == nullptr) {
         addANote(viewNumber);
         return;
     }
     if (KelGeneralization* found = generalizationIndex().first(*clientClass, supplier); found != nullptr) {
-        aGeneral = found;
-        showOnDiagram(*aGeneral);
+        state.aGeneral = found;
+        showOnDiagram(*state.aGeneral);
     } else {
         trace::refused(KelImportReason::nothingToShow);
     }
@@ -136,20 +134,20 @@ void bindView(KelClass& supplier, char* viewNumber) {
 } // namespace
 
 void CreateBinding(char* text) {
-    if (InAssociationRoleView) {
+    if (state.InAssociationRoleView) {
         return;
     }
-    InQualifier = false;
-    if (attachNote) {
+    state.InQualifier = false;
+    if (state.attachNote) {
         addANote(text);
-    } else if (InGeneralizationView) {
+    } else if (state.InGeneralizationView) {
         addGeneralizationToDiagram(numberIn(text));
-    } else if (InRealizationView) {
+    } else if (state.InRealizationView) {
         addRealizationToDiagram(numberIn(text));
-    } else if (InUsesView) {
+    } else if (state.InUsesView) {
         addDependencyToDiagram(numberIn(text));
-    } else if (text != nullptr && activeObject != nullptr) {
-        const KelElementType kind = activeObject->elementType;
+    } else if (text != nullptr && state.activeObject != nullptr) {
+        const KelElementType kind = state.activeObject->elementType;
         char* name = stripDoubleColon(text);
         const Supplier supplier = findSupplier(name);
         if (supplier.boundClass == nullptr) {
@@ -166,7 +164,7 @@ void CreateBinding(char* text) {
             bindView(*supplier.boundClass, name);
         }
     } else {
-        trace::refused(KelImportReason::nothingActive, activeObject);
+        trace::refused(KelImportReason::nothingActive, state.activeObject);
     }
 }
 

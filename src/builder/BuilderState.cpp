@@ -1,102 +1,82 @@
 #include "builder/BuilderState.h"
 
+#include "builder/Associations.h"
+#include "builder/Classes.h"
+#include "builder/Quids.h"
+#include "builder/Relationships.h"
+#include "builder/Unattached.h"
+#include "builder/indexes/ContainerIndex.h"
+#include "builder/indexes/WaitingNodes.h"
+#include "host/model/KelArgument.h"
+#include "host/model/KelAssociation.h"
+#include "host/model/KelAssociationRole.h"
+#include "host/model/KelAttribute.h"
+#include "host/model/KelCandidateKey.h"
+#include "host/model/KelClass.h"
+#include "host/model/KelClassDiagram.h"
+#include "host/model/KelDependency.h"
+#include "host/model/KelDesignPackage.h"
+#include "host/model/KelForeignKey.h"
+#include "host/model/KelGeneralization.h"
+#include "host/model/KelOperation.h"
+#include "host/model/KelRealization.h"
+#include "host/model/KelType.h"
+
 namespace rose {
 
-std::FILE* theFile = nullptr;
-KelModel* aModel = nullptr;
-KelLog* localLog = nullptr;
-KelOptionList* theOptions = nullptr;
+BuilderState state;
 
-KelImportObserver* theObserver = nullptr;
-KelImportSource theSource;
+namespace {
 
-KelDesignPackage* aPackage = nullptr;
-KelDesignPackage* logicalViewPackage = nullptr;
-bool startPackages = false;
-int InUseCaseView = 0;
-KelClassDiagram* aDiagram = nullptr;
+/// Sets every pointer that points to the object to null.
+template <class... Pointers>
+void forgetIn(const KelObject& object, Pointers&... pointers) noexcept {
+    ((pointers = pointers == &object ? nullptr : pointers), ...);
+}
 
-KelClass* aClass = nullptr;
-KelAttribute* aAttribute = nullptr;
-KelAttribute* shadowAttribute = nullptr;
-KelOperation* aOperation = nullptr;
-KelOperation* keepOperation = nullptr;
-KelArgument* aArgument = nullptr;
-KelType* aBaseType = nullptr;
-KelAssociation* aAssociation = nullptr;
-KelAssociationRole* aAssociationRole = nullptr;
-KelCandidateKey* candKey = nullptr;
-KelForeignKey* forKey = nullptr;
-KelGeneralization* aGeneral = nullptr;
-KelRealization* aRealization = nullptr;
-KelDependency* aDependency = nullptr;
-KelModelObject* activeObject = nullptr;
+} // namespace
 
-int client = 0;
-int physicalId = 0;
+void startBuilding(KelModel& model, KelLog& log, const KelOptionList* options) {
+    state = BuilderState();
+    state.aModel = &model;
+    state.localLog = &log;
+    state.theOptions = options;
+}
 
-bool InQualifier = false;
-bool InGeneralizationView = false;
-bool InRealizationView = false;
-bool InUsesView = false;
-bool InAssociationRoleView = false;
-bool InAssociationView = false;
-bool InCompartment = false;
-bool InNoteView = false;
-bool attachNote = false;
-bool diagramDescription = false;
-bool objectMechanism = false;
-bool pre = false;
-bool post = false;
-bool sem = false;
+void ImportWatch::deleting(KelObject& object) noexcept {
+    auto& [package, logicalView, diagram, aClass, attribute, shadow, operation, kept, argument, type, association, role,
+           candidateKey, foreignKey, generalization, realization, dependency, active] =
+        static_cast<CurrentObjects&>(state);
+    forgetIn(object, package, logicalView, diagram, aClass, attribute, shadow, operation, kept, argument, type,
+             association, role, candidateKey, foreignKey, generalization, realization, dependency, active);
+    forgetUnattached(object);
+    if (object.elementType == KelElementType::associationRole) {
+        AggregateRoles::forget(static_cast<KelAssociationRole&>(object));
+    }
+    if (!object.isInstanceOf(KelElementType::modelElement)) {
+        return;
+    }
+    auto& element = static_cast<KelModelElement&>(object);
+    forgetElement(element);
+    forgetRelationships(element);
+    if (object.elementType == KelElementType::classObject) {
+        WaitingNodes::remove(state.toBeClasses, element);
+        PackageClasses::forget(static_cast<KelClass&>(object));
+    } else if (object.elementType == KelElementType::association) {
+        AggregateRoles::forget(static_cast<KelAssociation&>(object));
+        WaitingNodes::remove(state.toBeAssociations, element);
+        QuidRegistry::forget(static_cast<KelAssociation&>(object));
+    }
+}
 
-KelNameLinkTree toBeClasses;
-KelVector packages;
-QuidTree toBeAssociations;
-KelVector toBeNotes;
-NoteRecord currentNoteId;
-
-void resetBuilderState() {
-    aClass = nullptr;
-    aAttribute = nullptr;
-    aAssociation = nullptr;
-    aOperation = nullptr;
-    aDiagram = nullptr;
-    aGeneral = nullptr;
-    aRealization = nullptr;
-    aDependency = nullptr;
-    aAssociationRole = nullptr;
-    aArgument = nullptr;
-    aBaseType = nullptr;
-    activeObject = nullptr;
-    aPackage = nullptr;
-    candKey = nullptr;
-    forKey = nullptr;
-    keepOperation = nullptr;
-    InUseCaseView = 0;
-    logicalViewPackage = nullptr;
-    shadowAttribute = nullptr;
-
-    InAssociationView = false;
-    InAssociationRoleView = false;
-    InGeneralizationView = false;
-    InRealizationView = false;
-    InUsesView = false;
-    InCompartment = false;
-    post = false;
-    pre = false;
-    sem = false;
-    diagramDescription = false;
-    attachNote = false;
-    startPackages = false;
-    InQualifier = false;
-    InNoteView = false;
-    objectMechanism = false;
-
-    // An import sees nothing of the one before it, these included.
-    client = 0;
-    physicalId = 0;
-    currentNoteId = NoteRecord();
+void clearIndexes() noexcept {
+    clearContainerIndexes();
+    clearRelationshipIndexes();
+    clearNoteIndex();
+    AggregateRoles::clear();
+    PackageClasses::clear();
+    QuidRegistry::clear();
+    WaitingNodes::clear();
 }
 
 } // namespace rose

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "builder/NoteRecord.h"
-#include "builder/QuidTree.h"
+#include "builder/Notes.h"
+#include "builder/Quids.h"
 #include "host/bridge/KelImportObserver.h"
 #include "host/containers/KelNameLinkTree.h"
 #include "host/containers/KelVector.h"
+#include "host/model/KelDeletionObserver.h"
+#include "host/model/KelModelObject.h"
 
 #include <cstdio>
 
@@ -21,83 +23,111 @@ class KelForeignKey;
 class KelGeneralization;
 class KelLog;
 class KelModel;
-class KelModelObject;
 class KelOperation;
 class KelOptionList;
 class KelRealization;
 class KelType;
 
-/// Everything the builder knows between two keywords of the file, one import at a time in a process.
-///
-/// A pointer here never owns an object that has been added to the model. The builder owns the classes in
-/// `toBeClasses`, the placeholders in `toBeAssociations`, the records in `toBeNotes`, the quid text hung on an
-/// association, and whatever was attached to nothing (Unattached.h), until `cleanup` releases them. A pointer to
-/// a current object becomes null when the object is deleted (ImportWatch.h).
 namespace rose {
 
-// The import.
-extern std::FILE* theFile;        // the open model file, or null
-extern KelModel* aModel;          // the model being filled
-extern KelLog* localLog;          // where messages go
-extern KelOptionList* theOptions; // the options of this import
+/// The current objects: the last one of each kind that the file began or named. Each pointer becomes null when its
+/// object is deleted: `ImportWatch` visits all members, and does not compile if one is missing there.
+struct CurrentObjects {
+    KelDesignPackage* aPackage = nullptr;           ///< while it is null, nearly every rule does nothing
+    KelDesignPackage* logicalViewPackage = nullptr; ///< the category "Logical View"
+    KelClassDiagram* aDiagram = nullptr;
+    KelClass* aClass = nullptr;
+    KelAttribute* aAttribute = nullptr;
+    KelAttribute* shadowAttribute = nullptr; ///< the copy of a qualifier in the class at the other end
+    KelOperation* aOperation = nullptr;
+    KelOperation* keepOperation = nullptr; ///< aOperation while parameters belong to it; null: they are the class's
+    KelArgument* aArgument = nullptr;
+    KelType* aBaseType = nullptr; ///< the type last looked up or created
+    KelAssociation* aAssociation = nullptr;
+    KelAssociationRole* aAssociationRole = nullptr;
+    KelCandidateKey* candKey = nullptr; ///< the key that the qualifiers of the current role make up
+    KelForeignKey* forKey = nullptr;    ///< its counterpart, until it is bound to the class at the other end
+    KelGeneralization* aGeneral = nullptr;
+    KelRealization* aRealization = nullptr;
+    KelDependency* aDependency = nullptr;
+    KelModelObject* activeObject = nullptr; ///< the object that the next property line applies to
 
-// Who hears of its steps (Trace.h).
-extern KelImportObserver* theObserver; // or null
-extern KelImportSource theSource;      // where the current step comes from; only kept for an observer
+    void clearRelationships() {
+        aGeneral = nullptr;
+        aRealization = nullptr;
+        aDependency = nullptr;
+    }
+};
 
-// Packages and diagrams.
-extern KelDesignPackage* aPackage;           // the current package; while null, nearly every rule does nothing
-extern KelDesignPackage* logicalViewPackage; // the category "Logical View"
-extern bool startPackages;                   // whether the logical view has been met
-extern int InUseCaseView;                    // how deep the scan is in use-case categories, which are skipped
-extern KelVector packages;                   // every package created, in that order
-extern KelClassDiagram* aDiagram;            // the current class diagram
+/// Everything the builder knows between two keywords of the file. One import at a time uses it, on any thread.
+///
+/// Ownership: no pointer here owns an object that has been added to the model. The state owns the classes in
+/// `toBeClasses`, the placeholders in `toBeAssociations`, the records in `toBeNotes` and the open file, until `cleanup`
+/// releases them. The import context belongs to the caller of the import.
+struct BuilderState : CurrentObjects {
+    // The import.
+    std::FILE* theFile = nullptr;              ///< the open model file, or null
+    KelModel* aModel = nullptr;                ///< the model being filled
+    KelLog* localLog = nullptr;                ///< receives the messages
+    const KelOptionList* theOptions = nullptr; ///< the options of this import
 
-// Current objects: the last one of each kind, to which property lines apply.
-extern KelClass* aClass;
-extern KelAttribute* aAttribute;
-extern KelAttribute* shadowAttribute; // the copy of a qualifier in the class at the other end
-extern KelOperation* aOperation;
-extern KelOperation* keepOperation; // aOperation while parameters belong to it; null: they are the class's
-extern KelArgument* aArgument;
-extern KelType* aBaseType; // the type last looked up or created
-extern KelAssociation* aAssociation;
-extern KelAssociationRole* aAssociationRole;
-extern KelCandidateKey* candKey; // the key that the qualifiers of the current role make up
-extern KelForeignKey* forKey;    // its counterpart, until it is bound to the class at the other end
-extern KelGeneralization* aGeneral;
-extern KelRealization* aRealization;
-extern KelDependency* aDependency;
-extern KelModelObject* activeObject; // what the next property line applies to
+    // The observer of its steps (Trace.h).
+    KelImportObserver* theObserver = nullptr; ///< or null
+    KelImportSource theSource;                ///< the place of the current step; only kept for an observer
 
-// View numbers.
-extern int client;     // of the last "client" line
-extern int physicalId; // read while no object was active; for the next association placed on a diagram
+    // Packages.
+    bool startPackages = false; ///< whether the logical view has been met
+    int InUseCaseView = 0;      ///< how deep the scan is in use-case categories, which are skipped
+    KelVector packages;         ///< every package created, in that order
 
-// What the scan is inside of.
-extern bool InQualifier;           // attributes are qualifiers of the current role
-extern bool InGeneralizationView;  // the next "supplier" belongs to an inherit view
-extern bool InRealizationView;     // ... to a realize view
-extern bool InUsesView;            // ... to a uses view
-extern bool InAssociationRoleView; // ... to a role view, where it means nothing
-extern bool InAssociationView;     // an association view waits for its "quidu"
-extern bool InCompartment;         // the next view number is a compartment's and is skipped
-extern bool InNoteView;            // view numbers and labels belong to a note
-extern bool attachNote;            // the next "supplier" attaches a note
-extern bool diagramDescription;    // the next label describes the current diagram
-extern bool objectMechanism;       // inside an object that is not imported
-extern bool pre;                   // the next "PDL" text is a precondition
-extern bool post;                  // ... a postcondition
-extern bool sem;                   // ... the semantics
+    // View numbers.
+    int client = 0;     ///< of the last "client" line
+    int physicalId = 0; ///< read while no object was active; for the next association placed on a diagram
 
-// What waits for something read later.
-extern KelNameLinkTree toBeClasses; // classes known by name only
-extern QuidTree toBeAssociations;   // associations known by quid only, from the views that show them
-extern KelVector toBeNotes;         // a NoteRecord for each note text, in reading order
-extern NoteRecord currentNoteId;    // the note being read or attached
+    // The constructs that the scan is in.
+    bool InQualifier = false;           ///< attributes are qualifiers of the current role
+    bool InGeneralizationView = false;  ///< the next "supplier" belongs to an inherit view
+    bool InRealizationView = false;     ///< ... to a realize view
+    bool InUsesView = false;            ///< ... to a uses view
+    bool InAssociationRoleView = false; ///< ... to a role view, where it means nothing
+    bool InAssociationView = false;     ///< an association view waits for its "quidu"
+    bool InCompartment = false;         ///< the next view number is a compartment's and is skipped
+    bool InNoteView = false;            ///< view numbers and labels belong to a note
+    bool attachNote = false;            ///< the next "supplier" attaches a note
+    bool diagramDescription = false;    ///< the next label describes the current diagram
+    bool objectMechanism = false;       ///< inside an object that is not imported
+    bool pre = false;                   ///< the next "PDL" text is a precondition
+    bool post = false;                  ///< ... a postcondition
+    bool sem = false;                   ///< ... the semantics
 
-/// Gives every current object, view number and flag above the value an import starts with. The import context,
-/// the packages and the waiting lists are not touched: `cleanup` has emptied them at the end of the last import.
-void resetBuilderState();
+    // Waiting for something that is read later.
+    KelNameLinkTree toBeClasses; ///< classes known by name only
+    QuidTree toBeAssociations;   ///< associations known by quid only, from the views that show them
+    KelVector toBeNotes;         ///< a NoteRecord for each note text, in reading order
+    NoteRecord currentNoteId;    ///< the note being read or attached
+};
+
+/// The state of the import under way, or of the last one. `startBuilding` assigns all of it; the operations of the
+/// builder and the actions of the scanner change it.
+extern BuilderState state;
+
+/// Whether there is an active object and it is of that class.
+[[nodiscard]] inline bool isActive(KelElementType type) {
+    return state.activeObject != nullptr && state.activeObject->elementType == type;
+}
+
+/// Begins an import with a new state for that model, log and options, which must outlive the import. PRECONDITION:
+/// `cleanup` has ended the import before.
+void startBuilding(KelModel& model, KelLog& log, const KelOptionList* options = nullptr);
+
+/// Keeps the builder's state free of deleted objects during its life, which is that of one import: a pointer to a
+/// current object becomes null, and waiting lists and indexes forget the object.
+class ImportWatch final : public KelDeletionObserver {
+public:
+    void deleting(KelObject& object) noexcept override;
+};
+
+/// Empties the indexes, which `cleanup` does at the end of an import. The lists that they index stay as they are.
+void clearIndexes() noexcept;
 
 } // namespace rose

@@ -8,4 +8,8 @@ void CreateOperation(char* name);
 /// The "concurrency" of the current operation, or else of the current class. A null text does nothing.
 void Concurrency(char* text);
 
+/// Begins an argument: of the current operation, or a template argument of a parameterized class; elsewhere it belongs
+/// to nothing.
+void CreateArgument(char* name);
+
 } // namespace rose

@@ -2,7 +2,6 @@
 
 #include "builder/BuilderState.h"
 #include "builder/Trace.h"
-#include "builder/report.h"
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelModel.h"
 
@@ -12,14 +11,14 @@ namespace rose {
 
 namespace {
 
-// While the file is read, a package's toolId says how far its reading has come.
+// While the file is read, a package's toolId says whether its end has been read.
 constexpr int openMark = 1;
 constexpr int closedMark = -1;
 
-/// The parent that the current package, when the new one begins, gives it; null when it gives none.
+/// The parent of the new package, given the current one; null when there is none.
 KelPackage* parentFor(const KelDesignPackage& created, KelDesignPackage* current) {
     if (current == nullptr) {
-        return &created != logicalViewPackage ? logicalViewPackage : nullptr;
+        return &created != state.logicalViewPackage ? state.logicalViewPackage : nullptr;
     }
     return current->toolId == closedMark ? current->getParentPackage() : current;
 }
@@ -33,15 +32,15 @@ KelDesignPackage* asDesignPackage(KelPackage* package) {
 
 void CreatePackage(char* name) {
     const std::string_view category(name);
-    if (!startPackages) {
+    if (!state.startPackages) {
         if (category != "Logical View") {
             trace::refused(KelImportReason::beforeLogicalView);
             return;
         }
-        startPackages = true;
+        state.startPackages = true;
     }
-    if (category == "Use Case View" || InUseCaseView > 0) {
-        ++InUseCaseView;
+    if (category == "Use Case View" || state.InUseCaseView > 0) {
+        ++state.InUseCaseView;
         trace::refused(KelImportReason::inUseCaseView);
         return;
     }
@@ -49,38 +48,38 @@ void CreatePackage(char* name) {
 
     auto made = std::make_unique<KelDesignPackage>();
     KelDesignPackage* created = made.get();
-    KelDesignPackage* previous = aPackage;
-    aPackage = created;
+    KelDesignPackage* previous = state.aPackage;
+    state.aPackage = created;
     if (category == "Logical View") {
-        logicalViewPackage = created;
+        state.logicalViewPackage = created;
     }
     if (KelPackage* parent = parentFor(*created, previous); parent != nullptr) {
         parent->addChildPackage(created);
     }
     created->setName(name);
     // Refused for a package that has a parent, so only one without becomes a top-level package.
-    aModel->addChildPackage(created);
+    state.aModel->addChildPackage(created);
     static_cast<void>(made.release());
     trace::made(*created);
-    packages.add(created, true, nullptr);
+    state.packages.add(created, true, nullptr);
     created->toolId = openMark;
-    activeObject = created;
-    InNoteView = false;
-    aDiagram = nullptr;
+    state.activeObject = created;
+    state.InNoteView = false;
+    state.aDiagram = nullptr;
 }
 
 void ClosePackage() {
-    if (InUseCaseView > 0) {
-        --InUseCaseView;
+    if (state.InUseCaseView > 0) {
+        --state.InUseCaseView;
     }
-    if (aPackage == nullptr) {
+    if (state.aPackage == nullptr) {
         return;
     }
-    if (aPackage->toolId == closedMark) {
-        aPackage = asDesignPackage(aPackage->getParentPackage());
+    if (state.aPackage->toolId == closedMark) {
+        state.aPackage = asDesignPackage(state.aPackage->getParentPackage());
     }
-    if (aPackage != nullptr) {
-        aPackage->toolId = closedMark;
+    if (state.aPackage != nullptr) {
+        state.aPackage->toolId = closedMark;
     }
 }
 

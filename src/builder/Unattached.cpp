@@ -8,7 +8,7 @@ namespace rose {
 
 namespace {
 
-// Emptied from its beginning, which this kind of set finds at once however empty it has become.
+// Emptied from its beginning, which this kind of set finds in constant time, however sparse it is.
 std::unordered_set<KelObject*, KelPointerHash> unattached;
 
 } // namespace

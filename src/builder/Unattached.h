@@ -7,17 +7,17 @@
 
 namespace rose {
 
-/// Holds an object that nothing has accepted. `deleteUnattached` deletes it unless it has found an owner by then.
+/// Owns an object that nothing has accepted, until it finds an owner or is deleted.
 void keepUnattached(std::unique_ptr<KelObject> object);
 
-/// Stops holding the object, which has an owner now or is being deleted.
+/// Gives up an object that has an owner now or is being deleted.
 void forgetUnattached(const KelObject& object) noexcept;
 
-/// Deletes the objects held that still have no owner, and forgets the others.
+/// Deletes the objects that still have no owner, and forgets the others.
 void deleteUnattached() noexcept;
 
-/// Offers a new object to its owner: `offer(object)` says whether that accepted it; else the object is held here, and
-/// `why` says for what reason.
+/// Offers a new object to its owner: `offer(object)` says whether the owner accepted it. A refused object is kept here,
+/// and the observer learns `why`. Returns the object.
 template <class T, class Offer>
 T* attach(std::unique_ptr<T> made, Offer offer, KelImportReason why = KelImportReason::noOwner) {
     T* object = made.get();

@@ -1,8 +1,10 @@
-#include "completion/ValidateAssociation.h"
+#include "completion/ValidateModel.h"
 
+#include "builder/Associations.h"
+#include "builder/BuilderState.h"
+#include "builder/Trace.h"
 #include "builder/Unattached.h"
-#include "builder/unnamed.h"
-#include "completion/checkToBeClasses.h"
+#include "builder/indexes/WaitingNodes.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelAssociationRole.h"
 #include "host/model/KelAttribute.h"
@@ -16,12 +18,18 @@ namespace rose {
 
 namespace {
 
+/// Whether a class of that name still waits. Logs the name each time.
+bool findClassInRemainingFoodStuffs(const KelString& name) {
+    report(QEV_RRSE::ROS_I_CLASS_NAME_TO_BE_FOUND, name.view());
+    return WaitingNodes::findFirst(state.toBeClasses, name) != nullptr;
+}
+
 bool isOrphan(const KelAssociationRole& role) {
     const KelClass* associated = role.getAssociatedClass();
     return associated == nullptr || findClassInRemainingFoodStuffs(associated->getName());
 }
 
-/// Detaches the association when one of its roles has no class in a package; whether it did.
+/// Detaches the association when one of its roles has no class in a package; returns whether it did.
 bool detachOrphan(KelAssociation& association) {
     for (const KelAssociationRole* role : association.associationRoles()) {
         if (isOrphan(*role)) {
@@ -39,8 +47,7 @@ void remove(KelObject& object, KelImportReason why) {
     delete &object;
 }
 
-/// Deletes the qualifiers that the foreign key and its candidate key stand for, and the candidate key when nothing
-/// is left of it.
+/// Deletes the qualifiers of the foreign key and of its candidate key, and the candidate key when it is empty then.
 void deleteQualifiers(KelForeignKey& key) {
     while (KelAttribute* shadow = key.attributes().first()) {
         const KelCandidateKey* candidate = key.getCandidateKey();

@@ -1,4 +1,4 @@
-#include "completion/ValidateAttributes.h"
+#include "completion/ValidateModel.h"
 
 #include "builder/BuilderState.h"
 #include "builder/Unattached.h"
@@ -42,9 +42,9 @@ std::optional<int> largestSuffix(const KelClass& owner, const KelString& base) {
         if (!name.view().starts_with(base.view())) {
             break;
         }
-        const char* behind = name.text() + base.length();
-        if (*behind == '/') {
-            const int number = static_cast<int>(std::strtol(behind + 1, nullptr, 10));
+        const char* suffix = name.text() + base.length();
+        if (*suffix == '/') {
+            const int number = static_cast<int>(std::strtol(suffix + 1, nullptr, 10));
             largest = std::max(largest.value_or(number), number);
         }
     }
@@ -76,7 +76,7 @@ private:
     int largest_ = 0;
 };
 
-/// Notes that the copy stands for the source in the foreign key.
+/// Records in the foreign key that the copy replaces the source.
 void mapRoleName(KelForeignKey& key, const KelString& name, KelAttribute* source, KelAttribute* copy) {
     auto made = std::make_unique<KelAssociationRoleNameMap>();
     made->setName(name);
@@ -98,7 +98,7 @@ bool split(KelClass& owner, KelAttribute& attribute, KelKey* key, KelAttribute* 
     KelAttribute* copy = attach(
         std::move(made), [&](KelAttribute* added) { return owner.addAttribute(added); }, KelImportReason::nameTaken);
     if (copy->getAssociatedClass() != &owner) {
-        QEV_RRSE::ROS_I_DUPLICATE_ATTRIBUTE.log(*localLog);
+        QEV_RRSE::ROS_I_DUPLICATE_ATTRIBUTE.log(*state.localLog);
         return false;
     }
     copy->position = static_cast<std::int16_t>(owner.getAttributeCount() - 1);

@@ -1,18 +1,13 @@
 #include "completion/cleanup.h"
 
 #include "builder/BuilderState.h"
+#include "builder/Notes.h"
 #include "builder/Unattached.h"
-#include "builder/indexes/AggregateRoles.h"
-#include "builder/indexes/Containers.h"
-#include "builder/indexes/NoteTexts.h"
-#include "builder/indexes/PackageClasses.h"
-#include "builder/indexes/QuidRegistry.h"
-#include "builder/indexes/Relationships.h"
-#include "builder/indexes/WaitingNodes.h"
-#include "completion/KelResetGeneralPointer.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelModel.h"
+#include "host/model/KelModelObject.h"
+#include "host/model/KelTraversalOperation.h"
 
 #include <cstdio>
 #include <new>
@@ -22,25 +17,26 @@ namespace rose {
 
 namespace {
 
-void dropIndexes() noexcept {
-    clearContainerIndexes();
-    clearRelationshipIndexes();
-    AggregateRoles::clear();
-    NoteTexts::clear();
-    PackageClasses::clear();
-    QuidRegistry::clear();
-    WaitingNodes::clear();
-}
+/// Removes from each visited object the quid text and the view number that the builder has hung on it.
+class KelResetGeneralPointer final : public KelTraversalOperation {
+public:
+    void post_process(KelObject* object, void* /*userData*/) override {
+        delete static_cast<KelString*>(object->generalPointer);
+        if (object->isInstanceOf(KelElementType::modelObject)) {
+            static_cast<KelModelObject*>(object)->toolId = 0;
+        }
+        object->generalPointer = nullptr;
+    }
+};
 
 void freeNotes() noexcept {
-    for (int index = 0; index < toBeNotes.getCount(); ++index) {
-        delete static_cast<const NoteRecord*>(toBeNotes[index]);
+    for (int index = 0; index < state.toBeNotes.getCount(); ++index) {
+        delete static_cast<const NoteRecord*>(state.toBeNotes[index]);
     }
-    toBeNotes.empty();
+    state.toBeNotes.empty();
 }
 
-/// Empties a list of model elements that wait; those that have found no package meanwhile are the list's own and
-/// are deleted.
+/// Empties a list of waiting model elements. Those that have found no package belong to the list and are deleted.
 template <class Element>
 void emptyWaiting(KelLinkTree& waiting) noexcept {
     while (KelRBTree::Node* node = waiting.lastNode()) {
@@ -53,11 +49,11 @@ void emptyWaiting(KelLinkTree& waiting) noexcept {
     }
 }
 
-/// Removes from the model what the builder has hung on its objects; false when there is no memory to walk it.
+/// Frees the quids and resets the view numbers of the model; false when there is no memory to traverse it.
 bool resetModel() noexcept {
     try {
         KelResetGeneralPointer reset;
-        aModel->depthTraversal(reset, nullptr);
+        state.aModel->depthTraversal(reset, nullptr);
         return true;
     } catch (const std::bad_alloc&) {
         return false;
@@ -67,19 +63,19 @@ bool resetModel() noexcept {
 } // namespace
 
 void cleanup() {
-    // The indexes hold on to the quids that the traversal frees.
-    dropIndexes();
+    // First: the indexes refer to the quids that the traversal frees.
+    clearIndexes();
     const bool isReset = resetModel();
     freeNotes();
-    emptyWaiting<KelClass>(toBeClasses);
-    emptyWaiting<KelAssociation>(toBeAssociations);
-    packages.empty();
+    emptyWaiting<KelClass>(state.toBeClasses);
+    emptyWaiting<KelAssociation>(state.toBeAssociations);
+    state.packages.empty();
     deleteUnattached();
-    if (std::FILE* file = std::exchange(theFile, nullptr); file != nullptr) {
+    if (std::FILE* file = std::exchange(state.theFile, nullptr); file != nullptr) {
         std::fclose(file);
     }
     if (!isReset) {
-        aModel->recursiveDelete(); // every object that is deleted frees its quid
+        state.aModel->recursiveDelete(); // deleting an object frees its quid
         throw std::bad_alloc();
     }
 }

@@ -1,6 +1,7 @@
 #include "export/ElementIds.h"
 
 #include "export/modelWalk.h"
+#include "export/words.h"
 #include "host/model/KelModel.h"
 #include "host/text/KelTextHash.h"
 #include "source/SourceMap.h"
@@ -19,30 +20,6 @@
 namespace exporter {
 
 namespace {
-
-struct Kind {
-    KelElementType type;
-    const char* word;
-};
-
-constexpr std::array kinds{
-    Kind{KelElementType::model, "model"},
-    Kind{KelElementType::designPackage, "package"},
-    Kind{KelElementType::classObject, "class"},
-    Kind{KelElementType::attribute, "attribute"},
-    Kind{KelElementType::operation, "operation"},
-    Kind{KelElementType::argument, "argument"},
-    Kind{KelElementType::candidateKey, "key"},
-    Kind{KelElementType::foreignKey, "key"},
-    Kind{KelElementType::association, "association"},
-    Kind{KelElementType::associationRole, "role"},
-    Kind{KelElementType::generalization, "generalization"},
-    Kind{KelElementType::realization, "realization"},
-    Kind{KelElementType::dependency, "dependency"},
-    Kind{KelElementType::classDiagram, "diagram"},
-    Kind{KelElementType::baseType, "type"},
-    Kind{KelElementType::derivedType, "type"},
-};
 
 constexpr std::string_view separator = "::";
 
@@ -69,16 +46,8 @@ std::string shownName(const KelObject& element) {
     return text::repairedUtf8(element.getName().view());
 }
 
-/// Hears of the elements of a model in the order of the document.
-class ElementVisitor : public ModelVisitor {
-public:
-    void startPart(const Part& /*part*/) override {}
-    void endPart(const Part& /*part*/) override {}
-    void leave(const KelObject& /*object*/) override {}
-};
-
-/// The quids of a model's elements, in lower case, and whose each is.
-class Quids final : private ElementVisitor {
+/// The quids of a model's elements, in lower case, with their owners.
+class Quids final : private ModelVisitor {
 public:
     Quids(const KelModel& model, const source::SourceMap* source) : source_(source) {
         if (source_ != nullptr) {
@@ -117,12 +86,13 @@ void add(HashState& state, std::string_view text) {
     XXH64_update(&state, text.data(), text.size());
 }
 
-/// XXH64 over kind, NUL and qualified name of the elements of a walk. It keeps the states of the hash behind the names
-/// of the owners, for each kind as deep as an element of that kind was met. So each owner's name is hashed
-/// once for a kind, and deep models cost no more than flat ones.
+/// XXH64 over kind, NUL and qualified name of the elements of a walk.
+///
+/// Keeps the states of the hash after the name of each owner, for each kind as deep as an element of that kind was met.
+/// Each owner's name is therefore hashed once for a kind, and deep models cost no more than flat ones.
 class NameHashes {
 public:
-    /// What is met from now on is in `owner`.
+    /// From now on `owner` contains the elements met.
     void enter(const KelObject& owner) { owners_.push_back(&owner); }
     void leave() {
         owners_.pop_back();
@@ -131,10 +101,10 @@ public:
         }
     }
 
-    /// The state of the hash behind the qualified name of an element in the owner entered last.
+    /// The state of the hash after the qualified name of an element in the owner entered last.
     HashState of(const KelObject& element) {
-        const auto* kind = std::ranges::find(kinds, element.elementType, &Kind::type);
-        std::vector<HashState>& states = states_[static_cast<std::size_t>(kind - kinds.begin())];
+        const auto kind = std::ranges::find(elementKinds(), element.elementType, &ElementKind::type);
+        std::vector<HashState>& states = states_[static_cast<std::size_t>(kind - elementKinds().begin())];
         if (states.empty()) {
             XXH64_reset(&states.emplace_back(), 0);
             add(states.back(), {kind->word, std::char_traits<char>::length(kind->word) + 1}); // with its NUL
@@ -150,10 +120,11 @@ public:
 
 private:
     std::vector<const KelObject*> owners_;
-    std::array<std::vector<HashState>, kinds.size()> states_; // [kind][d] is behind the first d owners
+    /// [kind][d] is the state after the first d owners.
+    std::vector<std::vector<HashState>> states_ = std::vector<std::vector<HashState>>(elementKinds().size());
 };
 
-/// Spreads hashes under the key of the process: a file could choose names whose hashes fall into one place of a table.
+/// Hashes hashes under the key of the process. Otherwise a file could choose names that collide in the table.
 struct KeyedHash {
     std::size_t operator()(std::uint64_t hash) const noexcept {
         return KelTextHash()({reinterpret_cast<const char*>(&hash), sizeof hash});
@@ -161,11 +132,6 @@ struct KeyedHash {
 };
 
 } // namespace
-
-const char* kindWord(KelElementType type) {
-    const auto* kind = std::ranges::find(kinds, type, &Kind::type);
-    return kind != kinds.end() ? kind->word : nullptr;
-}
 
 std::string qualifiedName(const KelObject& element) {
     std::vector<const KelObject*> path{&element};
@@ -180,7 +146,7 @@ std::string qualifiedName(const KelObject& element) {
     return name;
 }
 
-class ElementIds::Maker final : public ElementVisitor {
+class ElementIds::Maker final : private ModelVisitor {
 public:
     Maker(ElementIds& ids, const KelModel& model, const source::SourceMap* source) : ids_(ids), quids_(model, source) {
         walkModel(model, documentParts, *this);

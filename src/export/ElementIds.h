@@ -1,6 +1,5 @@
 #pragma once
 
-#include "host/model/KelElementType.h"
 #include "host/model/links/KelPointerHash.h"
 
 #include <cstdint>
@@ -16,27 +15,23 @@ class SourceMap;
 
 namespace exporter {
 
-/// The word for the kind of an element: "class", "attribute", ... Null for objects that are not elements, such as
-/// notes.
-[[nodiscard]] const char* kindWord(KelElementType type);
-
-/// The names from the model's packages down to the element, joined with "::"; of the model itself, its name. A nameless
-/// element ends it with "::". UTF-8, with U+FFFD for each invalid sequence. Takes time in proportion to its length.
+/// The names from the model's packages down to the element, joined with "::"; for the model itself, its name. Ends with
+/// "::" if the element has no name. UTF-8, with U+FFFD for each invalid sequence. Takes time proportional to its
+/// length.
 [[nodiscard]] std::string qualifiedName(const KelObject& element);
 
 /// The id of each element of a model, and of the model: the same from one import to the next as far as possible.
 ///
 /// - An element whose quid no other element has: "q" and the quid in lower case. The id outlasts renaming and moving.
-///   Quids of other characters than ASCII letters, digits, ".", "-" and "_" do not count, so every id can stand in XML,
-///   in a link and in a file name as it is.
+///   Quids with characters other than ASCII letters, digits, ".", "-" and "_" do not count, so every id is valid in XML,
+///   in links and in file names without escapes.
 /// - Any other: "n" and 16 hexadecimal digits of XXH64 (seed 0) over the word of its kind, a NUL and its qualified
-///   name. The id lasts until the element, or what it is in, is renamed or moved. Where that id is taken, "#2", "#3"
-///   ... is added to the name, in the order of the JSON document, so it depends on those of the same kind and name
-///   before it, but on no other element. The nameless of one owner share the empty name.
+///   name. The id lasts until the element or one of its owners is renamed or moved. If the id is taken, "#2", "#3" ...
+///   is added to the name, in the order of the JSON document; the id then depends on the elements of the same kind and
+///   name before this one, and on no others. Nameless elements of one owner share the empty name.
 ///
-/// No two elements of a model have the same id. Takes time and memory in proportion to the model, however deep it
-/// nests. The model must not change while the object lives, and `source` must outlive it. Reading it from several
-/// threads is safe.
+/// No two elements of a model have the same id. The model must not change while the object lives, and `source` must
+/// outlive it. Reading from several threads is safe. Takes time and memory proportional to the model, at any depth.
 class ElementIds {
 public:
     /// Without a `source` (null) no quids are known. May throw `std::bad_alloc`.

@@ -1,7 +1,7 @@
 #include "export/exporters.h"
 
-#include "export/writeJson.h"
-#include "export/writeTree.h"
+#include "export/json/writeJson.h"
+#include "export/outline/writeOutline.h"
 
 #include <algorithm>
 #include <array>
@@ -23,7 +23,7 @@ bool needsPlaces(const OptionValues& options) {
 constexpr std::array table{
     Exporter{"json", "the whole model as a JSON document for programs", Shape::oneFile, jsonEndings, jsonOptions,
              writeJson, needsPlaces},
-    Exporter{"tree", "an outline for people", Shape::oneFile, treeEndings, {}, writeTree},
+    Exporter{"tree", "an outline for people", Shape::oneFile, treeEndings, {}, writeOutline},
     Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},
 };
 

@@ -19,8 +19,8 @@ struct Option {
 /// The words that the option takes.
 [[nodiscard]] std::vector<std::string_view> valuesOf(const Option& option);
 
-/// A setting that none of the options takes. The text says why and lists those there are; it quotes the setting as it
-/// was given, so it need not be printable.
+/// A setting that none of the options takes. The text says why and lists the options; it quotes the setting unchanged,
+/// so it may be unprintable.
 class WrongOption : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -30,8 +30,7 @@ public:
 class OptionValues {
 public:
     /// Reads settings of the form "NAME=VALUE". The last one of a name counts; an option without a setting has its
-    /// default. `options` must outlive the object, `settings` need not. Throws `WrongOption` for an unknown option or
-    /// value.
+    /// default. `options` must outlive the object. Throws `WrongOption` for an unknown option or value.
     OptionValues(std::span<const Option> options, std::span<const std::string> settings);
 
     /// The value of the option, one of its words. `name` must be that of an option.

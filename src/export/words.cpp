@@ -1,12 +1,31 @@
 #include "export/words.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
-#include <span>
 
 namespace exporter {
 
 namespace {
+
+constexpr std::array kinds{
+    ElementKind{KelElementType::model, "model"},
+    ElementKind{KelElementType::designPackage, "package"},
+    ElementKind{KelElementType::classObject, "class"},
+    ElementKind{KelElementType::attribute, "attribute"},
+    ElementKind{KelElementType::operation, "operation"},
+    ElementKind{KelElementType::argument, "argument"},
+    ElementKind{KelElementType::candidateKey, "key"},
+    ElementKind{KelElementType::foreignKey, "key"},
+    ElementKind{KelElementType::association, "association"},
+    ElementKind{KelElementType::associationRole, "role"},
+    ElementKind{KelElementType::generalization, "generalization"},
+    ElementKind{KelElementType::realization, "realization"},
+    ElementKind{KelElementType::dependency, "dependency"},
+    ElementKind{KelElementType::classDiagram, "diagram"},
+    ElementKind{KelElementType::baseType, "type"},
+    ElementKind{KelElementType::derivedType, "type"},
+};
 
 constexpr std::array visibilities{"public", "protected", "private", "implementation"};
 constexpr std::array containments{"byValue", "byReference"};
@@ -29,6 +48,15 @@ const char* wordOf(std::span<const char* const> words, std::int32_t number) {
 }
 
 } // namespace
+
+const char* kindWord(KelElementType type) {
+    const auto* kind = std::ranges::find(kinds, type, &ElementKind::type);
+    return kind != kinds.end() ? kind->word : nullptr;
+}
+
+std::span<const ElementKind> elementKinds() {
+    return kinds;
+}
 
 const char* visibilityWord(std::int32_t visibility) {
     return wordOf(visibilities, visibility);

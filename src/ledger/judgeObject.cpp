@@ -168,7 +168,8 @@ void LedgerMerge::judgeHead(OpenObject& object, OpenObject* parent, Effects effe
         object.verdict = {&reasons::readFromUnit, object.unit->path.string()};
     } else if (row.subject == Subject::none) {
         drop(object, row.reason);
-    } else if (row.subject == Subject::treeView) {
+    } else if (row.subject == Subject::treeView ||
+               (row.subject == Subject::label && (parent == nullptr || parent->subject() != Subject::noteView))) {
         missing(object, parent, row.reason);
     } else if (row.subject == Subject::header || row.subject == Subject::design) {
         object.own = const_cast<KelModel*>(&model_);
@@ -179,8 +180,6 @@ void LedgerMerge::judgeHead(OpenObject& object, OpenObject* parent, Effects effe
         }
     } else if (row.subject == Subject::classView) {
         judgeClassView(object, parent, effects);
-    } else if (row.subject == Subject::label && (parent == nullptr || parent->subject() != Subject::noteView)) {
-        missing(object, parent, row.reason);
     } else if (!isLate(row.subject)) {
         const auto made = std::ranges::find_if(effects, [&](const Effect& effect) {
             return effect.kind == EffectKind::made && trace_.getFate(effect.object).type == typeOf(row.subject);
@@ -414,7 +413,7 @@ void LedgerMerge::judgeNote(OpenObject& note, const OpenObject* parent) {
     if (note.subject() == Subject::attachView) {
         const std::uint64_t line = lines_[note.note];
         const auto number = noteNumbers_.find(note.note);
-        const bool isMeant = number != noteNumbers_.end() && number->second != "" &&
+        const bool isMeant = number != noteNumbers_.end() && !number->second.empty() &&
                              (number->second == note.client || number->second == note.supplier);
         const bool isHere = parent != nullptr && line > parent->place.line;
         if (diagram == nullptr) {

@@ -27,7 +27,7 @@ constexpr const char* interactions = "interactions are not imported";
 constexpr const char* components = "components are not imported";
 constexpr const char* deployment = "processes and devices are not imported";
 constexpr const char* tools = "properties of tools are not imported";
-constexpr const char* drawing = "how something is drawn is not imported";
+constexpr const char* drawing = "layout is not imported";
 
 constexpr auto rows = std::to_array<KindRow>({
     {"Petal", header, as("as the model's origin")},

@@ -15,6 +15,9 @@ void LogWriter::record(const KelLogEvent& event) {
     if (const auto level = static_cast<std::size_t>(event.getSeverityLevel()) - 1; level < counts_.size()) {
         ++counts_[level];
     }
+    if (!leftOut_.empty() && event.getCode().view() == leftOut_) {
+        return;
+    }
     KelString text(event.getText());
     if (!event.getFurtherText().isEmpty()) {
         text.append(" ").append(event.getFurtherText().view());

@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace petal {
 
@@ -19,6 +20,8 @@ public:
     /// the events quote names in.
     LogWriter(const std::optional<std::string>& path, const LogFormat& format, const KelString& encoding);
 
+    /// Events of that code are from now on counted only.
+    void leaveOut(std::string_view code) { leftOut_ = code; }
     /// A failure to write is kept for `close`: it must not end the import.
     void record(const KelLogEvent& event) override;
     /// Throws a `Failure` with the outcome `outputFailed` when a part of the log could not be written to its file.
@@ -30,6 +33,7 @@ private:
     std::optional<LogFile> file_; // none for standard error
     const LogFormat& format_;
     KelTextDecoder decoder_;
+    std::string leftOut_;
     EventCounts counts_{};
 };
 

@@ -12,7 +12,7 @@ enum class Command { help, version, options, specification, formats, import, inf
 /// How the controlled units of a model are followed. Texts are the bytes that the shell gave.
 struct UnitChoices {
     std::string mode = "warn";         // or "require", "skip"
-    std::vector<std::string> pathMaps; // each "SYMBOL=FOLDER"
+    std::vector<std::string> pathMaps; // each "SYMBOL=FOLDER", or "auto"
     std::vector<std::string> folders;  // that files are searched for below
 };
 
@@ -28,6 +28,7 @@ struct ImportRequest {
     std::string logFormat = "text";         // or "json"
     std::optional<std::string> log;         // unset or "-": standard error
     UnitChoices units;
+    bool areUnitsTold = true;          // false: whoever asks tells of missing units; the log only counts them
     std::optional<std::string> ledger; // "-": standard output; for several files a folder
     bool ledgerListsAll = false;
     std::vector<std::string> failOn; // of "loss", "damage", "warning" and "encoding"
@@ -69,6 +70,7 @@ struct MergeRequest {
 struct UnitsRequest {
     std::vector<std::string> files; // bytes as the shell gave them
     UnitChoices units;
+    bool asJson = false;
 };
 
 /// What `petal formats` is to do.

@@ -1,7 +1,6 @@
 #include "petal/TemporaryFile.h"
 
 #include "petal/Descriptor.h"
-#include "petal/removeOnSignal.h"
 #include "petal/writeFully.h"
 
 #include <cerrno>
@@ -41,12 +40,6 @@ const std::string& namePrefix() {
     return prefix;
 }
 
-/// A name that this process has not used yet; one of another process, long gone, may still be there.
-std::string nextName() {
-    static unsigned made = 0;
-    return namePrefix() + std::to_string(::getpid()) + "-" + std::to_string(made++);
-}
-
 /// Whether `name` is that of a temporary file whose process has certainly ended. An id that is in use again counts as
 /// the same process.
 bool isAbandoned(std::string_view name) {
@@ -62,17 +55,21 @@ bool isAbandoned(std::string_view name) {
 
 } // namespace
 
-TemporaryFile::TemporaryFile(std::filesystem::path target, Signal signal)
-    : target_(std::move(target)), signal_(signal) {
+std::filesystem::path temporaryNameBeside(const std::filesystem::path& file) {
+    static unsigned made = 0;
+    return file.parent_path() / (namePrefix() + std::to_string(::getpid()) + "-" + std::to_string(made++));
+}
+
+TemporaryFile::TemporaryFile(std::filesystem::path target, Signal signal) : target_(std::move(target)) {
     while (descriptor_ < 0) {
-        path_ = target_.parent_path() / nextName();
+        path_ = temporaryNameBeside(target_);
         descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, newFileMode);
         if (descriptor_ < 0 && errno != EEXIST) {
             throwErrno();
         }
     }
-    if (signal_ == Signal::removes) {
-        removeOnSignal(path_.c_str());
+    if (signal == Signal::removes) {
+        removal_.remember(path_.c_str());
     }
 }
 
@@ -85,9 +82,7 @@ TemporaryFile::~TemporaryFile() {
 }
 
 void TemporaryFile::forget() {
-    if (signal_ == Signal::removes) {
-        keepOnSignal(path_.c_str());
-    }
+    removal_.forget();
     path_.clear();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "petal/removeOnSignal.h"
+
 #include <cstddef>
 #include <filesystem>
 #include <limits>
@@ -7,14 +9,14 @@
 
 namespace petal {
 
-/// A file that is to take the place of another once it is complete.
+/// A file that replaces another one once it is complete.
 ///
-/// It is in the same folder under a name of its own and is removed by the destructor unless it has taken its place by
-/// then. A process that is killed leaves its files behind; `removeAbandoned` is for these.
+/// It is in the same folder under a temporary name. The destructor removes it unless it has taken its place before. A
+/// process that is killed leaves its files; `removeAbandoned` removes them later.
 class TemporaryFile {
 public:
-    /// What the signals do that ask a program to end. `removes` is for the few files of this process (see
-    /// `removeOnSignal`); whoever has many catches the signals himself.
+    /// The effect of the signals that ask a program to end: see `RemovedOnSignal`. With `leaves` the caller handles
+    /// them.
     enum class Signal { removes, leaves };
 
     /// Creates an empty file that may become `target`. Throws `std::system_error`.
@@ -42,8 +44,12 @@ private:
     std::filesystem::path target_;
     std::filesystem::path path_; // empty once there is nothing to remove
     int descriptor_ = -1;
-    Signal signal_;
+    RemovedOnSignal removal_;
 };
+
+/// A name for a temporary file in the folder of `file`. This process has not used it yet; a file that another process
+/// left behind may have it.
+[[nodiscard]] std::filesystem::path temporaryNameBeside(const std::filesystem::path& file);
 
 /// Removes the temporary files in a folder whose processes have ended without removing them, as far as that is
 /// possible. An empty path is the current folder.

@@ -200,6 +200,7 @@ void describeInfo(CLI::App& info, InfoRequest& request) {
 
 void describeUnits(CLI::App& units, UnitsRequest& request) {
     units.add_option("FILE", request.files, "Model files")->required()->type_name("");
+    units.add_flag("--json", request.asJson, "Print a JSON object with the units of all files");
     describeUnitOptions(units, request.units);
 }
 

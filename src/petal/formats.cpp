@@ -6,8 +6,8 @@
 #include "petal/commands.h"
 #include "petal/fileFailure.h"
 #include "petal/standardOutput.h"
-#include "text/BufferedOutput.h"
 #include "text/IndentedJson.h"
+#include "text/Output.h"
 
 #include <algorithm>
 

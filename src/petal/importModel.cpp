@@ -1,5 +1,6 @@
 #include "petal/importModel.h"
 
+#include "export/Omissions.h"
 #include "export/exporters.h"
 #include "host/log/KelException.h"
 #include "host/log/Severity.h"
@@ -7,7 +8,7 @@
 #include "host/model/KelModel.h"
 #include "host/options/KelOptionList.h"
 #include "petal/LogWriter.h"
-#include "petal/ModelOutput.h"
+#include "petal/OutputFiles.h"
 #include "petal/PlugIn.h"
 #include "petal/WarningCount.h"
 #include "petal/countObjects.h"
@@ -16,8 +17,11 @@
 #include "petal/importOptions.h"
 #include "petal/ledger/LedgerReport.h"
 #include "petal/units/ModelSource.h"
+#include "petal/units/lossLines.h"
+#include "petal/units/unitOptions.h"
 #include "source/makeSourceMap.h"
 
+#include <cstdio>
 #include <filesystem>
 #include <unistd.h>
 
@@ -83,12 +87,18 @@ void writeModel(const ImportRequest& request, const source::SourceMap* places) {
         return;
     }
     const exporter::OptionValues options = formatOptions(request);
+    exporter::Omissions omissions;
     try {
-        const auto output = ModelOutput::open(request.output, request.outputDescriptor);
-        exporter.write({.model = keptModel(), .source = places, .options = options, .output = *output});
-        output->commit();
+        OutputFiles files(request.output, request.outputDescriptor);
+        exporter.write(
+            {.model = keptModel(), .source = places, .options = options, .folder = files, .omissions = omissions});
+        files.commit();
     } catch (const std::system_error& error) {
         throw outputFailure(outputName(request.output), error);
+    }
+    if (request.isSummarised && !omissions.isEmpty()) {
+        const std::string line = "petal: " + *request.format + ": left out: " + omissions.summary() + "\n";
+        std::fwrite(line.data(), 1, line.size(), stderr);
     }
 }
 
@@ -100,18 +110,37 @@ void countUnits(const units::UnitTree& tree, ImportResult& result) {
     }
 }
 
+/// Has the path symbols mapped that the request leaves to petal.
+void mapSymbols(const ImportRequest& request, units::UnitLocator& locator) {
+    units::SymbolSearch search({}, {units::folderOf(request.file)});
+    const std::vector<units::SymbolFolder> mapped = units::mapSymbols(locator, search, [&] {
+        units::LostUnits lost;
+        lost.add(units::lossesOf(readModelTree(request, locator), locator.getSymbols()));
+        return lost;
+    });
+    if (request.isSummarised) {
+        std::fputs(asNotes(mappingLines(mapped)).c_str(), stderr);
+    }
+}
+
 } // namespace
 
-ImportResult importModel(const ImportRequest& request, const FileUses& uses) {
+ImportResult importModel(const ImportRequest& request, const ImportContext& context) {
     const PlugIn plugIn = PlugIn::load();
     KelOptionList options;
     plugIn.getBridge().getOptionList(options);
     setImportOptions(request, options);
-    const ModelSource source(request);
-    refuseToLoseUnits(source.getTree(), uses);
+    if (mapsAutomatically(request.units)) {
+        mapSymbols(request, context.locator);
+    }
+    const ModelSource source(request, context.locator, context.takeTree);
+    refuseToLoseUnits(source.getTree(), context.uses);
     source.setOptions(options);
     LedgerReport ledger(request);
     LogWriter writer(request.log, *findLogFormat(request.logFormat), chosenEncoding(options));
+    if (!request.areUnitsTold) {
+        writer.leaveOut(ModelSource::missingUnitCode);
+    }
     WarningCount log(writer, severityLevel(KelString(std::string_view(request.logLevel))));
     source.reportTo(log);
     std::optional<source::Trace> trace;

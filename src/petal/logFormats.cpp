@@ -2,8 +2,7 @@
 
 #include "host/log/Severity.h"
 #include "text/JsonLine.h"
-#include "text/jsonText.h"
-#include "text/printableText.h"
+#include "text/escape.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "petal/printFailure.h"
 
-#include "text/printableText.h"
+#include "text/escape.h"
 
 #include <cstdio>
 

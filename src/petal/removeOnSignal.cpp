@@ -1,8 +1,6 @@
 #include "petal/removeOnSignal.h"
 
-#include <algorithm>
 #include <array>
-#include <atomic>
 #include <csignal>
 #include <unistd.h>
 
@@ -10,29 +8,21 @@ namespace petal {
 
 namespace {
 
-constexpr std::size_t mostDoomed = 8;
-std::array<std::atomic<const char*>, mostDoomed> doomedPaths{}; // null where there is room
-static_assert(std::atomic<const char*>::is_always_lock_free, "read by a signal handler");
+std::atomic<RemovedOnSignal*> first = nullptr;
+static_assert(std::atomic<RemovedOnSignal*>::is_always_lock_free, "read by a signal handler");
 
 constexpr std::array endingSignals{SIGINT, SIGQUIT, SIGHUP, SIGTERM};
 
-void replaceFirst(const char* old, const char* path) {
-    if (const auto found = std::ranges::find(doomedPaths, old, [](const auto& doomed) { return doomed.load(); });
-        found != doomedPaths.end()) {
-        found->store(path);
-    }
-}
+} // namespace
 
-void removeAndEnd(int signal) {
-    for (const auto& doomed : doomedPaths) {
-        if (const char* path = doomed.load(); path != nullptr) {
-            ::unlink(path);
-        }
+void RemovedOnSignal::removeAndEnd(int signal) {
+    for (const RemovedOnSignal* file = first; file != nullptr; file = file->next_) {
+        ::unlink(file->path_);
     }
     ::raise(signal); // takes its default effect now, since the handler is in force only once
 }
 
-void handleEndingSignals() {
+void RemovedOnSignal::handleEndingSignals() {
     struct sigaction handling {};
     handling.sa_handler = removeAndEnd;
     handling.sa_flags = static_cast<int>(SA_RESETHAND);
@@ -44,20 +34,32 @@ void handleEndingSignals() {
     }
 }
 
-} // namespace
-
-void removeOnSignal(const char* path) {
-    replaceFirst(nullptr, path);
+void RemovedOnSignal::remember(const char* path) {
+    path_ = path;
+    link_ = &first;
+    next_ = first.load();
+    if (next_ != nullptr) {
+        next_.load()->link_ = &next_;
+    }
+    first = this;
     handleEndingSignals();
 }
 
-void keepOnSignal(const char* path) {
-    replaceFirst(path, nullptr);
+void RemovedOnSignal::forget() noexcept {
+    if (link_ == nullptr) {
+        return;
+    }
+    RemovedOnSignal* next = next_;
+    *link_ = next;
+    if (next != nullptr) {
+        next->link_ = link_;
+    }
+    link_ = nullptr;
 }
 
-void keepAllOnSignal() {
-    for (auto& doomed : doomedPaths) {
-        doomed.store(nullptr);
+void RemovedOnSignal::forgetAll() noexcept {
+    while (first != nullptr) {
+        first.load()->forget();
     }
 }
 

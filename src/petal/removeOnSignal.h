@@ -1,15 +1,34 @@
 #pragma once
 
+#include <atomic>
+
 namespace petal {
 
-/// From now on the signals that ask the program to end (interrupt, quit, hang-up, termination) remove the file at
-/// `path` before they do. The path must live until it is forgotten. Eight files are remembered at a time, more than a
-/// command writes at once in its own process; further ones stay.
-void removeOnSignal(const char* path);
+/// Removes a file when a signal asks the program to end (interrupt, quit, hang-up, termination) and before it ends.
+///
+/// Any number of files, each in constant time and without allocating. Used by one thread: the handler may only
+/// interrupt the thread that remembers and forgets.
+class RemovedOnSignal {
+public:
+    RemovedOnSignal() = default;
+    RemovedOnSignal(const RemovedOnSignal&) = delete;
+    RemovedOnSignal& operator=(const RemovedOnSignal&) = delete;
+    ~RemovedOnSignal() { forget(); }
 
-/// Forgets the file that was remembered by this very pointer.
-void keepOnSignal(const char* path);
-/// Forgets all, for a forked process, whose files they are not.
-void keepAllOnSignal();
+    /// `path` must live until the file is forgotten. Called once.
+    void remember(const char* path);
+    void forget() noexcept;
+    /// Forgets all files. For a forked process, which does not own them.
+    static void forgetAll() noexcept;
+
+private:
+    static void removeAndEnd(int signal);
+    static void handleEndingSignals();
+
+    const char* path_ = nullptr;
+    /// The list of those remembered. The handler follows `next_` only, so each change of the list is one store.
+    std::atomic<RemovedOnSignal*> next_ = nullptr;
+    std::atomic<RemovedOnSignal*>* link_ = nullptr; // what points to this one; null: not in the list
+};
 
 } // namespace petal

@@ -1,6 +1,7 @@
 #include "petal/Failure.h"
 #include "petal/commands.h"
 #include "petal/jobs/importOne.h"
+#include "petal/units/unitOptions.h"
 
 namespace petal {
 
@@ -15,7 +16,8 @@ void convertToText(const TextconvRequest& request) {
     import.isCounted = false;
     FileUses uses;
     uses.reads(request.file);
-    const ImportEnd end = importHere(import, uses);
+    units::UnitLocator locator = makeUnitLocator(import.units);
+    const ImportEnd end = importHere(import, {uses, locator});
     if (!end.isDone()) {
         throw Failure(end.outcome, end.text, end.advice);
     }

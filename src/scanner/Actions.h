@@ -1,36 +1,66 @@
 #pragma once
 
+#include "builder/BuilderState.h"
+#include "builder/Classes.h"
 #include "scanner/Rule.h"
 
-/// The effects of the rules. Each is called only when its rule's guards let it. Where a rule's reader found no value
-/// the builder is not called; what else the effect does happens all the same.
+/// The effects of the rules, as the rule table names them: templates for effects that only forward to the builder, and
+/// functions for the others.
+///
+/// An action is called only when the guards of its rule permit it. It sees the current match and may consume text after
+/// it. It throws what the builder throws. An action without a value (null) leaves the builder alone, but its other
+/// effects take place.
 namespace rose {
 
-// PackageActions.cpp: packages, diagrams, and the objects that are not imported.
-void closePackage(const Reading& reading);
-void createPackage(const Reading& reading);
-void createClassDiagram(const Reading& reading);
-void enterMechanism(const Reading& reading);
+/// Passes the value, if there is one, to an operation of the builder.
+template <void (*operation)(char*)>
+void take(const Reading& reading) {
+    if (reading.value != nullptr) {
+        operation(reading.value);
+    }
+}
 
-// ClassActions.cpp
-void createClass(const Reading& reading);
-void createParameterizedClass(const Reading& reading);
-void createInstantiatedClass(const Reading& reading);
-void createClassUtility(const Reading& reading);
-void createParameterizedClassUtility(const Reading& reading);
-void createInstantiatedClassUtility(const Reading& reading);
-void createMetaclass(const Reading& reading);
-void addStereotype(const Reading& reading);
-void createEnumType(const Reading& reading);
+/// Calls an operation of the builder that takes no value.
+template <void (*operation)()>
+void call(const Reading& /*reading*/) {
+    operation();
+}
+
+/// Begins an object that is imported, which ends one that is not.
+template <void (*operation)(char*)>
+void begin(const Reading& reading) {
+    state.objectMechanism = false;
+    take<operation>(reading);
+}
+
+template <KelClassCategoryType category>
+void createClass(const Reading& reading) {
+    state.objectMechanism = false;
+    if (reading.value != nullptr) {
+        CreateClass(reading.value, category);
+    }
+}
+
+/// Sets a flag that later keywords look at.
+template <bool BuilderState::*flag>
+void raise(const Reading& /*reading*/) {
+    state.*flag = true;
+}
+
+/// Sets the flag of a view that has no object in the model.
+template <bool BuilderState::*flag>
+void enterView(const Reading& reading) {
+    raise<flag>(reading);
+    state.activeObject = nullptr;
+}
+
+// Classes.
 void setAbstract(const Reading& reading);
 void setPersistent(const Reading& reading);
 void setSpace(const Reading& reading);
 
-// FeatureActions.cpp: attributes, arguments, and the properties that several kinds of objects share.
+// Attributes, arguments, and the properties that several kinds of objects share.
 void createAttribute(const Reading& reading);
-void createArgument(const Reading& reading);
-void connectType(const Reading& reading);
-void setInitialValue(const Reading& reading);
 void setFriend(const Reading& reading);
 void setStatic(const Reading& reading);
 void setDerived(const Reading& reading);
@@ -38,46 +68,20 @@ void setVirtual(const Reading& reading);
 void setVisibility(const Reading& reading);
 void setContainment(const Reading& reading);
 
-// OperationActions.cpp
-void createOperation(const Reading& reading);
+// Operations.
 void setConcurrency(const Reading& reading);
 void setOperationVisibility(const Reading& reading);
-void setReturnType(const Reading& reading);
-void expectPrecondition(const Reading& reading);
-void expectPostcondition(const Reading& reading);
-void expectSemantics(const Reading& reading);
 void setOperationText(const Reading& reading);
 
-// RelationshipActions.cpp: associations, their roles, and the other relationships.
-void createAssociation(const Reading& reading);
-void createAssociationRole(const Reading& reading);
-void createAssociationClass(const Reading& reading);
-void setCardinality(const Reading& reading);
+// Associations, roles and the ends of relationships.
 void setNavigable(const Reading& reading);
 void markAggregation(const Reading& reading);
-void enterQualifier(const Reading& reading);
-void setQuid(const Reading& reading);
-void createGeneralization(const Reading& reading);
-void createRealization(const Reading& reading);
-void createDependency(const Reading& reading);
 void bindSupplier(const Reading& reading);
 
-// ViewActions.cpp: what is drawn on a diagram.
+// Views, documentation and labels.
 void addClassView(const Reading& reading);
-void createAssociationInView(const Reading& reading);
-void connectAssociationToDiagram(const Reading& reading);
-void enterGeneralizationView(const Reading& reading);
-void enterRealizationView(const Reading& reading);
-void enterUsesView(const Reading& reading);
-void enterRoleView(const Reading& reading);
 void enterNoteView(const Reading& reading);
-void enterCompartment(const Reading& reading);
-void expectNoteAttachment(const Reading& reading);
-void createToolId(const Reading& reading);
 void setClient(const Reading& reading);
-
-// TextActions.cpp: documentation and labels.
-void expectDiagramText(const Reading& reading);
 void placeText(const Reading& reading);
 
 } // namespace rose

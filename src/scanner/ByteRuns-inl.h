@@ -1,4 +1,4 @@
-// What one set of vector instructions makes of runs of bytes.
+// Searches of runs of bytes with one set of vector instructions.
 
 #if defined(SCANNER_BYTE_RUNS) == defined(HWY_TARGET_TOGGLE)
 #ifdef SCANNER_BYTE_RUNS
@@ -56,7 +56,7 @@ HWY_INLINE std::uint64_t bitsOfBytes(const char* text, Byte... wanted) {
     return bits;
 }
 
-/// The first byte at or after `text` that is neither a space nor `otherBlank`. There must be one.
+/// The first byte at or after `text` that is neither a space nor `otherBlank`. PRECONDITION: there is one.
 HWY_NOINLINE inline const char* afterBlanks(const char* text, char otherBlank) {
     for (;; text += 64) {
         if (const std::uint64_t others = ~bitsOfBytes<64>(text, ' ', otherBlank); others != 0) {

@@ -17,7 +17,7 @@ inline std::uint64_t load64(const char* text) {
     return word;
 }
 
-/// Bytes as `load64` gives them, from the byte numbered `shift` on, which makes eight at the most.
+/// Bytes as `load64` returns them, from byte number `shift`. PRECONDITION: they end within eight bytes.
 constexpr std::uint64_t packed(std::string_view bytes, std::size_t shift = 0) {
     std::uint64_t word = 0;
     for (const char byte : bytes) {

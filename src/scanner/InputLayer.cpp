@@ -1,13 +1,33 @@
 #include "scanner/InputLayer.h"
 
-#include "scanner/FatalConditions.h"
-
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <cstddef>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
 namespace rose {
+
+namespace {
+
+/// In the order of `FatalCondition`.
+constexpr std::array<const char*, 6> messages{
+    "input in flex scanner failed",
+    "fatal error - scanner input buffer overflow",
+    "out of dynamic memory in yy_create_buffer()",
+    "flex scanner push-back overflow",
+    "fatal flex scanner internal error--no action found",
+    "fatal flex scanner internal error--end of buffer missed",
+};
+
+} // namespace
+
+void stopProcess(FatalCondition condition) {
+    std::fprintf(stderr, "%s\n", messages[static_cast<std::size_t>(condition)]);
+    std::exit(2);
+}
 
 std::FILE* yyin = nullptr;
 char* yytext = nullptr;
@@ -69,9 +89,9 @@ bool InputLayer::fill() {
     if (cursor_ < limit_) {
         return true;
     }
-    uncoverByteBehindMatch();
+    uncoverByteAfterMatch();
     const bool found = refill(matchEnd_ != nullptr ? std::min(yytext, cursor_) : cursor_);
-    coverByteBehindMatch();
+    coverByteAfterMatch();
     return found;
 }
 
@@ -79,7 +99,7 @@ int InputLayer::get() {
     if (!fill()) {
         return -1;
     }
-    const char byte = cursor_ == matchEnd_ ? behindMatch_ : *cursor_;
+    const char byte = cursor_ == matchEnd_ ? afterMatch_ : *cursor_;
     ++cursor_;
     return static_cast<unsigned char>(byte);
 }
@@ -88,7 +108,7 @@ std::ptrdiff_t InputLayer::unget(char character) {
     if (buffer_ == nullptr) {
         allocate();
     }
-    uncoverByteBehindMatch();
+    uncoverByteAfterMatch();
     std::ptrdiff_t moved = 0;
     if (cursor_ == begin_) {
         moved = begin_ == text_ ? moveTextToEnd() : 0;
@@ -98,7 +118,7 @@ std::ptrdiff_t InputLayer::unget(char character) {
     --cursor_;
     rewritten_ = rewritten_ || *cursor_ != character || cursor_ < matchEnd_;
     *cursor_ = character;
-    coverByteBehindMatch();
+    coverByteAfterMatch();
     return moved;
 }
 
@@ -121,7 +141,7 @@ void InputLayer::allocate() {
     begin_ = cursor_ = limit_ = text_ = buffer_ + frontMargin;
 }
 
-/// Doubles the buffer, which holds its text from the front.
+/// Doubles the buffer. PRECONDITION: the text is at its beginning.
 void InputLayer::grow() {
     const std::ptrdiff_t cursor = cursor_ - text_;
     const std::ptrdiff_t limit = limit_ - text_;
@@ -159,7 +179,7 @@ std::ptrdiff_t InputLayer::moveTextTo(std::size_t offset) {
     return distance;
 }
 
-/// Makes room in front of the buffered text; returns by how many bytes it moved.
+/// Makes room before the buffered text; returns by how many bytes it moved.
 std::ptrdiff_t InputLayer::moveTextToEnd() {
     const std::size_t room = capacity_ - static_cast<std::size_t>(limit_ - begin_);
     if (room == 0) {
@@ -170,7 +190,7 @@ std::ptrdiff_t InputLayer::moveTextToEnd() {
     return moved;
 }
 
-/// The first read of a scan ends at a block of the stream, if it is known where the stream stands.
+/// The first read of a scan ends at a block of the stream, if the position of the stream is known.
 std::size_t InputLayer::nextReadSize() {
     if (!std::exchange(firstRead_, false)) {
         return settings_.readSize;

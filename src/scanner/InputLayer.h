@@ -9,6 +9,19 @@
 
 namespace rose {
 
+/// The conditions that end the whole process. None of them is reported to the host.
+enum class FatalCondition : std::uint8_t {
+    readFailed,
+    bufferCannotGrow,
+    bufferCannotBeAllocated,
+    noRoomToPushBack,
+    noActionFound,
+    endOfBufferMissed,
+};
+
+/// Writes the condition's message and a newline to the standard error stream and exits with status 2.
+[[noreturn]] void stopProcess(FatalCondition condition);
+
 /// The stream that the scanner reads. Set by `RoseLexImport`; neither rewound nor closed here.
 extern std::FILE* yyin;
 /// The current match, NUL-terminated while an action runs and valid until it returns. Moves when the buffer does.
@@ -18,23 +31,23 @@ extern std::size_t yyleng;
 
 /// The next byte of the input, 0 to 255, which is thereby consumed; -1 at the end of the input.
 int yyinput();
-/// Puts `character` in front of the current input position: the next `yyinput` or the next match starts with it.
+/// Puts `character` before the current input position: the next `yyinput` or the next match starts with it.
 /// `matchStart` is the start of the current match (`yytext`), which follows when the buffered text has to move.
 void yyunput(int character, char* matchStart);
 
-/// A place in the input: bytes since the scan began. It stays good when the buffered text moves.
+/// A place in the input: bytes since the scan began. It stays valid when the buffered text moves.
 using Position = std::int64_t;
 
-/// The buffered window on the stream `yyin`: the text that must stay, and what was read behind it.
+/// The buffered window on the stream `yyin`: the text that is still needed, and text read ahead.
 ///
-/// The text lies between two margins, so that bytes just outside it can be loaded; those right behind it are NUL.
-/// The buffer is made by the first `refill`, doubles when the text that must stay fills it, and is kept for the next
-/// scan, for as long as the library is loaded. What goes wrong here ends the process (FatalConditions.h).
+/// The text lies between two margins, so that bytes just outside it can be loaded; those directly after it are NUL.
+/// The first `refill` allocates the buffer; it doubles when the text that is still needed fills it, and is kept for the
+/// next scan, for as long as the library is loaded. Failures end the process (`FatalCondition`).
 ///
-/// Pointers into the text stay good until the next call that may read or put back: `refill`, `fill`, `get`, `unget`.
+/// Pointers into the text stay valid until the next call that may read or put back: `refill`, `fill`, `get`, `unget`.
 class InputLayer {
 public:
-    /// Room for loads in front of the text and behind it.
+    /// Room for loads before and after the text.
     static constexpr std::size_t frontMargin = 32;
     static constexpr std::size_t backMargin = 96;
 
@@ -51,7 +64,7 @@ public:
     [[nodiscard]] char* cursor() const { return cursor_; }
     /// Where the buffered text ends.
     [[nodiscard]] char* limit() const { return limit_; }
-    /// Whether the stream has no more than what is buffered.
+    /// Whether all that is left of the stream is buffered.
     [[nodiscard]] bool ended() const { return ended_; }
 
     [[nodiscard]] Position positionOf(const char* place) const { return origin_ + (place - text_); }
@@ -60,8 +73,8 @@ public:
     /// Consumes the text up to `place`.
     void moveCursor(char* place) { cursor_ = place; }
 
-    /// Reads on behind the buffered text; false at the end of the input. Text before `keep` is dropped. About as much
-    /// is read as was kept, so that starting a search again after each refill costs a small multiple of the text.
+    /// Reads more after the buffered text; false at the end of the input. Drops the text before `keep`. Reads about as
+    /// much as was kept, so that starting a search again after each refill costs a small multiple of the text.
     /// Between `beginMatch` and `endMatch` call `fill` instead.
     bool refill(const char* keep);
 
@@ -71,29 +84,28 @@ public:
         yyleng = static_cast<std::size_t>(end - begin);
         cursor_ = end;
         matchEnd_ = end;
-        coverByteBehindMatch();
+        coverByteAfterMatch();
     }
     /// Ends the current match, if there is one.
     void endMatch() {
-        uncoverByteBehindMatch();
+        uncoverByteAfterMatch();
         matchEnd_ = nullptr;
     }
 
     /// Makes sure that a byte is left to consume; false at the end of the input. The current match stays as it is.
     bool fill();
     /// The bytes that are left of the buffered text. PRECONDITION: something was consumed since the current match
-    /// began, whose NUL covers the first byte behind it.
+    /// began, whose NUL covers the first byte after it.
     [[nodiscard]] std::string_view unread() const { return {cursor_, static_cast<std::size_t>(limit_ - cursor_)}; }
     /// As `yyinput`; the current match stays as it is.
     int get();
     /// As `yyunput`; returns by how many bytes the buffered text moved.
     std::ptrdiff_t unget(char character);
-    /// Whether since the last `takeRewritten` `unget` has put anything but what had been there, or a part of the
-    /// current match.
+    /// Whether `unget`, since the last `takeRewritten`, has changed the text or put back a part of the current match.
     [[nodiscard]] bool isRewritten() const { return rewritten_; }
     bool takeRewritten() { return std::exchange(rewritten_, false); }
 
-    /// What a test may set before a scan: the sizes of a new buffer and of one read, and who allocates.
+    /// Settings of tests for a scan: the sizes of a new buffer and of one read, and the allocator.
     struct TestSettings {
         std::size_t bufferSize = 16384;
         std::size_t readSize = 8192;
@@ -103,15 +115,15 @@ public:
     void TESTING_ONLY_rebuild(const TestSettings& settings);
 
 private:
-    void coverByteBehindMatch() {
+    void coverByteAfterMatch() {
         if (matchEnd_ != nullptr) {
-            behindMatch_ = *matchEnd_;
+            afterMatch_ = *matchEnd_;
             *matchEnd_ = 0;
         }
     }
-    void uncoverByteBehindMatch() {
+    void uncoverByteAfterMatch() {
         if (matchEnd_ != nullptr) {
-            *matchEnd_ = behindMatch_;
+            *matchEnd_ = afterMatch_;
         }
     }
     void allocate();
@@ -129,14 +141,14 @@ private:
     char* cursor_ = nullptr;
     char* limit_ = nullptr;
     char* matchEnd_ = nullptr; // the end of the current match, which starts at yytext; null without one
-    char behindMatch_ = 0;     // the byte that the match's NUL covers
+    char afterMatch_ = 0;      // the byte that the match's NUL covers
     bool ended_ = false;
     bool rewritten_ = false;
     bool firstRead_ = true; // of a scan
     TestSettings settings_{};
 };
 
-/// The scanner's only input: like the rest of its state there is one in the process, unlocked.
+/// The scanner's only input, one in the process, without a lock.
 extern InputLayer scannerInput;
 
 } // namespace rose

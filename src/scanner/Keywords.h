@@ -1,6 +1,7 @@
 #pragma once
 
-#include "scanner/Pattern.h"
+#include "scanner/Bytes.h"
+#include "scanner/Rule.h"
 #include "scanner/RuleTable.h"
 
 #include <algorithm>
@@ -10,10 +11,12 @@
 #include <string_view>
 #include <utility>
 
-/// What the matcher looks for, derived from the rule table: the keyword of a pattern is the last word of its literal's
-/// first part ("Label" of "(object Label"), and its prefix what stands before that word. A match is found by its
-/// keyword; patterns whose keywords start alike form a family.
-namespace rose::keywords {
+namespace rose {
+
+/// The keywords that the matcher searches for, derived from the rule table: the keyword of a pattern is the last word
+/// of its literal's first part ("Label" of "(object Label"), and its prefix the text before that word. A match is found
+/// by its keyword; patterns whose keywords start alike form a family.
+namespace keywords {
 
 constexpr std::size_t prefixLength(const Pattern& pattern) {
     const std::size_t space = pattern.literal.first.rfind(' ');
@@ -24,7 +27,7 @@ constexpr std::string_view keyword(const Pattern& pattern) {
     return pattern.literal.first.substr(prefixLength(pattern));
 }
 
-/// Whether a blank always stands right before the pattern's keyword.
+/// Whether a blank always precedes the pattern's keyword.
 constexpr bool followsBlank(const Pattern& pattern) {
     return prefixLength(pattern) != 0 || pattern.lead == Lead::oneBlank || pattern.lead == Lead::blanks;
 }
@@ -50,7 +53,7 @@ constexpr std::string_view keywordStart(const Pattern& pattern) {
 /// The patterns whose keywords share their first letters. When all the letters that they share are there, and for some
 /// families a blank before them, one of the patterns is worth trying.
 struct Family {
-    std::string_view start; ///< what all the keywords begin with, seven letters at the most
+    std::string_view start; ///< the common beginning of all the keywords, at most seven letters
     bool followsBlank = true;
     std::uint8_t first = 0; ///< where its patterns begin in `byFamily`
     std::uint8_t count = 0;
@@ -58,7 +61,7 @@ struct Family {
 
 namespace detail {
 
-/// About the order of how often they stand in a model file: properties before objects, short words before long ones.
+/// Roughly the order of their frequency in model files: properties before objects, short words before long ones.
 constexpr bool isMoreFrequent(const Pattern& left, const Pattern& right) {
     return std::pair(prefixLength(left), keyword(left).size()) < std::pair(prefixLength(right), keyword(right).size());
 }
@@ -117,4 +120,75 @@ inline constexpr std::array<Family, familyCount> families = [] {
     return result;
 }();
 
-} // namespace rose::keywords
+} // namespace keywords
+
+/// The value that eight bytes are compared with: the byte before a word and the first seven of the word.
+struct FamilyEntry {
+    std::uint64_t bytes; ///< as a load gives them
+    std::uint64_t mask;
+    std::uint8_t probe = 0; ///< the first of the family's probes
+    std::uint8_t count = 0;
+
+    /// No family: it matches bytes that are not text.
+    constexpr FamilyEntry() : bytes(~std::uint64_t{0}), mask(~std::uint64_t{0}) {}
+
+    explicit constexpr FamilyEntry(const keywords::Family& family)
+        : bytes(rose::bytes::packed(family.start, 1)), mask(rose::bytes::packedMask(family.start.size(), 1)),
+          probe(family.first), count(family.count) {
+        if (family.followsBlank) {
+            // Both blanks pass, and a few bytes more.
+            bytes |= rose::bytes::blankBits;
+            mask |= rose::bytes::blankMask;
+        }
+    }
+
+    [[nodiscard]] bool matches(std::uint64_t text) const { return ((text ^ bytes) & mask) == 0; }
+};
+
+namespace detail {
+
+inline constexpr int slotBits = 8;
+
+/// Only the first three letters count: factors are multiples of 2^8.
+constexpr std::size_t familySlot(std::uint64_t bytes, std::uint32_t factor) {
+    static_assert(keywords::startLength == 3);
+    return (static_cast<std::uint32_t>(bytes >> 8U) * factor) >> (32 - slotBits);
+}
+
+constexpr std::size_t familySlot(const keywords::Family& family, std::uint32_t factor) {
+    return familySlot(FamilyEntry(family).bytes, factor);
+}
+
+/// A factor with which no two families share a slot.
+consteval std::uint32_t findFactor() {
+    for (std::uint32_t factor = 0x9E3779B1U;; factor = factor * 1664525U + 1013904223U) {
+        std::array<bool, std::size_t{1} << slotBits> taken{};
+        const bool fits =
+            std::all_of(keywords::families.begin(), keywords::families.end(), [&](const keywords::Family& family) {
+                return !std::exchange(taken[familySlot(family, factor & ~0xFFU)], true);
+            });
+        if (fits) {
+            return factor & ~0xFFU;
+        }
+    }
+}
+
+inline constexpr std::uint32_t factor = findFactor();
+
+inline constexpr std::array<FamilyEntry, std::size_t{1} << slotBits> familyTable = [] {
+    std::array<FamilyEntry, std::size_t{1} << slotBits> table{};
+    table.fill(FamilyEntry()); // g++ 12 leaves zeros in elements that only their constructor has set
+    for (const keywords::Family& family : keywords::families) {
+        table[familySlot(family, factor)] = FamilyEntry(family);
+    }
+    return table;
+}();
+
+} // namespace detail
+
+/// The only family that a word may be of, given the byte before it and its first seven.
+inline const FamilyEntry& familyEntry(std::uint64_t bytes) {
+    return detail::familyTable[detail::familySlot(bytes, detail::factor)];
+}
+
+} // namespace rose

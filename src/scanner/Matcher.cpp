@@ -1,15 +1,71 @@
 #include "scanner/Matcher.h"
 
+#include "scanner/RuleTable.h"
+
 #include <algorithm>
 
 namespace rose {
+
+// The matcher's preconditions on the rule table, checked by the compiler.
+
+namespace {
+
+constexpr std::string_view blankBytes = " \t";
+
+/// A rule is found by its number.
+consteval bool areNumberedInOrder() {
+    for (std::size_t index = 0; index < ruleCount; ++index) {
+        if (patterns[index].number != static_cast<int>(index) + 1) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// The first and last bytes of a literal are not blanks, and no byte of it ends a tail.
+consteval bool areLiteralsPlain() {
+    return std::all_of(patterns.begin(), patterns.end(), [](const Pattern& pattern) {
+        const auto isPlain = [](std::string_view text) {
+            return text.find_first_of(std::string_view("\"\n\t\0", 4)) == std::string_view::npos &&
+                   blankBytes.find(text.front()) == std::string_view::npos &&
+                   blankBytes.find(text.back()) == std::string_view::npos;
+        };
+        return isPlain(pattern.literal.first) && (pattern.literal.second.empty() || isPlain(pattern.literal.second));
+    });
+}
+
+consteval bool needsBlankAfter(const Pattern& pattern) {
+    return pattern.tail == Tail::valueTail || pattern.tail == Tail::flagTail || pattern.tail == Tail::spaceTail ||
+           pattern.tail == Tail::viewTail;
+}
+
+/// No two patterns match at one place: a literal that begins another one needs a blank where the other has none.
+consteval bool areExclusive() {
+    for (const Pattern& shorter : patterns) {
+        for (const Pattern& longer : patterns) {
+            const std::string_view start = shorter.literal.first;
+            const std::string_view whole = longer.literal.first;
+            if (shorter.number != longer.number && whole.starts_with(start) &&
+                (whole.size() == start.size() || !needsBlankAfter(shorter) || whole[start.size()] == ' ')) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+static_assert(areNumberedInOrder());
+static_assert(areLiteralsPlain());
+static_assert(areExclusive());
+
+} // namespace
 
 namespace {
 
 static_assert(InputLayer::backMargin >= VectorCode::readBehind);
 static_assert(InputLayer::frontMargin >= VectorCode::readBefore);
 
-/// No prefix holds the first letters of a keyword: keywords come in the order of the matches that they belong to.
+/// No prefix contains the first letters of a keyword: keywords are found in the order of their matches.
 consteval bool areKeywordsInOrder() {
     for (const Pattern& outer : patterns) {
         const std::string_view prefix = outer.literal.first.substr(0, keywords::prefixLength(outer));
@@ -30,7 +86,7 @@ int Matcher::nextOfAnotherBatch() {
         forgetBlock();
     }
     if (match_ < batch_.count) {
-        // An action has consumed what this match began with: what follows is to be grown anew.
+        // An action has consumed the beginning of this match: grow the matches from here anew.
         place_ = batch_.matches[match_].place;
     }
     for (;;) {
@@ -45,7 +101,7 @@ int Matcher::nextOfAnotherBatch() {
     }
 }
 
-/// For when the text is no longer what was searched.
+/// Discards the current block after the input was rewritten.
 void Matcher::forgetBlock() {
     batch_.count = match_ = places_.count = place_ = 0;
     searched_ = input_.positionOf(input_.cursor());

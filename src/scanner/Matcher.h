@@ -1,6 +1,5 @@
 #pragma once
 
-#include "scanner/Block.h"
 #include "scanner/Bytes.h"
 #include "scanner/InputLayer.h"
 #include "scanner/Keywords.h"
@@ -10,12 +9,12 @@
 
 namespace rose {
 
-/// Finds the matches of the rule table in an input, one after the other: at every position that no match has consumed
-/// the longest text that matches a pattern; positions where none matches are skipped.
+/// Finds the matches of the rule table in an input, one after the other: at every position that no match has consumed,
+/// the longest text that matches a pattern. Positions where none matches are skipped.
 ///
-/// Places where a keyword starts are found first, a block at a time, then the keyword is compared in full and the match
-/// is grown to both sides. No two patterns match at the same place, so that the first keyword whose match is whole
-/// decides. The time taken is in step with the length of the input, whatever it holds.
+/// First it finds the places where a keyword starts, a block at a time; then it compares the whole keyword and extends
+/// the match to both sides. No two patterns match at the same place, so that the first keyword whose match is whole
+/// decides. The time taken is proportional to the length of the input, whatever its content.
 ///
 /// Between two calls of `next` the input may be consumed, and bytes may be put back, by `get` and `unget`.
 class Matcher {
@@ -53,7 +52,7 @@ private:
     bool searchOn();
     const char* undecidedFrom() const;
 
-    /// What must be buffered behind a place before it is looked at: the keyword and a byte behind it.
+    /// How many bytes after a place must be buffered before it is examined: the keyword and the byte after it.
     static constexpr Position lookahead = keywords::longestKeyword + 1;
 
     InputLayer& input_;
@@ -70,7 +69,7 @@ private:
 /// current match until `sink` returns. Throws `std::bad_alloc`, and what `sink` throws.
 template <class Sink>
 void scan(InputLayer& input, Sink&& sink, const VectorCode& code = vectorCodes().front()) {
-    // Half a small stack would go to what it has found; and profilers give up on frames of that size.
+    // On the heap: its lists are half of a small stack, and profilers do not follow frames of that size.
     const auto matcher = std::make_unique<Matcher>(input, code);
     for (int rule = matcher->next(); rule != 0; rule = matcher->next()) {
         sink(rule, yytext, yyleng);

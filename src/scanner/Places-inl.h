@@ -7,10 +7,10 @@
 #define SCANNER_PLACES
 #endif
 
-#include "scanner/Block.h"
 #include "scanner/ByteRuns-inl.h"
-#include "scanner/FamilyTable.h"
 #include "scanner/Fingerprints.h"
+#include "scanner/Keywords.h"
+#include "scanner/VectorCode.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace rose::HWY_NAMESPACE {

@@ -50,12 +50,12 @@ constexpr bool isRun(Tail tail) {
 /// A pattern made ready for comparing at a place where its keyword's family has been seen.
 struct alignas(128) Probe {
     static constexpr std::size_t chunks = 2;
-    /// So many letters of the keyword `isAt` compares, one after the other from the first that decides no family.
+    /// How many letters of the keyword are compared: those that decide the family, and those that `isAt` compares.
     static constexpr std::size_t compared = keywords::startLength + 8 * chunks;
 
-    std::uint64_t prefix = 0; ///< the eight bytes before the keyword, those of no concern masked out
+    std::uint64_t prefix = 0; ///< the eight bytes before the keyword, irrelevant ones masked out
     std::uint64_t prefixMask = 0;
-    std::array<std::uint64_t, chunks> rest{}; ///< the bytes behind the letters of the family, likewise
+    std::array<std::uint64_t, chunks> rest{}; ///< the bytes after the letters of the family, likewise
     std::array<std::uint64_t, chunks> restMask{};
     LeadRange lead{};
     TailRun run{};
@@ -67,8 +67,8 @@ struct alignas(128) Probe {
     Probe() = default;
     explicit constexpr Probe(std::uint8_t index);
 
-    /// Whether the literal stands around the keyword whose first letters are at `word`, as far as it is compared here,
-    /// and behind it, if the tail begins with a blank, a byte that may be one.
+    /// Whether the literal, as far as it is compared here, is around the keyword whose first letters are at `word`, and
+    /// followed, if the tail begins with a blank, by a byte that may be one.
     [[nodiscard]] bool isAt(const char* word) const {
         std::uint64_t differences = (bytes::load64(word - 8) ^ prefix) & prefixMask;
         for (std::size_t chunk = 0; chunk < chunks; ++chunk) {

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-// What each of these could add to the set below it, nothing here uses.
+// Nothing here uses the instructions that each of these adds to the set below it.
 #define HWY_DISABLED_TARGETS (HWY_SSE4 | HWY_AVX3_DL)
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "scanner/VectorCode.cpp"
@@ -18,8 +18,8 @@ namespace rose {
 
 namespace {
 
-/// What the processor can run. The library's own choice at run time is left alone: linking it costs 3 ms whenever the
-/// plug-in is loaded.
+/// The code that the processor can run. The library's own choice at run time is not used: linking it costs 3 ms
+/// whenever the plug-in is loaded.
 std::vector<VectorCode> runnableCodes() {
     std::vector<VectorCode> codes;
 #if HWY_ARCH_X86
@@ -43,7 +43,7 @@ std::vector<VectorCode> runnableCodes() {
     }
 #endif
 #endif
-    // What every processor runs that this was compiled for.
+    // Any processor of the target runs this.
     codes.push_back({"baseline", HWY_STATIC_DISPATCH(findPlaces), HWY_STATIC_DISPATCH(growMatches)});
     return codes;
 }

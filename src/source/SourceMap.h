@@ -39,7 +39,7 @@ public:
         return found != places_.end() ? &found->second : nullptr;
     }
     /// Does nothing when the object has a place already.
-    void add(const KelObject& object, SourcePlace place) { places_.try_emplace(&object, std::move(place)); }
+    void add(const KelObject& object, const SourcePlace& place) { places_.try_emplace(&object, place); }
 
 private:
     std::vector<std::string> files_;

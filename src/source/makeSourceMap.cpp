@@ -43,7 +43,7 @@ public:
         inherit();
         for (ObjectNumber number = 1; number < places_.size(); ++number) {
             if (const KelObject* object = trace_.getFate(number).object; object != nullptr && isPlaced(number)) {
-                map_.add(*object, std::move(places_[number]));
+                map_.add(*object, places_[number]);
             }
         }
         return std::move(map_);

@@ -1,6 +1,6 @@
 #include "text/IndentedJson.h"
 
-#include "text/jsonText.h"
+#include "text/escape.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/BufferedOutput.h"
+#include "text/Output.h"
 
 #include <rapidjson/writer.h>
 
@@ -9,19 +9,21 @@
 
 namespace text {
 
-/// A buffered output in the shape that `rapidjson::Writer` writes to.
+/// Adapts a buffered output to `rapidjson::Writer`.
 struct JsonStream {
     using Ch = char;
 
     void Put(char byte) { output.put(byte); }
-    void Flush() {} // the buffer's owner decides
+    void Flush() {} // left to the owner of the buffer
 
     BufferedOutput& output;
 };
 
-/// Writes JSON with every member and every list element on a line of its own. The indentation stops growing at 40
-/// spaces, so that the size of a document grows in step with its contents however deep they nest. A level costs a
-/// few bytes of heap and no stack. Callers open and close in pairs and write a key before each value of an object.
+/// Writes JSON with every member and every list element on a separate line.
+///
+/// The output must outlive it and is flushed by the caller. Callers close what they open, in order, and write a key
+/// before each value of an object. Throws what the output throws. The indentation stops growing at 40 spaces, so that
+/// the size of a document is proportional to its contents at any depth; a level takes a few bytes of heap and no stack.
 class IndentedJson : private rapidjson::Writer<JsonStream> {
 public:
     explicit IndentedJson(BufferedOutput& output) : stream_{output} { Reset(stream_); }
@@ -31,8 +33,8 @@ public:
     void startList();
     void endList();
     void key(std::string_view member); // letters and digits
-    /// Any bytes, as a value or in place of a key, as `quotedJsonText` writes them. Throws `std::length_error` above
-    /// 4 GiB.
+    /// Any bytes, as a value or instead of a key, written as by `quotedJsonText`. Throws `std::length_error` for more
+    /// than 4 GiB.
     void text(std::string_view value);
     void number(std::int64_t value);
     void trueFlag();

@@ -1,6 +1,6 @@
 #include "text/JsonLine.h"
 
-#include "text/jsonText.h"
+#include "text/escape.h"
 
 #include <utility>
 

@@ -6,17 +6,18 @@
 
 namespace text {
 
-/// A JSON object on a line of its own. Texts become what `quotedJsonText` makes of them; names need no escapes.
+/// Builds a JSON object on a single line, in memory. Texts may be any bytes (see `quotedJsonText`); names must be
+/// letters and digits.
 class JsonLine {
 public:
     void text(std::string_view name, std::string_view value);
     void number(std::string_view name, std::uint64_t value);
     void truth(std::string_view name, bool value);
-    /// Starts an object within the object: what follows is in it until `endObject`.
+    /// Starts a nested object, which takes all members until `endObject`.
     void startObject(std::string_view name);
     void endObject();
 
-    /// The line, its end included. Called once, when every object within has ended.
+    /// The line with its line end. Called once, after every nested object has been ended.
     [[nodiscard]] std::string finish();
 
 private:

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstddef>
+#include <memory>
 #include <string_view>
 
 namespace text {
 
-/// Where an exporter's bytes go: a file, a pipe, a text in memory. Used by one thread at a time.
+/// A destination of bytes: a file, a pipe, a text in memory. Used by one thread at a time.
 class Output {
 public:
     Output() = default;
@@ -12,9 +14,35 @@ public:
     Output& operator=(const Output&) = delete;
     virtual ~Output() = default;
 
-    /// Takes all of `bytes`, which live only during the call. Throws `std::system_error` when that fails; the
-    /// output then holds an unknown part of them and takes no more.
+    /// Takes all of `bytes`, which need to live during the call only. Throws `std::system_error` on failure; the output
+    /// then holds an unknown part of them and must not be written to again.
     virtual void write(std::string_view bytes) = 0;
+};
+
+/// Collects small pieces for an output, which it does not own and which must outlive it.
+///
+/// The destructor discards bytes that were not flushed: it could not report a failure. Every function throws what the
+/// output throws. Holds 64 KiB.
+class BufferedOutput {
+public:
+    explicit BufferedOutput(Output& output);
+
+    void put(char byte) {
+        if (length_ == capacity) {
+            flush();
+        }
+        buffer_[length_++] = byte;
+    }
+    void put(std::string_view bytes);
+    void putRepeated(char byte, std::size_t count);
+    void flush();
+
+private:
+    static constexpr std::size_t capacity = std::size_t{64} * 1024;
+
+    Output& output_;
+    std::unique_ptr<char[]> buffer_;
+    std::size_t length_ = 0;
 };
 
 } // namespace text

@@ -6,9 +6,11 @@
 
 namespace text {
 
-/// An invalid sequence is the longest run of bytes that begins a valid one, or a single byte if none does.
+/// An invalid sequence is the longest run of bytes that begins a valid one, or a single byte if none does. All
+/// functions take time proportional to the text.
 
-/// Takes the character at `at`, moving `at` behind it. Returns its number, or -1 for an invalid sequence.
+/// Reads the character at `at`, which must be within the text, and moves `at` to the next one. Returns its number, or
+/// -1 for an invalid sequence.
 [[nodiscard]] int nextCharacter(std::string_view text, std::size_t& at);
 
 [[nodiscard]] bool isValidUtf8(std::string_view text);

@@ -3,22 +3,75 @@
 #include "builder/BuilderState.h"
 #include "builder/Trace.h"
 #include "host/model/KelArgument.h"
+#include "host/model/KelAttribute.h"
 #include "host/model/KelBaseType.h"
 #include "host/model/KelDerivedType.h"
 #include "host/model/KelModel.h"
 #include "host/model/KelOperation.h"
+#include "host/model/KelType.h"
 #include "host/options/KelOptionList.h"
+#include "host/text/KelString.h"
 #include "host/types/createBaseType.h"
 #include "literals/QEV_RRSE.h"
-#include "types/BaseTypes.h"
-#include "types/ConvertedTypes.h"
-#include "types/ReferenceCounts.h"
-#include "types/convertCPLUSPLUStype.h"
-#include "types/convertORACLEtype.h"
+#include "types/CPlusPlusTypes.h"
+#include "types/OracleTypes.h"
 
+#include <algorithm>
+#include <array>
 #include <memory>
+#include <string_view>
 
 namespace rose {
+
+KelBaseType* undefined = nullptr;
+KelBaseType* charBase = nullptr;
+KelBaseType* intBase = nullptr;
+KelBaseType* numberBase = nullptr;
+KelBaseType* binBase = nullptr;
+
+namespace {
+
+struct BaseRow {
+    std::string_view logicalName;
+    KelBaseType** base;
+};
+
+constexpr std::array<BaseRow, 4> bases{{
+    {"undefined", &undefined},
+    {"char", &charBase},
+    {"int", &intBase},
+    {"number", &numberBase},
+}};
+
+} // namespace
+
+KelBaseType* getBaseType(const char* sqlDataType) {
+    const std::string_view logicalName = getDefaultLogicalName(sqlDataType);
+    const auto* row =
+        std::find_if(bases.begin(), bases.end(), [&](const BaseRow& at) { return at.logicalName == logicalName; });
+    return row != bases.end() ? *row->base : binBase;
+}
+
+unsigned int AttributeIsReferenced(const KelAttribute& attribute) {
+    return static_cast<unsigned int>(attribute.getAssociatedClass() != nullptr) +
+           static_cast<unsigned int>(attribute.getType() != nullptr) +
+           static_cast<unsigned int>(attribute.roleNameMapsAsSource().count()) +
+           static_cast<unsigned int>(attribute.roleNameMapsAsDestination().count()) +
+           static_cast<unsigned int>(attribute.keys().count());
+}
+
+unsigned int ArgumentIsReferenced(const KelArgument& argument) {
+    return static_cast<unsigned int>(argument.getOperation() != nullptr) +
+           static_cast<unsigned int>(argument.getAssociatedClass() != nullptr) +
+           static_cast<unsigned int>(argument.getType() != nullptr);
+}
+
+KelAttribute* takeFirstAttribute(KelType& from) {
+    auto* attribute = static_cast<KelAttribute*>(from.features().first());
+    const unsigned int links = AttributeIsReferenced(*attribute);
+    from.removeFeature(0);
+    return links - 1 > 0 ? attribute : nullptr;
+}
 
 namespace {
 
@@ -26,7 +79,7 @@ using Converter = KelConcreteType* (*)(KelModel*, KelDerivedType*);
 
 /// The converter for the target system that the user chose.
 Converter chosenConverter() {
-    const KelString target = theOptions->getValue(QEV_RRSE::BP_SUPPORTED_TYPES.getName());
+    const KelString target = state.theOptions->getValue(QEV_RRSE::BP_SUPPORTED_TYPES.getName());
     const bool isOracle = target == QEV_RRSE::BP_SUPPORTED_TYPES_ENUM_ORACLE_7_X___8.getIdentifier();
     return isOracle ? convertORACLEtype : convertCPLUSPLUStype;
 }
@@ -46,7 +99,7 @@ void makeBases(KelModel& conversion) {
     binBase = makeBase(conversion, "binary");
 }
 
-/// Moves the arguments of the old type that something else knows as well; the others stay without a type.
+/// Moves the arguments that something besides the old type refers to; the others stay without a type.
 void moveArguments(KelType& from, KelType& to) {
     while (KelArgument* argument = from.arguments().first()) {
         const unsigned int links = ArgumentIsReferenced(*argument);
@@ -64,8 +117,8 @@ void moveOperations(KelType& from, KelType& to) {
     }
 }
 
-/// Replaces one declared type. What becomes of it is its converter's choice: it goes into the conversion model, or
-/// it is deleted here. So is one in the conversion model that nothing refers to, as nothing can from now on.
+/// Replaces one declared type. Its converter may move it into the conversion model; otherwise it is deleted here. A
+/// type in the conversion model that nothing refers to is deleted too, as nothing can refer to it from now on.
 void convert(KelModel& conversion, std::unique_ptr<KelDerivedType> declared, Converter converter) {
     KelType* converted = converter(&conversion, declared.get());
     trace::replaced(*declared, KelImportReason::typeConverted, *converted);

@@ -14,6 +14,10 @@ std::string lowerCase(std::string_view text) {
     return lower;
 }
 
+fs::path folderOf(const fs::path& file) {
+    return file.has_parent_path() ? file.parent_path() : ".";
+}
+
 const Folders::Names& Folders::namesIn(const fs::path& folder) {
     const auto [place, isNew] = listed_.try_emplace(folder);
     if (isNew) {

@@ -14,6 +14,9 @@ namespace units {
 /// `text` with the letters of ASCII in lower case.
 [[nodiscard]] std::string lowerCase(std::string_view text);
 
+/// The folder of a file; "." when its path names none.
+[[nodiscard]] std::filesystem::path folderOf(const std::filesystem::path& file);
+
 /// Finds files by names that were written on a system where case does not matter. Each folder is listed once, and
 /// what changes on the disk afterwards is not seen. A folder that cannot be listed is one without files.
 class Folders {

@@ -11,6 +11,10 @@ void PathSymbols::map(std::string_view symbol, std::filesystem::path folder) {
     folders_[lowerCase(symbol)] = std::move(folder);
 }
 
+bool PathSymbols::isMapped(std::string_view symbol) const {
+    return folders_.contains(lowerCase(symbol));
+}
+
 std::optional<std::filesystem::path> PathSymbols::find(const std::string& symbol) const {
     if (const auto found = folders_.find(lowerCase(symbol)); found != folders_.end()) {
         return found->second;

@@ -15,6 +15,8 @@ class PathSymbols {
 public:
     /// Makes the symbol, with or without its "$", stand for a folder; the last mapping counts.
     void map(std::string_view symbol, std::filesystem::path folder);
+    /// Whether that was done for the symbol, without "$".
+    [[nodiscard]] bool isMapped(std::string_view symbol) const;
     /// The folder that the symbol, without "$", stands for.
     [[nodiscard]] std::optional<std::filesystem::path> find(const std::string& symbol) const;
 

@@ -11,8 +11,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* currentFolder = "curdir";
-
 /// How many of the last parts of a path and a name are the same but for case.
 std::size_t sharedEnding(const fs::path& path, const std::vector<std::string>& parts) {
     auto at = path.end();
@@ -27,13 +25,11 @@ std::size_t sharedEnding(const fs::path& path, const std::vector<std::string>& p
 } // namespace
 
 std::optional<fs::path> UnitLocator::whereNamed(const UnitName& name, const fs::path& folder) {
-    if (lowerCase(name.symbol) == currentFolder || (name.symbol.empty() && !name.isAbsolute)) {
-        return folders_.find(folder, name.parts);
+    const std::string symbol(pathSymbol(name));
+    if (symbol.empty()) {
+        return folders_.find(name.symbol.empty() && name.isAbsolute ? "/" : folder, name.parts);
     }
-    if (name.symbol.empty()) {
-        return folders_.find("/", name.parts);
-    }
-    const std::optional<fs::path> mapped = symbols_.find(name.symbol);
+    const std::optional<fs::path> mapped = symbols_.find(symbol);
     return mapped ? folders_.find(*mapped, name.parts) : std::nullopt;
 }
 
@@ -63,28 +59,38 @@ Located UnitLocator::below(const UnitName& name) {
     if (best == nullptr) {
         return {};
     }
-    return {*best,
-            equals == 1 ? "found by its name" : "the first of " + std::to_string(equals) + " files of that name"};
+    return {.file = *best,
+            .remark =
+                equals == 1 ? "found by its name" : "the first of " + std::to_string(equals) + " files of that name"};
+}
+
+void UnitLocator::listSearchFolders() {
+    for (const fs::path& folder : searchFolders_) {
+        static_cast<void>(folders_.findBelow(folder, ""));
+    }
 }
 
 Located UnitLocator::locate(const UnitName& name, const fs::path& folder, const fs::path& modelFolder) {
     if (name.parts.empty()) {
-        return {std::nullopt, "it names no file"};
+        return {.file = std::nullopt, .remark = "it names no file", .fault = UnitFault::unnamed};
     }
     if (auto found = whereNamed(name, folder)) {
-        return {std::move(found), ""};
+        return {.file = std::move(found), .remark = "", .isWhereNamed = true};
     }
     for (const fs::path& place : {folder, modelFolder}) {
         if (auto found = beside(name, place)) {
-            return {std::move(found), "found beside the model"};
+            return {.file = std::move(found), .remark = "found beside the model"};
         }
     }
     if (Located found = below(name); found.file) {
         return found;
     }
-    const bool isSymbol = !name.symbol.empty() && lowerCase(name.symbol) != currentFolder;
-    return {std::nullopt, isSymbol && !symbols_.find(name.symbol) ? "nothing says what $" + name.symbol + " stands for"
-                                                                  : "there is no such file"};
+    if (const std::string symbol(pathSymbol(name)); !symbol.empty() && !symbols_.find(symbol)) {
+        return {.file = std::nullopt,
+                .remark = "nothing says what $" + symbol + " stands for",
+                .fault = UnitFault::symbolUnset};
+    }
+    return {.file = std::nullopt, .remark = "there is no such file", .fault = UnitFault::absent};
 }
 
 } // namespace units

@@ -4,6 +4,7 @@
 #include "units/PathSymbols.h"
 #include "units/UnitName.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -11,10 +12,26 @@
 
 namespace units {
 
+/// Why the content of a unit cannot be had.
+enum class UnitFault : std::uint8_t {
+    none,
+    unnamed,     ///< it names no file
+    symbolUnset, ///< nothing says what its path symbol stands for
+    absent,      ///< there is no such file
+    unreadable,
+    noModel,   ///< the file is no model file
+    otherKind, ///< the file holds another kind of object
+    cycle,     ///< it stands in itself
+};
+
+inline constexpr UnitFault lastFault = UnitFault::cycle;
+
 /// Where a unit's file was found, or why not.
 struct Located {
     std::optional<std::filesystem::path> file;
     std::string remark; ///< half a sentence for people: how it was found when not where it is named, or why it was not
+    UnitFault fault = UnitFault::none;
+    bool isWhereNamed = false;
 };
 
 /// Finds the files of controlled units, whose names often lead to folders of another machine.
@@ -30,6 +47,13 @@ public:
     /// longest ending with the name, the first by path among equals.
     [[nodiscard]] Located locate(const UnitName& name, const std::filesystem::path& folder,
                                  const std::filesystem::path& modelFolder);
+
+    /// Lists what is below the search folders, which is otherwise done when a unit is first looked for there. A process
+    /// that does so before it forks spares its children the time.
+    void listSearchFolders();
+    /// Makes a path symbol stand for a folder from now on.
+    void map(std::string_view symbol, std::filesystem::path folder) { symbols_.map(symbol, std::move(folder)); }
+    [[nodiscard]] const PathSymbols& getSymbols() const { return symbols_; }
 
 private:
     std::optional<std::filesystem::path> whereNamed(const UnitName& name, const std::filesystem::path& folder);

@@ -1,16 +1,23 @@
 #include "units/UnitName.h"
 
+#include "units/Folders.h"
+
 namespace units {
 
 namespace {
 
 constexpr std::string_view separators = "/\\";
+constexpr std::string_view currentFolder = "curdir";
 
 bool isDrive(std::string_view part) {
     return part.size() == 2 && part[1] == ':';
 }
 
 } // namespace
+
+std::string_view pathSymbol(const UnitName& name) {
+    return lowerCase(name.symbol) == currentFolder ? std::string_view() : name.symbol;
+}
 
 UnitName parseUnitName(std::string_view text) {
     UnitName name;

@@ -13,6 +13,10 @@ struct UnitName {
     std::vector<std::string> parts; ///< folders and file, without empty ones and "."; a drive is left out
 };
 
+/// The path symbol of the name, without "$", that has to be told; empty when there is none, or $CURDIR, which stands
+/// for the folder of the file that names the unit.
+[[nodiscard]] std::string_view pathSymbol(const UnitName& name);
+
 /// `text` without the escapes of the notation.
 [[nodiscard]] UnitName parseUnitName(std::string_view text);
 

@@ -22,12 +22,17 @@ fs::path identityOf(const fs::path& path) {
     return error ? path : canonical;
 }
 
-/// Why a file cannot be the content of a unit of that kind; empty when it can.
-std::string refusalOf(const UnitFile& file, const std::string& kind) {
+/// Why a file cannot be the content of a unit of that kind.
+UnitFault refusalOf(const UnitFile& file, const std::string& kind) {
     if (!file.isModel) {
-        return "the file is no model file";
+        return UnitFault::noModel;
     }
-    return file.kind != kind ? "the file holds another kind of object" : "";
+    return file.kind != kind ? UnitFault::otherKind : UnitFault::none;
+}
+
+void refuse(Unit& unit, UnitFault fault) {
+    unit.fault = fault;
+    unit.remark = fault == UnitFault::noModel ? "the file is no model file" : "the file holds another kind of object";
 }
 
 class TreeReader {
@@ -43,7 +48,8 @@ public:
                 isOpen_[index] = false;
                 open_.pop_back();
             } else {
-                file.units.push_back({file.contents.references[file.units.size()], UnitState::missing, 0, {}, {}});
+                const UnitReference& reference = file.contents.references[file.units.size()];
+                file.units.emplace_back().reference = reference;
                 resolve(index);
             }
         }
@@ -75,9 +81,11 @@ private:
     void resolve(std::size_t index) {
         ResolvedFile& file = tree_.files[index];
         Unit& unit = file.units.back();
-        const std::string name = localText(unit.reference.fileName, file.contents.charSet);
-        Located located = locator_.locate(parseUnitName(name), folderOf(file.path), folderOf(tree_.files[0].path));
+        unit.name = parseUnitName(localText(unit.reference.fileName, file.contents.charSet));
+        Located located = locator_.locate(unit.name, folderOf(file.path), folderOf(tree_.files[0].path));
         unit.remark = std::move(located.remark);
+        unit.fault = located.fault;
+        unit.isWhereNamed = located.isWhereNamed;
         if (!located.file) {
             return;
         }
@@ -86,6 +94,7 @@ private:
         if (const auto known = known_.find(identity); known != known_.end()) {
             unit.file = known->second;
             unit.state = isOpen_[known->second] ? UnitState::cycle : UnitState::repeated;
+            unit.fault = isOpen_[known->second] ? UnitFault::cycle : UnitFault::none;
             unit.remark = unit.state == UnitState::cycle ? "it stands in itself" : "its content stands further up";
             return;
         }
@@ -95,8 +104,8 @@ private:
     void take(std::size_t index, Unit& unit, const fs::path& identity) {
         unit.state = UnitState::unusable;
         if (const auto refused = refused_.find(identity); refused != refused_.end()) {
-            unit.remark = refusalOf(refused->second, unit.reference.kind);
-            if (!unit.remark.empty()) {
+            if (const UnitFault fault = refusalOf(refused->second, unit.reference.kind); fault != UnitFault::none) {
+                refuse(unit, fault);
                 return;
             }
         }
@@ -104,11 +113,12 @@ private:
         try {
             found.contents = readUnitFile(unit.path, Extent::whole);
         } catch (const std::system_error& error) {
-            unit.remark = "it cannot be read: " + error.code().message();
+            unit.fault = UnitFault::unreadable;
+            unit.remark = std::string(unreadableRemark) + error.code().message();
             return;
         }
-        if (const std::string refusal = refusalOf(found.contents, unit.reference.kind); !refusal.empty()) {
-            unit.remark = refusal;
+        if (const UnitFault fault = refusalOf(found.contents, unit.reference.kind); fault != UnitFault::none) {
+            refuse(unit, fault);
             found.contents.references.clear();
             refused_.emplace(identity, std::move(found.contents));
             return;
@@ -118,8 +128,6 @@ private:
         unit.file = tree_.files.size();
         add(std::move(found)); // moves the files, and `unit` with them
     }
-
-    static fs::path folderOf(const fs::path& file) { return file.has_parent_path() ? file.parent_path() : "."; }
 
     UnitLocator& locator_;
     UnitTree tree_;

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace units {
@@ -18,12 +19,18 @@ enum class UnitState : std::uint8_t {
     cycle,    ///< it is a unit that this reference itself stands in
 };
 
+/// What stands ahead of the reason in the remark of a unit that is `UnitFault::unreadable`.
+inline constexpr std::string_view unreadableRemark = "it cannot be read: ";
+
 struct Unit {
     UnitReference reference;
+    UnitName name; ///< what the reference's `fileName` comes to, in the local encoding
     UnitState state = UnitState::missing;
-    std::size_t file = 0;       ///< in `UnitTree::files`; of a unit that was `found`, `repeated` or a `cycle`
-    std::filesystem::path path; ///< of its file; empty when it is `missing`
-    std::string remark;         ///< half a sentence for people: why it was not found, or how; may be empty
+    UnitFault fault = UnitFault::none; ///< of a unit that is lost
+    bool isWhereNamed = false;         ///< the file is; not only its name was found somewhere
+    std::size_t file = 0;              ///< in `UnitTree::files`; of a unit that was `found`, `repeated` or a `cycle`
+    std::filesystem::path path;        ///< of its file; empty when it is `missing`
+    std::string remark;                ///< half a sentence for people: why it was not found, or how; may be empty
 };
 
 struct ResolvedFile {

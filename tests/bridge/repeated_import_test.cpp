@@ -46,18 +46,18 @@ constexpr std::string_view unfinished = R"((object Class_Category "Logical View"
 
 /// How many current objects of some kinds there are.
 int currentObjects() {
-    const void* const pointers[] = {rose::aPackage,  rose::aDiagram,     rose::aClass,
-                                    rose::aArgument, rose::aAssociation, rose::activeObject};
+    const void* const pointers[] = {rose::state.aPackage,  rose::state.aDiagram,     rose::state.aClass,
+                                    rose::state.aArgument, rose::state.aAssociation, rose::state.activeObject};
     return static_cast<int>(std::size(pointers) - std::count(std::begin(pointers), std::end(pointers), nullptr));
 }
 
 /// Whether it succeeded or failed, an import leaves nothing that waits.
 void expectNothingWaits() {
-    EXPECT_EQ(rose::toBeClasses.getCount(), 0);
-    EXPECT_EQ(rose::toBeAssociations.getCount(), 0);
-    EXPECT_EQ(rose::toBeNotes.getCount(), 0);
-    EXPECT_EQ(rose::packages.getCount(), 0);
-    EXPECT_EQ(rose::theFile, nullptr);
+    EXPECT_EQ(rose::state.toBeClasses.getCount(), 0);
+    EXPECT_EQ(rose::state.toBeAssociations.getCount(), 0);
+    EXPECT_EQ(rose::state.toBeNotes.getCount(), 0);
+    EXPECT_EQ(rose::state.packages.getCount(), 0);
+    EXPECT_EQ(rose::state.theFile, nullptr);
 }
 
 TEST(RepeatedImport, StartsWithoutTheStateOfTheOneBefore) {
@@ -164,7 +164,7 @@ TEST(RefusedImport, AModelThatOwnsAnythingStaysAsItIs) {
         EXPECT_EQ(model.generalPointer, &hosts) << row.what;
         EXPECT_TRUE(log.lines.empty());
         EXPECT_GT(currentObjects(), 2) << "the builder was reset for " << row.what;
-        EXPECT_EQ(rose::aModel, &before.model);
+        EXPECT_EQ(rose::state.aModel, &before.model);
 
         model.recursiveDelete();
         EXPECT_EQ(failureOf(model, log), "") << "emptied, but for the pointer";

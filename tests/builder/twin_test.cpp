@@ -32,14 +32,14 @@ std::vector<KelClass*> suppliersOf(const KelDependency& of) {
     return {of.getSupplierClass()};
 }
 
-KelLinks<KelGeneralization> ofClient(const KelClass& client, const KelGeneralization*) {
-    return client.generalizationsAsSubtype();
+KelLinks<KelGeneralization> ofClient(const KelClass& ofClass, const KelGeneralization*) {
+    return ofClass.generalizationsAsSubtype();
 }
-KelLinks<KelRealization> ofClient(const KelClass& client, const KelRealization*) {
-    return client.realizationsAsRealization();
+KelLinks<KelRealization> ofClient(const KelClass& ofClass, const KelRealization*) {
+    return ofClass.realizationsAsRealization();
 }
-KelLinks<KelDependency> ofClient(const KelClass& client, const KelDependency*) {
-    return client.dependenciesAsClient();
+KelLinks<KelDependency> ofClient(const KelClass& ofClass, const KelDependency*) {
+    return ofClass.dependenciesAsClient();
 }
 
 template <class Container>
@@ -108,8 +108,8 @@ bool hasQuid(const KelAssociation& association, const KelString& quid) {
 }
 
 KelAssociation* walkPlaceholders(const KelString& quid) {
-    for (int index = 0; index < toBeAssociations.getCount(); ++index) {
-        auto* association = static_cast<KelAssociation*>(const_cast<void*>(toBeAssociations[index]));
+    for (int index = 0; index < state.toBeAssociations.getCount(); ++index) {
+        auto* association = static_cast<KelAssociation*>(const_cast<void*>(state.toBeAssociations[index]));
         if (hasQuid(*association, quid)) {
             return association;
         }
@@ -142,8 +142,8 @@ public:
     }
 
     void addRelationship() {
-        aClass = anyClass();
-        aPackage = anyOf(designPackages);
+        state.aClass = anyClass();
+        state.aPackage = anyOf(designPackages);
         std::array{CreateGeneralization, CreateRealization, CreateDependency}[static_cast<std::size_t>(below(3))]();
     }
 
@@ -154,22 +154,22 @@ public:
         if (supplier == nullptr) {
             return;
         }
-        if (kind == 0 && aGeneral != nullptr) {
-            bindSupertype(*aGeneral, *supplier);
-        } else if (kind == 1 && aRealization != nullptr) {
-            bindSpecification(*aRealization, *supplier);
-        } else if (kind == 2 && aDependency != nullptr) {
-            bindSupplier(*aDependency, *supplier);
+        if (kind == 0 && state.aGeneral != nullptr) {
+            bindSupertype(*state.aGeneral, *supplier);
+        } else if (kind == 1 && state.aRealization != nullptr) {
+            bindSpecification(*state.aRealization, *supplier);
+        } else if (kind == 2 && state.aDependency != nullptr) {
+            bindSupplier(*state.aDependency, *supplier);
         }
     }
 
     template <class Relationship>
     void view(void (*show)(int), Relationship*& current) {
-        client = anyNumber();
+        state.client = anyNumber();
         const int supplierView = anyNumber();
-        const auto expected = walk(*aDiagram, client, supplierView, current);
+        const auto expected = walk(*state.aDiagram, state.client, supplierView, current);
         show(supplierView);
-        EXPECT_EQ((Outcome<Relationship>{elementsOf(*aDiagram), current}), expected);
+        EXPECT_EQ((Outcome<Relationship>{elementsOf(*state.aDiagram), current}), expected);
     }
 
     KelAssociation* walkPackages(const KelString& quid) {
@@ -185,14 +185,14 @@ public:
     }
 
     void connectAssociation(KelString quid) {
-        const bool isAwaited = InAssociationView;
+        const bool isAwaited = state.InAssociationView;
         KelAssociation* expected = walkPlaceholders(quid);
         expected = expected != nullptr ? expected : walkPackages(quid);
-        expected = expected != nullptr || !isAwaited ? expected : aAssociation;
+        expected = expected != nullptr || !isAwaited ? expected : state.aAssociation;
         ConnectAssociationToDiagram(std::string(quid.view()).data());
         if (isAwaited) {
-            EXPECT_EQ(aAssociation, expected);
-            EXPECT_TRUE(aAssociation == nullptr || aDiagram->modelElements().holds(*aAssociation));
+            EXPECT_EQ(state.aAssociation, expected);
+            EXPECT_TRUE(state.aAssociation == nullptr || state.aDiagram->modelElements().holds(*state.aAssociation));
         }
     }
 
@@ -201,7 +201,7 @@ public:
         std::string text(quid.view());
         switch (below(5)) {
         case 0:
-            aPackage = anyOf(designPackages);
+            state.aPackage = anyOf(designPackages);
             CreateAssociation(text.data());
             break;
         case 1:
@@ -227,9 +227,9 @@ public:
         const int number = anyNumber();
         KelDesignPackage* package = anyOf(designPackages);
         EXPECT_EQ(getClassFromViewelement(package, name), walkForName(elementsOf(*package), name));
-        EXPECT_EQ(getClassFromViewelement(aDiagram, name), walkForName(elementsOf(*aDiagram), name));
+        EXPECT_EQ(getClassFromViewelement(state.aDiagram, name), walkForName(elementsOf(*state.aDiagram), name));
         EXPECT_EQ(indexOf(*package).firstClass(number), walkForNumber(elementsOf(*package), number));
-        EXPECT_EQ(indexOf(*aDiagram).firstClass(number), walkForNumber(elementsOf(*aDiagram), number));
+        EXPECT_EQ(indexOf(*state.aDiagram).firstClass(number), walkForNumber(elementsOf(*state.aDiagram), number));
     }
 
     void step() {
@@ -248,24 +248,24 @@ public:
         case 4:
         case 5:
             if (element != nullptr) {
-                draw(*aDiagram, *element);
+                draw(*state.aDiagram, *element);
                 setViewNumber(*element, anyNumber());
             }
             break;
         case 6:
-            view(addGeneralizationToDiagram, aGeneral);
+            view(addGeneralizationToDiagram, state.aGeneral);
             break;
         case 7:
-            view(addRealizationToDiagram, aRealization);
+            view(addRealizationToDiagram, state.aRealization);
             break;
         case 8:
-            view(addDependencyToDiagram, aDependency);
+            view(addDependencyToDiagram, state.aDependency);
             break;
         case 9:
             compareLookups();
             break;
         case 10:
-            aDiagram = below(4) == 0 ? anyOf(diagrams) : aDiagram;
+            state.aDiagram = below(4) == 0 ? anyOf(diagrams) : state.aDiagram;
             break;
         default:
             if (below(6) == 0) {
@@ -279,8 +279,8 @@ TEST(Twin, LookupsFindWhatALinearSearchFinds) {
     for (unsigned int seed = 1; seed <= 40 && !HasFailure(); ++seed) {
         SCOPED_TRACE(seed);
         RandomImport building(seed);
-        aDiagram = building.diagrams.front();
-        aPackage = building.designPackages.front();
+        state.aDiagram = building.diagrams.front();
+        state.aPackage = building.designPackages.front();
         for (int step = 0; step < 1500 && !HasFailure(); ++step) {
             building.step();
             building.stepOfAssociations();
@@ -290,47 +290,47 @@ TEST(Twin, LookupsFindWhatALinearSearchFinds) {
 
 TEST(RelationshipViews, MakeTheNewestCurrentEvenWhereADeletedOneWas) {
     MidImport building(1);
-    aPackage = building.designPackages.front();
-    aDiagram = building.diagrams.front();
+    state.aPackage = building.designPackages.front();
+    state.aDiagram = building.diagrams.front();
     char names[][2] = {"A", "B"};
     KelClass* ends[2] = {};
     for (int end = 0; end < 2; ++end) {
         CreateClass(names[end], KelClassCategoryType::classObject);
-        ends[end] = aClass;
-        draw(*aDiagram, *aClass);
-        setViewNumber(*aClass, end + 1);
+        ends[end] = state.aClass;
+        draw(*state.aDiagram, *state.aClass);
+        setViewNumber(*state.aClass, end + 1);
     }
     const auto realize = [&] {
-        aClass = ends[0];
+        state.aClass = ends[0];
         CreateRealization();
-        bindSpecification(*aRealization, *ends[1]);
-        return aRealization;
+        bindSpecification(*state.aRealization, *ends[1]);
+        return state.aRealization;
     };
     const KelRealization* const first = realize();
     realize();
     delete first;
     const KelRealization* const newest = realize(); // the allocator is likely to give it the address of the first
-    client = 1;
+    state.client = 1;
     addRealizationToDiagram(2);
-    EXPECT_EQ(aRealization, newest);
+    EXPECT_EQ(state.aRealization, newest);
 }
 
 TEST(ClassLookup, FindsClassesInPackagesFirstAndThenWaitingOnes) {
     MidImport building(1);
-    aPackage = building.designPackages.front();
+    state.aPackage = building.designPackages.front();
     char name[] = "Order";
     CreateAssociation(name);
     EXPECT_EQ(findAClass(name, 0), nullptr) << "an element of another kind";
     KelClass* const waiting = createWaitingClass(name);
-    aPackage = building.designPackages.back();
+    state.aPackage = building.designPackages.back();
     CreateClass(name, KelClassCategoryType::metaclass);
-    EXPECT_EQ(aClass, waiting);
-    EXPECT_EQ(toBeClasses.getCount(), 0);
+    EXPECT_EQ(state.aClass, waiting);
+    EXPECT_EQ(state.toBeClasses.getCount(), 0);
     const KelClass* const another = createWaitingClass(name);
     EXPECT_EQ(findAClass(name, 1), waiting) << "one in a package is found first and stays there";
-    EXPECT_EQ(waiting->getDesignPackage(), aPackage);
+    EXPECT_EQ(waiting->getDesignPackage(), state.aPackage);
     delete waiting;
-    EXPECT_EQ(aClass, nullptr);
+    EXPECT_EQ(state.aClass, nullptr);
     EXPECT_EQ(findAClass("order", 0), nullptr);
     EXPECT_EQ(findAClass(name, 0), another);
     const KelClass* const namesake = createWaitingClass(name);

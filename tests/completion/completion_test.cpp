@@ -1,6 +1,6 @@
 // What the steps after the scan leave that an outline does not show.
 
-#include "completion/ValidateAttributes.h"
+#include "completion/ValidateModel.h"
 #include "host/model/KelAttribute.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelForeignKey.h"

@@ -2,6 +2,7 @@
 
 #include "Shop.h"
 #include "export/modelWalk.h"
+#include "export/words.h"
 #include "source/SourceMap.h"
 
 #include <gtest/gtest.h>
@@ -18,9 +19,6 @@ struct IdLines final : exporter::ModelVisitor {
         text += exporter::kindWord(element.elementType);
         text += " " + qualifiedName(element) + " " + ids.idOf(element) + "\n";
     }
-    void startPart(const exporter::Part& /*part*/) override {}
-    void endPart(const exporter::Part& /*part*/) override {}
-    void leave(const KelObject& /*element*/) override {}
 
     ElementIds ids;
     std::string text;

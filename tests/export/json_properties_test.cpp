@@ -1,8 +1,4 @@
-#include "export/writeJson.h"
-
 #include "ModelBuilding.h"
-#include "export/jsonForms.h"
-#include "export/outlineForms.h"
 #include "host/model/KelArgument.h"
 #include "host/model/KelAttribute.h"
 #include "host/model/KelClassDiagram.h"
@@ -176,18 +172,6 @@ TEST(JsonProperties, DepthCostsNeitherStackNorWidth) {
     EXPECT_EQ(document.deepest, depth + 2);
     EXPECT_EQ(output.text.find(std::string(41, ' ')), std::string::npos) << "indentation above 40 spaces";
     EXPECT_LE(output.longestWrite, 64U * 1024) << "written in pieces";
-}
-
-TEST(Forms, EveryClassThatIsWrittenHasOneInEachFormat) {
-    std::set<KelElementType> json;
-    std::set<KelElementType> outline;
-    for (const exporter::JsonForm& form : exporter::jsonForms()) {
-        EXPECT_TRUE(json.insert(form.type).second);
-    }
-    for (const exporter::OutlineForm& form : exporter::outlineForms()) {
-        EXPECT_TRUE(outline.insert(form.type).second);
-    }
-    EXPECT_EQ(json, outline);
 }
 
 } // namespace

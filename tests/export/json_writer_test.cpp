@@ -1,5 +1,3 @@
-#include "export/writeJson.h"
-
 #include "Shop.h"
 #include "host/model/KelTraversalOperation.h"
 #include "source/SourceMap.h"
@@ -10,6 +8,8 @@
 #include <rapidjson/pointer.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
+
+#include <functional>
 
 namespace {
 
@@ -184,6 +184,37 @@ TEST_F(JsonForms, TextsThatAreNotUtf8MakeTheDocumentLossy) {
     package.addNote(note("caf\xE9"));
     EXPECT_EQ(written("/model/packages/0/notes"), "[\"caf\uFFFD\"]");
     EXPECT_EQ(written("/lossy"), "true");
+}
+
+/// The texts of all objects that a model owns; the name is one of them.
+struct Texts final : KelTraversalOperation {
+    void post_process(KelObject* object, void* /*userData*/) override {
+        change.emplace_back([object](const char* text) { object->setName(text); });
+        for (const KelField& field : object->getMetaClass().fields()) {
+            if (const auto* text = std::get_if<KelString KelObject::*>(&field.member)) {
+                change.emplace_back([object, member = *text](const char* text) { object->*member = text; });
+            }
+        }
+    }
+    std::vector<std::function<void(const char*)>> change;
+};
+
+// Whatever text of a model is invalid: the document says so exactly if it shows it.
+TEST(JsonWriter, IsLossyWhenAnyTextOfItIs) {
+    Shop shop;
+    Texts texts;
+    shop.model.depthTraversal(texts, nullptr);
+    std::size_t shown = 0;
+    for (const auto& change : texts.change) {
+        change("x\xFF");
+        const std::string document = documentOf(shop.model);
+        const bool isShown = document.find("x\uFFFD") != std::string::npos;
+        ASSERT_EQ(document.find("\"lossy\": true") != std::string::npos, isShown) << document;
+        shown += static_cast<std::size_t>(isShown);
+        change("");
+    }
+    EXPECT_GT(shown, 80U);
+    EXPECT_LT(shown, texts.change.size());
 }
 
 TEST_F(JsonForms, PlacesFollowTheIds) {

@@ -135,4 +135,24 @@ TEST(Exporters, OptionsTakeOnlyWhatTheTableSays) {
     }
 }
 
+TEST(Omissions, AreCountedByKindAndReason) {
+    constexpr exporter::Omission behaviour{"operation", "operations", "tables have no behaviour"};
+    constexpr exporter::Omission template_{"operation", "operations", "templates are not tables"};
+    constexpr exporter::Omission friends{"friend flag", "friend flags", "tables have no friends"};
+    exporter::Omissions omissions;
+    omissions.add(friends, 0);
+    EXPECT_TRUE(omissions.isEmpty());
+    EXPECT_EQ(omissions.summary(), "");
+    omissions.add(behaviour, 9);
+    omissions.add(friends);
+    omissions.add(template_, 2);
+    omissions.add(behaviour);
+    EXPECT_EQ(omissions.summary(), "12 operations, 1 friend flag");
+    std::string rows;
+    for (const auto& [omission, count] : omissions.getCounts()) {
+        rows.append(omission.why) += " " + std::to_string(count) + "; ";
+    }
+    EXPECT_EQ(rows, "tables have no behaviour 10; tables have no friends 1; templates are not tables 2; ");
+}
+
 } // namespace

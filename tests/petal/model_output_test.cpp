@@ -3,6 +3,7 @@
 #include "Folder.h"
 #include "petal/Failure.h"
 #include "petal/FileUses.h"
+#include "petal/OutputFiles.h"
 #include "petal/namedDescriptor.h"
 
 #include <csignal>
@@ -121,6 +122,44 @@ TEST_F(Output, LeavesNoTraceWhenASignalEndsTheProgram) {
     };
     EXPECT_EXIT(writeThroughHangUp(), testing::ExitedWithCode(0), "");
     EXPECT_EQ(files(), Names{"new"});
+}
+
+TEST_F(Output, FilesAreReplacedTogether) {
+    put("old", "before");
+    for (const bool fails : {true, false}) {
+        {
+            petal::OutputFiles outputs{std::filesystem::path(folder)};
+            outputs.open("new").write("1");
+            outputs.open("old").write("2");
+            outputs.open("a/b/deep").write("3");
+            outputs.open("last").write("4");
+            EXPECT_EQ(get("old") + get("new"), "before(none)") << "are replaced only at the end";
+            if (fails) {
+                std::filesystem::create_directory(pathOf("last")); // has come into being meanwhile
+                EXPECT_THROW(outputs.commit(), std::system_error);
+                std::filesystem::remove(pathOf("last"));
+            } else {
+                outputs.commit();
+            }
+        }
+        EXPECT_EQ(files(), fails ? (Names{"a", "old"}) : (Names{"a", "last", "new", "old"}));
+        EXPECT_EQ(filesBelow("a"), fails ? Names{} : Names{"b/deep"});
+        EXPECT_EQ(get("new") + get("old") + get("a/b/deep") + get("last"), fails ? "(none)before(none)(none)" : "1234");
+    }
+    EXPECT_EQ(modeOf("new"), modeOf("old"));
+    EXPECT_THROW(static_cast<void>(petal::OutputFiles(std::filesystem::path(folder)).open("a")), std::system_error);
+
+    const auto writeAndEnd = [&] {
+        constexpr rlimit noCore{0, 0};
+        ::setrlimit(RLIMIT_CORE, &noCore);
+        petal::OutputFiles outputs{std::filesystem::path(pathOf("many"))};
+        for (int made = 0; made < 20; ++made) {
+            outputs.open(std::to_string(made)).write("text");
+        }
+        ::raise(SIGTERM);
+    };
+    EXPECT_EXIT(writeAndEnd(), testing::KilledBySignal(SIGTERM), "");
+    EXPECT_TRUE(std::filesystem::is_empty(pathOf("many")));
 }
 
 TEST_F(Output, KeepsPermissions) {

@@ -2,7 +2,7 @@
 #include "MatchEvent.h"
 
 #include "scanner/Matcher.h"
-#include "scanner/MultiLine.h"
+#include "scanner/ValueReaders.h"
 
 #include <cstdio>
 

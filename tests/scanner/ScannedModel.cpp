@@ -14,7 +14,7 @@
 #include "host/model/KelOperation.h"
 #include "host/model/KelRealization.h"
 #include "host/model/KelType.h"
-#include "scanner/RoseLexImport.h"
+#include "scanner/Scanner.h"
 
 #include <cstdio>
 #include <memory>
@@ -65,65 +65,66 @@ void noteAll(State& state, const std::string& name, const Object* object) {
 
 State builderState() {
     State state;
-    for (const auto& [name, flag] : {std::pair<const char*, bool>{"InQualifier", InQualifier},
-                                     {"InGeneralizationView", InGeneralizationView},
-                                     {"InRealizationView", InRealizationView},
-                                     {"InUsesView", InUsesView},
-                                     {"InAssociationRoleView", InAssociationRoleView},
-                                     {"InAssociationView", InAssociationView},
-                                     {"InCompartment", InCompartment},
-                                     {"InNoteView", InNoteView},
-                                     {"attachNote", attachNote},
-                                     {"diagramDescription", diagramDescription},
-                                     {"objectMechanism", objectMechanism},
-                                     {"pre", pre},
-                                     {"post", post},
-                                     {"sem", sem}}) {
+    for (const auto& [name, flag] : {std::pair<const char*, bool>{"InQualifier", rose::state.InQualifier},
+                                     {"InGeneralizationView", rose::state.InGeneralizationView},
+                                     {"InRealizationView", rose::state.InRealizationView},
+                                     {"InUsesView", rose::state.InUsesView},
+                                     {"InAssociationRoleView", rose::state.InAssociationRoleView},
+                                     {"InAssociationView", rose::state.InAssociationView},
+                                     {"InCompartment", rose::state.InCompartment},
+                                     {"InNoteView", rose::state.InNoteView},
+                                     {"attachNote", rose::state.attachNote},
+                                     {"diagramDescription", rose::state.diagramDescription},
+                                     {"objectMechanism", rose::state.objectMechanism},
+                                     {"pre", rose::state.pre},
+                                     {"post", rose::state.post},
+                                     {"sem", rose::state.sem}}) {
         note(state, name, static_cast<long>(flag));
     }
-    note(state, "useCaseViews", InUseCaseView);
-    note(state, "client", client);
-    note(state, "physicalId", physicalId);
-    note(state, "noteId", currentNoteId.viewId);
-    note(state, "notes", toBeNotes.getCount());
-    note(state, "waitingClasses", toBeClasses.getCount());
-    note(state, "waitingAssociations", toBeAssociations.getCount());
-    note(state, "types", aModel->types().count());
-    note(state, "active", activeObject);
-    noteAll(state, "package", aPackage);
-    noteAll(state, "diagram", aDiagram);
-    noteAll(state, "class", aClass);
-    noteAll(state, "attribute", aAttribute);
-    noteAll(state, "key", candKey);
-    noteAll(state, "operation", aOperation);
-    noteAll(state, "argument", aArgument);
-    noteAll(state, "type", aBaseType);
-    noteAll(state, "association", aAssociation);
-    noteAll(state, "role", aAssociationRole);
-    noteAll(state, "general", aGeneral);
-    noteAll(state, "realization", aRealization);
-    noteAll(state, "dependency", aDependency);
-    if (aAttribute != nullptr) {
-        note(state, "attribute.type", aAttribute->getType());
-        note(state, "attribute.of", aAttribute->getParent());
+    note(state, "useCaseViews", rose::state.InUseCaseView);
+    note(state, "client", rose::state.client);
+    note(state, "physicalId", rose::state.physicalId);
+    note(state, "noteId", rose::state.currentNoteId.viewId);
+    note(state, "notes", rose::state.toBeNotes.getCount());
+    note(state, "waitingClasses", rose::state.toBeClasses.getCount());
+    note(state, "waitingAssociations", rose::state.toBeAssociations.getCount());
+    note(state, "types", rose::state.aModel->types().count());
+    note(state, "active", rose::state.activeObject);
+    noteAll(state, "package", rose::state.aPackage);
+    noteAll(state, "diagram", rose::state.aDiagram);
+    noteAll(state, "class", rose::state.aClass);
+    noteAll(state, "attribute", rose::state.aAttribute);
+    noteAll(state, "key", rose::state.candKey);
+    noteAll(state, "operation", rose::state.aOperation);
+    noteAll(state, "argument", rose::state.aArgument);
+    noteAll(state, "type", rose::state.aBaseType);
+    noteAll(state, "association", rose::state.aAssociation);
+    noteAll(state, "role", rose::state.aAssociationRole);
+    noteAll(state, "general", rose::state.aGeneral);
+    noteAll(state, "realization", rose::state.aRealization);
+    noteAll(state, "dependency", rose::state.aDependency);
+    if (rose::state.aAttribute != nullptr) {
+        note(state, "attribute.type", rose::state.aAttribute->getType());
+        note(state, "attribute.of", rose::state.aAttribute->getParent());
     }
-    if (aArgument != nullptr) {
-        note(state, "argument.type", aArgument->getType());
-        note(state, "argument.of", aArgument->getParent());
+    if (rose::state.aArgument != nullptr) {
+        note(state, "argument.type", rose::state.aArgument->getType());
+        note(state, "argument.of", rose::state.aArgument->getParent());
     }
-    if (aOperation != nullptr) {
-        note(state, "operation.returns", aOperation->getReturnType());
+    if (rose::state.aOperation != nullptr) {
+        note(state, "operation.returns", rose::state.aOperation->getReturnType());
     }
-    if (aAssociation != nullptr) {
-        if (const auto* quid = static_cast<const KelString*>(aAssociation->generalPointer); quid != nullptr) {
+    if (rose::state.aAssociation != nullptr) {
+        if (const auto* quid = static_cast<const KelString*>(rose::state.aAssociation->generalPointer);
+            quid != nullptr) {
             note(state, "association.quid", *quid);
         }
-        for (const KelAssociationRole* role : aAssociation->associationRoles()) {
+        for (const KelAssociationRole* role : rose::state.aAssociation->associationRoles()) {
             note(state, std::string(role->getName().text()) + ".isAggregate", role->isAggregate);
         }
     }
-    if (aAssociationRole != nullptr) {
-        note(state, "role.class", aAssociationRole->getAssociatedClass());
+    if (rose::state.aAssociationRole != nullptr) {
+        note(state, "role.class", rose::state.aAssociationRole->getAssociatedClass());
     }
     return state;
 }
@@ -145,22 +146,12 @@ std::string difference(const State& before, const State& after) {
 }
 
 ScannedModel::ScannedModel() {
-    localLog = &log_;
-    aModel = &model_;
-    resetBuilderState();
+    startBuilding(model_, log_);
 }
 
 ScannedModel::~ScannedModel() {
-    endImport();
-    aModel = nullptr;
-    localLog = nullptr;
-}
-
-void ScannedModel::endImport() {
     cleanup();
-    aModel = &model_;
-    model_.recursiveDelete();
-    resetBuilderState();
+    rose::state = BuilderState();
 }
 
 void ScannedModel::scan(std::string_view text) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "builder/BuilderState.h"
-#include "builder/ImportWatch.h"
 #include "completion/cleanup.h"
 #include "host/log/KelLog.h"
 #include "host/model/KelModel.h"
@@ -30,9 +29,6 @@ public:
 
     /// Scans a stream of these bytes.
     static void scan(std::string_view text);
-
-    /// Resets the builder as the end of an import and the start of the next one do.
-    void endImport();
 
     /// What scanning `text` changes in the builder's state.
     static std::string change(std::string_view text);

@@ -42,6 +42,7 @@ INSTANTIATE_TEST_SUITE_P(
         {"nothing", "", {}},
         {"blanks take all", "x\t \tspace \"1\"", {{5, "\t \tspace \"1"}}},
         {"lead not consumed", "\tkeys  quid \"1", {{62, "\tkeys"}, {60, " quid \"1"}}},
+        {"view to its quote", "(object ClassView \"C\" \"A\"\nx\n", {{22, "(object ClassView \"C\" \"A\""}}},
         {"view",
          "(object ClassView \"Class\" \"A::B\" @12 \"\n)",
          {{22, "(object ClassView \"Class\" \"A::B\" @12 \""}}},

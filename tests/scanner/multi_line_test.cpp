@@ -1,4 +1,4 @@
-#include "scanner/MultiLine.h"
+#include "scanner/ValueReaders.h"
 
 #include "InputText.h"
 

@@ -1,4 +1,4 @@
-#include "scanner/RoseLexImport.h"
+#include "scanner/Scanner.h"
 
 #include "ScannedModel.h"
 
@@ -20,7 +20,7 @@ class BrokenLog final : public KelLog {
 };
 
 std::string currentClass() {
-    return aClass != nullptr ? aClass->getName().text() : "";
+    return state.aClass != nullptr ? state.aClass->getName().text() : "";
 }
 
 TEST(RoseLexImport, ScansFromWhereTheStreamStandsToItsEnd) {
@@ -38,13 +38,13 @@ TEST(RoseLexImport, StartsAfreshAfterAScanThatWasCutShort) {
     for (const std::size_t length : {std::size_t{0}, std::size_t{30}, std::size_t{100'000}}) {
         const ScannedModel model;
         ScannedModel::scan(package);
-        KelLog* const log = localLog;
+        KelLog* const log = state.localLog;
         BrokenLog broken;
-        localLog = &broken;
+        state.localLog = &broken;
         const std::string tail(length, 'x');
         EXPECT_THROW(ScannedModel::scan("(object Class \"A\"" + tail + "\n(object Class \"Left\"\n"), int);
-        localLog = log;
-        aClass = nullptr;
+        state.localLog = log;
+        state.aClass = nullptr;
         ScannedModel::scan("");
         EXPECT_EQ(currentClass(), "") << "something was left over";
         ScannedModel::scan("(object Class \"B\"\n");

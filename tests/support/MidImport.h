@@ -1,20 +1,13 @@
 #pragma once
 
-#include "builder/AssociationViews.h"
 #include "builder/Associations.h"
 #include "builder/Binding.h"
 #include "builder/BuilderState.h"
-#include "builder/ClassDiagrams.h"
-#include "builder/ClassLookup.h"
 #include "builder/Classes.h"
-#include "builder/ImportWatch.h"
+#include "builder/Diagrams.h"
 #include "builder/Quids.h"
-#include "builder/RelationshipViews.h"
 #include "builder/Relationships.h"
 #include "builder/indexes/ContainerIndex.h"
-#include "builder/indexes/Containers.h"
-#include "builder/indexes/QuidRegistry.h"
-#include "builder/indexes/Relationships.h"
 #include "completion/cleanup.h"
 #include "host/model/KelClassDiagram.h"
 #include "host/model/KelDesignPackage.h"
@@ -31,13 +24,11 @@ public:
     static constexpr int containerCount = 3;
 
     explicit MidImport(unsigned int seed) : random(seed) {
-        rose::aModel = &model;
-        rose::localLog = &log;
-        rose::resetBuilderState();
+        rose::startBuilding(model, log);
         for (int number = 0; number < containerCount; ++number) {
             auto* package = new KelDesignPackage();
             model.addChildPackage(package);
-            rose::packages.add(package, true, nullptr);
+            rose::state.packages.add(package, true, nullptr);
             designPackages.push_back(package);
             diagrams.push_back(new KelClassDiagram());
             package->addDiagram(diagrams.back());

@@ -1,5 +1,4 @@
-#include "text/jsonText.h"
-#include "text/printableText.h"
+#include "text/escape.h"
 #include "text/utf8.h"
 
 #include <gtest/gtest.h>

@@ -5,10 +5,8 @@
 #include "host/model/KelClass.h"
 #include "host/model/KelDerivedType.h"
 #include "host/model/KelModel.h"
-#include "types/BaseTypes.h"
-#include "types/CPlusPlusSpelling.h"
-#include "types/ConvertedTypes.h"
-#include "types/convertCPLUSPLUStype.h"
+#include "types/setRoseTypes.h"
+#include "types/CPlusPlusTypes.h"
 
 #include <gtest/gtest.h>
 

@@ -16,9 +16,9 @@ namespace rose {
 
 /// The relationships of one kind by the classes at their two ends.
 ///
-/// A walk through the client's relationships would find the same ones in the same order: a relationship is bound for
-/// the first time while it is the one made last, so those of a pair, kept in the order of their first binding, are in
-/// the client's order.
+/// Lookups return what a linear search of the client's relationships would return. Relationships are first bound in the
+/// order of their creation, so sorting a pair's entries by first binding gives the client's order. Each operation on
+/// one relationship costs O(log n).
 template <class Relationship>
 class RelationshipIndex {
 public:
@@ -33,7 +33,7 @@ public:
         }
     }
 
-    /// The relationship is no longer one between the two. Does nothing if it was not.
+    /// Removes the relationship from the two. Does nothing if it is not between them.
     void remove(const KelClass& client, const KelClass& supplier, Relationship& relationship) noexcept {
         const auto found = pairs_.find(Ends(&client, &supplier));
         const auto known = orders_.find(&relationship);
@@ -48,7 +48,7 @@ public:
         }
     }
 
-    /// The relationship, which is between no two any more, is being deleted.
+    /// Forgets a relationship that is being deleted. PRECONDITION: it was removed from all pairs.
     void forget(const Relationship& relationship) noexcept { orders_.erase(&relationship); }
 
     /// The first relationship between the two, or null.

@@ -15,10 +15,10 @@ using Node = KelRBTree::Node;
 
 tsl::robin_map<const KelModelElement*, Node*, KelPointerHash> nodes;
 
-// The first node of each name in the tree that is ordered by names, by the name's hash: going down a tree of a million
-// names meets one after the other that is not in the processor's cache.
+// The first node of each name in the tree that is ordered by names, by the name's hash: descending a tree of a million
+// names is one cache miss after the other.
 tsl::robin_map<std::size_t, Node*> firstNodes;
-bool namesShareHash = false; // then what is not there may be in the tree
+bool namesShareHash = false; // if so, a name that is not here may be in the tree
 bool hasNamesakes = false;   // if not, a node that goes is its name's only one
 
 const KelString& nameOf(const Node* node) {

@@ -1,6 +1,6 @@
 #include "petal/info/infoForms.h"
 #include "petal/info/roseReleases.h"
-#include "text/printableText.h"
+#include "text/escape.h"
 
 #include <algorithm>
 

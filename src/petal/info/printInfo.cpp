@@ -7,7 +7,7 @@
 #include "petal/info/gatherFileInfo.h"
 #include "petal/info/infoForms.h"
 #include "petal/printFailure.h"
-#include "text/BufferedOutput.h"
+#include "text/Output.h"
 
 namespace petal {
 

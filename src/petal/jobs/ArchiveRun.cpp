@@ -3,10 +3,12 @@
 #include "petal/Failure.h"
 #include "petal/ModelOutput.h"
 #include "petal/fileFailure.h"
+#include "petal/jobs/UnitSurvey.h"
 #include "petal/jobs/isUpToDate.h"
 #include "petal/jobs/limitsOf.h"
 #include "petal/printFailure.h"
 
+#include <algorithm>
 #include <cerrno>
 
 namespace petal {
@@ -34,9 +36,9 @@ FileReport fileReport(const std::string& file, const ImportPaths& paths, const I
 }
 
 ArchiveRun::ArchiveRun(std::vector<Source> sources, std::vector<ImportPaths> paths, const FileUses& uses,
-                       const ImportRequest& import, const JobsRequest& jobs)
-    : sources_(std::move(sources)), paths_(std::move(paths)), uses_(uses), import_(import), jobs_(jobs),
-      logFormat_(*findLogFormat(import.logFormat)), console_(!jobs.quiet), files_(sources_.size()),
+                       units::UnitLocator& locator, const ImportRequest& import, const JobsRequest& jobs)
+    : sources_(std::move(sources)), paths_(std::move(paths)), uses_(uses), locator_(locator), import_(import),
+      jobs_(jobs), logFormat_(*findLogFormat(import.logFormat)), console_(!jobs.quiet), files_(sources_.size()),
       end_(sources_.size()) {
     if (import.log && *import.log != "-") {
         log_.emplace(*import.log);
@@ -44,6 +46,12 @@ ArchiveRun::ArchiveRun(std::vector<Source> sources, std::vector<ImportPaths> pat
     for (std::size_t number = 0; number < files_.size(); ++number) {
         files_[number].file = sources_[number].path; // not started yet
     }
+}
+
+std::vector<units::SymbolFolder> ArchiveRun::mapUnitSymbols(units::SymbolSearch& search) {
+    const StopSignals signals;
+    UnitSurvey survey(sources_, import_, uses_, locator_, jobs_, signals);
+    return units::mapSymbols(locator_, search, [&] { return survey.survey(); });
 }
 
 void ArchiveRun::run() {
@@ -122,7 +130,7 @@ std::unique_ptr<TemporaryFile> ArchiveRun::openOutput(const std::string& path) {
 }
 
 ImportTask ArchiveRun::taskFor(std::size_t number) {
-    ImportTask task{.request = import_, .uses = &uses_, .files = {}, .errors = {}, .log = {}};
+    ImportTask task{.request = import_, .uses = &uses_, .locator = &locator_, .files = {}, .errors = {}, .log = {}};
     const std::string& file = sources_[number].path;
     task.request.file = file;
     if (const std::string& model = paths_[number].model; !model.empty()) {
@@ -172,6 +180,7 @@ void ArchiveRun::settle(std::size_t number, Ended ended) {
         }
     }
     report = fileReport(sources_[number].path, paths_[number], ended.end);
+    std::ranges::for_each(ended.end.losses, [this](const units::ModelLosses& losses) { lostUnits_.add(losses); });
     if (!ended.end.isDone()) {
         ++failed_;
         tellFailure(report.file, ended.end);

@@ -6,6 +6,8 @@
 #include "petal/jobs/Source.h"
 #include "petal/logFormats.h"
 #include "petal/report/FileReport.h"
+#include "units/LostUnits.h"
+#include "units/SymbolSearch.h"
 
 #include <map>
 #include <optional>
@@ -21,16 +23,22 @@ namespace petal {
 /// own, and after a failure that ends the run nothing is kept of the files behind the one that failed.
 class ArchiveRun {
 public:
-    /// `paths` says for each source where what it gives is to be; `uses`, which must live as long, those of
-    /// the whole command. Throws a `Failure` when the log cannot be opened.
+    /// `paths` says for each source where what it gives is to be; `uses` are those of the whole command, and `locator`
+    /// finds units. Both must live as long. Throws a `Failure` when the log cannot be opened.
     ArchiveRun(std::vector<Source> sources, std::vector<ImportPaths> paths, const FileUses& uses,
-               const ImportRequest& import, const JobsRequest& jobs);
+               units::UnitLocator& locator, const ImportRequest& import, const JobsRequest& jobs);
+
+    /// Has the path symbols mapped that must stand for something, and returns them. Called before `run`, if at all.
+    /// Throws `Stopped`.
+    [[nodiscard]] std::vector<units::SymbolFolder> mapUnitSymbols(units::SymbolSearch& search);
 
     /// Imports them all; called once. Throws `Stopped`, and a `Failure` when the log could not be written or when it is
     /// not known that the outputs have reached the disk.
     void run();
     /// What became of each source, in their order.
     [[nodiscard]] const std::vector<FileReport>& getFiles() const { return files_; }
+    /// The units that they lack.
+    [[nodiscard]] const units::LostUnits& getLostUnits() const { return lostUnits_; }
 
 private:
     /// An import whose end has not had its effects yet.
@@ -54,6 +62,7 @@ private:
     std::vector<Source> sources_;
     std::vector<ImportPaths> paths_;
     const FileUses& uses_;
+    units::UnitLocator& locator_;
     ImportRequest import_;
     JobsRequest jobs_;
     const LogFormat& logFormat_;
@@ -61,6 +70,7 @@ private:
     Console console_;
 
     std::vector<FileReport> files_;
+    units::LostUnits lostUnits_;
     std::map<std::size_t, Ended> ended_; // by number
     std::size_t next_ = 0;               // the first that has not been started
     std::size_t end_;                    // nothing from here on is imported

@@ -2,20 +2,102 @@
 
 #include "petal/Failure.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 #include <new>
+#include <type_traits>
+#include <utility>
 
 namespace petal {
 
 namespace {
 
-/// What stands ahead of the texts.
-struct Head {
+/// What stands ahead of the texts of an end.
+struct EndHead {
     Outcome outcome;
     ImportResult result;
-    std::uint64_t textLength;
-    std::uint64_t adviceLength;
 };
+
+/// What begins a part of a message.
+enum class Part : std::uint8_t { losses, end };
+
+class Writer {
+public:
+    template <class Value>
+    void plain(const Value& value) {
+        static_assert(std::is_trivially_copyable_v<Value>);
+        bytes_.append(reinterpret_cast<const char*>(&value), sizeof value);
+    }
+    void text(std::string_view text) {
+        plain(std::uint64_t{text.size()});
+        bytes_ += text;
+    }
+    [[nodiscard]] std::string take() { return std::move(bytes_); }
+
+private:
+    std::string bytes_;
+};
+
+/// Reads what a `Writer` has written; once the bytes have come to their end, nothing but zeros and empty texts.
+class Reader {
+public:
+    explicit Reader(std::string_view bytes) : bytes_(bytes) {}
+
+    template <class Value>
+    Value plain() {
+        Value value{};
+        if (const std::string_view bytes = next(sizeof value); !bytes.empty()) {
+            std::memcpy(&value, bytes.data(), sizeof value);
+        }
+        return value;
+    }
+    std::string text() { return std::string(next(plain<std::uint64_t>())); }
+    [[nodiscard]] bool isAtEnd() const { return bytes_.empty(); }
+    /// Whether there were fewer bytes than were asked for.
+    [[nodiscard]] bool isCut() const { return isCut_; }
+
+private:
+    std::string_view next(std::uint64_t count) {
+        isCut_ = isCut_ || count > bytes_.size();
+        const std::string_view bytes = bytes_.substr(0, isCut_ ? 0 : count);
+        bytes_.remove_prefix(isCut_ ? bytes_.size() : count);
+        return bytes;
+    }
+
+    std::string_view bytes_;
+    bool isCut_ = false;
+};
+
+constexpr std::array lostTexts{&units::LostUnit::fileName, &units::LostUnit::folder, &units::LostUnit::place,
+                               &units::LostUnit::remark};
+
+units::ModelLosses readLosses(Reader& reader) {
+    units::ModelLosses losses;
+    losses.untold = reader.plain<std::uint64_t>();
+    for (auto count = reader.plain<std::uint64_t>(); count > 0 && !reader.isCut(); --count) {
+        losses.provenSymbols.insert(reader.text());
+    }
+    for (auto count = reader.plain<std::uint64_t>(); count > 0 && !reader.isCut(); --count) {
+        units::LostUnit unit;
+        unit.fault = std::min(reader.plain<units::UnitFault>(), units::lastFault);
+        for (const auto text : lostTexts) {
+            unit.*text = reader.text();
+        }
+        losses.units.push_back(std::move(unit));
+    }
+    return losses;
+}
+
+ImportEnd readEnd(Reader& reader) {
+    const auto head = reader.plain<EndHead>();
+    ImportEnd end;
+    end.outcome = head.outcome;
+    end.result = head.result;
+    end.text = reader.text();
+    end.advice = reader.text();
+    return end;
+}
 
 ImportEnd failed(Outcome outcome, const char* text, const std::string& advice) {
     ImportEnd end;
@@ -48,32 +130,49 @@ ImportEnd endWith(const std::exception_ptr& failure) {
 }
 
 std::string encoded(const ImportEnd& end) {
-    Head head{};
+    EndHead head{};
     head.outcome = end.outcome;
     head.result = end.result;
-    head.textLength = end.text.size();
-    head.adviceLength = end.advice.size();
-    std::string bytes(sizeof head, '\0');
-    std::memcpy(bytes.data(), &head, sizeof head);
-    return bytes + end.text + end.advice;
+    Writer writer;
+    writer.plain(Part::end);
+    writer.plain(head);
+    writer.text(end.text);
+    writer.text(end.advice);
+    return writer.take();
 }
 
-std::optional<ImportEnd> decoded(std::string_view bytes) {
-    Head head{};
-    if (bytes.size() < sizeof head) {
-        return std::nullopt;
+std::string encoded(const units::ModelLosses& losses) {
+    Writer writer;
+    writer.plain(Part::losses);
+    writer.plain(losses.untold);
+    writer.plain(std::uint64_t{losses.provenSymbols.size()});
+    for (const std::string& symbol : losses.provenSymbols) {
+        writer.text(symbol);
     }
-    std::memcpy(&head, bytes.data(), sizeof head);
-    bytes.remove_prefix(sizeof head);
-    if (bytes.size() != head.textLength + head.adviceLength) {
-        return std::nullopt;
+    writer.plain(std::uint64_t{losses.units.size()});
+    for (const units::LostUnit& unit : losses.units) {
+        writer.plain(unit.fault);
+        for (const auto text : lostTexts) {
+            writer.text(unit.*text);
+        }
     }
-    ImportEnd end;
-    end.outcome = head.outcome;
-    end.result = head.result;
-    end.text = bytes.substr(0, head.textLength);
-    end.advice = bytes.substr(head.textLength);
-    return end;
+    return writer.take();
+}
+
+ImportMessage decoded(std::string_view bytes) {
+    ImportMessage message;
+    for (Reader reader(bytes); !reader.isAtEnd();) {
+        if (reader.plain<Part>() == Part::losses) {
+            units::ModelLosses losses = readLosses(reader);
+            if (!reader.isCut()) {
+                message.losses.push_back(std::move(losses));
+            }
+        } else {
+            ImportEnd end = readEnd(reader);
+            message.end = reader.isCut() ? std::nullopt : std::optional(std::move(end));
+        }
+    }
+    return message;
 }
 
 } // namespace petal

@@ -51,7 +51,7 @@ ImportProcess::ImportProcess(ImportTask task, const Limits& limits,
         }
         runChild(
             {parent, channels_[result].writing.get(), channels_[errors].writing.get(), channels_[log].writing.get()},
-            std::move(task_.request), *task_.uses, task_.files, limits_);
+            std::move(task_), limits_);
     }
     for (Channel& channel : channels_) {
         channel.writing.close();
@@ -133,10 +133,10 @@ ImportEnd ImportProcess::finish() {
     const int status = waitFor(std::exchange(process_, -1));
     channels_[errors].lines.end();
     channels_[log].lines.end();
-    if (auto end = decoded(message_); end && !timedOut_) {
-        return *end;
-    }
-    return endOfProcess(status);
+    ImportMessage message = decoded(message_);
+    ImportEnd end = message.end && !timedOut_ ? *std::move(message.end) : endOfProcess(status);
+    end.losses = std::move(message.losses);
+    return end;
 }
 
 ImportEnd ImportProcess::endOfProcess(int status) const {

@@ -3,6 +3,7 @@
 #include "petal/Descriptor.h"
 #include "petal/FileUses.h"
 #include "petal/Request.h"
+#include "petal/importModel.h"
 #include "petal/jobs/ImportEnd.h"
 #include "petal/jobs/ImportFiles.h"
 #include "petal/jobs/Limits.h"
@@ -10,6 +11,7 @@
 
 #include <array>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <poll.h>
 #include <span>
@@ -21,7 +23,9 @@ namespace petal {
 /// What an import in a process of its own is to do.
 struct ImportTask {
     ImportRequest request;
-    const FileUses* uses; // of the whole command; must live as long
+    const FileUses* uses;        // of the whole command; must live as long
+    units::UnitLocator* locator; // likewise; what the import finds with it, it has for itself
+    std::function<ImportResult(const ImportRequest&, const ImportContext&)> run = importModel;
     /// What stands in place of the request's output and ledger. They are this process's: the import only writes to
     /// them, so whatever becomes of the import, nobody but their owner replaces or removes a file.
     ImportFiles files;

@@ -1,5 +1,6 @@
 #include "petal/jobs/Source.h"
 #include "petal/jobs/readFileList.h"
+#include "units/Folders.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -66,23 +67,28 @@ bool isFolder(const std::string& path) {
 
 } // namespace
 
-std::vector<Source> findSources(const JobsRequest& request) {
+Sources findSources(const JobsRequest& request) {
     std::vector<std::string> inputs = request.inputs;
     if (request.filesFrom) {
         std::ranges::move(readFileList(*request.filesFrom, request.nulSeparated), std::back_inserter(inputs));
     }
-    std::vector<Source> sources;
+    Sources sources;
     std::unordered_set<std::string> known;
+    std::unordered_set<std::string> besides;
     const auto add = [&](Source source) {
         if (known.insert(normalName(source.path)).second) {
-            sources.push_back(std::move(source));
+            sources.files.push_back(std::move(source));
         }
     };
     for (const std::string& input : inputs) {
         if (isFolder(input)) {
             std::ranges::for_each(searchTree(input), add);
-        } else {
-            add({input, ""});
+            sources.folders.emplace_back(input);
+            continue;
+        }
+        add({input, ""});
+        if (const fs::path folder = units::folderOf(input); besides.insert(folder).second) {
+            sources.besides.push_back(folder);
         }
     }
     return sources;

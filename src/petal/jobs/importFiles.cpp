@@ -1,4 +1,5 @@
 #include "export/exporters.h"
+#include "host/log/Severity.h"
 #include "petal/Failure.h"
 #include "petal/PlugIn.h"
 #include "petal/commands.h"
@@ -12,6 +13,8 @@
 #include "petal/jobs/planUses.h"
 #include "petal/report/reports.h"
 #include "petal/report/summary.h"
+#include "petal/units/lossLines.h"
+#include "petal/units/unitOptions.h"
 #include "petal/writeFully.h"
 
 #include <algorithm>
@@ -60,6 +63,17 @@ bool isCounted(const JobsRequest& jobs) {
     return !jobs.quiet || jobs.report;
 }
 
+/// Whether the log of several files holds each event: for people it has what they share instead.
+bool isEachEventKept(const ImportRequest& request) {
+    return request.log.value_or("-") != "-" || request.logFormat != "text";
+}
+
+/// Whether standard error has a line for each cause for which units are lost.
+bool areLossesTold(const ImportRequest& request, const JobsRequest& jobs) {
+    const bool isWanted = severityLevel(request.logLevel.c_str()) >= severityLevel("WARNING");
+    return isWanted && !(jobs.quiet && isEachEventKept(request));
+}
+
 ImportPaths pathsOf(const ImportRequest& request) {
     const auto pathIn = [](const std::optional<std::string>& given) {
         return given && *given != "-" ? *given : std::string();
@@ -68,6 +82,7 @@ ImportPaths pathsOf(const ImportRequest& request) {
 }
 
 Outcome importSingle(const ImportRequest& request, const JobsRequest& jobs) {
+    units::UnitLocator locator = makeUnitLocator(request.units);
     const std::array paths{pathsOf(request)};
     if (jobs.resume && isUpToDate(request.file, paths.front())) {
         return Outcome::success;
@@ -76,8 +91,9 @@ Outcome importSingle(const ImportRequest& request, const JobsRequest& jobs) {
     const FileUses uses = planUses(sources, paths, request, jobs);
     ReportOutput report(jobs.report);
     const bool isWatched = jobs.timeout || jobs.maxMemory || jobs.report;
+    const ImportContext context{uses, locator};
     const ImportEnd end =
-        isWatched && !jobs.inProcess ? importApart(request, uses, limitsOf(jobs)) : importHere(request, uses);
+        isWatched && !jobs.inProcess ? importApart(request, context, limitsOf(jobs)) : importHere(request, context);
     if (end.outcome != Outcome::wrongUsage) { // such as a report that would overwrite a controlled unit
         report.write({fileReport(request.file, paths.front(), end)});
     }
@@ -130,24 +146,37 @@ Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
     if (jobs.inProcess) {
         throw Failure(Outcome::wrongUsage, "--in-process is for a single file", "Leave it out.");
     }
+    units::UnitLocator locator = makeUnitLocator(request.units);
+    const bool isAutomatic = std::erase(request.units.pathMaps, automaticPathMap) > 0;
+    request.areUnitsTold = isEachEventKept(request);
     request.isSummarised = false;
     request.isCounted = isCounted(jobs);
     request.format = request.format.value_or("json");
     static_cast<void>(formatOptions(request)); // all that is wrong with them is told once
-    std::vector<Source> sources = findSources(jobs);
-    if (sources.empty() && !jobs.inputs.empty()) {
+    Sources sources = findSources(jobs);
+    if (sources.files.empty() && !jobs.inputs.empty()) {
         throw Failure(Outcome::inputNotRead, "there is no model file in what was named",
                       "In a folder, model files are those whose names end in '.mdl'.");
     }
-    std::vector<ImportPaths> paths = planPaths(sources, request);
-    const FileUses uses = planUses(sources, paths, request, jobs);
+    std::vector<ImportPaths> paths = planPaths(sources.files, request);
+    const FileUses uses = planUses(sources.files, paths, request, jobs);
     refuseModelFiles(uses);
     static_cast<void>(PlugIn::load()); // once; every process of an import has it from this one
     ReportOutput report(jobs.report);
-    ArchiveRun run(std::move(sources), std::move(paths), uses, request, jobs);
+    locator.listSearchFolders();
+    units::SymbolSearch search(std::move(sources.folders), std::move(sources.besides));
+    ArchiveRun run(std::move(sources.files), std::move(paths), uses, locator, request, jobs);
+    if (isAutomatic && request.units.mode != "skip") {
+        const std::vector<units::SymbolFolder> mapped = run.mapUnitSymbols(search);
+        Console(false).write(jobs.quiet ? "" : asNotes(mappingLines(mapped)));
+    }
     run.run();
     const std::vector<FileReport>& files = run.getFiles();
     report.write(files);
+    if (areLossesTold(request, jobs)) {
+        const units::LostUnits& lost = run.getLostUnits();
+        Console(false).write(asNotes(lossLines(lost)) + asNotes(suggestionLines(search.find(lost))));
+    }
     if (!jobs.quiet) {
         Console(false).write(summary(files, takesColours()));
     }

@@ -3,7 +3,6 @@
 #include "petal/ModelOutput.h"
 #include "petal/PlugIn.h"
 #include "petal/fileFailure.h"
-#include "petal/importModel.h"
 #include "petal/jobs/ProcessPool.h"
 #include "petal/namedDescriptor.h"
 
@@ -50,7 +49,7 @@ void keep(TemporaryFile& file) {
 
 } // namespace
 
-ImportEnd importApart(const ImportRequest& request, const FileUses& uses, const Limits& limits) {
+ImportEnd importApart(const ImportRequest& request, const ImportContext& context, const Limits& limits) {
     static_cast<void>(PlugIn::load()); // here, where no limit holds
     const StopSignals signals;
     ImportFiles files;
@@ -58,8 +57,13 @@ ImportEnd importApart(const ImportRequest& request, const FileUses& uses, const 
         files.model = openFile(request.output);
     }
     files.ledger = openFile(request.ledger);
-    const EndedImport ended =
-        run({.request = request, .uses = &uses, .files = std::move(files), .errors = {}, .log = {}}, limits, signals);
+    ImportTask task{.request = request,
+                    .uses = &context.uses,
+                    .locator = &context.locator,
+                    .files = std::move(files),
+                    .errors = {},
+                    .log = {}};
+    const EndedImport ended = run(std::move(task), limits, signals);
     for (TemporaryFile* file : ended.files.inOrder()) {
         if (ended.end.isDone() && file != nullptr) {
             keep(*file);
@@ -68,9 +72,9 @@ ImportEnd importApart(const ImportRequest& request, const FileUses& uses, const 
     return ended.end;
 }
 
-ImportEnd importHere(const ImportRequest& request, const FileUses& uses) {
+ImportEnd importHere(const ImportRequest& request, const ImportContext& context) {
     try {
-        return endWith(importModel(request, uses));
+        return endWith(importModel(request, context));
     } catch (...) {
         return endWith(std::current_exception());
     }

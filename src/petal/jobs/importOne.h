@@ -1,18 +1,16 @@
 #pragma once
 
-#include "petal/FileUses.h"
-#include "petal/Request.h"
+#include "petal/importModel.h"
 #include "petal/jobs/ImportEnd.h"
 #include "petal/jobs/Limits.h"
 
 namespace petal {
 
-/// Imports one file in a process of its own, which shares this process's streams. `uses` are those of the whole
-/// command. Throws `Stopped` and a `Failure`
-/// when nothing could be started.
-[[nodiscard]] ImportEnd importApart(const ImportRequest& request, const FileUses& uses, const Limits& limits);
+/// Imports one file in a process of its own, which shares this process's streams. Throws `Stopped` and a `Failure` when
+/// nothing could be started.
+[[nodiscard]] ImportEnd importApart(const ImportRequest& request, const ImportContext& context, const Limits& limits);
 
 /// Imports one file in this process.
-[[nodiscard]] ImportEnd importHere(const ImportRequest& request, const FileUses& uses);
+[[nodiscard]] ImportEnd importHere(const ImportRequest& request, const ImportContext& context);
 
 } // namespace petal

@@ -1,8 +1,8 @@
 #include "petal/jobs/runChild.h"
 
 #include "petal/fileFailure.h"
-#include "petal/importModel.h"
 #include "petal/jobs/ImportEnd.h"
+#include "petal/jobs/ImportProcess.h"
 #include "petal/jobs/StopSignals.h"
 #include "petal/removeOnSignal.h"
 #include "petal/writeFully.h"
@@ -24,7 +24,7 @@ namespace {
 
 /// The parent decides what a signal means for its imports; when it is gone, nobody waits for them.
 void followParent(pid_t parent) {
-    keepAllOnSignal();
+    RemovedOnSignal::forgetAll();
     for (const int signal : {SIGINT, SIGQUIT, SIGHUP}) {
         std::signal(signal, SIG_IGN); // a terminal sends them to every process
     }
@@ -93,14 +93,16 @@ void bringToDisk(const TemporaryFile& file) {
     }
 }
 
-ImportResult importWithin(const Limits& limits, const ImportRequest& request, const FileUses& uses,
-                          const ImportFiles& files) {
+ImportResult runWithin(const Limits& limits, const ImportTask& task) {
     const MemoryLimit limit(limits.memory);
     std::set_new_handler(noteNoMemory);
     std::atexit(tellOfShortageAtExit);
     errno = 0;
-    const ImportResult result = importModel(request, uses);
-    for (const TemporaryFile* file : files.inOrder()) {
+    const auto tellLosses = [&](const units::UnitTree& tree) {
+        writeFully(resultDescriptor, encoded(units::lossesOf(tree, task.locator->getSymbols())));
+    };
+    const ImportResult result = task.run(task.request, {*task.uses, *task.locator, tellLosses});
+    for (const TemporaryFile* file : task.files.inOrder()) {
         if (file != nullptr) {
             bringToDisk(*file);
         }
@@ -108,9 +110,9 @@ ImportResult importWithin(const Limits& limits, const ImportRequest& request, co
     return result;
 }
 
-ImportEnd import(const ImportRequest& request, const FileUses& uses, const ImportFiles& files, const Limits& limits) {
+ImportEnd run(const ImportTask& task, const Limits& limits) {
     try {
-        return endWith(importWithin(limits, request, uses, files));
+        return endWith(runWithin(limits, task));
     } catch (...) {
         const bool isLastError = errno == ENOMEM; // of a library that does without exceptions
         ImportEnd end = endWith(std::current_exception());
@@ -121,8 +123,7 @@ ImportEnd import(const ImportRequest& request, const FileUses& uses, const Impor
 
 } // namespace
 
-void runChild(const ChildSide& side, ImportRequest request, const FileUses& uses, const ImportFiles& files,
-              const Limits& limits) noexcept {
+void runChild(const ChildSide& side, ImportTask task, const Limits& limits) noexcept {
     followParent(side.parent);
     resultDescriptor = side.result;
     if (side.errors >= 0) {
@@ -130,15 +131,15 @@ void runChild(const ChildSide& side, ImportRequest request, const FileUses& uses
         ::dup2(side.errors, STDERR_FILENO);
     }
     if (side.log >= 0) {
-        request.log = "/dev/fd/" + std::to_string(side.log);
+        task.request.log = "/dev/fd/" + std::to_string(side.log);
     }
-    if (files.model != nullptr) {
-        request.outputDescriptor = files.model->getDescriptor();
+    if (task.files.model != nullptr) {
+        task.request.outputDescriptor = task.files.model->getDescriptor();
     }
-    if (files.ledger != nullptr) {
-        request.ledgerDescriptor = files.ledger->getDescriptor();
+    if (task.files.ledger != nullptr) {
+        task.request.ledgerDescriptor = task.files.ledger->getDescriptor();
     }
-    const ImportEnd end = import(request, uses, files, limits);
+    const ImportEnd end = run(task, limits);
     std::fflush(nullptr);
     tell(end);
     ::_exit(0);

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "petal/FileUses.h"
-#include "petal/Request.h"
-#include "petal/jobs/ImportFiles.h"
 #include "petal/jobs/Limits.h"
 
 #include <sys/types.h>
 
 namespace petal {
+
+struct ImportTask;
 
 /// What a forked process has of the one that made it. Descriptors are -1 where the process keeps the streams that
 /// it was born with.
@@ -19,8 +18,7 @@ struct ChildSide {
 };
 
 /// Runs one import in a process made for it, and ends the process: without the clean-up that belongs to its parent,
-/// unless the bridge ends it. `files` are brought to the disk.
-[[noreturn]] void runChild(const ChildSide& side, ImportRequest request, const FileUses& uses, const ImportFiles& files,
-                           const Limits& limits) noexcept;
+/// unless the bridge ends it. The task's files are brought to the disk.
+[[noreturn]] void runChild(const ChildSide& side, ImportTask task, const Limits& limits) noexcept;
 
 } // namespace petal

@@ -6,7 +6,7 @@
 #include "petal/fileFailure.h"
 #include "petal/ledger/ledgerForms.h"
 #include "petal/printFailure.h"
-#include "text/BufferedOutput.h"
+#include "text/Output.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ledger/Ledger.h"
-#include "text/BufferedOutput.h"
+#include "text/Output.h"
 
 #include <string>
 #include <string_view>

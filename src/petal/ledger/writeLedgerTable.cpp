@@ -1,5 +1,5 @@
 #include "petal/ledger/ledgerForms.h"
-#include "text/printableText.h"
+#include "text/escape.h"
 
 #include <array>
 

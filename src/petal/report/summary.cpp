@@ -1,6 +1,6 @@
 #include "petal/report/summary.h"
 
-#include "text/printableText.h"
+#include "text/escape.h"
 
 #include <algorithm>
 #include <array>

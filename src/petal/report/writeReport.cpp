@@ -2,7 +2,7 @@
 #include "petal/report/reportForm.h"
 #include "petal/report/reports.h"
 #include "text/IndentedJson.h"
-#include "text/printableText.h"
+#include "text/escape.h"
 
 namespace petal {
 

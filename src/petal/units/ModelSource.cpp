@@ -14,7 +14,6 @@
 #include "petal/fileFailure.h"
 #include "petal/importOptions.h"
 #include "petal/units/namelessFile.h"
-#include "petal/units/unitOptions.h"
 #include "petal/writeFully.h"
 #include "units/Assembly.h"
 #include "units/localText.h"
@@ -28,7 +27,6 @@ namespace petal {
 
 namespace {
 
-constexpr const char* missingUnitCode = "PETAL_W0001";
 constexpr const char* renamedRootCode = "PETAL_S0002";
 
 bool isRegularFile(const std::string& path) {
@@ -68,36 +66,40 @@ void unwrap(KelModel& model) {
 
 } // namespace
 
-ModelSource::ModelSource(const ImportRequest& request) : request_(request) {
-    tree_.files.push_back({request.file, 0, {}, {}});
-    if (isRegularFile(request.file)) {
-        follow();
+units::UnitTree readModelTree(const ImportRequest& request, units::UnitLocator& locator) {
+    units::UnitTree tree;
+    tree.files.push_back({request.file, 0, {}, {}});
+    if (!isRegularFile(request.file)) {
+        return tree;
+    }
+    try {
+        if (request.units.mode != "skip") {
+            return readTree(request.file, locator);
+        }
+        tree.files[0].contents = units::readUnitFile(request.file, units::Extent::headAndKind);
+    } catch (const std::system_error&) { // the bridge says what is wrong
+    }
+    return tree;
+}
+
+ModelSource::ModelSource(const ImportRequest& request, units::UnitLocator& locator, const TreeTaker& takeTree)
+    : request_(request), tree_(readModelTree(request, locator)) {
+    if (takeTree) {
+        takeTree(tree_);
+    }
+    if (request_.units.mode == "require" && !tree_.isComplete()) {
+        throw Failure(Outcome::unitMissing, "controlled units of '" + request_.file + "' are missing",
+                      "'petal units' tells which; --path-map and --unit-dir say where to look for them.");
+    }
+    const bool mayDiffer = request_.units.mode != "skip" && tree_.files[0].contents.isModel;
+    if (mayDiffer && units::Assembly(tree_).differs()) {
+        assemble();
     }
 }
 
 ModelSource::~ModelSource() {
     if (descriptor_ >= 0) {
         ::close(descriptor_);
-    }
-}
-
-void ModelSource::follow() {
-    try {
-        if (request_.units.mode == "skip") {
-            tree_.files[0].contents = units::readUnitFile(request_.file, units::Extent::headAndKind);
-            return;
-        }
-        units::UnitLocator locator = makeUnitLocator(request_.units);
-        tree_ = readTree(request_.file, locator);
-    } catch (const std::system_error&) {
-        return; // the bridge says what is wrong
-    }
-    if (request_.units.mode == "require" && !tree_.isComplete()) {
-        throw Failure(Outcome::unitMissing, "controlled units of '" + request_.file + "' are missing",
-                      "'petal units' tells which; --path-map and --unit-dir say where to look for them.");
-    }
-    if (units::Assembly(tree_).differs() && tree_.files[0].contents.isModel) {
-        assemble();
     }
 }
 

@@ -5,6 +5,7 @@
 #include "units/RootPackage.h"
 #include "units/UnitTree.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -15,16 +16,26 @@ class KelString;
 
 namespace petal {
 
+/// Called with a model and its units as soon as these have been looked for.
+using TreeTaker = std::function<void(const units::UnitTree& tree)>;
+
+/// The files of the request's model: the file alone when its units are not to be followed, or when it cannot be read.
+[[nodiscard]] units::UnitTree readModelTree(const ImportRequest& request, units::UnitLocator& locator);
+
 /// What the bridge is given to read: the model file itself, or, when the contents of controlled units belong in it, a
 /// file without a name that holds all of them as one text.
 class ModelSource {
 public:
     /// Follows the units of the request's file as the request says. A file that is no readable model file is left to
-    /// the bridge. Throws a `Failure`: with the outcome `unitMissing` when units are missing that are required.
-    explicit ModelSource(const ImportRequest& request);
+    /// the bridge. `takeTree`, unless it is empty, hears of them, even of those that are required and missing: then a
+    /// `Failure` with the outcome `unitMissing` is thrown. Throws other `Failure`s. `request` must live as long.
+    ModelSource(const ImportRequest& request, units::UnitLocator& locator, const TreeTaker& takeTree = {});
     ModelSource(const ModelSource&) = delete;
     ModelSource& operator=(const ModelSource&) = delete;
     ~ModelSource();
+
+    /// The code of the warnings of missing units.
+    static constexpr const char* missingUnitCode = "PETAL_W0001";
 
     /// Has the bridge read this source, for the encoding "auto" in the one that the header means, if it means one.
     void setOptions(KelOptionList& options) const;
@@ -44,7 +55,6 @@ public:
     [[nodiscard]] bool hasEncodingByFile() const { return isUtf8_; }
 
 private:
-    void follow();
     void assemble();
     [[nodiscard]] std::string logText(const std::string& bytes, std::size_t file) const;
     void reportLost(const units::Unit& unit, std::size_t file, KelLog& log) const;

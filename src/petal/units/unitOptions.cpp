@@ -4,6 +4,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+
 namespace petal {
 
 void describeUnitOptions(CLI::App& command, UnitChoices& choices) {
@@ -17,7 +19,8 @@ void describeUnitOptions(CLI::App& command, UnitChoices& choices) {
     command
         .add_option("--path-map", choices.pathMaps,
                     "What a path symbol in the names of units stands for; may be given for each symbol.\n"
-                    "Symbols that are not given are taken from the environment")
+                    "Symbols that are not given are taken from the environment. With auto, petal works\n"
+                    "out from where missing units are what their symbols must stand for")
         ->type_name("SYMBOL=FOLDER")
         ->allow_extra_args(false);
     command
@@ -28,13 +31,20 @@ void describeUnitOptions(CLI::App& command, UnitChoices& choices) {
         ->allow_extra_args(false);
 }
 
+bool mapsAutomatically(const UnitChoices& choices) {
+    return std::ranges::find(choices.pathMaps, automaticPathMap) != choices.pathMaps.end();
+}
+
 units::UnitLocator makeUnitLocator(const UnitChoices& choices) {
     units::PathSymbols symbols;
     for (const std::string& pathMap : choices.pathMaps) {
+        if (pathMap == automaticPathMap) {
+            continue;
+        }
         const std::size_t equals = pathMap.find('=');
         if (equals == std::string::npos || equals == 0 || equals + 1 == pathMap.size()) {
             throw Failure(Outcome::wrongUsage, "--path-map: '" + pathMap + "' is not SYMBOL=FOLDER",
-                          "Name a path symbol and its folder, such as WORKSPACE=/models.");
+                          "Name a path symbol and its folder, such as WORKSPACE=/models, or give auto.");
         }
         symbols.map(pathMap.substr(0, equals), pathMap.substr(equals + 1));
     }

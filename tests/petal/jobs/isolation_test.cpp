@@ -82,6 +82,26 @@ TEST_F(RealBridgeWithinLimits, ALongLineEndsAsAnyShortage) {
     EXPECT_EQ(run("$petal import long.mdl -q --format none --max-memory 400M").status, 0);
 }
 
+TEST_F(Archive, AModelCostsNoOtherItsUnits) {
+    if (!limitsHold) {
+        GTEST_SKIP() << "a sanitizer takes memory of its own";
+    }
+    const auto naming = [](const std::string& file) {
+        return "(object Petal version 42)(object Design \"d\"\na (object Class_Category \"c\"\nis_unit TRUE\n"
+               "is_loaded FALSE\nfile_name \"" +
+               file + "\"))\n";
+    };
+    for (int number = 10; number < 22; ++number) { // several to a process
+        const std::string name = "u" + std::to_string(number) + ".cat";
+        put("a/code/" + name, "(object Petal version 42)(object Class_Category \"c\")");
+        put("a/m" + std::to_string(number) + ".mdl",
+            naming(number == 11 ? std::string(50'000'000, 'x') : "$X\\\\" + name));
+    }
+    const std::string command = "$petal import a --format none --path-map auto --max-memory 60M";
+    const std::string errors = run(command).errors;
+    EXPECT_TRUE(contains(errors, "petal: --path-map X=a/code finds 11 of 11\n")) << errors;
+}
+
 TEST_F(Archive, ASingleFileApartIsLikeOneInProcess) {
     put("m", "log WARNING careful\npackage A\npackage B\n");
     for (const char* arguments : {"m --format tree", "m --format tree -o out; cat out", "m --format none",

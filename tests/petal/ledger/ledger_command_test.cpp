@@ -28,11 +28,11 @@ TEST_F(LedgerCommand, WritesLinesAndASummary) {
     for (
         const char* line : {
             R"({"entry":"object","file":"m","line":8,"column":3,"kind":"Class","name":"A","outcome":"imported","reason":"as a class"})",
-            R"({"entry":"property","file":"m","line":9,"column":4,"kind":"Class","name":"A","property":"documentation","outcome":"changed","loss":true,"reason":"bytes that the encoding does not have became U+FFFD"})",
-            R"({"entry":"object","file":"m","line":13,"column":5,"kind":"ClassAttribute","name":"x","outcome":"dropped","loss":true,"reason":"its class has an attribute of that name already, from line 11"})",
+            R"({"entry":"property","file":"m","line":9,"column":4,"kind":"Class","name":"A","property":"documentation","outcome":"changed","loss":true,"reason":"bytes invalid in the file's encoding were replaced by U+FFFD"})",
+            R"({"entry":"object","file":"m","line":13,"column":5,"kind":"ClassAttribute","name":"x","outcome":"dropped","loss":true,"reason":"its class already has an attribute of that name, from line 11"})",
             R"({"entry":"bytes","file":"m","line":9,"column":19,"bytes":"b7"})",
             R"({"entry":"damage","file":"m","line":15,"column":1,"damage":"surplusClose","text":"there is a closing parenthesis too many here or further up"})",
-            R"({"entry":"properties","count":1,"file":"m","line":12,"column":6,"kind":"ClassAttribute","property":"quid","outcome":"dropped","reason":"identifiers tie a file together and are not kept"})",
+            R"({"entry":"properties","count":1,"file":"m","line":12,"column":6,"kind":"ClassAttribute","property":"quid","outcome":"dropped","reason":"identifiers are not kept"})",
             R"({"entry":"kind","kind":"ClassAttribute","objects":{"imported":0,"changed":1,"dropped":1},"properties":{"imported":0,"changed":0,"dropped":2}})",
             R"({"entry":"total","objects":{"imported":4,"changed":1,"dropped":1},"properties":{"imported":4,"changed":1,"dropped":3},"losses":2,"badBytes":1,"damages":1})",
         }) {
@@ -44,7 +44,8 @@ TEST_F(LedgerCommand, WritesLinesAndASummary) {
               "8\n");
     const Ended table =
         run(R"(script -qec "$petal import m -q --format none --ledger - --log log" /dev/null | tr -d '\r')");
-    EXPECT_NE(table.output.find("LOST\tm:13:5\tClassAttribute x: its class has an attribute"), std::string::npos)
+    EXPECT_NE(table.output.find("LOST\tm:13:5\tClassAttribute x: its class already has an attribute"),
+              std::string::npos)
         << table.output;
     EXPECT_EQ(table.output.find('\x1b'), std::string::npos);
 }

@@ -110,11 +110,20 @@ TEST(ImportEnd, GoesThroughAPipeWholeOrNotAtAll) {
     end.text = std::string("te\0xt", 5);
     end.advice = "advice";
     end.result.objects = 7;
+    const units::ModelLosses losses{.units = {{units::UnitFault::absent, "$X\\a.cat", "folder", "place", ""}, {}},
+                                    .untold = 3,
+                                    .provenSymbols = {"y", "z"}};
+    const std::string ahead = petal::encoded(losses) + petal::encoded(losses);
     const std::string bytes = petal::encoded(end);
-    for (std::size_t length = 0; length < bytes.size(); ++length) {
-        EXPECT_FALSE(petal::decoded(bytes.substr(0, length))) << length;
+    for (std::size_t length = 0; length < ahead.size() + bytes.size(); ++length) {
+        const petal::ImportMessage cut = petal::decoded((ahead + bytes).substr(0, length));
+        EXPECT_FALSE(cut.end) << length;
+        EXPECT_EQ(cut.losses.size(), std::min<std::size_t>(length * 2 / ahead.size(), 2)) << length;
     }
-    const auto back = petal::decoded(bytes);
+    const petal::ImportMessage message = petal::decoded(ahead + bytes);
+    ASSERT_EQ(message.losses.size(), 2U);
+    EXPECT_EQ(petal::encoded(message.losses[1]), petal::encoded(losses));
+    const auto& back = message.end;
     ASSERT_TRUE(back);
     EXPECT_EQ(petal::encoded(*back), bytes);
     EXPECT_EQ(back->text, end.text);

@@ -1,4 +1,8 @@
 #include "petal/Shell.h"
+#include "petal/units/lossLines.h"
+
+#include <algorithm>
+#include <span>
 
 #include <regex>
 
@@ -156,9 +160,191 @@ TEST_F(Units, AreListed) {
                              "  Class_Category gone (m.mdl line 11): $SHOP\\gone.cat\n"
                              "    missing: there is no such file\n"
                              "shop/sales.cat: 0 controlled units, 0 of them missing\n");
-    EXPECT_EQ(run("$petal units m.mdl --units require").status, 4);
+    const Ended suggesting = run("$petal units m.mdl --units require");
+    EXPECT_EQ(suggesting.status, 4);
+    EXPECT_NE(suggesting.output.find("\n--path-map SHOP=shop would find 1 of 2\n"), std::string::npos)
+        << suggesting.output;
     EXPECT_EQ(run("$petal units none shop/sales.cat").status, 5);
     EXPECT_EQ(run("$petal units none").status, 1);
+}
+
+TEST_F(Units, AreListedForPrograms) {
+    std::string other = model;
+    other.replace(other.find("sales"), 5, "caf\xE9");
+    put("m.mdl", other.replace(other.find("$SHOP\\\\gone"), 5, "$NONE"));
+    const Ended listed = run("$petal units none m.mdl --json --path-map auto");
+    EXPECT_EQ(listed.status, 5);
+    EXPECT_EQ(listed.output, R"({
+  "format": "petal-units",
+  "formatVersion": 1,
+  "models": [
+    {
+      "file": "none",
+      "error": "cannot read 'none': No such file or directory"
+    },
+    {
+      "file": "m.mdl",
+      "units": [
+        {
+          "kind": "Class_Category",
+          "name": "café",
+          "fileName": "$SHOP\\Sales.CAT",
+          "namedIn": "m.mdl",
+          "line": 7,
+          "state": "found",
+          "path": "shop/sales.cat"
+        },
+        {
+          "kind": "Class_Category",
+          "name": "gone",
+          "fileName": "$NONE\\gone.cat",
+          "namedIn": "m.mdl",
+          "line": 11,
+          "state": "missing",
+          "cause": "symbolUnset",
+          "remark": "nothing says what $NONE stands for"
+        }
+      ]
+    }
+  ],
+  "symbols": [
+    {
+      "symbol": "NONE",
+      "units": 1,
+      "missing": 1
+    },
+    {
+      "symbol": "SHOP",
+      "units": 1,
+      "missing": 0,
+      "folder": "shop",
+      "from": "auto"
+    }
+  ],
+  "suggestions": []
+}
+)");
+    const Ended wrong = run("SHOP=nowhere $petal units m.mdl --json");
+    EXPECT_NE(wrong.output.find(R"("folder": "nowhere",
+      "from": "environment"
+    }
+  ],
+  "suggestions": [
+    {
+      "symbol": "SHOP",
+      "folder": "shop",
+      "found": 1,
+      "units": 1
+    }
+  ]
+})"),
+              std::string::npos)
+        << wrong.output;
+}
+
+/// A folder of models of which units are missing for several causes.
+class SeveralModels : public Units {
+protected:
+    SeveralModels() {
+        put("a/1.mdl", model);
+        put("a/2.mdl", model);
+        put("a/3.mdl", naming("C:\\\\old\\\\x.cat", "bad.cat"));
+        put("a/bad.cat", "no model");
+        put("a/my code/sales.cat", unit);
+    }
+
+    static std::string naming(const std::string& first, const std::string& second) {
+        std::string text = model;
+        for (const auto& [from, to] :
+             {std::pair{"$SHOP\\\\Sales.CAT", first}, std::pair{"$SHOP\\\\gone.cat", second}}) {
+            text.replace(text.find(from), std::string_view(from).size(), to);
+        }
+        return text;
+    }
+};
+
+TEST_F(SeveralModels, AreToldOfByCause) {
+    const std::string told = "petal: $SHOP is not set: 4 units in 2 models\n"
+                             "petal: not found under C:\\old: 1 unit in 1 model, such as C:\\old\\x.cat\n"
+                             "petal: no model file: 1 unit in 1 model, such as a/bad.cat\n"
+                             "petal: --path-map 'SHOP=a/my code' would find 2 of 4\n";
+    struct Row {
+        const char* options;
+        std::string errors;
+        const char* events; // in the log
+    };
+    for (const Row& row : {
+             Row{"-q", told, "0"},
+             Row{"-q -j 4 --log -", told, "0"},
+             Row{"-q --log log", "", "6"},
+             Row{"-q --log-level ERROR", "", "0"},
+             Row{"-q --log-format json 2> log", "", "6"},
+         }) {
+        put("log", "");
+        const Ended ended = run("$petal import a --format none --report report " + std::string(row.options));
+        EXPECT_EQ(ended.errors, row.errors) << row.options;
+        EXPECT_EQ(run("grep -c PETAL_W0001 log").output, row.events + std::string("\n")) << row.options << get("log");
+        EXPECT_NE(get("report").find("\"unitsMissing\": 6"), std::string::npos) << row.options;
+    }
+    EXPECT_EQ(run("$petal import a --format none --log log").errors.find(told), 0U);
+    EXPECT_NE(run("$petal import a --format none --units require").errors.find(told), std::string::npos);
+    const Ended failing = run("$petal import a --format none -q --fail-on warning --report report");
+    EXPECT_EQ(failing.status, 3);
+    EXPECT_NE(get("report").find("\"WARNING\": 2"), std::string::npos);
+}
+
+TEST_F(SeveralModels, AreMappedAsIfByHand) {
+    const Ended found = run("$petal import a -o auto --path-map auto -j 2");
+    EXPECT_EQ(found.errors.find("petal: --path-map 'SHOP=a/my code' finds 2 of 4\n"
+                                "petal: not found under a/my code ($SHOP): 2 units in 2 models"),
+              0U)
+        << found.errors;
+    EXPECT_EQ(run("$petal import a -o hand -q --path-map 'SHOP=a/my code'; diff -r auto hand").output, "");
+    EXPECT_EQ(run("$petal import a -o fixed -q --path-map auto --path-map SHOP=none; cmp auto/a/1.mdl.json "
+                  "fixed/a/1.mdl.json")
+                  .status,
+              1);
+    // A single file looks at the folders above.
+    put("b/model/one.mdl", naming("$Root\\\\shop\\\\sales.cat", "$Root\\\\none.cat"));
+    put("b/shop/sales.cat", unit);
+    const Ended one = run("cd b/model; $petal import one.mdl --format tree --path-map auto --timeout 60");
+    EXPECT_EQ(one.errors.find("petal: --path-map Root=.. finds 1 of 2\nWARNING: [PETAL_W0001] Controlled unit gone"),
+              0U)
+        << one.errors;
+    EXPECT_NE(one.output.find("class Order"), std::string::npos);
+}
+
+TEST(LossLines, AreTheSameInAnyOrderAndEnd) {
+    std::vector<units::ModelLosses> models;
+    for (int number = 0; number < 30; ++number) {
+        const std::string symbol = "$S" + std::to_string(number);
+        models.push_back({.units = {{units::UnitFault::symbolUnset, symbol + "\\a.cat", "f", "", ""},
+                                    {units::UnitFault::symbolUnset, "$common\\\x1B.cat", "f", "", ""},
+                                    {units::UnitFault::absent, "\\\\server\\a\\b.cat", "f", "", ""},
+                                    {units::UnitFault::absent, "near" + symbol + ".cat", "f", "", ""},
+                                    {units::UnitFault::cycle, "x.cat", "f", "p" + symbol + "\x1B", ""},
+                                    {units::UnitFault::unreadable, "x.cat", "f", "p", "it cannot be read: why"}},
+                          .untold = 1,
+                          .provenSymbols = {}});
+        models.back().units.resize(number % 10 == 0 ? 6 : 2);
+    }
+    models[7].units[1].fileName = "$COMMON/b.cat";
+    units::LostUnits there;
+    std::ranges::for_each(models, [&](const units::ModelLosses& model) { there.add(model); });
+    units::LostUnits back;
+    std::ranges::for_each(models.rbegin(), models.rend(), [&](const units::ModelLosses& model) { back.add(model); });
+    const petal::TextLines lines = petal::lossLines(there);
+    EXPECT_EQ(lines, petal::lossLines(back));
+    const petal::TextLines first{"not told one by one: 30 units in 30 models",
+                                 "$COMMON is not set: 30 units in 30 models",
+                                 "not found beside the file that names it: 3 units in 3 models, such as near$S0.cat",
+                                 "not found under \\\\server: 3 units in 3 models, such as \\\\server\\a\\b.cat",
+                                 "cannot be read (why): 3 units in 3 models, such as p",
+                                 "stands in itself: 3 units in 3 models, such as p$S0\\x1b",
+                                 "$S0 is not set: 1 unit in 1 model"};
+    ASSERT_EQ(lines.size(), 21U);
+    EXPECT_TRUE(std::ranges::equal(first, std::span(lines).first(first.size()))) << testing::PrintToString(lines);
+    EXPECT_EQ(lines.back(), "... and 16 more causes");
 }
 
 } // namespace

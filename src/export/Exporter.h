@@ -1,0 +1,47 @@
+#pragma once
+
+#include "export/OutputFolder.h"
+#include "export/options.h"
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+class KelModel;
+
+namespace source {
+class SourceMap;
+}
+
+namespace exporter {
+
+class Omissions;
+
+/// The files that a format consists of.
+enum class Shape : std::uint8_t { nothing, oneFile };
+
+/// Everything that a format is given to write a model. Owns nothing; lives during one call.
+struct ExportContext {
+    const KelModel& model;           ///< does not change meanwhile
+    const source::SourceMap* source; ///< the places that the model's objects come from; null: not known
+    const OptionValues& options;     ///< of the format's options
+    OutputFolder& folder;            ///< opened by the format, completed by the caller
+    Omissions& omissions;            ///< to which the format adds whatever of the model it has no place for
+};
+
+/// A format in which models are written: a row of the table that the help, the manual, the completions, `petal
+/// formats`, the fuzz targets and the tests go through.
+struct Exporter {
+    std::string_view format;
+    std::string_view description; ///< half a sentence for people
+    Shape shape;
+    std::span<const std::string_view> endings; ///< of file names, with the dot; the first is the usual one
+    std::span<const Option> options;
+    /// Writes the model. Throws what the folder and its outputs throw, and `std::bad_alloc`. Takes time and memory
+    /// proportional to the model. Null for a format that writes nothing, not even an empty file.
+    void (*write)(const ExportContext& context);
+    /// Whether `ExportContext::source` is needed, which costs reading the files once more. Null for never.
+    bool (*needsSource)(const OptionValues& options) = nullptr;
+};
+
+} // namespace exporter

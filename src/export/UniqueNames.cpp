@@ -1,0 +1,129 @@
+#include "export/UniqueNames.h"
+
+#include "text/escape.h"
+#include "text/utf8.h"
+
+#include <unicode/uchar.h>
+#include <unicode/utf8.h>
+
+#define XXH_INLINE_ALL
+#include <xxhash.h>
+
+#include <algorithm>
+#include <array>
+#include <cinttypes>
+#include <cstdio>
+
+namespace exporter {
+
+namespace {
+
+std::string folded(std::string_view name) {
+    std::string result;
+    for (std::size_t at = 0; at < name.size();) {
+        const UChar32 character = u_foldCase(text::nextCharacter(name, at), U_FOLD_CASE_DEFAULT);
+        std::array<char, U8_MAX_LENGTH> bytes{};
+        std::size_t length = 0;
+        U8_APPEND_UNSAFE(bytes.data(), length, character);
+        result.append(bytes.data(), length);
+    }
+    return result;
+}
+
+bool isReserved(std::string_view name, const NameRules& rules) {
+    return std::ranges::find(rules.reserved, folded(name)) != rules.reserved.end();
+}
+
+/// Whether the name, which is valid UTF-8, needs no quotes for its characters.
+bool isPlain(std::string_view name, const NameRules& rules) {
+    for (std::size_t at = 0; at < name.size();) {
+        const bool isFirst = at == 0;
+        if (!rules.allows(text::nextCharacter(name, at), isFirst)) {
+            return false;
+        }
+    }
+    return !name.empty();
+}
+
+/// The text with "_" for everything that no name may hold, of any length.
+std::string allowed(std::string_view text, const NameRules& rules) {
+    const bool isQuotable = rules.quote != 0;
+    std::string name;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t start = at;
+        const int character = text::nextCharacter(text, at);
+        const bool isKept =
+            character >= 0 && (isQuotable ? text::isPrintable(character) : rules.allows(character, false));
+        if (start == 0 && isKept && !isQuotable && !rules.allows(character, true)) {
+            name += '_';
+        }
+        name += isKept ? text.substr(start, at - start) : "_";
+    }
+    if (name.empty()) {
+        name = "_";
+    }
+    while (!isQuotable && isReserved(name, rules)) {
+        name += '_';
+    }
+    return name;
+}
+
+std::string hashOf(std::string_view text) {
+    std::array<char, 17> digits{};
+    std::snprintf(digits.data(), digits.size(), "%016" PRIx64, XXH64(text.data(), text.size(), 0));
+    return std::string(digits.data(), 8);
+}
+
+/// The characters of a name that fit into so many bytes.
+std::string_view cut(std::string_view name, std::size_t longest) {
+    std::size_t end = std::min(longest, name.size());
+    while (end > 0 && end < name.size() && U8_IS_TRAIL(name[end])) {
+        --end;
+    }
+    return name.substr(0, end);
+}
+
+/// The name and the ending, cut to the longest that is allowed.
+std::string limited(std::string_view name, const std::string& ending, std::string_view text, const NameRules& rules) {
+    if (name.size() + ending.size() <= rules.longest) {
+        return std::string(name) + ending;
+    }
+    const std::string tail = "_" + hashOf(text) + ending;
+    return std::string(cut(name, rules.longest - tail.size())) + tail;
+}
+
+} // namespace
+
+std::string UniqueNames::key(std::string_view name) const {
+    return rules_.foldsCase ? folded(name) : std::string(name);
+}
+
+std::string UniqueNames::make(std::string_view text) {
+    const std::string name = allowed(text, rules_);
+    std::string made = limited(name, "", text, rules_);
+    const std::string first = key(made);
+    if (taken_.try_emplace(first, 1).second) {
+        return made;
+    }
+    std::uint64_t number = taken_.at(first);
+    bool isFree = false;
+    while (!isFree) {
+        made = limited(name, "_" + std::to_string(++number), text, rules_);
+        isFree = (rules_.quote != 0 || !isReserved(made, rules_)) && taken_.try_emplace(key(made), 1).second;
+    }
+    taken_[first] = number;
+    return made;
+}
+
+std::string quotedName(std::string_view name, const NameRules& rules) {
+    if (rules.quote == 0 || (isPlain(name, rules) && !isReserved(name, rules))) {
+        return std::string(name);
+    }
+    std::string result(1, rules.quote);
+    for (const char byte : name) {
+        result.append(byte == rules.quote ? 2 : 1, byte);
+    }
+    return result + rules.quote;
+}
+
+} // namespace exporter

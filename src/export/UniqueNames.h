@@ -1,0 +1,58 @@
+#pragma once
+
+#include "host/text/KelTextHash.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <tsl/robin_map.h>
+
+namespace exporter {
+
+/// The names that a format allows: data of the format, which must outlive its use.
+struct NameRules {
+    std::size_t longest; ///< in bytes, without quotes; at least 32
+    /// Whether a name without quotes may hold the character, or begin with it. Must allow "_" anywhere, and ASCII
+    /// digits after the first character.
+    bool (*allows)(int character, bool isFirst);
+    bool foldsCase;                             ///< names that differ in case only are the same name
+    std::span<const std::string_view> reserved; ///< words that are not names, in lower case, in any order
+    char quote;                                 ///< before and after a name of any characters; 0 without such a form
+};
+
+/// Turns texts of a model into names, different ones within one name space. The same texts in the same order give the
+/// same names.
+///
+/// A name is the text itself where the rules allow it. Otherwise, in this order:
+/// - Each character that is not allowed becomes "_", and so does each invalid sequence of UTF-8. With quotes only
+///   characters that are not printable do. "_" is put before a name that must not begin as it does, and replaces an
+///   empty one.
+/// - Without quotes, "_" is appended to a reserved word.
+/// - A name that is too long is cut between two characters; "_" and 8 hexadecimal digits of XXH64 (seed 0) over the
+/// text
+///   are appended.
+/// - The first free one of "_2", "_3" ... is appended to a name that was made before; the sum is cut likewise.
+///
+/// Used by one thread. Takes memory proportional to the names, and for each name time proportional to its length and
+/// the number of names that were made from texts with such endings.
+class UniqueNames {
+public:
+    explicit UniqueNames(const NameRules& rules) : rules_(rules) {}
+
+    /// A name that was not returned before, without quotes.
+    [[nodiscard]] std::string make(std::string_view text);
+
+private:
+    [[nodiscard]] std::string key(std::string_view name) const;
+
+    const NameRules& rules_;
+    tsl::robin_map<std::string, std::uint64_t, KelTextHash> taken_; // by `key`; with the last number appended to each
+};
+
+/// The name as the output must write it: in quotes, with those in it doubled, if it is reserved or holds characters
+/// that are not allowed without quotes; otherwise unchanged.
+[[nodiscard]] std::string quotedName(std::string_view name, const NameRules& rules);
+
+} // namespace exporter

@@ -1,0 +1,100 @@
+#include "petal/units/lossLines.h"
+
+#include "text/escape.h"
+
+#include <algorithm>
+#include <array>
+
+namespace petal {
+
+namespace {
+
+constexpr std::size_t mostCauses = 20; // told one by one
+
+/// How a cause is told, in the order of `UnitFault`.
+struct CauseText {
+    const char* before;  // the subject
+    const char* behind;  // it
+    const char* without; // in place of all that when there is none
+    bool hasExample;     // the subject does not say where to look
+};
+constexpr std::array causeTexts{
+    CauseText{"", "", "not told one by one", false},
+    CauseText{"", "", "no file is named", false},
+    CauseText{"", " is not set", "", false},
+    CauseText{"not found under ", "", "not found beside the file that names it", true},
+    CauseText{"cannot be read (", ")", "cannot be read", true},
+    CauseText{"", "", "no model file", true},
+    CauseText{"", "", "another kind of object", true},
+    CauseText{"", "", "stands in itself", true},
+};
+
+std::string counted(std::uint64_t count, const char* what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+std::string causeLine(const units::LossCause& cause) {
+    const CauseText& text = causeTexts.at(static_cast<std::size_t>(cause.fault));
+    std::string line = cause.subject.empty() ? text.without : text.before + cause.subject + text.behind;
+    line += ": " + counted(cause.units, "unit") + " in " + counted(cause.models, "model");
+    return text::printableText(text.hasExample ? line + ", such as " + cause.example : line);
+}
+
+/// A word that a shell takes for `text`.
+std::string shellWord(const std::string& text) {
+    constexpr std::string_view plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./=:@%+,-";
+    const bool isPlain = std::ranges::all_of(text, [&](char byte) {
+        return static_cast<unsigned char>(byte) >= 0x80 || plain.find(byte) != std::string_view::npos;
+    });
+    if (isPlain) {
+        return text;
+    }
+    std::string word = "'";
+    for (const char byte : text) {
+        word += byte == '\'' ? "'\\''" : std::string(1, byte);
+    }
+    return word + "'";
+}
+
+TextLines linesOf(const std::vector<units::SymbolFolder>& folders, const char* verb) {
+    TextLines lines;
+    for (const units::SymbolFolder& each : folders) {
+        lines.push_back(text::printableText("--path-map " + shellWord(each.symbol + "=" + each.folder.string()) + " " +
+                                            verb + " " + std::to_string(each.found) + " of " +
+                                            std::to_string(each.units)));
+    }
+    return lines;
+}
+
+} // namespace
+
+TextLines lossLines(const units::LostUnits& lost) {
+    TextLines lines;
+    const std::vector<units::LossCause> causes = lost.causes();
+    for (const units::LossCause& cause : causes) {
+        if (lines.size() == mostCauses) {
+            lines.push_back("... and " + counted(causes.size() - mostCauses, "more cause"));
+            break;
+        }
+        lines.push_back(causeLine(cause));
+    }
+    return lines;
+}
+
+TextLines suggestionLines(const std::vector<units::SymbolFolder>& folders) {
+    return linesOf(folders, "would find");
+}
+
+TextLines mappingLines(const std::vector<units::SymbolFolder>& folders) {
+    return linesOf(folders, "finds");
+}
+
+std::string asNotes(const TextLines& lines) {
+    std::string notes;
+    for (const std::string& line : lines) {
+        notes += "petal: " + line + "\n";
+    }
+    return notes;
+}
+
+} // namespace petal

@@ -1,0 +1,235 @@
+#include "types/CPlusPlusTypes.h"
+
+#include "builder/Trace.h"
+#include "builder/Unattached.h"
+#include "host/model/KelAttribute.h"
+#include "host/model/KelBaseType.h"
+#include "host/model/KelDerivedType.h"
+#include "host/model/KelModel.h"
+#include "host/model/KelTypeValue.h"
+#include "host/text/KelTextHash.h"
+#include "host/types/buildTypePhysicalName.h"
+#include "types/setRoseTypes.h"
+
+#include <array>
+#include <cctype>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+#include <tsl/robin_map.h>
+
+namespace rose {
+
+namespace {
+
+/// A C++ spelling and its meaning. A spelling is looked up by the first row whose key it begins with, so a row after a
+/// shorter key that it begins with is never reached.
+struct RoseTypeRow {
+    const char* key;
+    const char* value;
+};
+
+/// From a C++ spelling to the name of its logical base type; ended by a row of null texts.
+constexpr std::array<RoseTypeRow, 20> RosePhysicalToLogical{{
+    {"int", "int"},           {"signed", "int"},      {"long double", "number"}, {"boolean", "SQL_BOOLEAN"},
+    {"unsigned int", "int"},  {"signed int", "int"},  {"char", "char"},          {"signed char", "char"},
+    {"unsigned char", "int"}, {"short", "int"},       {"signed short", "int"},   {"unsigned short", "int"},
+    {"long", "int"},          {"signed long", "int"}, {"unsigned long", "int"},  {"float", "number"},
+    {"double", "number"},     {"register", "binary"}, {"void", "binary"},        {nullptr, nullptr},
+}};
+
+/// From a C++ spelling to its SQL data type; ended by a row whose key is "undefined".
+constexpr std::array<RoseTypeRow, 20> RosePhysicalToPhysical{{
+    {"int", "SQL_INTEGER"},     {"long double", "SQL_NUMERIC"},   {"signed", "SQL_INTEGER"},
+    {"boolean", "SQL_BOOLEAN"}, {"unsigned int", "SQL_INTEGER"},  {"signed int", "SQL_INTEGER"},
+    {"char", "SQL_CHAR"},       {"signed char", "SQL_CHAR"},      {"unsigned char", "SQL_TINYINT"},
+    {"short", "SQL_SMALLINT"},  {"signed short", "SQL_SMALLINT"}, {"unsigned short", "SQL_INTEGER"},
+    {"long", "SQL_INTEGER"},    {"signed long", "SQL_INTEGER"},   {"unsigned long", "SQL_INTEGER"},
+    {"float", "SQL_REAL"},      {"double", "SQL_DOUBLE"},         {"register", "SQL_VARBINARY"},
+    {"void", "SQL_VARBINARY"},  {"undefined", "undefined"},
+}};
+
+/// The value of the first row before the end of the table whose key is a prefix of the spelling, or null.
+const char* findRoseType(const std::array<RoseTypeRow, 20>& table, std::string_view spelling) {
+    for (const RoseTypeRow& row : table) {
+        if (row.key == nullptr || std::string_view(row.key) == "undefined") {
+            break;
+        }
+        if (spelling.starts_with(row.key[0]) && spelling.starts_with(row.key)) {
+            return row.value;
+        }
+    }
+    return nullptr;
+}
+
+/// The number directly after the first "[", or 0.
+int arrayLength(std::string_view text) {
+    const std::size_t bracket = text.find('[');
+    if (bracket == std::string_view::npos || bracket + 1 == text.size() ||
+        std::isdigit(static_cast<unsigned char>(text[bracket + 1])) == 0) {
+        return 0;
+    }
+    return static_cast<int>(std::strtol(text.data() + bracket + 1, nullptr, 10));
+}
+
+} // namespace
+
+CPlusPlusSpelling readSpelling(const KelString& text) {
+    const std::string_view spelling = text.view();
+    const char* logicalName = findRoseType(RosePhysicalToLogical, spelling);
+    const char* sqlType = findRoseType(RosePhysicalToPhysical, spelling.starts_with("char") ? "char" : spelling);
+    CPlusPlusSpelling read{text, logicalName != nullptr ? KelString(logicalName) : text,
+                           sqlType != nullptr ? sqlType : "undefined", 0};
+    if (spelling.find_first_of("*[") != std::string_view::npos) {
+        if (read.sqlType == "SQL_CHAR") {
+            read.sqlType = "SQL_BINARY";
+        }
+        read.length = arrayLength(spelling);
+    }
+    return read;
+}
+
+namespace ConvertedTypes {
+
+namespace {
+
+struct Key {
+    std::string_view name;
+    std::string_view dataType;
+    int length;
+
+    bool operator==(const Key&) const = default;
+};
+
+struct KeyHash {
+    std::size_t operator()(const Key& key) const noexcept {
+        // Most names have one data type and one length.
+        return KelTextHash()(key.name) + static_cast<std::size_t>(key.length);
+    }
+};
+
+tsl::robin_map<Key, KelDerivedType*, KeyHash> types; // the texts of a key are the type's own
+
+} // namespace
+
+Scope::Scope() noexcept {
+    types.clear();
+}
+
+Scope::~Scope() {
+    types.clear();
+}
+
+void note(KelDerivedType& made) {
+    types.try_emplace(Key{made.getName().view(), made.getDataType().view(), made.getLength()}, &made);
+}
+
+KelDerivedType* find(const KelString& dataType, const KelString& name, int length) {
+    const auto found = types.find(Key{name.view(), dataType.view(), length});
+    return found != types.end() ? found->second : nullptr;
+}
+
+} // namespace ConvertedTypes
+
+namespace {
+
+constexpr int byReference = 1; // an attribute's containment
+
+/// A new type in the conversion model, derived from the base.
+KelDerivedType* makeType(KelModel& conversion, const KelString& name, const KelString& dataType, KelBaseType* base) {
+    auto made = std::make_unique<KelDerivedType>();
+    made->setName(name);
+    made->dataType = dataType;
+    made->userDefined = true;
+    conversion.addType(made.get());
+    KelDerivedType* type = made.release();
+    type->addDerivedFromConcreteType(base);
+    trace::repaired(*type, KelImportReason::typeConverted, base);
+    return type;
+}
+
+/// Sets the fields that depend on the others. PRECONDITION: none of those changes afterwards.
+KelDerivedType* finish(KelDerivedType* type, int length) {
+    type->length = length;
+    type->physicalName = buildTypePhysicalName(type);
+    ConvertedTypes::note(*type);
+    return type;
+}
+
+/// The type for an enumeration, typed by its literals: quoted ones are texts, others numbers.
+KelDerivedType* makeEnumeration(KelModel& conversion, const CPlusPlusSpelling& spelling,
+                                const KelDerivedType& declared) {
+    const bool isQuoted = declared.getTypeValue(0)->getValue().view().find('"') != std::string_view::npos;
+    KelBaseType* base = isQuoted ? charBase : intBase;
+    return finish(makeType(conversion, spelling.text, base->getDataType(), base), spelling.length);
+}
+
+/// The type for a spelling that no table knows takes the data type of its base.
+KelDerivedType* makePlain(KelModel& conversion, const CPlusPlusSpelling& spelling) {
+    KelBaseType* base = getBaseType(spelling.sqlType.text());
+    const bool isKnown = !(spelling.sqlType == "undefined");
+    const KelString& dataType = isKnown ? spelling.sqlType : base->getDataType();
+    return finish(makeType(conversion, spelling.text, dataType, base), spelling.length);
+}
+
+KelDerivedType* findResult(const CPlusPlusSpelling& spelling) {
+    const bool mayReuse = spelling.text.view().starts_with(spelling.logicalName.view());
+    return mayReuse ? ConvertedTypes::find(spelling.sqlType, spelling.text, spelling.length) : nullptr;
+}
+
+KelDerivedType* findOrMakeResult(KelModel& conversion, const CPlusPlusSpelling& spelling,
+                                 const KelDerivedType& declared) {
+    if (declared.getTypeValueCount() > 0) {
+        return makeEnumeration(conversion, spelling, declared);
+    }
+    KelDerivedType* found = findResult(spelling);
+    return found != nullptr ? found : makePlain(conversion, spelling);
+}
+
+void moveTypeValues(KelDerivedType& from, KelDerivedType& to) {
+    while (KelTypeValue* value = from.getTypeValue(0)) {
+        from.removeTypeValue(value);
+        attach(std::unique_ptr<KelTypeValue>(value), [&](KelTypeValue* moved) { return to.addTypeValue(moved); });
+    }
+}
+
+/// The type for attributes that are held by reference, named after the logical name. It ends with the data type of
+/// its base, so it is found again only when that is binary.
+KelDerivedType* findOrMakeReference(KelModel& conversion, const CPlusPlusSpelling& spelling) {
+    if (KelDerivedType* found = ConvertedTypes::find("SQL_BINARY", spelling.logicalName, spelling.length);
+        found != nullptr) {
+        return found;
+    }
+    KelBaseType* base = getBaseType(spelling.sqlType.text());
+    return finish(makeType(conversion, spelling.logicalName, base->getDataType(), base), 0);
+}
+
+void moveAttributes(KelModel& conversion, const CPlusPlusSpelling& spelling, KelDerivedType& from, KelDerivedType& to) {
+    while (!from.features().isEmpty()) {
+        KelAttribute* attribute = takeFirstAttribute(from);
+        if (attribute == nullptr) {
+            continue;
+        }
+        const bool toReference = attribute->containment == byReference && !(spelling.sqlType == "SQL_BINARY");
+        if (!toReference) {
+            to.addFeature(attribute);
+            continue;
+        }
+        KelDerivedType* type = findOrMakeReference(conversion, spelling);
+        type->addFeature(attribute);
+        trace::repaired(*attribute, KelImportReason::typeByReference, type);
+    }
+}
+
+} // namespace
+
+KelConcreteType* convertCPLUSPLUStype(KelModel* conversion, KelDerivedType* declared) {
+    conversion->addType(declared);
+    const CPlusPlusSpelling spelling = readSpelling(declared->getName());
+    KelDerivedType* result = findOrMakeResult(*conversion, spelling, *declared);
+    moveTypeValues(*declared, *result);
+    moveAttributes(*conversion, spelling, *declared, *result);
+    return result;
+}
+
+} // namespace rose
