@@ -1,11 +1,7 @@
-// The lookups by view number, by name and by the two ends of a relationship, held against walks through the
-// collections of the repository.
+// The builder's lookups by view number, name, quid and the two ends of a relationship, compared with linear searches of
+// the collections of the repository.
 
-#include "builder/Binding.h"
-#include "builder/Classes.h"
-#include "builder/Diagrams.h"
-#include "builder/Relationships.h"
-#include "builder/indexes/ContainerIndex.h"
+#include "host/model/KelAssociation.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDependency.h"
 #include "host/model/KelGeneralization.h"
@@ -36,14 +32,14 @@ std::vector<KelClass*> suppliersOf(const KelDependency& of) {
     return {of.getSupplierClass()};
 }
 
-KelLinks<KelGeneralization> ofClient(const KelClass& client, const KelGeneralization*) {
-    return client.generalizationsAsSubtype();
+KelLinks<KelGeneralization> ofClient(const KelClass& ofClass, const KelGeneralization*) {
+    return ofClass.generalizationsAsSubtype();
 }
-KelLinks<KelRealization> ofClient(const KelClass& client, const KelRealization*) {
-    return client.realizationsAsRealization();
+KelLinks<KelRealization> ofClient(const KelClass& ofClass, const KelRealization*) {
+    return ofClass.realizationsAsRealization();
 }
-KelLinks<KelDependency> ofClient(const KelClass& client, const KelDependency*) {
-    return client.dependenciesAsClient();
+KelLinks<KelDependency> ofClient(const KelClass& ofClass, const KelDependency*) {
+    return ofClass.dependenciesAsClient();
 }
 
 template <class Container>
@@ -106,7 +102,22 @@ KelClass* walkForNumber(const std::vector<KelModelElement*>& elements, int viewN
     return found != elements.end() ? static_cast<KelClass*>(*found) : nullptr;
 }
 
-/// Few names and numbers, so that they collide.
+bool hasQuid(const KelAssociation& association, const KelString& quid) {
+    const auto* own = static_cast<const KelString*>(association.generalPointer);
+    return own != nullptr && *own == quid;
+}
+
+KelAssociation* walkPlaceholders(const KelString& quid) {
+    for (int index = 0; index < state.toBeAssociations.getCount(); ++index) {
+        auto* association = static_cast<KelAssociation*>(const_cast<void*>(state.toBeAssociations[index]));
+        if (hasQuid(*association, quid)) {
+            return association;
+        }
+    }
+    return nullptr;
+}
+
+/// Few names, numbers and quids, so that they collide.
 class RandomImport : public MidImport {
 public:
     using MidImport::MidImport;
@@ -136,16 +147,19 @@ public:
         std::array{CreateGeneralization, CreateRealization, CreateDependency}[static_cast<std::size_t>(below(3))]();
     }
 
-    /// As a supplier line would: the relationship that is current gets one.
+    /// As a supplier line would: a current relationship gets one.
     void bind() {
-        if (KelClass* supplier = anyClass(); supplier != nullptr) {
-            if (state.aGeneral != nullptr) {
-                bindSupertype(*state.aGeneral, *supplier);
-            } else if (state.aRealization != nullptr) {
-                bindSpecification(*state.aRealization, *supplier);
-            } else if (state.aDependency != nullptr) {
-                bindSupplier(*state.aDependency, *supplier);
-            }
+        KelClass* supplier = anyClass();
+        const int kind = below(3);
+        if (supplier == nullptr) {
+            return;
+        }
+        if (kind == 0 && state.aGeneral != nullptr) {
+            bindSupertype(*state.aGeneral, *supplier);
+        } else if (kind == 1 && state.aRealization != nullptr) {
+            bindSpecification(*state.aRealization, *supplier);
+        } else if (kind == 2 && state.aDependency != nullptr) {
+            bindSupplier(*state.aDependency, *supplier);
         }
     }
 
@@ -156,6 +170,56 @@ public:
         const auto expected = walk(*state.aDiagram, state.client, supplierView, current);
         show(supplierView);
         EXPECT_EQ((Outcome<Relationship>{elementsOf(*state.aDiagram), current}), expected);
+    }
+
+    KelAssociation* walkPackages(const KelString& quid) {
+        for (const KelDesignPackage* package : designPackages) {
+            for (KelModelElement* element : package->modelElements()) {
+                if (element->elementType == KelElementType::association &&
+                    hasQuid(static_cast<KelAssociation&>(*element), quid)) {
+                    return static_cast<KelAssociation*>(element);
+                }
+            }
+        }
+        return nullptr;
+    }
+
+    void connectAssociation(KelString quid) {
+        const bool isAwaited = state.InAssociationView;
+        KelAssociation* expected = walkPlaceholders(quid);
+        expected = expected != nullptr ? expected : walkPackages(quid);
+        expected = expected != nullptr || !isAwaited ? expected : state.aAssociation;
+        ConnectAssociationToDiagram(std::string(quid.view()).data());
+        if (isAwaited) {
+            EXPECT_EQ(state.aAssociation, expected);
+            EXPECT_TRUE(state.aAssociation == nullptr || state.aDiagram->modelElements().holds(*state.aAssociation));
+        }
+    }
+
+    void stepOfAssociations() {
+        const KelString quid(std::to_string(below(6)).c_str());
+        std::string text(quid.view());
+        switch (below(5)) {
+        case 0:
+            state.aPackage = anyOf(designPackages);
+            CreateAssociation(text.data());
+            break;
+        case 1:
+            SetQuid(text.data());
+            break;
+        case 2:
+            CreateAssociationInView(text.data());
+            break;
+        case 3:
+            connectAssociation(quid);
+            break;
+        default:
+            if (below(8) == 0) {
+                delete walkPackages(quid);
+            }
+        }
+        EXPECT_EQ(QuidRegistry::findPlaceholder(quid), walkPlaceholders(quid));
+        EXPECT_EQ(QuidRegistry::findInPackages(quid), walkPackages(quid));
     }
 
     void compareLookups() {
@@ -211,15 +275,70 @@ public:
     }
 };
 
-TEST(RelationshipTwin, LookupsFindWhatAWalkFinds) {
+TEST(Twin, LookupsFindWhatALinearSearchFinds) {
     for (unsigned int seed = 1; seed <= 40 && !HasFailure(); ++seed) {
         SCOPED_TRACE(seed);
         RandomImport building(seed);
         state.aDiagram = building.diagrams.front();
+        state.aPackage = building.designPackages.front();
         for (int step = 0; step < 1500 && !HasFailure(); ++step) {
             building.step();
+            building.stepOfAssociations();
         }
     }
+}
+
+TEST(RelationshipViews, MakeTheNewestCurrentEvenWhereADeletedOneWas) {
+    MidImport building(1);
+    state.aPackage = building.designPackages.front();
+    state.aDiagram = building.diagrams.front();
+    char names[][2] = {"A", "B"};
+    KelClass* ends[2] = {};
+    for (int end = 0; end < 2; ++end) {
+        CreateClass(names[end], KelClassCategoryType::classObject);
+        ends[end] = state.aClass;
+        draw(*state.aDiagram, *state.aClass);
+        setViewNumber(*state.aClass, end + 1);
+    }
+    const auto realize = [&] {
+        state.aClass = ends[0];
+        CreateRealization();
+        bindSpecification(*state.aRealization, *ends[1]);
+        return state.aRealization;
+    };
+    const KelRealization* const first = realize();
+    realize();
+    delete first;
+    const KelRealization* const newest = realize(); // the allocator is likely to give it the address of the first
+    state.client = 1;
+    addRealizationToDiagram(2);
+    EXPECT_EQ(state.aRealization, newest);
+}
+
+TEST(ClassLookup, FindsClassesInPackagesFirstAndThenWaitingOnes) {
+    MidImport building(1);
+    state.aPackage = building.designPackages.front();
+    char name[] = "Order";
+    CreateAssociation(name);
+    EXPECT_EQ(findAClass(name, 0), nullptr) << "an element of another kind";
+    KelClass* const waiting = createWaitingClass(name);
+    state.aPackage = building.designPackages.back();
+    CreateClass(name, KelClassCategoryType::metaclass);
+    EXPECT_EQ(state.aClass, waiting);
+    EXPECT_EQ(state.toBeClasses.getCount(), 0);
+    const KelClass* const another = createWaitingClass(name);
+    EXPECT_EQ(findAClass(name, 1), waiting) << "one in a package is found first and stays there";
+    EXPECT_EQ(waiting->getDesignPackage(), state.aPackage);
+    delete waiting;
+    EXPECT_EQ(state.aClass, nullptr);
+    EXPECT_EQ(findAClass("order", 0), nullptr);
+    EXPECT_EQ(findAClass(name, 0), another);
+    const KelClass* const namesake = createWaitingClass(name);
+    EXPECT_EQ(findAClass(name, 1), another);
+    EXPECT_EQ(findAClass(name, 1), namesake);
+    EXPECT_EQ(findAClass(name, 1), nullptr);
+    delete another;
+    delete namesake;
 }
 
 } // namespace

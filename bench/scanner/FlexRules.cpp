@@ -1,5 +1,4 @@
-// Writes the rule table as flex source to standard output, for a scanner made by flex to judge the matcher, or to be
-// its rival.
+// Writes the rule table as flex source to standard output.
 
 #include "scanner/RuleTable.h"
 
