@@ -1,5 +1,7 @@
 #include "host/containers/KelContainer.h"
 
+#include "host/containers/KelArrayInterface.h"
+
 #include <functional>
 
 namespace {
@@ -25,3 +27,5 @@ int KelContainer::compare2Key(const void* element, const void* key) const {
 }
 
 KelContainer::Iterator::~Iterator() = default;
+
+KelArrayInterface::~KelArrayInterface() = default;
