@@ -1,4 +1,4 @@
-// What bridges and the host say about the tool behind a bridge, and the origin that an import notes from it.
+// The descriptions of bridges and of their tools, and the origin that an import makes from them.
 #include "host/bridge/HOLST.h"
 #include "host/bridge/KelBridgeSpecification.h"
 #include "host/bridge/KelBridgeSpecificationLiteral.h"

@@ -6,7 +6,7 @@
 
 namespace {
 
-// The difference of two addresses may not fit an int, so only its sign is given.
+// Only the sign of the difference, which may not fit into an int.
 int compareAddresses(const void* left, const void* right) {
     const std::less<> before;
     return static_cast<int>(before(right, left)) - static_cast<int>(before(left, right));

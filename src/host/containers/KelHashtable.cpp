@@ -5,7 +5,7 @@
 #include <iterator>
 #include <utility>
 
-// The compiler wants the bases named; they hold nothing but the count, which the assignment sets.
+// The bases must be named to avoid a warning; their only member is the count, which the assignment sets.
 // NOLINTNEXTLINE(bugprone-copy-constructor-init,readability-redundant-member-init)
 KelHashtable::KelHashtable(const KelHashtable& other) : _KelContainer(), KelContainer() {
     *this = other;
@@ -19,7 +19,7 @@ KelHashtable& KelHashtable::operator=(const KelHashtable& other) {
     for (const void* element : other.elements_) {
         copy.append(element, other.hashObject(element));
     }
-    // The list itself must stay, since iterators that stand nowhere stand at its end.
+    // The list object is kept, because iterators at no element refer to its end.
     elements_.clear();
     elements_.splice(elements_.begin(), copy.elements_);
     placesByHash_.swap(copy.placesByHash_);

@@ -12,7 +12,7 @@ namespace {
 
 using Node = KelRBTree::Node;
 
-// `compare` gives the sign of an element against what is looked for.
+// `compare` returns the sign of an element compared with the one searched for.
 template <typename Compare>
 Node* findFirstOf(Node* root, Compare compare) {
     Node* found = nullptr;
@@ -51,7 +51,7 @@ void deleteSubtree(Node* top) noexcept {
 
 } // namespace
 
-// The compiler wants the bases named; they hold nothing but the count, which the assignment sets.
+// The bases must be named to avoid a warning; their only member is the count, which the assignment sets.
 // NOLINTNEXTLINE(bugprone-copy-constructor-init,readability-redundant-member-init)
 KelRBTree::KelRBTree(const KelRBTree& other) : _KelContainer(), KelContainer() {
     *this = other;

@@ -1,4 +1,4 @@
-// Converting texts; two views of the same problem: convertText replaces what is invalid, KelTextDecoder also finds it.
+// Converting texts with ICU: convertText replaces invalid sequences, KelTextDecoder also finds them.
 #include "host/encoding/convertText.h"
 
 #include "host/encoding/KelEncodingConverter.h"
@@ -17,12 +17,12 @@ namespace {
 constexpr UChar replacementCharacter = 0xFFFD;
 constexpr UChar byteOrderMark = 0xFEFF;
 
-// The service calls these back for what it cannot convert, but also when a converter is reset or closed.
+// ICU calls the callbacks below for conversion problems, but also when a converter is reset or closed.
 bool isConversionProblem(UConverterCallbackReason reason) {
     return reason <= UCNV_IRREGULAR;
 }
 
-// The service's own substitution writes U+001A for some encodings.
+// Replaces ICU's own substitution, which writes U+001A for some encodings.
 void writeReplacement(const void* context, UConverterToUnicodeArgs* arguments, const char*, std::int32_t,
                       UConverterCallbackReason reason, UErrorCode* error) {
     if (isConversionProblem(reason)) {
@@ -40,7 +40,7 @@ void writeSubstitute(const void* context, UConverterFromUnicodeArgs* arguments, 
     }
 }
 
-// Has the problems of one conversion handled as above; `valid` becomes false at the first.
+// Installs the two callbacks for one conversion. `valid` becomes false at the first problem.
 class ProblemHandling {
 public:
     ProblemHandling(UConverter* reader, UConverter* writer, bool& valid) : reader_(reader), writer_(writer) {
@@ -61,15 +61,15 @@ private:
     UConverter* writer_;
 };
 
-// Says whether the call is to be repeated because its output was full.
+// Whether the call must be repeated because its output buffer was full.
 bool isToContinue(UErrorCode error) {
     if (U_FAILURE(error) && error != U_BUFFER_OVERFLOW_ERROR) {
-        throw std::bad_alloc(); // all else is handled by the callbacks
+        throw std::bad_alloc(); // the callbacks handle all other errors
     }
     return error == U_BUFFER_OVERFLOW_ERROR;
 }
 
-// Appends the converted `text` to `converted`; with `isLast` also what the writer has kept back so far.
+// Appends the converted `text` to `converted`; with `isLast` also the bytes that the writer still holds.
 void write(UConverter* writer, const UChar* text, const UChar* end, bool isLast, KelString& converted) {
     std::array<char, 4096> buffer;
     bool more = true;
@@ -115,7 +115,7 @@ bool convertText(KelEncodingConverter& from, KelEncodingConverter& to, KelString
 
 namespace {
 
-// Has a converter stop at what it cannot read, as long as this lives.
+// Makes a converter stop at invalid sequences during the lifetime of this object.
 class Stopping {
 public:
     explicit Stopping(UConverter* reader) : reader_(reader) { handle(UCNV_TO_U_CALLBACK_STOP); }

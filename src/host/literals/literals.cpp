@@ -23,8 +23,8 @@ void KelTextLiteral::update(const KelString& text, const KelDOMElement* entry) {
 
 namespace {
 
-// The value for the place that `text` begins with, and through `length` how many bytes the place takes; null
-// when there is no place here or it has no value.
+// The value for the placeholder at the start of `text`, and in `length` the placeholder's bytes; null when there is no
+// placeholder or it has no value.
 const KelString* findValue(std::string_view text, const KelTextParameters& parameters, std::size_t& length) {
     if (text.front() != '{') {
         return nullptr;
@@ -118,7 +118,7 @@ void KelMessageLiteral::raise(const KelString& text) const {
     throw KelException(composeMessage(text));
 }
 
-// Reaching for the registry makes sure that it is there before any collection, and so outlives them all.
+// This call constructs the registry before any collection, so that it outlives them all.
 KelTextLiteralsCollection::KelTextLiteralsCollection() {
     KelLiteralRegistry::instance();
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The word of level n stands at index n - 1.
+// The word of level n is at index n - 1.
 constexpr std::array severityWords = {"FATAL", "ERROR", "WARNING", "STATUS", "DEBUG"};
 
 } // namespace

@@ -1,5 +1,5 @@
-// What an object is by itself: name, fields, comparison, owner. The two subjects that go through a whole model have
-// files of their own: deletion.cpp and traversal.cpp.
+// A single object: its name, fields, comparison, owner and number. deletion.cpp and traversal.cpp have the functions
+// that go through a whole model.
 #include "host/model/KelObject.h"
 
 #include "host/model/KelNumbering.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The nearest class that objects of both classes are of.
+/// The nearest common base class.
 const KelMetaClass& commonClass(const KelMetaClass& left, const KelMetaClass& right) {
     const KelMetaClass* common = &left;
     while (!right.isA(common->getCode())) {
@@ -21,7 +21,7 @@ const KelMetaClass& commonClass(const KelMetaClass& left, const KelMetaClass& ri
     return *common;
 }
 
-/// How many numberings there have been.
+/// The number of numberings so far.
 std::atomic<std::uint32_t> numberings = 0;
 
 } // namespace

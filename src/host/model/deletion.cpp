@@ -1,4 +1,4 @@
-// How an object goes: its observers hear of it, its links are broken, and what it owns is deleted without recursion.
+// The deletion of an object: observers are called, links are broken, and owned objects are deleted without recursion.
 #include "host/model/KelDeletionObserver.h"
 #include "host/model/KelObject.h"
 #include "host/model/links/KelDoomed.h"
@@ -60,14 +60,14 @@ void KelObject::recursiveDelete() noexcept {
     delete this;
 }
 
-/// The owner link that the list runs through: the first of the object's class.
+/// The owner link that serves as the list's next pointer: the first one of the object's class.
 class KelRelation::OwnerSlot {
 public:
     explicit OwnerSlot(KelObject& object) noexcept
         : link_(object.*KelMetaClass::of(object.elementType).ownedEnds().front().relation->targetEnd.one) {}
 
     void holdNext(KelObject* next) noexcept { link_.holdNextDoomed(next); }
-    /// The next object on the list; the link is free again.
+    /// Returns the next object in the list and sets the link to null.
     KelObject* takeNext() noexcept {
         KelObject* next = link_.pointer();
         link_.hold(nullptr);

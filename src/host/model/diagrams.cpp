@@ -1,4 +1,4 @@
-// Diagrams and notes.
+// Diagrams, notes, and the elements that have notes.
 #include "host/model/KelClassDiagram.h"
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelDiagram.h"

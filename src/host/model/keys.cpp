@@ -1,4 +1,4 @@
-// Keys of classes, and which attribute of a foreign key stands for which one of its candidate key.
+// Keys of classes, and the maps from attributes of candidate keys to those of foreign keys.
 #include "host/model/KelAssociationRoleNameMap.h"
 #include "host/model/KelAttribute.h"
 #include "host/model/KelCandidateKey.h"

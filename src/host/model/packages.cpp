@@ -1,4 +1,4 @@
-// The model, its packages and what they own directly: KelModel, KelMetadataOrigin, the packages and their elements.
+// The model, its origins, its packages, and the base of the elements in them.
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelDiagram.h"
 #include "host/model/KelMetadataOrigin.h"

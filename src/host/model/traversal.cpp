@@ -1,4 +1,5 @@
-// Depth-first traversal, and the transcoding of a model, which is one.
+// Depth-first traversal, and transcoding, which is a traversal. The path is on the heap, because models from files can
+// be nested deeper than the stack allows.
 #include "host/encoding/KelEncodingConverter.h"
 #include "host/encoding/convertText.h"
 #include "host/model/KelObject.h"
@@ -11,21 +12,21 @@
 
 namespace {
 
-/// What a traversal starts with.
+/// The first objects of a traversal.
 enum class Visit { objectAndParts, partsOnly };
 
-/// Where the traversal stands within one object.
+/// The progress of the traversal in one object of the path.
 struct Place {
     KelObject* object;
     void* userData;
-    std::size_t end = 0; // which owning end
-    int part = 0;        // which object of that end comes next
+    std::size_t end = 0; // the index of the current owning end
+    int part = 0;        // the index of the next object at that end
 };
 
-/// The objects with several owners that have been visited.
+/// The visited objects that have several owners.
 class SharedParts {
 public:
-    /// Whether the traversal comes to the part for the first time.
+    /// Whether the part has not been visited.
     bool isNew(const KelObject& part) {
         const bool mayShare = part.getMetaClass().ownedEnds().size() > 1;
         return !mayShare || part.getParentCount() < 2 || visited_.insert(&part).second;
@@ -71,8 +72,8 @@ void visitDepthFirst(KelObject& root, KelTraversalOperation& operation, void* us
     }
 }
 
-/// Converts the texts of each object visited, but only collects the new names: a renaming moves the object within
-/// the collections that the traversal walks.
+/// Converts the texts of each visited object, but only collects the new names: renaming would move an object within the
+/// collections that are being traversed.
 class Transcoding final : public KelTraversalOperation {
 public:
     Transcoding(KelEncodingConverter& from, KelEncodingConverter& to, int& stringCount, int& errorCount)

@@ -144,7 +144,7 @@ int KelTypeValueByPosition::compare2Key(const void* element, const void* key) co
 
 namespace {
 
-/// The type whose properties the alias shows; for an alias of nothing one that has none.
+/// The type whose properties the alias shows. For an alias of nothing it is a type without properties.
 const KelConcreteType& shownBy(const KelAliasType& alias) {
     static const KelBaseType none;
     const KelConcreteType* actual = alias.getActualType();

@@ -1,4 +1,4 @@
-// Options, the literals that they are made from, and the list that a host sets.
+// Options, the literals from which they are made, and the list in which a host sets them.
 #include "host/options/KelBridgeEnumValueLiteral.h"
 #include "host/options/KelBridgeOptionEnumerationLiteral.h"
 #include "host/options/KelBridgeOptionLiteral.h"
@@ -89,7 +89,7 @@ std::unique_ptr<KelOption> KelBridgeOptionLiteral::generateOption(bool required,
 
 namespace {
 
-// The vector holds constant pointers as every container does; what they point to is this list's own.
+// Containers hold pointers to constants; the options are this list's and may be changed.
 KelOption* asOption(const void* element) {
     return static_cast<KelOption*>(const_cast<void*>(element));
 }

@@ -1,4 +1,4 @@
-// The names of base types, data types and physical types.
+// The tables between base types and SQL data types, and the physical names of derived types.
 #include "host/model/KelBaseType.h"
 #include "host/model/KelDerivedType.h"
 #include "host/types/buildTypePhysicalName.h"

@@ -32,7 +32,7 @@ const void* KelLinkCollection::operator[](int index) const {
     return at(index);
 }
 
-// An object stands in a collection once at most, so the first place is the last, too.
+// A collection contains an object at most once, so the first position is also the last.
 int KelLinkCollection::findFirstElement(const void* element) const {
     return element != nullptr ? indexOf(*static_cast<const KelObject*>(element)) : -1;
 }
@@ -99,6 +99,6 @@ void KelFewLinks::beforeRename(KelObject& object) noexcept {
 
 void KelFewLinks::afterRename(KelObject& object) noexcept {
     if (order_ == KelOrder::byName) {
-        objects_.insert(placeOf(object), &object); // room is there: the object was taken out just before
+        objects_.insert(placeOf(object), &object); // needs no memory: beforeRename has removed the object
     }
 }

@@ -11,9 +11,10 @@
 
 namespace {
 
-/// An object with the start of its name at hand, which settles most comparisons: names lie far apart in memory.
+/// An object with the first bytes of its name. They decide most comparisons without access to the names, which are far
+/// apart in memory.
 struct SortedObject {
-    std::uint64_t start; // of the name, zeros behind a short one; ordered as the bytes are
+    std::uint64_t start; // of the name, padded with zeros; in the order of the bytes
     std::string_view name;
     KelObject* object;
 };
@@ -94,7 +95,7 @@ void KelNameRow::sort() noexcept {
             sortInPlace(objects_);
         }
         isSorted_ = true;
-        firstByName_.reset(); // the order serves as well
+        firstByName_.reset(); // sorted, the row is searched instead
     }
 }
 
@@ -133,7 +134,7 @@ int KelNameRow::lowerBound(const KelString& name) const noexcept {
 namespace {
 
 constexpr int looksAhead = 8;
-constexpr int mostNamesakes = 16; // up to which a walk is cheaper than an index
+constexpr int mostNamesakes = 16; // up to this number a linear search is cheaper than an index
 
 KelObject* objectOf(const KelRBTree::Node* node) noexcept {
     return node == nullptr ? nullptr : static_cast<KelObject*>(const_cast<void*>(KelRBTree::element(node)));
@@ -160,7 +161,7 @@ KelRBTree::Node* KelManyLinksByName::searchFrom(KelRBTree::Node* first, const Ke
             try {
                 indexNodes();
                 return nodeOf(object);
-            } catch (...) { // no room for the index: walk on
+            } catch (...) { // no memory for the index: search on
             }
         }
         node = tree_.findNextNode(&object.getName(), node);
@@ -189,7 +190,7 @@ bool KelManyLinksByName::bringIntoTree() const noexcept {
             tree_.addLastNode(object);
         }
         row_.clear();
-    } catch (...) { // no room
+    } catch (...) { // no memory: the row remains
         tree_.empty();
     }
     return isInTree();
@@ -198,7 +199,7 @@ bool KelManyLinksByName::bringIntoTree() const noexcept {
 void KelManyLinksByName::insert(KelObject& object) {
     if (!isInTree() && (row_.takesNext(object) || !bringIntoTree())) {
         if (!row_.takesNext(object)) {
-            throw std::bad_alloc(); // there was no room for the tree
+            throw std::bad_alloc(); // no memory for the tree
         }
         row_.add(object);
         ++count_;
@@ -239,7 +240,7 @@ KelObject* KelManyLinksByName::at(int index) const {
         row_.sort();
         const auto place = row_.objects().begin() + index;
         if (count_ - index > looksAhead) {
-            __builtin_prefetch(place[looksAhead]); // who asks for one usually asks for those behind it
+            __builtin_prefetch(place[looksAhead]); // accesses are mostly consecutive
         }
         return *place;
     }
@@ -283,7 +284,7 @@ int KelManyLinksByName::indexOfName(const KelString& name, int from) const {
     }
     const KelRBTree::Node* first = isInTree() ? tree_.findFirstNode(&name) : nullptr;
     const int index = first != nullptr ? KelRBTree::getIndex(first) : row_.lowerBound(name);
-    // Equal names stand together, so the one at `from` is the answer or there is none.
+    // Equal names are adjacent, so a first one before `from` leaves only the object at `from` itself.
     const int answer = std::max(index, from);
     const KelObject* object = at(answer);
     return object != nullptr && object->getName() == name ? answer : -1;
