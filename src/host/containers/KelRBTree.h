@@ -15,7 +15,7 @@ public:
     class Iterator;
 
     KelRBTree() = default;
-    /// Copies the pointers in their order, without comparing them, in O(n). Precondition: both trees sort alike.
+    /// Copies the pointers in their order, without comparing them. Precondition: both trees sort alike.
     KelRBTree(const KelRBTree& other);
     KelRBTree& operator=(const KelRBTree& other);
     ~KelRBTree() override;

@@ -13,7 +13,7 @@ struct UConverter;
 /// A converter between Unicode and one encoding of the conversion service (ICU).
 ///
 /// It owns the service's handle. It can be moved but not copied; a converter that was moved from has no handle. It has
-/// a state, so one thread at a time may use it. Opening one costs as much as converting some kilobytes.
+/// a state, so one thread at a time may use it.
 class KEL_API KelEncodingConverter {
 public:
     /// `encodingName` is any name of the encoding that the service knows. For an unknown name, also the empty one, the

@@ -5,9 +5,9 @@
 /// A read-only view of the objects at a "many" end of a relation, with their type.
 ///
 /// Owns nothing, and is as cheap to copy as a pointer. It is valid as long as the object that has the end, and always
-/// shows the end's current contents. Access by index needs no memory and takes O(1), or O(log n) in a large collection
-/// from which objects were removed; searches build an index of a large collection at first and may throw
-/// `std::bad_alloc`. KelObject.h has the rules for threads.
+/// shows the end's current contents. Access by index needs no memory and costs O(1) or O(log n); in name order, the
+/// first access after additions may sort the collection. The first search in a large collection builds an index and may
+/// throw `std::bad_alloc`. KelObject.h has the rules for threads.
 template <class T>
 class KelLinks {
 public:
