@@ -1,11 +1,14 @@
-#include "host/types/createBaseType.h"
-
+// The tables between base types and SQL data types, and the physical names of derived types.
 #include "host/model/KelBaseType.h"
+#include "host/model/KelDerivedType.h"
+#include "host/types/buildTypePhysicalName.h"
+#include "host/types/createBaseType.h"
 
 #include <algorithm>
 #include <array>
 #include <memory>
 #include <span>
+#include <string>
 
 namespace {
 
@@ -54,4 +57,22 @@ KelBaseType* createBaseType(const KelString& name) {
 
 const char* getDefaultLogicalName(const KelString& dataType) {
     return find(dataTypeLogicalNames, dataType.view());
+}
+
+KelString buildTypePhysicalName(KelDerivedType* type) {
+    constexpr std::string_view prefix = "SQL_";
+    std::string_view dataType = type->getDataType().view();
+    if (dataType == "undefined") {
+        return type->getName();
+    }
+    if (dataType.starts_with(prefix)) {
+        dataType.remove_prefix(prefix.size());
+    }
+    KelString name(dataType);
+    if (type->getScale() > 0) {
+        name.append("(" + std::to_string(type->getLength()) + "," + std::to_string(type->getScale()) + ")");
+    } else if (type->getLength() > 0 && type->getScale() == 0) {
+        name.append("(" + std::to_string(type->getLength()) + ")");
+    }
+    return name;
 }
