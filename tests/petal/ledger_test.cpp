@@ -1,10 +1,22 @@
-#include "petal/Shell.h"
+// The ledger of the command line, and that it counts everything in a file once, as `petal info` does.
+
+#include "Shell.h"
+
+#include "ledger/makeLedger.h"
+#include "petal/info/gatherFileInfo.h"
+#include "scanner/RealModels.h"
+#include "support/ImportedModel.h"
+#include "support/RandomModelFile.h"
+#include "support/accountFault.h"
+#include "units/OpenFile.h"
+
+#include <random>
 
 namespace {
 
 class LedgerCommand : public Shell {
 protected:
-    LedgerCommand() : Shell("") {
+    LedgerCommand() {
         put("m", "\n(object Petal\n version 42\n charSet 134)\n(object Design \"Logical View\"\n"
                  " root_category (object Class_Category \"Logical View\"\n logical_models (list l\n"
                  "  (object Class \"A\"\n   documentation \"\xB7 \x1b\"\n   class_attributes (list l\n"
@@ -36,7 +48,7 @@ TEST_F(LedgerCommand, WritesLinesAndASummary) {
             R"({"entry":"kind","kind":"ClassAttribute","objects":{"imported":0,"changed":1,"dropped":1},"properties":{"imported":0,"changed":0,"dropped":2}})",
             R"({"entry":"total","objects":{"imported":4,"changed":1,"dropped":1},"properties":{"imported":4,"changed":1,"dropped":3},"losses":2,"badBytes":1,"damages":1})",
         }) {
-        EXPECT_NE(lines.find(std::string(line) + "\n"), std::string::npos) << line << "\n" << lines;
+        EXPECT_TRUE(has(lines, std::string(line) + "\n"));
     }
     EXPECT_EQ(run("$petal import m --format none --ledger - -q").output, lines);
     EXPECT_EQ(run("$petal import m --format none --ledger - -q --ledger-detail all | grep -c '\"entry\":\"property\"'")
@@ -44,34 +56,18 @@ TEST_F(LedgerCommand, WritesLinesAndASummary) {
               "8\n");
     const Ended table =
         run(R"(script -qec "$petal import m -q --format none --ledger - --log log" /dev/null | tr -d '\r')");
-    EXPECT_NE(table.output.find("LOST\tm:13:5\tClassAttribute x: its class already has an attribute"),
-              std::string::npos)
-        << table.output;
-    EXPECT_EQ(table.output.find('\x1b'), std::string::npos);
+    EXPECT_TRUE(has(table.output, "LOST\tm:13:5\tClassAttribute x: its class already has an attribute"));
+    EXPECT_FALSE(has(table.output, "\x1b"));
 }
 
 TEST_F(LedgerCommand, FailsOnWhatIsAsked) {
-    struct Row {
-        const char* arguments;
-        int status;
-    };
-    for (const Row& row : {
-             Row{"m --fail-on loss", 3},
-             Row{"m --fail-on encoding", 3},
-             Row{"m --fail-on damage", 3},
-             Row{"m --fail-on warning,loss -q", 3},
-             Row{"m --fail-on warning --log-level FATAL", 3}, // of the bytes
-             Row{"clean --fail-on loss,encoding,damage --fail-on warning", 0},
-             Row{"m --fail-on nothing", 2},
-             Row{"m --ledger m", 2},
-             Row{"m --ledger out", 2},
-             Row{"m --ledger /missing/l", 6},
-             Row{"/dev/stdin --ledger l <m", 0},
-         }) {
-        EXPECT_EQ(run(std::string("$petal import -o out ") + row.arguments).status, row.status) << row.arguments;
-    }
-    EXPECT_EQ(run("cat m | $petal import /dev/stdin --ledger l --format none").status, 2);
-    EXPECT_EQ(run("$petal import m --ledger -").status, 2);
+    const Ended ended = run(R"(for arguments in '--fail-on loss' '--fail-on encoding' '--fail-on damage' \
+        '--fail-on warning,loss -q' '--fail-on warning --log-level FATAL' '--fail-on nothing' '--ledger m' \
+        '--ledger out' '--ledger /missing/l'; do $petal import m -o out $arguments; printf "$? "; done
+        $petal import clean -o out --fail-on loss,encoding,damage --fail-on warning; printf "$? "
+        $petal import /dev/stdin -o out --ledger l <m; printf "$? "
+        cat m | $petal import /dev/stdin --ledger l --format none; printf $?)");
+    EXPECT_EQ(ended.output, "3 3 3 3 3 2 2 2 6 0 0 2") << ended.errors;
     EXPECT_EQ(run("rm -f kept; $petal import m -o kept --fail-on loss; test -s kept").status, 0); // all is written
 }
 
@@ -81,17 +77,16 @@ TEST_F(LedgerCommand, GoesToAFolderForSeveralFiles) {
     const std::string several = "$petal import m clean missing --ledger ledgers -j 2 -q --resume --report report ";
     ASSERT_EQ(run(several + "-o models").status, 5);
     EXPECT_EQ(get("ledgers/m.ledger"), get("alone"));
-    EXPECT_EQ(filesBelow("ledgers"), (std::set<std::string>{"m.ledger", "clean.ledger"}));
-    EXPECT_NE(get("report").find("\"ledger\": \"ledgers/m.ledger\""), std::string::npos) << get("report");
+    EXPECT_EQ(files("ledgers"), (Names{"m.ledger", "clean.ledger"}));
+    EXPECT_TRUE(has(get("report"), "\"ledger\": \"ledgers/m.ledger\""));
     for (const char* damage : {"sed -i '$d' ledgers/m.ledger", "rm ledgers/m.ledger", "rm models/m.json"}) {
         ASSERT_EQ(run(damage).status, 0);
         EXPECT_EQ(run(several + "-o models").status, 5);
-        EXPECT_NE(get("report").find("\"imported\": 1,\n    \"upToDate\": 1,"), std::string::npos) << get("report");
+        EXPECT_TRUE(has(get("report"), "\"imported\": 1,\n    \"upToDate\": 1,"));
         EXPECT_EQ(get("ledgers/m.ledger"), get("alone"));
     }
     EXPECT_EQ(run(several + "--format none").status, 5);
-    EXPECT_NE(get("report").find("\"upToDate\": 2"), std::string::npos) << get("report");
-    EXPECT_EQ(run("$petal import m clean --format none --ledger -").status, 2);
+    EXPECT_TRUE(has(get("report"), "\"upToDate\": 2"));
 }
 
 // What a unit holds is told of with the unit's file, and the totals are those of both files.
@@ -114,7 +109,73 @@ TEST_F(LedgerCommand, TellsOfUnitsByTheirFiles) {
             R"("line":15,"column":3,"kind":"Class_Category","name":"P","outcome":"changed","reason":"its content is in the model where its file is named first: ./p.cat"})",
             R"({"entry":"total","objects":{"imported":6,"changed":2,"dropped":1},"properties")",
         }) {
-        EXPECT_NE(lines.find(line), std::string::npos) << line << "\n" << lines;
+        EXPECT_TRUE(has(lines, line));
+    }
+}
+
+void expectCountsOfInfo(const std::string& path) {
+    SCOPED_TRACE(path);
+    units::OpenFile file(path);
+    const petal::FileInfo info = petal::gatherFileInfo(file);
+    if (!info.isModel) {
+        return; // nothing else is told of it
+    }
+    units::UnitTree tree;
+    tree.files.push_back({path, 0, {}, {}});
+    const char* encoding = info.encoding != nullptr ? info.encoding : "windows-1252";
+    source::Trace trace;
+    ImportedModel imported = ImportedModel::ofFile(path, {"C++", encoding});
+    trace.locate(nullptr);
+    using ledger::Detail;
+    std::set<std::pair<std::uint64_t, std::uint64_t>> totals;
+    for (const Detail detail : {Detail::all, Detail::named, Detail::counts}) {
+        KeptEntries kept;
+        const ledger::Ledger made = ledger::makeLedger(tree, trace, imported.model, {encoding, false, detail}, &kept);
+        EXPECT_EQ(accountFault(made, imported.model), "");
+        std::map<std::string, std::uint64_t, std::less<>> objects;
+        for (const ledger::KindTally* kind : made.sortedKinds()) {
+            objects[kind->name] += kind->objects.total();
+        }
+        std::erase_if(objects, [](const auto& kind) { return kind.second == 0; }); // the file lacks their beginning
+        EXPECT_EQ(objects, info.objects);
+        EXPECT_EQ(made.properties().total(), info.propertyCount);
+        EXPECT_EQ(made.damageCount, info.damageCount);
+        totals.emplace(made.losses, made.badByteCount);
+        EXPECT_TRUE(areInOrder(kept.entries));
+        if (detail != Detail::named) { // which groups properties
+            EXPECT_EQ(kept.entries.size(), detail == Detail::all ? info.objectCount + info.propertyCount : 0);
+        }
+    }
+    EXPECT_EQ(totals.size(), 1U);
+}
+
+/// The text with some of its pieces lost, repeated or overwritten.
+std::string mutated(std::string text, unsigned int seed) {
+    std::mt19937 random(seed);
+    for (int change = 0; change < 6; ++change) {
+        const std::size_t at = 40 + random() % (text.size() - 40);
+        const std::string marks[] = {"(", ")", "\"", "\n", "|", "@", "\x80", ""};
+        const std::string piece = text.substr(random() % text.size(), random() % 200);
+        text.replace(at, random() % 3 == 0 ? 200 : 1, random() % 2 == 0 ? piece : marks[random() % std::size(marks)]);
+    }
+    return text;
+}
+
+TEST_F(LedgerCommand, CountsAsInfoDoes) {
+    for (const auto& example : std::filesystem::directory_iterator(PETAL_EXAMPLES)) {
+        if (example.is_regular_file()) {
+            expectCountsOfInfo(example.path());
+            for (unsigned int seed = 1; seed <= 60; ++seed) {
+                expectCountsOfInfo(put("mutated" + std::to_string(seed), mutated(get(example.path().string()), seed)));
+            }
+        }
+    }
+    for (unsigned int seed = 1; seed <= 60; ++seed) {
+        const std::string body = RandomModelFile(seed, RandomModelFile::Kind::wild).getBody();
+        expectCountsOfInfo(put("random" + std::to_string(seed), std::string(petalHeader) + body));
+    }
+    for (const auto& model : rose::test::realModels()) {
+        expectCountsOfInfo(model.string());
     }
 }
 
