@@ -1,4 +1,4 @@
-#include "petal/Folder.h"
+#include "support/InFolder.h"
 #include "units/UnitLocator.h"
 #include "units/UnitName.h"
 
