@@ -5,8 +5,8 @@
 #include "host/model/KelClass.h"
 #include "host/model/KelDerivedType.h"
 #include "host/model/KelModel.h"
-#include "types/setRoseTypes.h"
 #include "types/CPlusPlusTypes.h"
+#include "types/setRoseTypes.h"
 
 #include <gtest/gtest.h>
 

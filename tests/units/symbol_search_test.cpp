@@ -1,4 +1,4 @@
-#include "petal/Folder.h"
+#include "support/InFolder.h"
 #include "units/SymbolSearch.h"
 
 namespace {
