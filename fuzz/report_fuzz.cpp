@@ -3,8 +3,7 @@
 
 #include "MemoryFile.h"
 #include "petal/Failure.h"
-#include "petal/printFailure.h"
-#include "petal/report/reports.h"
+#include "petal/report/Report.h"
 #include "petal/report/summary.h"
 #include "require.h"
 #include "textFault.h"

@@ -3,8 +3,8 @@
 #include "export/exporters.h"
 #include "host/log/Severity.h"
 #include "petal/Failure.h"
-#include "petal/PlugIn.h"
-#include "petal/ledger/ledgerOptions.h"
+#include "petal/import/PlugIn.h"
+#include "petal/ledger/LedgerReport.h"
 #include "petal/units/unitOptions.h"
 
 #include <CLI/CLI.hpp>

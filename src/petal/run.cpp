@@ -3,8 +3,7 @@
 #include "petal/Failure.h"
 #include "petal/commandLine.h"
 #include "petal/commands.h"
-#include "petal/printFailure.h"
-#include "petal/standardOutput.h"
+#include "petal/output/Descriptor.h"
 
 #include <cerrno>
 #include <clocale>

@@ -1,10 +1,10 @@
-#include "petal/ModelOutput.h"
+#include "petal/output/ModelOutput.h"
 
 #include "Shell.h"
 #include "petal/Failure.h"
-#include "petal/FileUses.h"
-#include "petal/OutputFiles.h"
-#include "petal/namedDescriptor.h"
+#include "petal/output/Descriptor.h"
+#include "petal/output/FileUses.h"
+#include "petal/output/OutputFiles.h"
 
 #include <csignal>
 #include <fstream>

@@ -1,12 +1,10 @@
 #include "petal/Failure.h"
-#include "petal/InputFile.h"
-#include "petal/ModelOutput.h"
 #include "petal/commands.h"
-#include "petal/fileFailure.h"
-#include "petal/info/foreignFormats.h"
+#include "petal/import/InputFile.h"
 #include "petal/info/gatherFileInfo.h"
 #include "petal/info/infoForms.h"
-#include "petal/printFailure.h"
+#include "petal/output/ModelOutput.h"
+#include "petal/output/fileFailure.h"
 #include "text/Output.h"
 
 namespace petal {

@@ -1,12 +1,11 @@
 #include "petal/jobs/ArchiveRun.h"
 
 #include "petal/Failure.h"
-#include "petal/ModelOutput.h"
-#include "petal/fileFailure.h"
+#include "petal/jobs/ImportProcess.h"
 #include "petal/jobs/UnitSurvey.h"
-#include "petal/jobs/isUpToDate.h"
-#include "petal/jobs/limitsOf.h"
-#include "petal/printFailure.h"
+#include "petal/jobs/plan.h"
+#include "petal/output/ModelOutput.h"
+#include "petal/output/fileFailure.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "petal/LogFile.h"
 #include "petal/jobs/Console.h"
 #include "petal/jobs/ProcessPool.h"
-#include "petal/jobs/Source.h"
-#include "petal/logFormats.h"
-#include "petal/report/FileReport.h"
+#include "petal/jobs/Sources.h"
+#include "petal/log/LogWriter.h"
+#include "petal/log/logFormats.h"
+#include "petal/report/Report.h"
 #include "units/LostUnits.h"
 #include "units/SymbolSearch.h"
 

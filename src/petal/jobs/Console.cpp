@@ -1,6 +1,6 @@
 #include "petal/jobs/Console.h"
 
-#include "petal/writeFully.h"
+#include "petal/output/Descriptor.h"
 
 #include <array>
 #include <cstdio>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "petal/ImportResult.h"
+#include "petal/import/importModel.h"
 #include "units/LostUnits.h"
 
 #include <exception>

@@ -1,24 +1,80 @@
 #pragma once
 
-#include "petal/Descriptor.h"
-#include "petal/FileUses.h"
 #include "petal/Request.h"
-#include "petal/importModel.h"
+#include "petal/import/importModel.h"
 #include "petal/jobs/ImportEnd.h"
-#include "petal/jobs/ImportFiles.h"
-#include "petal/jobs/Limits.h"
-#include "petal/jobs/Lines.h"
+#include "petal/output/Descriptor.h"
+#include "petal/output/FileUses.h"
+#include "petal/output/TemporaryFile.h"
 
 #include <array>
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <poll.h>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace petal {
+
+/// What one import may take. Holds for the process that it runs in.
+struct Limits {
+    std::optional<std::chrono::milliseconds> time;
+    std::optional<std::uint64_t> memory; // bytes of writable memory
+};
+
+[[nodiscard]] inline Limits limitsOf(const JobsRequest& jobs) {
+    Limits limits{.time = std::nullopt, .memory = jobs.maxMemory};
+    if (jobs.timeout) {
+        limits.time = std::chrono::ceil<std::chrono::milliseconds>(std::chrono::duration<double>(*jobs.timeout));
+    }
+    return limits;
+}
+
+/// Cuts bytes that arrive in pieces into lines and hands each on when it is whole, its end included. What has no line's
+/// end for a megabyte is cut there.
+class Lines {
+public:
+    /// Called with each line, which lives only during the call.
+    using Taker = std::function<void(std::string_view line)>;
+
+    /// With an empty taker nobody may add.
+    explicit Lines(Taker taker = {}) : taker_(std::move(taker)) {}
+
+    [[nodiscard]] bool isTaken() const { return static_cast<bool>(taker_); }
+
+    void add(std::string_view bytes);
+    /// Hands on the last line if it has no end, with one.
+    void end();
+    /// The last line handed on, without its end; empty when there was none.
+    [[nodiscard]] const std::string& getLast() const { return last_; }
+
+private:
+    void take(std::string_view line);
+
+    Taker taker_;
+    std::string begun_;
+    std::string last_;
+};
+
+/// Where what an import makes is to be; empty where it is not to be kept.
+struct ImportPaths {
+    std::string model;
+    std::string ledger;
+};
+
+/// The files that an import in a process of its own writes for its parent to keep; null where it has none.
+struct ImportFiles {
+    std::unique_ptr<TemporaryFile> model;
+    std::unique_ptr<TemporaryFile> ledger;
+
+    /// In the order in which they take their places: where there is a ledger, so is its model.
+    [[nodiscard]] std::array<TemporaryFile*, 2> inOrder() const { return {model.get(), ledger.get()}; }
+};
 
 /// What an import in a process of its own is to do.
 struct ImportTask {

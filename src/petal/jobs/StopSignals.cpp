@@ -1,6 +1,6 @@
 #include "petal/jobs/StopSignals.h"
 
-#include "petal/writeFully.h"
+#include "petal/output/Descriptor.h"
 
 #include <array>
 #include <sys/signalfd.h>

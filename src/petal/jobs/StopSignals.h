@@ -1,6 +1,6 @@
 #pragma once
 
-#include "petal/Descriptor.h"
+#include "petal/output/Descriptor.h"
 
 #include <csignal>
 

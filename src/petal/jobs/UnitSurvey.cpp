@@ -1,6 +1,6 @@
 #include "petal/jobs/UnitSurvey.h"
 
-#include "petal/jobs/limitsOf.h"
+#include "petal/jobs/ImportProcess.h"
 
 #include <algorithm>
 #include <numeric>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "petal/jobs/ProcessPool.h"
-#include "petal/jobs/Source.h"
+#include "petal/jobs/Sources.h"
 #include "units/LostUnits.h"
 
 #include <map>

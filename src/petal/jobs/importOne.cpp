@@ -1,10 +1,10 @@
 #include "petal/jobs/importOne.h"
 
-#include "petal/ModelOutput.h"
-#include "petal/PlugIn.h"
-#include "petal/fileFailure.h"
+#include "petal/import/PlugIn.h"
 #include "petal/jobs/ProcessPool.h"
-#include "petal/namedDescriptor.h"
+#include "petal/output/Descriptor.h"
+#include "petal/output/ModelOutput.h"
+#include "petal/output/fileFailure.h"
 
 namespace petal {
 

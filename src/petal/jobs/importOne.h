@@ -1,8 +1,8 @@
 #pragma once
 
-#include "petal/importModel.h"
+#include "petal/import/importModel.h"
 #include "petal/jobs/ImportEnd.h"
-#include "petal/jobs/Limits.h"
+#include "petal/jobs/ImportProcess.h"
 
 namespace petal {
 

@@ -1,11 +1,11 @@
 #include "petal/jobs/runChild.h"
 
-#include "petal/fileFailure.h"
 #include "petal/jobs/ImportEnd.h"
 #include "petal/jobs/ImportProcess.h"
 #include "petal/jobs/StopSignals.h"
-#include "petal/removeOnSignal.h"
-#include "petal/writeFully.h"
+#include "petal/output/Descriptor.h"
+#include "petal/output/TemporaryFile.h"
+#include "petal/output/fileFailure.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "petal/jobs/Limits.h"
+#include "petal/jobs/ImportProcess.h"
 
 #include <sys/types.h>
 

@@ -4,12 +4,19 @@
 #include "ledger/makeLedger.h"
 #include "petal/Request.h"
 #include "petal/exitStatus.h"
-#include "petal/units/ModelSource.h"
+#include "petal/import/ModelSource.h"
 
 #include <cstdint>
 #include <optional>
 
+namespace CLI {
+class App;
+}
+
 namespace petal {
+
+/// Adds the options that say what is told of the ledger of an import to a command.
+void describeLedgerOptions(CLI::App& command, ImportRequest& request);
 
 /// What a user is told of the ledger of an import. Nothing is made when nothing is to be told.
 class LedgerReport {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "petal/report/FileReport.h"
+#include "petal/report/Report.h"
 
 #include <array>
 #include <cstdint>

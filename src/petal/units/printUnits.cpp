@@ -1,8 +1,7 @@
 #include "petal/Failure.h"
-#include "petal/ModelOutput.h"
 #include "petal/commands.h"
-#include "petal/fileFailure.h"
-#include "petal/printFailure.h"
+#include "petal/output/ModelOutput.h"
+#include "petal/output/fileFailure.h"
 #include "petal/units/UnitsForm.h"
 #include "petal/units/unitOptions.h"
 

@@ -1,0 +1,141 @@
+#include "petal/import/formats.h"
+
+#include "export/exporters.h"
+#include "petal/Failure.h"
+#include "petal/commands.h"
+#include "petal/output/Descriptor.h"
+#include "petal/output/ModelOutput.h"
+#include "petal/output/fileFailure.h"
+#include "text/IndentedJson.h"
+#include "text/Output.h"
+
+#include <algorithm>
+
+namespace petal {
+
+namespace {
+
+std::string joined(std::span<const std::string_view> words) {
+    std::string text;
+    for (const std::string_view word : words) {
+        text.append(text.empty() ? "" : ", ").append(word);
+    }
+    return text;
+}
+
+std::string padded(std::string_view text, std::size_t width) {
+    return std::string(text).append(std::max(width, text.size()) - text.size() + 2, ' ');
+}
+
+/// A line for each format.
+std::string table() {
+    std::size_t nameWidth = 0;
+    std::size_t endingWidth = 0;
+    for (const exporter::Exporter& exporter : exporter::exporters()) {
+        nameWidth = std::max(nameWidth, exporter.format.size());
+        endingWidth = std::max(endingWidth, joined(exporter.endings).size());
+    }
+    std::string lines;
+    for (const exporter::Exporter& exporter : exporter::exporters()) {
+        lines += padded(exporter.format, nameWidth) + padded(joined(exporter.endings), endingWidth);
+        lines.append(exporter.description) += '\n';
+    }
+    return lines;
+}
+
+std::string optionsOf(const exporter::Exporter& exporter) {
+    std::string lines = std::string(exporter.format).append(": ").append(exporter.description) + "\n";
+    lines += exporter.endings.empty() ? "" : "  Endings: " + joined(exporter.endings) + "\n";
+    lines += exporter.options.empty() ? "  It has no options.\n" : "";
+    for (const exporter::Option& option : exporter.options) {
+        lines.append("  -O ").append(option.name).append("=").append(option.values);
+        lines.append("  (default: ").append(option.byDefault).append(")\n      ");
+        lines.append(option.description).append("\n");
+    }
+    return lines;
+}
+
+void member(text::IndentedJson& json, const char* name, std::string_view value) {
+    json.key(name);
+    json.text(value);
+}
+
+/// Leaves an empty list out.
+template <class Row, class Write>
+void list(text::IndentedJson& json, const char* name, std::span<const Row> rows, Write write) {
+    if (rows.empty()) {
+        return;
+    }
+    json.key(name);
+    json.startList();
+    std::ranges::for_each(rows, write);
+    json.endList();
+}
+
+void writeOption(const exporter::Option& option, text::IndentedJson& json) {
+    json.startObject();
+    member(json, "name", option.name);
+    const std::vector<std::string_view> values = exporter::valuesOf(option);
+    list(json, "values", std::span(values), [&](std::string_view value) { json.text(value); });
+    member(json, "default", option.byDefault);
+    member(json, "description", option.description);
+    json.endObject();
+}
+
+void writeFormat(const exporter::Exporter& exporter, text::IndentedJson& json) {
+    json.startObject();
+    member(json, "name", exporter.format);
+    member(json, "description", exporter.description);
+    list(json, "endings", exporter.endings, [&](std::string_view ending) { json.text(ending); });
+    list(json, "options", exporter.options, [&](const exporter::Option& option) { writeOption(option, json); });
+    json.endObject();
+}
+
+void writeDocument(std::span<const exporter::Exporter> rows, text::Output& output) {
+    text::BufferedOutput buffered(output);
+    text::IndentedJson json(buffered);
+    json.startObject();
+    member(json, "format", "petal-formats");
+    json.key("formatVersion");
+    json.number(1);
+    list(json, "formats", rows, [&](const exporter::Exporter& exporter) { writeFormat(exporter, json); });
+    json.endObject();
+    buffered.put('\n');
+    buffered.flush();
+}
+
+} // namespace
+
+std::string formatFor(const ImportRequest& request) {
+    if (request.format) {
+        return *request.format;
+    }
+    const exporter::Exporter* named = exporter::findExporterByEnding(request.output.value_or(""));
+    return std::string(named != nullptr ? named->format : leadsToTerminal(request.output) ? "tree" : "json");
+}
+
+exporter::OptionValues formatOptions(const ImportRequest& request) {
+    try {
+        return {exporter::findExporter(*request.format)->options, request.formatOptions};
+    } catch (const exporter::WrongOption& error) {
+        throw Failure(Outcome::wrongUsage, "-O: format " + *request.format + ": " + error.what(),
+                      "'petal formats " + *request.format + "' says more.");
+    }
+}
+
+void printFormats(const FormatsRequest& request) {
+    const exporter::Exporter* one = request.format ? exporter::findExporter(*request.format) : nullptr;
+    if (!request.asJson) {
+        writeToStandardOutput(one != nullptr ? optionsOf(*one) : table());
+        return;
+    }
+    try {
+        const auto output = ModelOutput::open(std::nullopt);
+        writeDocument(one != nullptr ? std::span(one, 1) : exporter::exporters(), *output);
+        output->commit();
+    } catch (const std::system_error& error) {
+        throw outputFailure("standard output", error);
+    }
+}
+
+} // namespace petal

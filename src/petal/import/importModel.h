@@ -1,0 +1,46 @@
+#pragma once
+
+#include "petal/Request.h"
+#include "petal/exitStatus.h"
+#include "petal/import/ModelSource.h"
+#include "petal/output/FileUses.h"
+
+#include <array>
+#include <cstdint>
+#include <type_traits>
+
+class KelModel;
+
+namespace petal {
+
+constexpr std::size_t severityCount = 5;
+/// How many log events there were of the severity levels 1, 2, ... Levels that the log does not listen to have none.
+using EventCounts = std::array<std::uint64_t, severityCount>;
+
+/// What came of an import whose model was written.
+struct ImportResult {
+    Outcome outcome = Outcome::success; // or `checkTripped`
+    std::uint64_t objects = 0;          // in the model, itself not counted
+    EventCounts events{};
+    std::uint64_t dropped = 0; // objects of the file that the model does not have; 0 when no ledger was made
+    std::uint64_t losses = 0;  // what did not come through of kinds that the import takes; likewise
+    std::uint64_t unitsFound = 0;
+    std::uint64_t unitsMissing = 0;
+};
+static_assert(std::is_trivially_copyable_v<ImportResult>, "goes from process to process as it is");
+
+/// How many objects the model holds, itself not counted.
+[[nodiscard]] std::uint64_t countObjects(KelModel& model);
+
+/// What an import has from the command that it belongs to.
+struct ImportContext {
+    const FileUses& uses;        // of the whole command; the files of controlled units must not be among what it writes
+    units::UnitLocator& locator; // finds them
+    TreeTaker takeTree = {};     // hears of them; may be empty
+};
+
+/// Imports one file in this process and writes the model in the format that is chosen in the request. Called once in a
+/// process: the bridge may end it, and the model stays in memory. Throws a `Failure`.
+ImportResult importModel(const ImportRequest& request, const ImportContext& context);
+
+} // namespace petal

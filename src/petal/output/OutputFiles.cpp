@@ -1,0 +1,128 @@
+#include "petal/output/OutputFiles.h"
+
+#include <cerrno>
+#include <csignal>
+#include <set>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace petal {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Makes the signals that ask a program to end wait, as long as it lives.
+class SignalPause {
+public:
+    SignalPause() {
+        sigset_t ending{};
+        ::sigemptyset(&ending);
+        for (const int signal : {SIGINT, SIGQUIT, SIGHUP, SIGTERM}) {
+            ::sigaddset(&ending, signal);
+        }
+        ::sigprocmask(SIG_BLOCK, &ending, &before_);
+    }
+    SignalPause(const SignalPause&) = delete;
+    SignalPause& operator=(const SignalPause&) = delete;
+    ~SignalPause() { ::sigprocmask(SIG_SETMASK, &before_, nullptr); }
+
+private:
+    sigset_t before_{};
+};
+
+/// Replaces files, and can undo that as long as it lives.
+class Replacement {
+public:
+    Replacement() = default;
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
+    ~Replacement() {
+        for (const Step& step : steps_) {
+            ::unlink(step.former.c_str());
+        }
+    }
+
+    /// Throws `std::system_error` when the target is as it was.
+    void replace(TemporaryFile& file) {
+        const fs::path& target = file.getTarget();
+        Step step{.target = target, .former = temporaryNameBeside(target), .isNew = false};
+        step.isNew = ::link(target.c_str(), step.former.c_str()) != 0 && errno == ENOENT;
+        try {
+            file.takePlace();
+        } catch (...) {
+            ::unlink(step.former.c_str());
+            throw;
+        }
+        steps_.push_back(std::move(step));
+    }
+    void undo() noexcept {
+        for (const Step& step : steps_) {
+            if (step.isNew) {
+                ::unlink(step.target.c_str());
+            } else {
+                ::rename(step.former.c_str(), step.target.c_str());
+            }
+        }
+    }
+
+private:
+    struct Step {
+        fs::path target;
+        fs::path former; // a second name of the file that was replaced
+        bool isNew;      // there was none
+    };
+    std::vector<Step> steps_;
+};
+
+} // namespace
+
+OutputFiles::OutputFiles(const std::optional<std::string>& path, int descriptor)
+    : one_(ModelOutput::open(path, descriptor)) {}
+
+text::Output& OutputFiles::open(std::string_view name) {
+    if (one_ != nullptr) {
+        return *one_;
+    }
+    const fs::path path = folder_ / name;
+    fs::create_directories(path.parent_path());
+    auto target = fileToReplace(path);
+    if (!target) {
+        throw std::system_error(std::make_error_code(std::errc::file_exists));
+    }
+    removeAbandoned(target->parent_path(), fewNames);
+    return files_.emplace_back(std::move(*target));
+}
+
+void OutputFiles::commit() {
+    if (one_ != nullptr) {
+        one_->commit();
+        return;
+    }
+    std::set<fs::path> folders;
+    for (const File& file : files_) {
+        file.temporary.sync();
+        folders.insert(file.temporary.getTarget().parent_path());
+    }
+    replaceAll();
+    for (const fs::path& folder : folders) {
+        syncFolder(folder);
+    }
+}
+
+void OutputFiles::replaceAll() {
+    const SignalPause pause;
+    Replacement replacement;
+    try {
+        for (File& file : files_) {
+            replacement.replace(file.temporary);
+        }
+    } catch (...) {
+        replacement.undo();
+        throw;
+    }
+}
+
+} // namespace petal

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "export/OutputFolder.h"
+#include "petal/output/ModelOutput.h"
+#include "petal/output/TemporaryFile.h"
+
+#include <deque>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace petal {
+
+/// The files of one export, which become final together. Owns them; without `commit` they leave no trace, even when a
+/// signal ends the process. Each file takes a descriptor as long as the object lives.
+class OutputFiles final : public exporter::OutputFolder {
+public:
+    /// A folder of one: the output that `ModelOutput::open` opens. Throws as it does.
+    OutputFiles(const std::optional<std::string>& path, int descriptor);
+    /// Regular files below `folder`. It is created with the first of them if it does not exist.
+    explicit OutputFiles(std::filesystem::path folder) : folder_(std::move(folder)) {}
+
+    [[nodiscard]] text::Output& open(std::string_view name) override;
+
+    /// Replaces all files or none. Called once, as the last operation. Throws `std::system_error`: regular files are
+    /// then as they were, but folders that were created stay. Exceptions: if only bringing a name to the disk failed,
+    /// all files are replaced; on a file system without hard links a file replaced before the failure stays so. The
+    /// signals above wait while names change.
+    void commit();
+
+private:
+    struct File final : text::Output {
+        explicit File(std::filesystem::path target) : temporary(std::move(target)) {}
+        void write(std::string_view bytes) override { temporary.write(bytes); }
+        TemporaryFile temporary;
+    };
+    void replaceAll();
+
+    std::unique_ptr<ModelOutput> one_; // null for a folder
+    std::filesystem::path folder_;
+    std::deque<File> files_;
+};
+
+} // namespace petal
