@@ -2,8 +2,8 @@
 // reports that tries every pattern at every position. The first byte chooses the sizes, the rest is the text.
 
 #include "require.h"
-#include "scanner/VectorCode.h"
 #include "scanner/MatchEvent.h"
+#include "scanner/VectorCode.h"
 
 #include <cstdint>
 #include <iterator>
