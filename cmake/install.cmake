@@ -13,8 +13,8 @@ install(TARGETS petal RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 
 # Hosts include "host/..."; what only the library itself includes stays out.
 install(DIRECTORY src/host DESTINATION ${headerFolder} FILES_MATCHING PATTERN "*.h"
-  PATTERN "KelManyLinks*.h" EXCLUDE PATTERN "KelNameRow.h" EXCLUDE PATTERN "KelPointerHash.h" EXCLUDE
-  PATTERN "KelFewLinks.h" EXCLUDE PATTERN "KelLiveCount.h" EXCLUDE PATTERN "KelDoomed.h" EXCLUDE)
+  PATTERN "KelManyLinks*.h" EXCLUDE PATTERN "KelPointerHash.h" EXCLUDE PATTERN "KelRBTreeBalance.h" EXCLUDE
+  PATTERN "KelFewLinks.h" EXCLUDE PATTERN "KelDoomed.h" EXCLUDE)
 
 install(EXPORT kelTargets NAMESPACE kel:: DESTINATION ${configFolder})
 file(WRITE ${CMAKE_BINARY_DIR}/kelConfig.cmake "include(\"\${CMAKE_CURRENT_LIST_DIR}/kelTargets.cmake\")\n")

@@ -4,8 +4,8 @@
 #include "petal/info/gatherFileInfo.h"
 #include "petal/ledger/ledgerForms.h"
 #include "require.h"
+#include "support/Written.h"
 #include "support/accountFault.h"
-#include "text/MemoryOutput.h"
 #include "textFault.h"
 #include "units/OpenFile.h"
 

@@ -1,11 +1,11 @@
 // The reader of the notation keeps its contract on any bytes, and what petal tells of a file drives no terminal and is
 // JSON.
 
+#include "notationFault.h"
 #include "petal/info/gatherFileInfo.h"
 #include "petal/info/infoForms.h"
 #include "require.h"
-#include "support/NotationEvents.h"
-#include "text/MemoryOutput.h"
+#include "support/Written.h"
 #include "text/Output.h"
 #include "textFault.h"
 
@@ -23,9 +23,9 @@ std::string jsonOf(const petal::FileInfo& info) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    fuzz::requireNone(notation::test::notationFault(bytes, size));
-
     const std::string_view text(reinterpret_cast<const char*>(bytes), size);
+    fuzz::requireNone(fuzz::notationFault(text));
+
     notation::MemorySource source(text);
     const petal::FileInfo info = petal::gatherFileInfo(source);
     fuzz::requireNone(fuzz::textFault(petal::infoText("model.mdl", info)));

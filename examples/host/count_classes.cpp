@@ -1,5 +1,5 @@
-// The smallest host: loads the bridge that its first argument names, has it read the model file that its second one
-// names, and counts the classes. A file that cannot be imported ends it; list_objects.cpp shows what a host does then.
+// The smallest host: loads the bridge (first argument), imports a model file (second argument) and counts its classes.
+// A file that cannot be imported ends the program; list_objects.cpp handles such failures.
 #include "host/bridge/KelImportBridge.h"
 #include "host/log/KelLog.h"
 #include "host/model/KelModel.h"

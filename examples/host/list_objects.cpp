@@ -1,6 +1,6 @@
-// A host that observes the import: it lists the objects of the model, each with the byte of the file at which the
-// keyword stands that made it, and counts the keywords without effect. It also does what count_classes.cpp leaves out:
-// it sets the locale, shows warnings and errors, and tells why a file cannot be imported.
+// A host that observes the import: it lists the objects of the model, each with the offset in the file of the keyword
+// that made it, and counts the keywords without effect. Unlike count_classes.cpp, it also sets the locale, prints
+// warnings and errors, and reports why a file cannot be imported.
 #include "host/bridge/KelImportBridge.h"
 #include "host/bridge/KelImportObserver.h"
 #include "host/log/KelException.h"
@@ -18,20 +18,20 @@
 #include <unordered_map>
 
 struct Warnings final : KelLog {
-    Warnings() { setMaximumLevel(severityLevel("WARNING")); } // spares the bridge the wording of all others
+    Warnings() { setMaximumLevel(severityLevel("WARNING")); } // the bridge does not compose the texts of other events
     void record(const KelLogEvent& event) override {
         std::cerr << severityWord(event.getSeverityLevel()) << ": " << event.getText().text() << '\n';
     }
 };
 
-// Where the objects of the model come from. It keeps pointers to them, so it hears of deletions, too.
+// The offsets of the model's objects. It keeps pointers to them, so it also observes deletions.
 class Origins final : public KelImportObserver, public KelDeletionObserver {
 public:
     std::unordered_map<const KelObject*, std::uint64_t> offsets;
     int refusals = 0;
 
     void made(const KelImportSource& by, KelObject& object) override {
-        if (by.rule != 0) { // otherwise no keyword made it, but a repair after the scan
+        if (by.rule != 0) { // 0: made by a repair after the scan, not by a keyword
             offsets[&object] = by.begin;
         }
     }
@@ -84,7 +84,7 @@ int main(int argc, char** argv) {
     options.setFreeValue(KelImportBridge::option::file, argv[2]); // in UTF-8
     KelModel model;
     Warnings log;
-    Origins origins; // goes before the model: nobody has to hear of the end of that
+    Origins origins; // destroyed before the model, whose deletion it need not observe
     try {
         bridge.run(KelImportBridge::bridgeId, model, options, log);
     } catch (const KelException& failure) { // the model is empty

@@ -23,8 +23,8 @@ namespace exporter {
 /// The id of each element of a model, and of the model: the same from one import to the next as far as possible.
 ///
 /// - An element whose quid no other element has: "q" and the quid in lower case. The id outlasts renaming and moving.
-///   Quids with characters other than ASCII letters, digits, ".", "-" and "_" do not count, so every id is valid in XML,
-///   in links and in file names without escapes.
+///   Quids with characters other than ASCII letters, digits, ".", "-" and "_" do not count, so every id is valid in
+///   XML, in links and in file names without escapes.
 /// - Any other: "n" and 16 hexadecimal digits of XXH64 (seed 0) over the word of its kind, a NUL and its qualified
 ///   name. The id lasts until the element or one of its owners is renamed or moved. If the id is taken, "#2", "#3" ...
 ///   is added to the name, in the order of the JSON document; the id then depends on the elements of the same kind and

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Marks what the repository library offers to hosts and bridges; everything else stays hidden in it.
+/// Marks the classes and functions that the repository library exports to hosts and bridges. All else is hidden in it.
 #define KEL_API __attribute__((visibility("default")))

@@ -1,20 +1,69 @@
 #pragma once
 
-#include "ModelBuilding.h"
 #include "host/model/KelArgument.h"
+#include "host/model/KelAssociation.h"
+#include "host/model/KelAssociationRole.h"
 #include "host/model/KelAssociationRoleNameMap.h"
 #include "host/model/KelAttribute.h"
 #include "host/model/KelBaseType.h"
 #include "host/model/KelCandidateKey.h"
+#include "host/model/KelClass.h"
 #include "host/model/KelClassDiagram.h"
 #include "host/model/KelDependency.h"
 #include "host/model/KelDerivedType.h"
+#include "host/model/KelDesignPackage.h"
 #include "host/model/KelForeignKey.h"
 #include "host/model/KelGeneralization.h"
 #include "host/model/KelMetadataOrigin.h"
+#include "host/model/KelModel.h"
+#include "host/model/KelNote.h"
 #include "host/model/KelOperation.h"
 #include "host/model/KelRealization.h"
 #include "host/model/KelTypeValue.h"
+
+/// A new object of that name, for an owner to take.
+template <class T>
+T* named(const char* name) {
+    T* object = new T;
+    object->setName(name);
+    return object;
+}
+
+inline KelNote* note(const char* text) {
+    auto* made = new KelNote;
+    made->description = text;
+    return made;
+}
+
+inline KelDesignPackage& addPackage(KelPackage& parent, const char* name) {
+    auto* package = named<KelDesignPackage>(name);
+    parent.addChildPackage(package);
+    return *package;
+}
+
+/// Adds a model element of class `T` to the package.
+template <class T>
+T& addElement(KelDesignPackage& package, const char* name) {
+    T* element = named<T>(name);
+    package.addModelElement(element);
+    return *element;
+}
+
+inline KelAssociationRole& addRole(KelAssociation& association, const char* name, KelClass* associatedClass) {
+    auto* role = named<KelAssociationRole>(name);
+    association.addAssociationRole(role);
+    role->addAssociatedClass(associatedClass);
+    return *role;
+}
+
+/// Adds packages, each in the one before, and returns the innermost.
+inline KelPackage& addNested(KelModel& model, int depth) {
+    KelPackage* innermost = &model;
+    for (int made = 0; made < depth; ++made) {
+        innermost = &addPackage(*innermost, "p");
+    }
+    return *innermost;
+}
 
 /// A model in which every kind of object occurs.
 class Shop {

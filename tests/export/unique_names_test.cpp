@@ -42,7 +42,7 @@ TEST(UniqueNames, FollowTheRules) {
              Row{"pin no", "\"pin no\"", "pin_no"},
              Row{"2x", "\"2x\"", "_2x"},
              Row{"", "_", "_"},
-             Row{"a\"b", "\"a\"\"b\"", "a_b"},
+             Row{R"(a"b)", R"("a""b")", "a_b"},
              Row{"a\n\u202Eb", "a__b", "a_\u202Eb"},
              Row{"caf\xE9", "caf_", "caf_"},
              Row{"\u8BA2\u5355", "\"\u8BA2\u5355\"", "\u8BA2\u5355"},

@@ -34,61 +34,24 @@ std::unique_ptr<KelObject> make() {
     return std::make_unique<T>();
 }
 
-// clang-format off
-const ModelClass classes[] = {
-    {"KelObject", 33, 33, nullptr},
-    {"KelNote", 1, 33, make<KelNote>},
-    {"KelElement", 0, 33, nullptr},
-    {"KelMetadataOrigin", 98, 0, make<KelMetadataOrigin>},
-    {"KelMappingObject", 60, 0, nullptr},
-    {"KelClassifierMap", 76, 60, make<KelClassifierMap>},
-    {"KelTransformation", 79, 60, make<KelTransformation>},
-    {"KelModelObject", 59, 0, nullptr},
-    {"KelPackage", 144, 59, nullptr},
-    {"KelModel", 2, 144, make<KelModel>},
-    {"KelDesignPackage", 9, 144, make<KelDesignPackage>},
-    {"KelDiagram", 10, 59, nullptr},
-    {"KelClassDiagram", 11, 10, make<KelClassDiagram>},
-    {"KelModelElement", 12, 59, nullptr},
-    {"KelClassifier", 75, 12, nullptr},
-    {"KelClass", 13, 75, make<KelClass>},
-    {"KelJoin", 92, 75, make<KelJoin>},
-    {"KelRelationship", 15, 12, nullptr},
-    {"KelAssociation", 17, 15, make<KelAssociation>},
-    {"KelGeneralization", 16, 15, make<KelGeneralization>},
-    {"KelDependency", 40, 15, make<KelDependency>},
-    {"KelRealization", 41, 15, make<KelRealization>},
-    {"KelFeature", 77, 59, nullptr},
-    {"KelStructuralFeature", 99, 77, nullptr},
-    {"KelAttribute", 14, 99, make<KelAttribute>},
-    {"KelOperation", 23, 59, make<KelOperation>},
-    {"KelArgument", 24, 59, make<KelArgument>},
-    {"KelAssociationRole", 18, 59, make<KelAssociationRole>},
-    {"KelAssociationRoleNameMap", 19, 59, make<KelAssociationRoleNameMap>},
-    {"KelJoinRole", 93, 59, make<KelJoinRole>},
-    {"KelKey", 20, 59, nullptr},
-    {"KelCandidateKey", 21, 20, make<KelCandidateKey>},
-    {"KelForeignKey", 22, 20, make<KelForeignKey>},
-    {"KelType", 3, 59, nullptr},
-    {"KelConcreteType", 50, 3, nullptr},
-    {"KelBaseType", 4, 50, make<KelBaseType>},
-    {"KelDerivedType", 5, 50, make<KelDerivedType>},
-    {"KelAliasType", 6, 3, make<KelAliasType>},
-    {"KelTypeValue", 7, 59, make<KelTypeValue>},
-};
-// clang-format on
+constexpr std::unique_ptr<KelObject> (*makers[])() = {
+    make<KelNote>,           make<KelMetadataOrigin>,  make<KelClassifierMap>,
+    make<KelTransformation>, make<KelModel>,           make<KelDesignPackage>,
+    make<KelClassDiagram>,   make<KelClass>,           make<KelJoin>,
+    make<KelAssociation>,    make<KelGeneralization>,  make<KelDependency>,
+    make<KelRealization>,    make<KelAttribute>,       make<KelOperation>,
+    make<KelArgument>,       make<KelAssociationRole>, make<KelAssociationRoleNameMap>,
+    make<KelJoinRole>,       make<KelCandidateKey>,    make<KelForeignKey>,
+    make<KelBaseType>,       make<KelDerivedType>,     make<KelAliasType>,
+    make<KelTypeValue>};
 
 } // namespace
 
-std::span<const ModelClass> modelClasses() {
-    return classes;
-}
-
 std::vector<std::unique_ptr<KelObject>> makeEach(KelElementType code) {
     std::vector<std::unique_ptr<KelObject>> made;
-    for (const ModelClass& row : classes) {
-        if (row.make != nullptr && KelMetaClass::of(static_cast<KelElementType>(row.code)).isA(code)) {
-            made.push_back(row.make());
+    for (const auto maker : makers) {
+        if (auto object = maker(); object->isInstanceOf(code)) {
+            made.push_back(std::move(object));
         }
     }
     return made;

@@ -3,21 +3,9 @@
 #include "host/model/links/KelRelations.h"
 
 #include <memory>
-#include <span>
 #include <vector>
 
 class KelObject;
-
-/// One repository class, as its interface states it.
-struct ModelClass {
-    const char* name;
-    int code;
-    int base;                             // the root's own
-    std::unique_ptr<KelObject> (*make)(); // null for a class without objects of its own
-};
-
-/// Every repository class, each after its base.
-std::span<const ModelClass> modelClasses();
 
 /// A new object of the class with this code, or of the first class derived from it that has objects.
 std::unique_ptr<KelObject> makeObject(KelElementType code);

@@ -1,3 +1,5 @@
+// The containers against a standard vector, which is slow but obvious.
+
 #include "host/containers/KelHashtable.h"
 #include "host/containers/KelNameLinkTree.h"
 #include "host/containers/KelRBTreeIterator.h"
@@ -8,27 +10,29 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <deque>
 #include <limits>
 #include <random>
-#include <string>
 #include <vector>
 
 namespace {
 
 int valueOf(const void* element) {
-    return element != nullptr ? *static_cast<const int*>(element) : -1;
+    return *static_cast<const int*>(element);
 }
 
 // Containers of pointers to int, compared by value; so is a key.
 template <typename Container>
 struct Ints : Container {
     using Container::Container;
+    static constexpr bool isSorted = std::is_base_of_v<KelRBTree, Container>;
     int compare2Object(const void* left, const void* right) const override { return valueOf(left) - valueOf(right); }
     int compare2Key(const void* element, const void* key) const override { return compare2Object(element, key); }
 };
 
 struct IntTable : Ints<KelHashtable> {
-    // Few hashes, so that different values share one.
+    // Few hashes: different values share one.
     std::size_t hashObject(const void* element) const override {
         return static_cast<std::size_t>(valueOf(element)) % 3;
     }
@@ -40,167 +44,135 @@ class KelContainerTest : public testing::Test {
 protected:
     using Iterator = typename Container::Iterator;
 
-    // Equal values side by side, so that order of adding and sorted order are the same.
-    KelContainerTest() {
-        for (const int& value : values) {
-            container.add(&value, true, nullptr);
+    int pick(std::size_t bound) { return static_cast<int>(random_() % static_cast<unsigned>(bound)); }
+    /// The twin's element at a place, or null outside.
+    [[nodiscard]] const void* at(int index) const {
+        return index >= 0 && index < count() ? twin_[static_cast<std::size_t>(index)] : nullptr;
+    }
+    [[nodiscard]] int count() const { return static_cast<int>(twin_.size()); }
+    /// The place of the next element of that value from a place on, in steps of 1 or -1; -1 for none.
+    [[nodiscard]] int placeOf(int value, int from, int step) const {
+        while (at(from) != nullptr && valueOf(at(from)) != value) {
+            from += step;
+        }
+        return at(from) != nullptr ? from : -1;
+    }
+    Iterator iteratorAt(int index) {
+        Iterator iterator(container_, false);
+        if (index > 0) {
+            iterator.next(index);
+        }
+        return iterator;
+    }
+
+    void add() {
+        const int& value = values_.emplace_back(pick(9));
+        const bool allowsDuplicates = pick(4) != 0;
+        const int equal = placeOf(value, 0, 1);
+        Iterator iterator(container_, true);
+        const bool isAdded = allowsDuplicates || equal < 0;
+        ASSERT_EQ(container_.add(&value, allowsDuplicates, &iterator), isAdded);
+        ASSERT_EQ(iterator.get(), isAdded ? &value : at(equal));
+        ASSERT_EQ(container_.contains(&value, &iterator), isAdded) << "equal is not the same";
+        if (isAdded) {
+            const auto after = std::ranges::upper_bound(twin_, value, {}, valueOf);
+            twin_.insert(Container::isSorted ? after : twin_.end(), &value);
         }
     }
 
-    static std::string walk(const KelContainer& container, bool fromLast) {
-        std::string walked;
-        KelContainer::Iterator* iterator = container.newIterator(fromLast);
-        while (**iterator != nullptr) {
-            walked += std::to_string(valueOf(iterator->get())) + " ";
-            fromLast ? iterator->previous(1) : iterator->next(1);
+    void remove() {
+        const int index = pick(twin_.size() + 1);
+        Iterator iterator = iteratorAt(index);
+        ASSERT_EQ(container_.remove(&iterator), index < count());
+        if (index < count()) {
+            twin_.erase(twin_.begin() + index);
+            ASSERT_EQ(iterator.get(), at(index)) << "it moves to the element that followed";
         }
-        container.deleteIterator(iterator);
-        return walked;
     }
 
-    const int values[6] = {1, 3, 3, 3, 5, 7};
-    Container container;
+    void step() {
+        const int from = pick(twin_.size() + 1);
+        const int many = std::numeric_limits<int>::max();
+        const int steps = pick(9) == 0 ? many : 1 + pick(4);
+        Iterator forward = iteratorAt(from);
+        Iterator backward = forward;
+        ASSERT_TRUE(forward == backward && forward.getContainer() == static_cast<const KelContainer*>(&container_));
+        ASSERT_EQ(forward.next(steps), at(from) != nullptr && steps < count() - from);
+        ASSERT_EQ(forward.get(), steps == many ? nullptr : at(from + steps));
+        ASSERT_EQ(backward.previous(steps), at(from) != nullptr && steps <= from);
+        ASSERT_EQ(backward.get(), at(from) != nullptr && steps <= from ? at(from - steps) : nullptr);
+        ASSERT_EQ(forward != backward, forward.get() != backward.get()) << "nowhere is one place";
+    }
+
+    void find() {
+        const int value = pick(10);
+        const int first = placeOf(value, 0, 1);
+        const int last = placeOf(value, count() - 1, -1);
+        const int from = pick(twin_.size() + 1);
+        Iterator iterator = iteratorAt(from);
+        ASSERT_EQ(container_.findFirst(&value, &iterator), at(first));
+        ASSERT_EQ(iterator.get(), at(first < 0 ? from : first)) << "a failed search leaves the iterator alone";
+        ASSERT_EQ(iterator.findLast(&value), last >= 0);
+        ASSERT_EQ(iterator.get(), at(last));
+        ASSERT_EQ(iterator.findFirst(&value), first >= 0);
+        ASSERT_EQ(iterator.get(), at(first));
+        ASSERT_EQ(iterator.moveToLast(), count() > 0);
+        ASSERT_EQ(iterator.get(), at(count() - 1));
+        ASSERT_EQ(iterator.moveToFirst(), count() > 0);
+        ASSERT_EQ(iterator.get(), at(0));
+        if (at(from) != nullptr) {
+            iterator = iteratorAt(from);
+            iterator.findNext(&value);
+            ASSERT_EQ(iterator.get(), at(placeOf(value, from + 1, 1)));
+            iterator = iteratorAt(from);
+            iterator.findPrevious(&value);
+            ASSERT_EQ(iterator.get(), at(placeOf(value, from - 1, -1)));
+        }
+    }
+
+    void expectWalks(const KelContainer& container) {
+        std::vector<const void*> walked;
+        for (const bool fromLast : {false, true}) {
+            walked.clear();
+            KelContainer::Iterator* iterator = container.newIterator(fromLast);
+            while (**iterator != nullptr) {
+                walked.insert(fromLast ? walked.begin() : walked.end(), iterator->get());
+                fromLast ? iterator->previous(1) : iterator->next(1);
+            }
+            container.deleteIterator(iterator);
+            ASSERT_EQ(walked, twin_);
+        }
+    }
+
+    std::mt19937 random_{11};
+    std::deque<int> values_;
+    Container container_;
+    std::vector<const void*> twin_;
 };
 
 using AllContainers = testing::Types<Ints<KelVector>, Ints<KelOrderedVector>, Ints<KelRBTree>, IntTable>;
 TYPED_TEST_SUITE(KelContainerTest, AllContainers);
 
-TYPED_TEST(KelContainerTest, WalksBothWays) {
-    EXPECT_EQ(this->walk(this->container, false), "1 3 3 3 5 7 ");
-    EXPECT_EQ(this->walk(this->container, true), "7 5 3 3 3 1 ");
-    EXPECT_EQ(this->walk(TypeParam(), false), "");
-    EXPECT_EQ(this->walk(TypeParam(), true), "");
-}
-
-TYPED_TEST(KelContainerTest, StepsStopOutsideAndStayThere) {
-    struct Row {
-        int from;
-        int steps; // negative: towards the first
-        int expected;
-    };
-    const int many = std::numeric_limits<int>::max();
-    const Row rows[] = {{0, 5, 7},  {0, 6, -1},  {4, 1, 7},  {4, many, -1},
-                        {5, -5, 1}, {5, -6, -1}, {5, -1, 5}, {4, -many, -1}};
-    for (const Row& row : rows) {
-        typename TypeParam::Iterator iterator(this->container, false);
-        if (row.from > 0) {
-            iterator.next(row.from);
+TYPED_TEST(KelContainerTest, BehavesAsAStandardVector) {
+    for (int round = 0; round < 3000 && !this->HasFatalFailure(); ++round) {
+        const bool adds = this->pick(2) == 0 || round < 20;
+        adds ? this->add() : this->remove();
+        this->step();
+        this->find();
+        ASSERT_EQ(this->container_.getCount(), this->count());
+        if (round % 100 == 0) {
+            this->expectWalks(this->container_);
+            TypeParam other(this->container_);
+            typename TypeParam::Iterator foreign(other, false);
+            ASSERT_FALSE(this->container_.remove(&foreign) || this->container_.remove(nullptr));
+            ASSERT_FALSE(this->container_.add(nullptr, true, &foreign) || this->container_.contains(nullptr, &foreign));
+            this->container_.contains(this->at(1), &foreign);
+            ASSERT_EQ(foreign.get(), this->at(0)) << "the iterator of another container";
+            this->container_.empty();
+            ASSERT_FALSE(foreign == typename TypeParam::Iterator(this->container_, false) && this->count() > 0);
+            this->expectWalks(other);
+            this->container_ = other;
         }
-        const bool inside = row.steps > 0 ? iterator.next(row.steps) : iterator.previous(-row.steps);
-        EXPECT_EQ(inside, row.expected >= 0);
-        EXPECT_EQ(valueOf(iterator.get()), row.expected) << row.from << " " << row.steps;
-        if (!inside) {
-            EXPECT_FALSE(iterator.next(1) || iterator.previous(1));
-            EXPECT_EQ(iterator.get(), nullptr);
-        }
-    }
-}
-
-TYPED_TEST(KelContainerTest, FindsTheFirstAndTheLastOfEqualElementsAndThoseBetween) {
-    const int three = 3;
-    typename TypeParam::Iterator iterator(this->container, false);
-    std::vector<const void*> found;
-    for (bool more = iterator.findFirst(&three); more; more = iterator.findNext(&three)) {
-        found.push_back(iterator.get());
-    }
-    const std::vector<const void*> forward = {&this->values[1], &this->values[2], &this->values[3]};
-    EXPECT_EQ(found, forward);
-    found.clear();
-    for (bool more = iterator.findLast(&three); more; more = iterator.findPrevious(&three)) {
-        found.insert(found.begin(), iterator.get());
-    }
-    EXPECT_EQ(found, forward);
-    EXPECT_EQ(this->container.findFirst(&three, &iterator), &this->values[1]);
-    EXPECT_EQ(iterator.get(), &this->values[1]);
-
-    const int absent = 4;
-    EXPECT_EQ(this->container.findFirst(&absent, &iterator), nullptr);
-    EXPECT_EQ(iterator.get(), &this->values[1]) << "a failed search must leave the iterator alone";
-    EXPECT_FALSE(iterator.findLast(&absent));
-    EXPECT_EQ(iterator.get(), nullptr);
-}
-
-TYPED_TEST(KelContainerTest, RefusesNullAndUnwantedDuplicates) {
-    const int another = 3;
-    typename TypeParam::Iterator iterator(this->container, true);
-    EXPECT_FALSE(this->container.add(nullptr, true, &iterator));
-    EXPECT_FALSE(this->container.add(&another, false, &iterator));
-    EXPECT_EQ(iterator.get(), &this->values[1]);
-    EXPECT_EQ(this->container.getCount(), 6);
-    EXPECT_FALSE(this->container.contains(&another, &iterator)) << "equal is not the same";
-    EXPECT_FALSE(this->container.contains(nullptr, &iterator));
-    EXPECT_TRUE(this->container.contains(&this->values[3], &iterator));
-    EXPECT_EQ(iterator.get(), &this->values[3]);
-    EXPECT_TRUE(this->container.add(&another, true, &iterator));
-    EXPECT_EQ(iterator.get(), &another);
-}
-
-TYPED_TEST(KelContainerTest, RemovingMovesToTheElementThatFollowed) {
-    typename TypeParam::Iterator iterator(this->container, false);
-    iterator.next(2);
-    ASSERT_TRUE(this->container.remove(&iterator));
-    EXPECT_EQ(iterator.get(), &this->values[3]);
-    EXPECT_EQ(this->walk(this->container, false), "1 3 3 5 7 ");
-    iterator.moveToLast();
-    ASSERT_TRUE(this->container.remove(&iterator));
-    EXPECT_EQ(iterator.get(), nullptr);
-    EXPECT_FALSE(this->container.remove(&iterator));
-    EXPECT_FALSE(this->container.remove(nullptr));
-    EXPECT_EQ(this->walk(this->container, true), "5 3 3 1 ");
-    this->container.empty();
-    EXPECT_EQ(this->container.getCount(), 0);
-    EXPECT_FALSE(iterator.moveToFirst() || iterator.moveToLast());
-}
-
-TYPED_TEST(KelContainerTest, LeavesTheIteratorsOfOtherContainersAlone) {
-    const TypeParam other(this->container);
-    typename TypeParam::Iterator foreign(other, true);
-    const typename TypeParam::Iterator before(foreign);
-    const int key = 3;
-    EXPECT_FALSE(this->container.remove(&foreign));
-    EXPECT_EQ(this->container.findFirst(&key, &foreign), &this->values[1]);
-    EXPECT_TRUE(this->container.contains(&this->values[0], &foreign));
-    EXPECT_TRUE(foreign == before);
-    EXPECT_EQ(this->container.getCount(), 6);
-}
-
-TYPED_TEST(KelContainerTest, IteratorsAreEqualAtOnePlaceOfOneContainer) {
-    const TypeParam other(this->container);
-    typename TypeParam::Iterator first(this->container, false);
-    typename TypeParam::Iterator second(this->container, true);
-    EXPECT_TRUE(first != second);
-    second = first;
-    EXPECT_TRUE(first == second);
-    EXPECT_FALSE(first == typename TypeParam::Iterator(other, false));
-    first.next(6);
-    second.previous(1);
-    EXPECT_TRUE(first == second) << "nowhere is one place, whichever end was passed";
-    EXPECT_EQ(first.getContainer(), static_cast<const KelContainer*>(&this->container));
-}
-
-TEST(KelHashtableTest, StaysWholeUnderRandomAddingAndRemoving) {
-    std::mt19937 random(11);
-    std::vector<int> values(200);
-    IntTable table;
-    std::vector<const void*> twin;
-    for (int i = 0; i < 4000; ++i) {
-        int* const element = &values[random() % values.size()];
-        const auto place = std::find(twin.begin(), twin.end(), element);
-        KelHashtable::Iterator iterator(table, false);
-        ASSERT_EQ(iterator.moveTo(element), place != twin.end());
-        if (place != twin.end()) {
-            const auto following = twin.erase(place);
-            ASSERT_TRUE(table.remove(&iterator));
-            ASSERT_EQ(iterator.get(), following != twin.end() ? *following : nullptr);
-        } else {
-            *element = static_cast<int>(random() % 20);
-            twin.push_back(element);
-            ASSERT_TRUE(table.add(element, true, &iterator));
-        }
-        const auto equal =
-            std::find_if(twin.begin(), twin.end(), [&](const void* held) { return valueOf(held) == valueOf(element); });
-        ASSERT_EQ(table.findFirst(element, nullptr), equal != twin.end() ? *equal : nullptr);
-        ASSERT_EQ(table.getCount(), static_cast<int>(twin.size()));
     }
 }
 
@@ -212,42 +184,30 @@ TEST(KelVectorTest, FindsByIndex) {
     }
     constexpr int lowest = std::numeric_limits<int>::min();
     constexpr int highest = std::numeric_limits<int>::max();
-    const struct {
-        int sought;
-        int from;
-        int next;
-        int previous;
-    } rows[] = {{4, 0, 2, -1}, {4, -5, 0, -1}, {4, 99, -1, 4},     {4, highest, -1, 4},
-                {4, 4, -1, 2}, {2, 0, 1, -1},  {2, lowest, 1, -1}, {9, 2, -1, -1}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(vector.findNextElement(&row.sought, row.from), row.next) << row.sought << " from " << row.from;
-        EXPECT_EQ(vector.findPreviousElement(&row.sought, row.from), row.previous)
-            << row.sought << " from " << row.from;
+    constexpr int rows[][4] = {// sought, from, next, previous
+                               {4, 0, 2, -1}, {4, -5, 0, -1}, {4, 99, -1, 4},     {4, highest, -1, 4},
+                               {4, 4, -1, 2}, {2, 0, 1, -1},  {2, lowest, 1, -1}, {9, 2, -1, -1}};
+    for (const auto& [sought, from, next, previous] : rows) {
+        EXPECT_EQ(vector.findNextElement(&sought, from), next) << sought << " from " << from;
+        EXPECT_EQ(vector.findPreviousElement(&sought, from), previous) << sought << " from " << from;
     }
+    EXPECT_EQ(vector.findLastElement(&values[1]), 3);
+    Ints<KelVector> copy(vector);
+    EXPECT_TRUE(copy == vector && copy.removeElement(1) && copy != vector);
     EXPECT_FALSE(vector.removeElement(-1) || vector.removeElement(5));
     EXPECT_TRUE(vector[5] == nullptr && vector[-1] == nullptr);
-
-    Ints<KelVector> copy;
-    copy = vector;
-    EXPECT_TRUE(copy == vector);
-    EXPECT_TRUE(copy.removeElement(1));
-    EXPECT_TRUE(copy != vector);
-    EXPECT_EQ(copy[1], &values[2]);
 }
 
-TEST(KelVectorTest, ComparesAddressesUnlessToldOtherwise) {
+TEST(KelVectorTest, ComparesAddressesByDefault) {
     const int values[] = {4, 4};
     KelVector vector;
-    vector.add(&values[0], false, nullptr);
-    EXPECT_TRUE(vector.add(&values[1], false, nullptr));
+    EXPECT_TRUE(vector.add(&values[0], false, nullptr) && vector.add(&values[1], false, nullptr));
     EXPECT_EQ(vector.findFirst(&values[1], nullptr), &values[1]);
-    EXPECT_LT(vector.compare2Object(&values[0], &values[1]), 0);
-    EXPECT_GT(vector.compare2Key(&values[1], &values[0]), 0);
     // Addresses farther apart than an int reaches.
     const auto* low = reinterpret_cast<const void*>(std::uintptr_t{0x10});
     const auto* high = reinterpret_cast<const void*>(std::uintptr_t{0x7F0000000010});
     EXPECT_LT(vector.compare2Object(low, high), 0);
-    EXPECT_GT(vector.compare2Object(high, low), 0);
+    EXPECT_GT(vector.compare2Key(high, low), 0);
 }
 
 TEST(KelStringListTest, KeepsTheChosenOrderAndFindsByText) {
@@ -255,21 +215,11 @@ TEST(KelStringListTest, KeepsTheChosenOrderAndFindsByText) {
     const KelString b("b");
     const KelString otherB("b");
     KelStringList list;
-    EXPECT_TRUE(list.insertElement(&b, 0));
-    EXPECT_TRUE(list.insertElement(&a, 1));
-    EXPECT_TRUE(list.insertElement(&otherB, 0));
+    EXPECT_TRUE(list.insertElement(&b, 0) && list.insertElement(&a, 1) && list.insertElement(&otherB, 0));
     EXPECT_FALSE(list.insertElement(&a, -1) || list.insertElement(&a, 4) || list.insertElement(nullptr, 0));
-    const void* expected[] = {&otherB, &b, &a};
-    ASSERT_EQ(list.getCount(), 3);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(list[i], expected[i]) << i;
-    }
+    EXPECT_TRUE(list.getCount() == 3 && list[1] == &b && list[2] == &a);
     EXPECT_EQ(list.findFirst(&b, nullptr), &otherB);
-    EXPECT_EQ(list.findLastElement(&otherB), 1);
     EXPECT_FALSE(list.addElement(&b, false));
-    KelVector::Iterator iterator(list, false);
-    EXPECT_TRUE(list.remove(&iterator));
-    EXPECT_EQ(iterator.get(), &b);
 }
 
 TEST(KelNameLinkTreeTest, OrdersByNameByteForByteAndKeepsEqualNamesInTheOrderOfAdding) {
@@ -283,10 +233,8 @@ TEST(KelNameLinkTreeTest, OrdersByNameByteForByteAndKeepsEqualNamesInTheOrderOfA
     }
     for (int i = 0; i < 6; ++i) {
         EXPECT_EQ(tree[i], &notes[expected[i]]) << i;
-        const int firstOfName = i == 4 ? 1 : i;
-        EXPECT_EQ(tree.findFirst(&names[i], nullptr), &notes[firstOfName]) << i;
+        EXPECT_EQ(tree.findFirst(&names[i], nullptr), &notes[i == 4 ? 1 : i]) << i;
     }
-    EXPECT_EQ(tree.findFirst(&emptyString, nullptr), nullptr);
 }
 
 } // namespace

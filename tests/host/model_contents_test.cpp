@@ -17,8 +17,6 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
-
 namespace {
 
 /// Gives a field a value that none has by itself.
@@ -52,48 +50,44 @@ TEST(ModelContents, SetFromCopiesNameAndFieldsAndNothingElse) {
         source->setFrom(*source);
         EXPECT_TRUE(source->getName() == "name");
     }
-}
-
-TEST(ModelContents, SetFromAnotherClassCopiesWhatBothHave) {
-    KelDerivedType type;
+    KelDerivedType type; // of another class it takes what both have
     type.setName("type");
     type.description = "text";
-    type.dataType = "SQL_CHAR";
     KelAttribute attribute;
     attribute.initialValue = "1";
     attribute.setFrom(type);
     EXPECT_TRUE(attribute.getName() == "type" && attribute.description == "text" && attribute.initialValue == "1");
 }
 
-TEST(ModelContents, CopiesOfAttributesAndNotesHaveNoLinks) {
-    KelModel model;
-    auto* type = new KelDerivedType;
-    model.addType(type);
+TEST(ModelContents, OnlyObjectsOfTheSameClassAreEqual) {
+    const auto lefts = makeEach();
+    const auto rights = makeEach();
+    for (std::size_t left = 0; left < lefts.size(); ++left) {
+        for (std::size_t right = 0; right < rights.size(); ++right) {
+            EXPECT_EQ(*lefts[left] == *rights[right], left == right);
+            EXPECT_EQ(*lefts[left] != *rights[right], left != right);
+        }
+    }
+}
+
+TEST(ModelContents, CopiesOfAttributesHaveNoLinks) {
+    KelDerivedType type;
     KelClass owner;
     auto* attribute = new KelAttribute;
-    auto* note = new KelNote;
     owner.addAttribute(attribute);
     attribute->setName("a");
-    attribute->position = 3;
     attribute->toolId = 4;
-    attribute->addType(type);
-    attribute->addNote(note);
-    note->description = "text";
-
+    attribute->addType(&type);
     const KelAttribute copy(*attribute);
     KelAttribute assigned;
-    assigned.addType(type);
+    assigned.addType(&type);
     assigned = *attribute;
     EXPECT_EQ(copy.getType(), nullptr);
-    EXPECT_EQ(assigned.getType(), type) << "its own, which it keeps";
+    EXPECT_EQ(assigned.getType(), &type) << "its own link, which stays";
     for (const KelAttribute* each : {&copy, static_cast<const KelAttribute*>(&assigned)}) {
         EXPECT_EQ(*each, *attribute);
-        EXPECT_EQ(each->toolId, 0);
-        EXPECT_TRUE(each->getParent() == nullptr && each->notes().isEmpty());
+        EXPECT_TRUE(each->toolId == 0 && each->getParent() == nullptr);
     }
-    const KelNote noteCopy(*note);
-    EXPECT_EQ(noteCopy, *note);
-    EXPECT_EQ(noteCopy.getElement(), nullptr);
 }
 
 class Transcoded {
@@ -109,54 +103,31 @@ private:
     KelEncodingConverter to_;
 };
 
-TEST(ModelContents, TranscodingCountsTextsAndThoseThatAreNotWhole) {
-    const struct {
-        const char* text;
-        const char* expected;
-        int strings;
-        int errors;
-    } rows[] = {{"", "", 0, 0}, {"\xC3\xA9", "\0\xE9", 2, 0}, {"\xC3", "\xFF\xFD", 2, 2}};
-    for (const auto& row : rows) {
-        KelClass object;
-        object.setName(row.text);
-        object.stereotype = row.text;
-        const Transcoded done(object, "UTF-8", "UTF-16BE");
-        const KelString expected(row.expected, row.strings);
-        EXPECT_EQ(object.getName(), expected);
-        EXPECT_EQ(object.stereotype, expected);
-        EXPECT_EQ(done.strings, 100 + row.strings);
-        EXPECT_EQ(done.errors, 100 + row.errors);
-    }
-}
-
-TEST(ModelContents, TranscodingReachesEveryTextOfEveryPartButTheOrigins) {
+TEST(ModelContents, TranscodingReachesEveryTextButTheOrigins) {
     for (const auto& object : makeEach()) {
         const bool isOrigin = object->elementType == KelElementType::metadataOrigin;
-        object->setName("\xE9");
-        int texts = static_cast<int>(!isOrigin);
+        object->setName("\xC3"); // not whole
+        int texts = 1;
         for (const KelField& field : object->getMetaClass().fields()) {
             if (const auto* text = std::get_if<KelString KelObject::*>(&field.member)) {
-                (*object).*(*text) = "\xE9";
-                texts += static_cast<int>(!isOrigin);
+                (*object).*(*text) = "\xC3\xA9";
+                ++texts;
             }
         }
-        KelModel owner; // where there is a way to own it, it is converted as a part
-        bool owned = false;
-        if (object->isInstanceOf(KelElementType::type)) {
-            owned = owner.addType(static_cast<KelType*>(object.get()));
-        } else if (isOrigin) {
-            owned = owner.addMetadataOrigin(static_cast<KelMetadataOrigin*>(object.get()));
+        KelModel owner; // an origin is reached as a part only
+        KelObject& root = isOrigin ? owner : *object;
+        if (isOrigin) {
+            owner.addMetadataOrigin(static_cast<KelMetadataOrigin*>(object.get()));
         }
-        KelObject& root = owned ? owner : *object;
-        const Transcoded done(root, "windows-1252", "UTF-8");
-        EXPECT_EQ(done.strings, 100 + texts) << object->getMetaClass().getClassName();
-        EXPECT_EQ(object->getName().length(), isOrigin ? 1 : 2) << object->getMetaClass().getClassName();
+        const Transcoded done(root, "UTF-8", "UTF-16BE");
+        EXPECT_EQ(done.strings, 100 + (isOrigin ? 0 : texts)) << object->getMetaClass().getClassName();
+        EXPECT_EQ(done.errors, 100 + (isOrigin ? 0 : 1)) << object->getMetaClass().getClassName();
+        EXPECT_EQ(object->getName(), isOrigin ? KelString("\xC3") : KelString("\xFF\xFD", 2));
         object->removeAggregationAssembly();
     }
 }
 
 TEST(ModelContents, TranscodingKeepsNameOrderAndMissesNoName) {
-    KelModel model;
     KelClass owner;
     auto* key = new KelCandidateKey;
     owner.addKey(key);
@@ -169,17 +140,13 @@ TEST(ModelContents, TranscodingKeepsNameOrderAndMissesNoName) {
     }
     const Transcoded done(owner, "windows-1252", "UTF-8");
     EXPECT_EQ(done.strings, 100 + 128);
-    EXPECT_EQ(done.errors, 100);
-    std::set<std::string_view> names;
     std::string_view before;
     for (int index = 0; index < 128; ++index) {
         const std::string_view name = owner.getAttribute(index)->getName().view();
         EXPECT_LT(before, name);
         EXPECT_EQ(key->attributes()[index], owner.getAttribute(index));
         before = name;
-        names.insert(name);
     }
-    EXPECT_TRUE(names.contains("\xE2\x82\xAC") && names.contains("\xC3\xBF")); // U+20AC, U+00FF
     EXPECT_EQ(owner.getAttribute("\xC3\xBF", nullptr)->getName().length(), 2);
 }
 
@@ -245,24 +212,14 @@ TEST_F(ModelWalk, VisitsEachPartOnceDepthFirst) {
 
 TEST_F(ModelWalk, ParentsAndReferences) {
     EXPECT_EQ(package_->getParent(), nullptr);
-    EXPECT_EQ(package_->getParentCount(), 0);
-    EXPECT_EQ(class_->getParent(), package_.get());
     EXPECT_EQ(argument_->getParent(), class_);
     EXPECT_EQ(argument_->getParentCount(), 2);
     EXPECT_TRUE(class_->isReferenced());
     EXPECT_FALSE(diagram_->isReferenced() || attribute_->isReferenced());
-
     KelDerivedType type;
-    KelDerivedType derived;
-    derived.addDerivedFromConcreteType(&type);
-    EXPECT_TRUE(type.isReferenced() && !derived.isReferenced());
-    operation_->addReturnType(&derived);
-    EXPECT_TRUE(derived.isReferenced());
     operation_->addReturnType(&type);
-    EXPECT_FALSE(derived.isReferenced());
-}
+    EXPECT_TRUE(type.isReferenced());
 
-TEST_F(ModelWalk, LeavingOwnersAndReferences) {
     class_->isolate(false);
     EXPECT_FALSE(class_->isReferenced() || diagram_->modelElements().count() > 0);
     EXPECT_EQ(class_->getParent(), package_.get());

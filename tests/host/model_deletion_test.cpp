@@ -1,18 +1,15 @@
 #include "ModelClasses.h"
 #include "host/encoding/KelEncodingConverter.h"
-#include "host/model/KelArgument.h"
-#include "host/model/KelAssociationRole.h"
 #include "host/model/KelAttribute.h"
-#include "host/model/KelCandidateKey.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelClassDiagram.h"
 #include "host/model/KelDeletionObserver.h"
 #include "host/model/KelDerivedType.h"
 #include "host/model/KelDesignPackage.h"
-#include "host/model/KelForeignKey.h"
 #include "host/model/KelModel.h"
 #include "host/model/KelNote.h"
 #include "host/model/KelTraversalOperation.h"
+#include "support/memory/MemoryShortage.h"
 
 #include <gtest/gtest.h>
 
@@ -160,35 +157,44 @@ TEST(ModelDeletion, OwnersAreDeletedBeforeTheirPartsAndPartsInOrder) {
     EXPECT_EQ(outer.names, "a12Pc12b12");
 }
 
-TEST(ModelDeletion, RecursiveDeleteEmptiesAModelAndKeepsIt) {
+TEST(ModelDeletion, RecursiveDeleteEmptiesAModelAndDeletesAnythingElse) {
     KelModel model;
     model.setName("host's");
     model.description = "text";
-    model.physicalName = "text";
     model.addNote(new KelNote);
     model.addType(new KelDerivedType);
-    auto* package = named<KelDesignPackage>("package");
+    auto* package = named<KelDesignPackage>("p");
     model.addChildPackage(package);
-    package->addModelElement(new KelClass);
-    package->addDiagram(new KelClassDiagram);
+    package->addModelElement(named<KelClass>("c"));
+    package->addDiagram(named<KelClassDiagram>("d"));
     Deletions deletions;
-    package->modelElements()[0]->setName("c");
+    package->modelElements()[0]->recursiveDelete();
+    EXPECT_EQ(deletions.names, "c");
     model.recursiveDelete();
-    EXPECT_NE(deletions.names.find('c'), std::string::npos);
+    EXPECT_EQ(deletions.names, "cpd");
     for (const KelRelationEnd& end : model.getMetaClass().ends()) {
         EXPECT_EQ(end.relation->count(model, end.isHolder), 0) << end.relation->name;
     }
-    EXPECT_TRUE(model.getName().isEmpty() && model.description.isEmpty() && model.physicalName.isEmpty());
+    EXPECT_TRUE(model.getName().isEmpty() && model.description.isEmpty());
     EXPECT_TRUE(model.addType(new KelDerivedType));
 }
 
-TEST(ModelDeletion, RecursiveDeleteDeletesAnyOtherObject) {
-    KelDesignPackage parent;
-    parent.addChildPackage(named<KelDesignPackage>("child"));
-    Deletions deletions;
-    parent.childPackages().first()->recursiveDelete();
-    EXPECT_EQ(deletions.names, "child");
-    EXPECT_TRUE(parent.childPackages().isEmpty());
+TEST(ModelDeletion, NeedsNoMemory) {
+    auto package = std::make_unique<KelDesignPackage>();
+    auto* diagram = new KelClassDiagram;
+    package->addDiagram(diagram);
+    for (int made = 0; made < 100; ++made) {
+        auto* drawn = new KelClass;
+        package->addModelElement(drawn);
+        diagram->addModelElement(drawn);
+    }
+    {
+        const MemoryShortage shortage(0);
+        delete package->modelElements()[50];
+        delete package->modelElements()[70];
+        package.reset();
+    }
+    EXPECT_EQ(package, nullptr);
 }
 
 TEST(ModelDeletion, DepthTakesNoStack) {

@@ -170,19 +170,6 @@ TEST(KelRBTreeTest, BehavesAsASortedVectorUnderRandomOperations) {
     }
 }
 
-std::vector<int> keysInOrder(const std::string& order, int count) {
-    std::vector<int> keys(static_cast<std::size_t>(count));
-    std::iota(keys.begin(), keys.end(), 0);
-    if (order == "descending") {
-        std::reverse(keys.begin(), keys.end());
-    } else if (order == "shuffled") {
-        std::shuffle(keys.begin(), keys.end(), std::mt19937(7));
-    } else if (order == "all equal") {
-        std::fill(keys.begin(), keys.end(), 0);
-    }
-    return keys;
-}
-
 // A red-black tree of n elements is at most 2 * log2(n + 1) high, and every lookup compares once per level.
 void expectBalanced(const KeyTree& tree, int key) {
     const double height = 2 * std::log2(tree.getCount() + 1.0);
@@ -191,13 +178,18 @@ void expectBalanced(const KeyTree& tree, int key) {
     EXPECT_LE(static_cast<double>(tree.comparisons), height) << "of " << tree.getCount() << " key " << key;
 }
 
-TEST(KelRBTreeTest, StaysBalancedWhateverTheOrder) {
+TEST(KelRBTreeTest, StaysBalancedInAnyOrder) {
     constexpr int count = 20000;
-    for (const char* order : {"ascending", "descending", "shuffled", "all equal"}) {
-        SCOPED_TRACE(order);
+    std::vector<int> ascending(count);
+    std::iota(ascending.begin(), ascending.end(), 0);
+    std::vector<int> shuffled(ascending);
+    std::shuffle(shuffled.begin(), shuffled.end(), std::mt19937(7));
+    for (const auto& keys :
+         {ascending, std::vector<int>(ascending.rbegin(), ascending.rend()), shuffled, std::vector<int>(count, 0)}) {
+        SCOPED_TRACE(keys[0]);
         std::deque<Item> items;
         KeyTree tree;
-        for (const int key : keysInOrder(order, count)) {
+        for (const int key : keys) {
             tree.comparisons = 0;
             tree.addElement(&items.emplace_back(Item{key}), true);
             ASSERT_LE(static_cast<double>(tree.comparisons), 2 * std::log2(tree.getCount() + 1.0));
@@ -212,29 +204,6 @@ TEST(KelRBTreeTest, StaysBalancedWhateverTheOrder) {
         }
         for (int key = count - count / 50; key < count; ++key) {
             expectBalanced(tree, key);
-        }
-    }
-}
-
-TEST(KelRBTreeTest, CopiesHoldTheSameOrderAndLiveOnTheirOwn) {
-    std::deque<Item> items;
-    KeyTree tree;
-    for (const int key : {5, 1, 3, 1, 5, 2}) {
-        tree.addNode(&items.emplace_back(Item{key}));
-    }
-    KeyTree assigned;
-    Item other{9};
-    assigned.addNode(&other);
-    assigned = tree;
-    KeyTree copied(tree);
-    tree.empty();
-    EXPECT_EQ(tree.getCount(), 0);
-    EXPECT_EQ(tree.firstNode(), nullptr);
-    for (KeyTree* copy : {&assigned, &copied}) {
-        ASSERT_EQ(copy->getCount(), 6);
-        const Item* expected[] = {&items[1], &items[3], &items[5], &items[2], &items[0], &items[4]};
-        for (int i = 0; i < 6; ++i) {
-            EXPECT_EQ((*copy)[i], expected[i]) << i;
         }
     }
 }

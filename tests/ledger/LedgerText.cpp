@@ -26,36 +26,23 @@ std::string textOf(const ledger::Entry& entry) {
 
 } // namespace
 
-LedgerText LedgerText::ofFile(const std::string& path, ledger::Detail detail, const char* encoding) {
+LedgerText LedgerText::of(std::string_view elements, std::string_view diagrams, const char* encoding) {
+    std::string path = std::filesystem::temp_directory_path() / "ledgerXXXXXX";
+    ::close(::mkstemp(path.data()));
+    std::ofstream(path) << front << elements << ")\n\tlogical_presentations \t(list u\n" << diagrams << ")))\n";
     units::UnitTree tree;
     tree.files.push_back({path, 0, {}, {}});
     source::Trace trace;
     ImportedModel imported = ImportedModel::ofFile(path, {"C++", encoding});
     trace.locate(nullptr);
-    const ledger::Choices choices{encoding, false, detail};
+    const ledger::Choices choices{encoding, false, ledger::Detail::named};
     KeptEntries kept;
     LedgerText text{imported.failure, ledger::makeLedger(tree, trace, imported.model, choices, &kept), {}, {}};
     text.entries = std::move(kept.entries);
     ledger::forEachBadBytes(tree, choices, [&](const ledger::BadBytes& bad) { text.badBytes.push_back(bad); });
     text.failure += accountFault(text.ledger, imported.model);
-    return text;
-}
-
-LedgerText LedgerText::of(std::string_view elements, std::string_view diagrams, const char* encoding) {
-    std::string path = std::filesystem::temp_directory_path() / "ledgerXXXXXX";
-    ::close(::mkstemp(path.data()));
-    std::ofstream(path) << front << elements << ")\n\tlogical_presentations \t(list u\n" << diagrams << ")))\n";
-    LedgerText text = ofFile(path, ledger::Detail::named, encoding);
     std::filesystem::remove(path);
     return text;
-}
-
-std::vector<std::string> LedgerText::lines() const {
-    std::vector<std::string> lines;
-    for (const ledger::Entry& entry : entries) {
-        lines.push_back(textOf(entry));
-    }
-    return lines;
 }
 
 std::string LedgerText::exceptions() const {

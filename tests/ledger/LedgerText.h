@@ -14,18 +14,13 @@ struct LedgerText {
     std::vector<ledger::Entry> entries;
     std::vector<ledger::BadBytes> badBytes;
 
-    /// Of a file in `encoding`.
-    [[nodiscard]] static LedgerText ofFile(const std::string& path, ledger::Detail detail = ledger::Detail::named,
-                                           const char* encoding = "windows-1252");
     /// Of a file with `elements` in its logical view and `diagrams` among its presentations. Both begin on a line of
     /// their own; the elements on the line `firstLine`.
     [[nodiscard]] static LedgerText of(std::string_view elements, std::string_view diagrams = "",
                                        const char* encoding = "windows-1252");
     static constexpr std::uint64_t firstLine = 8;
 
-    /// What is told one by one, a line each: its line from the first of the elements on as 1, its kind, name and
-    /// property, the outcome ("LOST" for a loss that is dropped) and the reason.
-    [[nodiscard]] std::vector<std::string> lines() const;
-    /// The lines of what was not imported as it is.
+    /// A line for each entry that was not imported as it is: its line from the first of the elements on as 1, its kind,
+    /// name and property, the outcome ("LOST" for a loss that is dropped) and the reason.
     [[nodiscard]] std::string exceptions() const;
 };

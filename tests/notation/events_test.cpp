@@ -52,20 +52,11 @@ TEST(Events, OfSoundTexts) {
     }
 }
 
-TEST(Events, LinesEndAsTheFirstOneDoes) {
+TEST(Events, LinesEndAsTheFirstOneDoesAndABackslashMayStandBeforeTheClosingQuote) {
     constexpr Row rows[] = {
-        {"(object A\n k\n|a\n|b\n l 1)\n", "<object A k=line:a/b l=integer:1 >"},
         {"(object A\r\n k\r\n|a\r\n|b\r\n l 1)\r\n", "<object A k=line:a/b l=integer:1 >"},
         {"(object A\r k\r|a\r|b\r l 1)\r", "<object A k=line:a/b l=integer:1 >"},
         {"(object A\n k\n|a\rb\r\n l \"x\ry\"\r)\n", "<object A k=line:a\rb l=text:x\ry >"},
-    };
-    for (const Row& row : rows) {
-        EXPECT_EQ(eventsOf(row.text), row.events) << row.text;
-    }
-}
-
-TEST(Events, ABackslashMayStandInFrontOfTheClosingQuote) {
-    constexpr Row rows[] = {
         {"(object A\n k \"C:\\dir\\\"\n l 1)", "<object A k=text:C:\\dir\\ l=integer:1 >"},
         {"(object A\n l (list L \"\x95\\\" ))\n(object B)", "<object A l=<list L text:\x95\\ > > <object B >"},
     };

@@ -12,7 +12,7 @@ TEST(Places, CutOutWhatTheyDelimit) {
     constexpr std::string_view text = "\n(object Petal\r\n    v 1)\n\n(object A \"n\"\n"
                                       "\tl (list L\n\t    (object B \"b\" @3\n\t\tk \"x\" p (1, 2)))\n\tlast TRUE)\n";
     struct Row {
-        const char* what; // the start or value that is meant
+        const char* what; // the start or value
         std::uint64_t line;
         std::uint64_t column;
         std::string_view whole; // from its place to its end: for a construct to that of its `end`
@@ -95,23 +95,16 @@ TEST(Places, NestingCostsNoStackAndHasALimit) {
 }
 
 TEST(WordKind, TellsNumbersFromWords) {
-    struct Row {
-        std::string_view run;
-        TokenKind expected;
-    };
     const std::string digits(64, '7');
-    const Row rows[] = {
-        {"0", TokenKind::integer},    {"-12", TokenKind::integer}, {"+1", TokenKind::integer},
-        {digits, TokenKind::integer}, {"1.", TokenKind::real},     {"-.5", TokenKind::real},
-        {"1e5", TokenKind::real},     {"1.5E-7", TokenKind::real}, {"@1", TokenKind::reference},
-        {"-", TokenKind::word},       {".", TokenKind::word},      {"1e", TokenKind::word},
-        {"e5", TokenKind::word},      {"1x", TokenKind::word},     {"--1", TokenKind::word},
-        {"@-1", TokenKind::word},     {"@", TokenKind::word},      {"\xD6\xD0", TokenKind::word},
+    const auto expectAll = [](TokenKind kind, std::initializer_list<std::string> words) {
+        for (const std::string& word : words) {
+            EXPECT_EQ(wordKind(word), kind) << word;
+        }
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(wordKind(row.run), row.expected) << row.run;
-    }
-    EXPECT_EQ(wordKind(digits + "7"), TokenKind::word);
+    expectAll(TokenKind::integer, {"0", "-12", "+1", digits});
+    expectAll(TokenKind::real, {"1.", "-.5", "1e5", "1.5E-7"});
+    expectAll(TokenKind::reference, {"@1"});
+    expectAll(TokenKind::word, {"-", ".", "1e", "e5", "1x", "--1", "@-1", "@", "\xD6\xD0", digits + "7"});
 }
 
 TEST(Unescaped, TakesOutWhatEscapes) {

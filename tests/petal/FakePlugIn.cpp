@@ -15,6 +15,7 @@
 #include "host/options/KelOption.h"
 #include "host/options/KelOptionList.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -27,16 +28,6 @@
 
 namespace {
 
-std::unique_ptr<KelOption> typesOption() {
-    return std::make_unique<KelOption>(KelOptionDescription{.name = "Supported types",
-                                                            .type = "Enumerated",
-                                                            .text = "Where types come from\n   or go to\n  \n",
-                                                            .defaultValue = "Alpha",
-                                                            .required = false,
-                                                            .choices = {{"Alpha", "Alpha"}, {"Beta 2", "The second"}},
-                                                            .files = {}});
-}
-
 // The interface has no virtual destructor, since nobody deletes a bridge.
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor)
 class FakeBridge final : public KelModelBridgeImportDllInterface {
@@ -48,14 +39,11 @@ public:
 
     void getOptionList(KelOptionList& options) override {
         options.removeAll();
-        options.addOption(std::make_unique<KelOption>(KelOptionDescription{.name = "File",
-                                                                           .type = "File",
-                                                                           .text = "The file.",
-                                                                           .defaultValue = "",
-                                                                           .required = true,
-                                                                           .choices = {},
-                                                                           .files = {{"mdl", "cat"}, "Models", true}}));
-        options.addOption(typesOption());
+        options.addOption(std::make_unique<KelOption>(
+            KelOptionDescription{"File", "File", "The file.", "", true, {}, {{"mdl", "cat"}, "Models", true}}));
+        const std::vector<KelOptionChoice> types{{"Alpha", "Alpha"}, {"Beta 2", "The second"}};
+        options.addOption(std::make_unique<KelOption>(KelOptionDescription{
+            "Supported types", "Enumerated", "Where types come from\n   or go to\n  \n", "Alpha", false, types, {}}));
         static const KelBridgeOptionLiteral encoding("ENCODING", "Encoding", "Enumerated", "The encoding.",
                                                      &BLIB::BP_ENCODING_ENUM,
                                                      &BLIB::BP_ENCODING_ENUM_WESTERN_EUROPEAN__WINDOWS_1252_);
@@ -107,20 +95,21 @@ private:
             }
         }
         if (order == "eat") { // as many megabytes
-            static std::vector<std::string> eaten;
-            for (int megabyte = 0; megabyte < std::stoi(argument); ++megabyte) {
-                try {
-                    eaten.emplace_back(std::size_t{1} << 20, 'x');
-                } catch (const std::bad_alloc&) {
-                    throw KelException("[FAKE_F0003] unexpected");
-                }
+            static std::vector<char> eaten;
+            try {
+                eaten.resize(std::stoul(argument) << 20);
+            } catch (const std::bad_alloc&) {
+                throw KelException("[FAKE_F0003] unexpected");
             }
         }
-        if (order == "log") { // its first word is the severity
+        if (order == "log") { // SEVERITY TEXT|FURTHER TEXT, where a vertical tab stands for a line's end
+            std::ranges::replace(argument, '\v', '\n');
             const std::size_t blank = argument.find(' ');
+            const std::size_t bar = std::min(argument.find('|'), argument.size());
             const int level = severityLevel(argument.substr(0, blank).c_str());
             if (log.accepts(level)) {
-                log.record(KelLogEvent(argument.substr(blank + 1).c_str(), "FAKE_X0001", level, emptyString));
+                log.record(KelLogEvent(argument.substr(blank + 1, bar - blank - 1).c_str(), "FAKE_X0001", level,
+                                       argument.substr(std::min(bar + 1, argument.size())).c_str()));
             }
         }
         if (order == "package") {

@@ -1,9 +1,20 @@
 #include "Shell.h"
 
+#include <rapidjson/document.h>
 #include <sys/wait.h>
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace fs = std::filesystem;
+
+Shell::Shell(std::string plugIn) : plugIn_(std::move(plugIn)) {
+    std::string pattern = testing::TempDir() + "petalXXXXXX";
+    folder = ::mkdtemp(pattern.data());
+}
 
 Ended Shell::run(const std::string& command) const {
     const std::string errorsPath = folder.string() + ".errors"; // outside of the folder, whose files tests count
@@ -21,9 +32,62 @@ Ended Shell::run(const std::string& command) const {
     }
     const int status = ::pclose(shell);
     ended.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    std::ostringstream errors;
-    errors << std::ifstream(errorsPath, std::ios::binary).rdbuf();
-    ended.errors = errors.str();
-    std::filesystem::remove(errorsPath);
+    ended.errors = get(errorsPath);
+    fs::remove(errorsPath);
     return ended;
+}
+
+void Shell::expectRefusals(const std::string& start, std::initializer_list<Refusal> refusals) const {
+    const auto contents = [&] { return run("find . ! -type d | sort; find . -type f -exec cksum {} + | sort").output; };
+    const std::string before = contents();
+    for (const Refusal& refusal : refusals) {
+        SCOPED_TRACE(refusal.command);
+        const Ended ended = run(start + refusal.command);
+        EXPECT_EQ(ended.status, refusal.status);
+        EXPECT_EQ(ended.output, "");
+        EXPECT_TRUE(has(ended.errors, refusal.errors));
+        EXPECT_EQ(contents(), before);
+    }
+}
+
+std::string Shell::put(std::string_view name, std::string_view contents) const {
+    fs::create_directories(fs::path(pathOf(name)).parent_path());
+    std::ofstream(pathOf(name), std::ios::binary) << contents;
+    return pathOf(name);
+}
+
+std::string Shell::get(std::string_view name) const {
+    const std::ifstream file(pathOf(name), std::ios::binary);
+    std::ostringstream contents;
+    contents << file.rdbuf();
+    return file ? contents.str() : "(none)";
+}
+
+Shell::Names Shell::files(std::string_view name) const {
+    Names paths;
+    if (fs::exists(pathOf(name))) {
+        for (const auto& entry : fs::recursive_directory_iterator(pathOf(name))) {
+            if (!entry.is_directory()) {
+                paths.insert(entry.path().lexically_relative(pathOf(name)));
+            }
+        }
+    }
+    return paths;
+}
+
+Shell::Lines Shell::statesIn(std::string_view report) const {
+    rapidjson::Document document;
+    document.Parse(get(report).c_str());
+    Lines states;
+    if (document.HasParseError()) {
+        ADD_FAILURE() << "no report: " << get(report);
+        return states;
+    }
+    for (const auto& file : document["files"].GetArray()) {
+        states.push_back(std::string(file["file"].GetString()) + " " + file["state"].GetString());
+        if (file.HasMember("reason")) {
+            states.back() += std::string(" ") + file["reason"].GetString();
+        }
+    }
+    return states;
 }

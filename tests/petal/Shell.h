@@ -1,6 +1,13 @@
 #pragma once
 
-#include "Folder.h"
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <initializer_list>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
 
 /// How a shell command ended.
 struct Ended {
@@ -9,14 +16,57 @@ struct Ended {
     std::string errors; // and on standard error
 };
 
-/// A test that runs petal, "$petal" to its shell commands, in the folder of the test.
-class Shell : public InFolder {
+/// A command that petal refuses.
+struct Refusal {
+    std::string command;
+    int status;
+    std::string_view errors; // a part of them
+};
+
+/// A test that runs petal, "$petal" to its shell commands, in an empty folder, which goes with the test.
+class Shell : public testing::Test {
+public:
+    ~Shell() override { std::filesystem::remove_all(folder); }
+
 protected:
+    using Names = std::set<std::string>;
+    using Lines = std::vector<std::string>;
+
     /// `plugIn` is the path that petal is given in the environment; empty for the bridge that belongs to it.
-    explicit Shell(std::string plugIn) : plugIn_(std::move(plugIn)) {}
+    explicit Shell(std::string plugIn = "");
 
     [[nodiscard]] Ended run(const std::string& command) const;
+    /// Expects of each command that it ends so, writes nothing to standard output and changes no file. `start` is put
+    /// before each command.
+    void expectRefusals(const std::string& start, std::initializer_list<Refusal> refusals) const;
+
+    [[nodiscard]] std::string pathOf(std::string_view name) const { return folder / name; }
+    std::string put(std::string_view name, std::string_view contents) const;
+    /// The contents of a file; "(none)" when it does not exist.
+    [[nodiscard]] std::string get(std::string_view name) const;
+    /// The paths of all files in a folder of the test's and below, from that folder on; folders left out.
+    [[nodiscard]] Names files(std::string_view name = "") const;
+    /// What a report says of each file: "FILE STATE" and, if it has one, a reason.
+    [[nodiscard]] Lines statesIn(std::string_view report) const;
+
+    std::filesystem::path folder;
 
 private:
     std::string plugIn_;
 };
+
+/// petal with a bridge made for tests, which does what the model files say.
+class FakeBridge : public Shell {
+protected:
+    FakeBridge() : Shell(PETAL_FAKE_PLUGIN) {}
+
+    static constexpr const char* good = "package A\npackage B\n";
+    static constexpr const char* outline = "model made by the fake\n  package A\n  package B\n";
+};
+
+/// Whether a text has a part; the failure shows the text.
+inline testing::AssertionResult has(const std::string& text, std::string_view part) {
+    return (text.find(part) != std::string::npos ? testing::AssertionSuccess() : testing::AssertionFailure())
+           << "\"" << part << "\" in:\n"
+           << text;
+}

@@ -1,126 +1,92 @@
 #include "petal/commandLine.h"
 
+#include "interface/interfaceFiles.h"
 #include "petal/Failure.h"
+#include "petal/exitStatus.h"
 
-#include <gtest/gtest.h>
+#include "Shell.h"
 
-#include <vector>
+#include <array>
 
 namespace {
 
-using petal::Command;
-using petal::Request;
 using Arguments = std::vector<const char*>;
 
-Request parse(Arguments arguments) {
+petal::Request parse(Arguments arguments) {
     arguments.insert(arguments.begin(), "petal");
     return petal::parseCommandLine(static_cast<int>(arguments.size()), arguments.data());
 }
 
-TEST(CommandLine, FindsTheCommand) {
-    struct Row {
-        Arguments arguments;
-        Command expected;
-    };
-    const Row rows[] = {
-        {{"--help"}, Command::help},
-        {{"import", "-h"}, Command::help},
-        {{"--version"}, Command::version},
-        {{"options"}, Command::options},
-        {{"spec"}, Command::specification},
-        {{"import", "a.mdl"}, Command::import},
-        {{"import", "spec"}, Command::import}, // a file of that name
-        {{"info", "a", "b"}, Command::info},
-        {{"report", "merge", "a"}, Command::mergeReports},
-        {{"import", "--files-from", "-", "-0"}, Command::import},
-        {{"formats", "json"}, Command::formats},
-        {{"textconv", "a"}, Command::textconv},
-    };
-    for (const Row& row : rows) {
-        EXPECT_EQ(parse(row.arguments).command, row.expected) << row.arguments.front();
-    }
-}
+class CommandLine : public Shell {
+protected:
+    [[nodiscard]] std::string inSources(const std::string& path) const { return get(PETAL_SOURCES "/" + path); }
+};
 
-TEST(CommandLine, TakesFileNamesAsTheyAre) {
-    for (const char* name : {"a b", "caf\xE9", "{}", "[a,b]", "import", "", "a=b", "\"q\""}) {
+TEST_F(CommandLine, TakesFileNamesAsTheyAre) {
+    for (const char* name : {"a b", "caf\xE9", "{}", "[a,b]", "spec", "", "a=b", "\"q\""}) {
         EXPECT_EQ(parse({"import", name}).jobs.inputs, std::vector<std::string>{name});
         EXPECT_EQ(parse({"import", "x", name, "y"}).jobs.inputs, (std::vector<std::string>{"x", name, "y"}));
         EXPECT_EQ(parse({"import", "x", "-o", name}).import.output, name);
+        EXPECT_EQ(parse({"info", name, "-", "--json"}).info.files, (std::vector<std::string>{name, "-"}));
     }
     EXPECT_EQ(parse({"import", "--", "-x"}).jobs.inputs, std::vector<std::string>{"-x"});
-    EXPECT_EQ(parse({"import", "x", "-o", "-"}).import.output, "-");
-    EXPECT_EQ(parse({"info", "[a,b]"}).info.files, std::vector<std::string>{"[a,b]"});
-    EXPECT_EQ(parse({"info", "caf\xE9", "-", "--json"}).info.files, (std::vector<std::string>{"caf\xE9", "-"}));
-}
-
-TEST(CommandLine, HasDefaults) {
-    const petal::ImportRequest request = parse({"import", "x"}).import;
-    EXPECT_EQ(request.types, std::nullopt);
-    EXPECT_EQ(request.encoding, "auto");
-    EXPECT_EQ(request.format, std::nullopt);
-    EXPECT_EQ(request.output, std::nullopt);
-    EXPECT_EQ(request.logLevel, "WARNING");
-    EXPECT_EQ(request.logFormat, "text");
-    EXPECT_EQ(request.log, std::nullopt);
-    EXPECT_EQ(parse({"import", "x", "--log-level", "debug"}).import.logLevel, "DEBUG");
     EXPECT_EQ(parse({"import", "-O", "a=b", "x", "-f", "tree", "-O", "[c]"}).import.formatOptions,
               (std::vector<std::string>{"a=b", "[c]"}));
+    EXPECT_EQ(parse({"import", "x", "--max-memory", "2g"}).jobs.maxMemory, std::uint64_t{2} << 30);
 }
 
-TEST(CommandLine, RefusesWrongUsage) {
-    const Arguments rows[] = {
-        {},
-        {"frob"},
-        {"import"},
-        {"info"},
-        {"info", "a", "--xml"},
-        {"import", "-0", "a"},
-        {"import", "a", "-j", "0"},
-        {"import", "a", "-j", "-1"},
-        {"import", "a", "--timeout", "0"},
-        {"import", "a", "--timeout", "nan"},
-        {"import", "a", "--max-memory", "lots"},
-        {"import", "a", "--max-memory", "-5M"},
-        {"import", "a", "--in-process", "--timeout", "1"},
-        {"import", "a", "--keep-going", "--fail-fast"},
-        {"report"},
-        {"report", "merge"},
-        {"import", "a", "--format"},
-        {"import", "a", "--format", "xml"},
-        {"import", "a", "--format", "JSON"},
-        {"import", "a", "--log-level", "LOUD"},
-        {"import", "a", "--log-format", "xml"},
-        {"import", "a", "-o", "b", "-o", "c"},
-        {"import", "a", "--frob"},
-        {"options", "a"},
-        {"spec", "options"},
-        {"formats", "xml"},
-        {"textconv"},
-        {"textconv", "a", "b"},
-    };
-    for (const Arguments& row : rows) {
-        try {
-            static_cast<void>(parse(row));
-            ADD_FAILURE() << (row.empty() ? "nothing" : row.back()) << " is taken";
-        } catch (const petal::Failure& failure) {
-            EXPECT_EQ(failure.getOutcome(), petal::Outcome::wrongUsage);
-            EXPECT_NE(failure.getAdvice().find("petal --help"), std::string::npos);
+TEST_F(CommandLine, IsDescribedInEveryFileAsItIs) {
+    for (const petal::InterfaceFile& file : petal::interfaceFiles()) {
+        EXPECT_EQ(inSources(file.path), file.text()) << "Run: cmake --build build --target interface";
+    }
+    for (const petal::CommandText& command : petal::commandTexts()) {
+        for (const petal::OptionText& option : command.options) {
+            for (const std::string& name : option.names) {
+                const std::string bare = name.substr(name.find_first_not_of('-'));
+                EXPECT_TRUE(has(petal::bashCompletion(), name));
+                EXPECT_TRUE(has(petal::zshCompletion(), "'*" + name + "["));
+                EXPECT_TRUE(has(petal::fishCompletion(), (bare.size() > 1 ? " -l " : " -s ") + bare + " "));
+            }
+            EXPECT_FALSE(option.description.empty()) << command.name;
         }
     }
-    EXPECT_THROW(static_cast<void>(petal::parseCommandLine(0, Arguments{nullptr}.data())), petal::Failure);
 }
 
-TEST(CommandLine, ReadsHowToGoThroughFiles) {
-    const petal::JobsRequest jobs = parse({"import", "a", "b", "-j", "4", "--timeout", "1.5", "--max-memory", "64M",
-                                           "--resume", "--fail-fast", "-q", "--report", "r"})
-                                        .jobs;
-    EXPECT_EQ(jobs.inputs, (std::vector<std::string>{"a", "b"}));
-    EXPECT_EQ(jobs.parallel, 4);
-    EXPECT_EQ(jobs.timeout, 1.5);
-    EXPECT_EQ(jobs.maxMemory, std::uint64_t{64} << 20);
-    EXPECT_TRUE(jobs.resume && jobs.failFast && jobs.quiet);
-    EXPECT_EQ(jobs.report, "r");
-    EXPECT_EQ(parse({"import", "a", "--max-memory", "2g"}).jobs.maxMemory, std::uint64_t{2} << 30);
+// Each tells of a rule of this command line; what the library for arguments refuses by itself is left out.
+TEST_F(CommandLine, RefusesWrongUsage) {
+    const Ended ended = run(R"(for arguments in '' import info 'info a --xml' 'import -0 a' 'import a -j 0' \
+        'import a --timeout 0' 'import a --timeout nan' 'import a --max-memory -5M' 'import a --keep-going --fail-fast' \
+        'import a --in-process --timeout 1' 'import a --in-process --max-memory 1G' report 'report merge' \
+        'import a --format JSON' 'import a --log-level LOUD' 'import a --log-format xml' 'import a -o b -o c' \
+        'spec options' 'formats xml' textconv 'textconv a b'
+        do $petal $arguments; [ $? = 2 ] || echo "$arguments"; done)");
+    EXPECT_EQ(ended.output, "") << "is taken";
+    EXPECT_TRUE(has(ended.errors, "\npetal: Run 'petal --help' or 'petal import --help'.\n"));
+    EXPECT_THROW(static_cast<void>(petal::parseCommandLine(0, std::array<const char*, 1>{}.data())), petal::Failure);
+}
+
+TEST_F(CommandLine, OffersInBashWhatFits) {
+    put("script", ". " PETAL_SOURCES R"(/completions/petal.bash
+        offer() { COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _petal; echo "${COMPREPLY[*]}"; }
+        offer petal me; offer petal rep; offer petal report m; offer petal import --fail-on enc
+        offer petal import --ledger-detail ''; offer petal import --ledger-d
+        offer petal import --files-from x; offer petal formats t)");
+    EXPECT_EQ(run("bash script").output, "\nreport\nmerge\nencoding\nnamed all\n--ledger-detail\n\ntree\n");
+}
+
+TEST_F(CommandLine, EveryExitStatusIsDocumented) {
+    std::set<petal::Outcome> outcomes;
+    std::set<std::string_view> words;
+    const std::string page = inSources("docs/cli.md");
+    int before = 0;
+    for (const petal::ExitStatus& status : petal::exitStatuses()) {
+        EXPECT_TRUE(outcomes.insert(status.outcome).second && words.insert(status.word).second) << status.word;
+        EXPECT_TRUE(has(page, "| " + std::to_string(status.number) + " | `" + std::string(status.word) + "` | " +
+                                  status.meaning + " |\n"));
+        EXPECT_LE(before, status.number);
+        before = status.number;
+    }
+    EXPECT_EQ(outcomes.size(), static_cast<std::size_t>(petal::Outcome::outputFailed) + 1);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "scanner/VectorCode.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -35,11 +36,11 @@ MatchEvents matcherEvents(std::string_view text, std::size_t bufferSize = 16384,
 /// The events of a scanner that tries every pattern at every position.
 MatchEvents simpleEvents(std::string_view text);
 
-/// The same, from a scanner that flex made of the rule table. Only where flex is: ROSE_FLEX_JUDGE says so.
-MatchEvents flexEvents(std::string_view text);
-
 /// The multi-line text that stands in `text` at `place`, which then moves behind it.
 std::string linesBehind(std::string_view text, std::size_t& place);
+
+/// A text of keywords, pieces of keywords and their surroundings, the same for the same seed.
+std::string randomText(std::uint32_t seed);
 
 /// `bytes` with everything unprintable escaped.
 std::string readable(std::string_view bytes);

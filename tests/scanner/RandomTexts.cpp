@@ -1,4 +1,4 @@
-#include "RandomTexts.h"
+#include "MatchEvent.h"
 
 #include "scanner/RuleTable.h"
 

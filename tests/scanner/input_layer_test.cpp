@@ -64,6 +64,7 @@ TEST(InputLayer, MatchesWhatWasPutBack) {
             }
         });
         EXPECT_EQ(rules, row.rules) << row.putBack;
+        EXPECT_EQ(InputText::rest(), "") << "a scan goes to the end";
     }
 }
 

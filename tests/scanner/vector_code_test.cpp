@@ -1,6 +1,6 @@
 #include "scanner/VectorCode.h"
 
-#include "RandomTexts.h"
+#include "MatchEvent.h"
 
 #include "scanner/Keywords.h"
 

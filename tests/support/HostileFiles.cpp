@@ -64,6 +64,8 @@ std::vector<HostileFile> makeFiles() {
         {"views that never close their quote", diagram, "(object ClassView \"Cl ", "", 10'000'000, 20'000, 0, 4},
         {"quotes", diagram + " label ", "\"", "", 200'000'000, 2'000'000, 0, 4},
         {"text lines of 10 KB", "(object Class \"A\"\n documentation \t\n", barLine(), "x", 10'000, 100, 0, 4},
+        {"NULs", "", std::string(1, '\0'), "", 200'000'000, 100'000, 0, 3},
+        {"lines that no line feed ends", "", "\r(object Class \"A\"\r", "", 10'000'000, 1'000, 0, 4},
         {"documentation lines", "(object Class \"A\"\n", " documentation \"line {n}\"\n", "", 1'000'000, 5'000, 0, 4},
     };
 }

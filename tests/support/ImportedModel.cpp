@@ -85,6 +85,10 @@ std::string ImportedModel::tree() const {
     return withoutLine(writtenAs("tree", model), "  origin: ");
 }
 
+ImportedModel importLogicalView(std::string_view content, const ImportChoices& choices) {
+    return ImportedModel::ofBody("(object Class_Category \"Logical View\"\n" + std::string(content), choices);
+}
+
 std::string jsonOf(const KelModel& model) {
     return withoutLine(writtenAs("json", model), "\"sourcePath\"");
 }

@@ -50,5 +50,8 @@ private:
     ImportedModel(const std::string& path, const Choices& choices);
 };
 
+/// Imports what follows the header of the category "Logical View".
+[[nodiscard]] ImportedModel importLogicalView(std::string_view content, const ImportChoices& choices = {});
+
 /// The model as a JSON document; the path of the file, which differs between runs, is left out.
 [[nodiscard]] std::string jsonOf(const KelModel& model);

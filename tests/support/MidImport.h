@@ -1,6 +1,13 @@
 #pragma once
 
+#include "builder/Associations.h"
+#include "builder/Binding.h"
 #include "builder/BuilderState.h"
+#include "builder/Classes.h"
+#include "builder/Diagrams.h"
+#include "builder/Quids.h"
+#include "builder/Relationships.h"
+#include "builder/indexes/ContainerIndex.h"
 #include "completion/cleanup.h"
 #include "host/model/KelClassDiagram.h"
 #include "host/model/KelDesignPackage.h"
@@ -11,7 +18,7 @@
 #include <vector>
 
 /// The builder in the middle of an import, with a model of some packages and diagrams, for tests that call its
-/// operations one by one. One at a time.
+/// operations one by one; their headers are included above. One at a time.
 class MidImport {
 public:
     static constexpr int containerCount = 3;

@@ -17,8 +17,4 @@ std::string eventsOf(std::string_view text, const Reader::Settings& settings = {
 /// The damages of a text: "3:5 unclosedText".
 std::vector<std::string> damagesOf(std::string_view text);
 
-/// What a reading of these bytes, whatever they are, does not keep of the reader's contract; empty when it keeps all.
-/// The same bytes are read in blocks of several sizes and through a small window as well.
-std::string notationFault(const std::uint8_t* bytes, std::size_t size);
-
 } // namespace notation::test

@@ -1,230 +1,162 @@
 #include "support/RandomModelFile.h"
 
-#include <array>
+#include <algorithm>
+#include <stdexcept>
 
 namespace {
 
-constexpr std::array classNames{"A", "B", "C", "D", "Order", "Line"};
-constexpr std::array unknownNames{"Actor", "Later", "Sales::Order"};
-constexpr std::array memberNames{"id", "i", "id2", "name", "key", ""};
-constexpr std::array typeNames{"int",    "char[20]", "char*", "VARCHAR2(40)", "NUMBER(10,2)", "Order", "Colour",
-                               "double", "boolean",  "void",  "DATE",         "Unknown",      "Actor", "int[3]"};
-constexpr std::array classObjects{"Class",         "Class",    "Class", "Parameterized_Class", "Instantiated_Class",
-                                  "Class_Utility", "Metaclass"};
-constexpr std::array containments{"By Value", "By Reference", "Unspecified"};
-constexpr std::array visibilities{"Public", "Protected", "Private", "Implementation"};
-constexpr std::array cardinalities{"0..n", "1..n", "1..1", "n", "0..0"};
-constexpr std::array associationNames{"", "$UNNAMED$1", "owns", "owns", "has"};
-constexpr std::array relationships{"Inheritance_Relationship", "Realize_Relationship", "Uses_Relationship"};
-constexpr std::array relationshipViews{"InheritView", "RealizeView", "UsesView", "AttachView"};
+constexpr int deepestPackage = 6; // in parentheses
+
+/// One rule of the grammar: alternatives with '|' between them. <rule> stands for an alternative of that rule, <rule*4>
+/// for none to four of them, and % with a letter for a number (see `number`).
+struct Rule {
+    std::string_view name;
+    std::string_view text;
+    std::string_view ofWildFiles; // empty: the same
+};
+
+constexpr Rule rules[] = {
+    {"unused", "||(object Class_Category \"Use Case View\"\n<content>)\n", ""}, // nothing of it is imported
+    {"logical", "(object Class_Category \"Logical View\"\n<content>)\n", ""},
+    {"package", "(object Class_Category \"P%p\"\n<content>)\n", ""},
+    // A diagram stays current after its package, and no role is bound while there is one.
+    {"content", "quid \"%q\"\nlogical_models \t(list unit_reference_list\n<element*8><package*2>)\n<diagrams>",
+     "quid \"%q\"\nlogical_models \t(list unit_reference_list\n<element*8><package*2><element*4>)\n<diagrams>"},
+    {"diagrams", "logical_presentations \t(list unit_reference_list\n<diagram*2>)\n", ""},
+    {"element", "<class>|<class>|<association>|<association>|<enumeration>", ""},
+    {"class",
+     "(object <classKind> \"<className>\"\nquid \"%q\"\n<stereotype><parameter*2><attribute*4><operation*2>"
+     "<relationship*2>)\n",
+     ""},
+    {"classKind", "Class|Class|Class|Parameterized_Class|Instantiated_Class|Class_Utility|Metaclass", ""},
+    {"stereotype", "||||stereotype \"Interface\"\n|stereotype \"entity\"\n", ""},
+    // A class that becomes a type takes the associations to it along.
+    {"enumeration", "(object Class \"<enumerationName>\"\n(value Text \t\"{<literals>}\")\n)\n", ""},
+    {"enumerationName", "Colour", "Colour|<className>"},
+    {"literals", "Red|Red,Green=2,Blue='b'|Red,Green=2,Blue='b'|Red,Green=2,Blue='b'", ""},
+    {"attribute",
+     "(object ClassAttribute \"<memberName>\"\n<typed>initv \t\"0\"\nexportControl \t\"<visibility>\"\n"
+     "Containment \t\"<containment>\"\n)\n",
+     ""},
+    {"typed", "|type \t\"<type>\"\n|type \t\"<type>\"\n", ""},
+    {"operation", "(object Operation \"<memberName>\"\n<parameter*2><result>)\n", ""},
+    {"result", "|result \t\"<type>\"\n|result \t\"<type>\"\n", ""},
+    {"parameter", "(object Parameter \"<memberName>\"\n<typed>)\n", ""},
+    {"relationship", "(object <relation>_Relationship\nlabel \t\"relates\"\n<supplier>)\n", ""},
+    {"relation", "Inheritance|Realize|Uses", ""},
+    {"supplier", "<named>|<named>|<named>|<named>|", ""},
+    {"named", "supplier \t\"<className>\"\n", ""},
+    {"association", "(object Association \"<associationName>\"\nquid \t\"<associationQuid>\"\n<roles><linkClass>)\n",
+     ""},
+    {"associationQuid", "%q|%q|%q|%q|%q|%q|%q|%a", ""},
+    {"roles", "<role><role>", "<role*3>"},
+    {"linkClass", "%1|%1|%1|%3AssociationClass \t\"<className>\"\n", ""},
+    {"role", "(object Role \"<associationName>\"\n<named><keys><cardinality>)\n",
+     "(object Role \"<associationName>\"\n<supplier><keys><cardinality><aggregate>)\n"},
+    {"keys", "||keys \t(list class_attribute_list\n<attribute*3>)\n", ""},
+    {"cardinality", "client_cardinality \t(value cardinality \"<range>\")\n", ""},
+    {"aggregate", "|||is_aggregate \tTRUE\n", ""},
+    {"diagram", "(object ClassDiagram \"Main\"\n%d<view*15>)\n", ""},
+    {"view", "<classView>|<classView>|<relationView>|<associationView>|<note>", ""},
+    {"classView", "(object ClassView \"Class\" \"Logical View::<known>\" @<classNumber>\n)\n", ""},
+    {"classNumber", "%v|%v|%v|%v|%v|%w", ""},
+    {"relationView", "(object <viewKind>View \"\" @%v\nclient \t@%w\nsupplier \t@%w\n)\n", ""},
+    {"viewKind", "Inherit|Realize|Uses|Attach", ""},
+    {"associationView",
+     "(object AssociationViewNew \"<associationName>\" @%v\nquidu \t\"%b\"\n(object RoleView \"\" @%v\nParent_View "
+     "\t@%u\n"
+     "supplier \t@%w\n)\n)\n",
+     ""},
+    {"note", "(object NoteView @%v\nParent_View \t@%t\nlabel \t\"note %t\"\n)\n", ""},
+    {"className", "<prefix><known>|<prefix><known>|<prefix><known>|<prefix><known>|<prefix><known>|<prefix><unknown>",
+     ""},
+    {"prefix", "|Logical View::P::", ""},
+    {"known", "A|B|C|D|Order|Line", ""},
+    {"unknown", "Actor|Later|Sales::Order", ""},
+    {"memberName", "id|i|id2|name|key|", ""},
+    {"type", "int|char[20]|char*|VARCHAR2(40)|NUMBER(10,2)|Order|Colour|double|boolean|void|DATE|Unknown|Actor|int[3]",
+     ""},
+    {"visibility", "Public|Protected|Private|Implementation", ""},
+    {"containment", "By Value|By Reference|Unspecified", ""},
+    {"range", "0..n|1..n|1..1|n|0..0", ""},
+    {"associationName", "|$UNNAMED$1|owns|owns|has", ""},
+};
 
 } // namespace
 
 RandomModelFile::RandomModelFile(unsigned int seed, Kind kind) : isSound_(kind == Kind::sound), random_(seed) {
-    if (oneIn(3)) {
-        writeCategory("Use Case View"); // of which nothing is imported
-        associationCount_ = 0;
+    expand("<unused>");
+    associationCount_ = 0;
+    expand("<logical>");
+}
+
+void RandomModelFile::expandRule(std::string_view name) {
+    const auto rule = std::ranges::find(rules, name, &Rule::name);
+    if (rule == std::end(rules)) {
+        throw std::logic_error("no rule " + std::string(name));
     }
-    writeCategory("Logical View");
+    if (name == "package" && depth_ >= deepestPackage) {
+        return;
+    }
+    std::string_view text = isSound_ || rule->ofWildFiles.empty() ? rule->text : rule->ofWildFiles;
+    for (auto skipped = below(1 + static_cast<int>(std::ranges::count(text, '|'))); skipped > 0; --skipped) {
+        text.remove_prefix(text.find('|') + 1);
+    }
+    expand(text.substr(0, text.find('|')));
 }
 
-void RandomModelFile::times(int most, void (RandomModelFile::*write)()) {
-    for (int left = below(most + 1); left > 0; --left) {
-        (this->*write)();
+void RandomModelFile::expand(std::string_view text) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == '<') {
+            const std::string_view call = text.substr(at + 1, text.find('>', at) - at - 1);
+            const std::size_t mark = call.find('*');
+            const int times =
+                mark == std::string_view::npos ? 1 : below(std::stoi(std::string(call.substr(mark + 1))) + 1);
+            for (int time = 0; time < times; ++time) {
+                expandRule(call.substr(0, mark));
+            }
+            at += call.size() + 1;
+        } else if (text[at] == '%') {
+            const int value = number(text[++at]);
+            text_ += value >= 0 ? std::to_string(value) : "";
+        } else {
+            put(text[at]);
+        }
     }
 }
 
-void RandomModelFile::line(const std::string& text) {
-    text_ += std::string(static_cast<std::size_t>(depth_), '\t') + text + "\n";
-}
-
-void RandomModelFile::open(const std::string& text) {
-    line(text);
-    ++depth_;
-}
-
-void RandomModelFile::close() {
-    --depth_;
-    line(")");
-}
-
-void RandomModelFile::property(const std::string& keyword, const std::string& value) {
-    line(keyword + " \t\"" + value + "\"");
-}
-
-void RandomModelFile::reference(const std::string& keyword, int viewNumber) {
-    line(keyword + " \t@" + std::to_string(viewNumber));
-}
-
-std::string RandomModelFile::anyClassName() {
-    const std::string name = oneIn(6) ? anyOf(unknownNames) : anyOf(classNames);
-    return oneIn(2) ? "Logical View::P::" + name : name;
-}
-
-int RandomModelFile::anyViewNumber() {
-    return firstView_ + below(views_ - firstView_ + 1);
-}
-
-void RandomModelFile::writeCategory(const std::string& name) {
-    open("(object Class_Category \"" + name + "\"");
-    property("quid", std::to_string(++quids_));
-    open("logical_models \t(list unit_reference_list");
-    times(8, &RandomModelFile::writeModelElement);
-    // A diagram stays current behind its package, and no role is bound while there is one.
-    times(depth_ < 6 ? 2 : 0, &RandomModelFile::writeNestedCategory);
-    if (!isSound_) {
-        times(4, &RandomModelFile::writeModelElement);
+void RandomModelFile::put(char character) {
+    if (text_.ends_with('\n')) {
+        text_.append(static_cast<std::size_t>(depth_), '\t');
     }
-    close();
-    open("logical_presentations \t(list unit_reference_list");
-    times(2, &RandomModelFile::writeDiagram);
-    close();
-    close();
+    depth_ += character == '(' ? 1 : character == ')' ? -1 : 0; // those within texts are in pairs
+    text_ += character;
 }
 
-void RandomModelFile::writeNestedCategory() {
-    writeCategory("P" + std::to_string(++categories_));
-}
-
-void RandomModelFile::writeModelElement() {
-    constexpr std::array writers{&RandomModelFile::writeClass, &RandomModelFile::writeClass,
-                                 &RandomModelFile::writeAssociation, &RandomModelFile::writeAssociation,
-                                 &RandomModelFile::writeEnumeration};
-    (this->*writers[static_cast<std::size_t>(below(writers.size()))])();
-}
-
-void RandomModelFile::writeClass() {
-    open(std::string("(object ") + anyOf(classObjects) + " \"" + anyClassName() + "\"");
-    property("quid", std::to_string(++quids_));
-    if (oneIn(3)) {
-        property("stereotype", oneIn(2) ? "Interface" : "entity");
+/// A number for the text; -1 for a mark that writes none.
+int RandomModelFile::number(char letter) {
+    switch (letter) {
+    case 'p':
+        return ++packages_;
+    case 'q':
+        return ++quids_;
+    case 'a': // of anything
+        return below(quids_ + 1);
+    case 'b': // of anything, or of nothing
+        return below(quids_ + 20);
+    case 'v':
+        return ++views_;
+    case 'w': // any on the diagram
+        return firstView_ + below(views_ - firstView_ + 1);
+    case 't':
+        return views_;
+    case 'u':
+        return views_ - 1;
+    case 'd':
+        firstView_ = views_;
+        return -1;
+    default: // associations
+        associationCount_ += letter - '0';
+        return -1;
     }
-    times(2, &RandomModelFile::writeParameter);
-    times(4, &RandomModelFile::writeAttribute);
-    times(2, &RandomModelFile::writeOperation);
-    times(2, &RandomModelFile::writeRelationship);
-    close();
-}
-
-void RandomModelFile::writeEnumeration() {
-    // A class that becomes a type takes the associations to it along.
-    const std::string name = isSound_ || oneIn(2) ? "Colour" : anyClassName();
-    open("(object Class \"" + name + "\"");
-    property("(value Text", oneIn(4) ? "{Red}" : "{Red,Green=2,Blue='b'}");
-    close();
-}
-
-void RandomModelFile::writeAttribute() {
-    open(std::string("(object ClassAttribute \"") + anyOf(memberNames) + "\"");
-    if (!oneIn(3)) {
-        property("type", anyOf(typeNames));
-    }
-    property("initv", "0");
-    property("exportControl", anyOf(visibilities));
-    property("Containment", anyOf(containments));
-    close();
-}
-
-void RandomModelFile::writeOperation() {
-    open(std::string("(object Operation \"") + anyOf(memberNames) + "\"");
-    times(2, &RandomModelFile::writeParameter);
-    if (!oneIn(3)) {
-        property("result", anyOf(typeNames));
-    }
-    close();
-}
-
-void RandomModelFile::writeParameter() {
-    open(std::string("(object Parameter \"") + anyOf(memberNames) + "\"");
-    if (!oneIn(3)) {
-        property("type", anyOf(typeNames));
-    }
-    close();
-}
-
-void RandomModelFile::writeRelationship() {
-    open(std::string("(object ") + anyOf(relationships));
-    property("label", "relates");
-    if (!oneIn(5)) {
-        property("supplier", anyClassName());
-    }
-    close();
-}
-
-void RandomModelFile::writeAssociation() {
-    open(std::string("(object Association \"") + anyOf(associationNames) + "\"");
-    property("quid", std::to_string(oneIn(8) ? below(quids_ + 1) : ++quids_));
-    if (isSound_) {
-        writeRole();
-        writeRole();
-    } else {
-        times(3, &RandomModelFile::writeRole);
-    }
-    const bool hasClass = oneIn(4);
-    if (hasClass) {
-        property("AssociationClass", anyClassName());
-    }
-    associationCount_ += hasClass ? 3 : 1;
-    close();
-}
-
-void RandomModelFile::writeRole() {
-    open(std::string("(object Role \"") + anyOf(associationNames) + "\"");
-    if (isSound_ || !oneIn(5)) {
-        property("supplier", anyClassName());
-    }
-    if (oneIn(3)) {
-        open("keys \t(list class_attribute_list");
-        times(3, &RandomModelFile::writeAttribute);
-        close();
-    }
-    line(std::string("client_cardinality \t(value cardinality \"") + anyOf(cardinalities) + "\")");
-    if (!isSound_ && oneIn(4)) {
-        line("is_aggregate \tTRUE");
-    }
-    close();
-}
-
-void RandomModelFile::writeDiagram() {
-    open("(object ClassDiagram \"Main\"");
-    firstView_ = views_;
-    times(15, &RandomModelFile::writeView);
-    close();
-}
-
-void RandomModelFile::writeView() {
-    constexpr std::array writers{&RandomModelFile::writeClassView, &RandomModelFile::writeClassView,
-                                 &RandomModelFile::writeRelationshipView, &RandomModelFile::writeAssociationView,
-                                 &RandomModelFile::writeNote};
-    (this->*writers[static_cast<std::size_t>(below(writers.size()))])();
-}
-
-void RandomModelFile::writeClassView() {
-    const std::string number = std::to_string(oneIn(6) ? anyViewNumber() : ++views_);
-    open("(object ClassView \"Class\" \"Logical View::" + std::string(anyOf(classNames)) + "\" @" + number);
-    close();
-}
-
-void RandomModelFile::writeRelationshipView() {
-    open(std::string("(object ") + anyOf(relationshipViews) + " \"\" @" + std::to_string(++views_));
-    reference("client", anyViewNumber());
-    reference("supplier", anyViewNumber());
-    close();
-}
-
-void RandomModelFile::writeAssociationView() {
-    open(std::string("(object AssociationViewNew \"") + anyOf(associationNames) + "\" @" + std::to_string(++views_));
-    property("quidu", std::to_string(below(quids_ + 20)));
-    open("(object RoleView \"\" @" + std::to_string(++views_));
-    reference("Parent_View", views_ - 1);
-    reference("supplier", anyViewNumber());
-    close();
-    close();
-}
-
-void RandomModelFile::writeNote() {
-    open("(object NoteView @" + std::to_string(++views_));
-    reference("Parent_View", views_);
-    property("label", "note " + std::to_string(views_));
-    close();
 }

@@ -5,11 +5,16 @@
 
 #include <vector>
 
-/// What a bridge says about itself; a record for the host to show. Texts are UTF-8.
+/// A bridge's description of itself, for the host to show. Texts are UTF-8.
+///
+/// A value that owns its texts: copying copies them. The host makes an empty one and passes it to
+/// `KelModelBridgeDllInterface::getSpecification`. The references that the getters return are valid until the record
+/// changes next.
 class KEL_API KelBridgeSpecification {
 public:
-    /// Replaces the whole record. `extraTexts` is a null-terminated array of C strings, or null for none; they
-    /// are copied. `experimental` says that the bridge is not finished, `licensed` that it needs a licence.
+    /// Replaces the whole record; may throw `std::bad_alloc` and then changes nothing. `extraTexts` is an array of C
+    /// strings followed by a null pointer, or null for none. `experimental`: the bridge is not finished. `licensed`: it
+    /// needs a licence.
     void initialize(const KelString& toolWeb, const KelString& vendorName, const KelString& toolName,
                     const KelString& toolVersions, const KelString& methodologySummary, const char* const* extraTexts,
                     const KelString& version, const KelString& description, bool experimental, bool licensed);

@@ -3,19 +3,20 @@
 #include "host/KelApi.h"
 #include "host/text/KelString.h"
 
-/// What the host knows about the tools behind a bridge, whether the bridge is loaded or not. Texts are UTF-8.
+/// The host's knowledge of the tool whose files a bridge reads. Texts are UTF-8.
 struct KelBridgeTool {
     KelString vendorName;
     KelString toolName;
     KelString toolVersions;
-    KelString toolWeb; // an address
+    KelString toolWeb; // a web address
     KelString methodologySummary;
 };
 
-/// The host's description of one bridge.
+/// The host's description of one bridge, available without loading the bridge. It does not change once it is made, so
+/// any number of threads may read it; it is not copyable.
 class KEL_API KelBridgeSpecificationLiteral {
 public:
-    /// `descriptionLiteralId` identifies the description among the bridge's own text literals.
+    /// `descriptionLiteralId` identifies the description in the bridge's text literals.
     KelBridgeSpecificationLiteral(const KelString& bridgeId, const KelString& descriptionLiteralId,
                                   const KelBridgeTool& tool)
         : bridgeId_(bridgeId), descriptionLiteralId_(descriptionLiteralId), tool_(tool) {}

@@ -6,18 +6,20 @@
 class KelBridgeSpecification;
 class KelOptionList;
 
-/// What every bridge offers to the host. The host gets the interface object from the bridge's factory function
-/// and never deletes it. Calls are made by one thread at a time; an import refuses a second one by itself.
+/// The interface of every bridge to the host.
+///
+/// The bridge owns the object; the host gets it from the bridge's factory and never deletes it. One thread at a time
+/// calls its functions, all of which may throw `std::bad_alloc`; a second import is refused by the bridge itself.
 class KEL_API KelModelBridgeDllInterface {
 public:
     KelModelBridgeDllInterface(const KelModelBridgeDllInterface&) = delete;
     KelModelBridgeDllInterface& operator=(const KelModelBridgeDllInterface&) = delete;
 
-    /// Describes the bridge as it runs under `bridgeId`.
+    /// Replaces the contents of `specification` by the description of the bridge that runs under `bridgeId`.
     virtual void getSpecification(const KelString& bridgeId, KelBridgeSpecification& specification) = 0;
-    /// Replaces what `options` holds by the bridge's options with their defaults.
+    /// Replaces the contents of `options` by the bridge's options with their defaults.
     virtual void getOptionList(KelOptionList& options) = 0;
-    /// The name of the mapping specification that belongs to the bridge.
+    /// The file name of the mapping specification that belongs to the bridge.
     virtual KelString getMappingSpecificationXmlFile() = 0;
 
 protected:

@@ -2,7 +2,8 @@
 
 #include "host/containers/KelContainer.h"
 
-/// A container whose elements are reached by index, from 0 to the element count minus 1.
+/// A container with access by index, from 0 to `getCount() - 1`. Any other index is allowed and finds nothing. Cost and
+/// order are those of the container.
 class KEL_API KelArrayInterface : public virtual _KelContainer {
 public:
     KelArrayInterface() = default;
@@ -10,10 +11,9 @@ public:
     KelArrayInterface& operator=(const KelArrayInterface&) = default;
     ~KelArrayInterface() override;
 
-    /// Adds an element at the place the container's order gives it; false when it was refused, as
-    /// `KelContainer::add` refuses.
+    /// Adds an element at its position in the container's order. False when it is refused, as by `KelContainer::add`.
     virtual bool addElement(const void* element, bool allowDuplicates) = 0;
-    /// Whether this very pointer is held.
+    /// Whether this pointer is held.
     virtual bool containsElement(const void* element) const = 0;
     /// The element at `index`, or null when there is none.
     virtual const void* operator[](int index) const = 0;
@@ -23,6 +23,6 @@ public:
     /// The same among the elements after, or before, the one at `index`.
     virtual int findNextElement(const void* element, int index) const = 0;
     virtual int findPreviousElement(const void* element, int index) const = 0;
-    /// Takes out the element at `index`; false when there is none.
+    /// Removes the element at `index`; false when there is none.
     virtual bool removeElement(int index) = 0;
 };

@@ -1,10 +1,12 @@
 #include "host/containers/KelContainer.h"
 
+#include "host/containers/KelArrayInterface.h"
+
 #include <functional>
 
 namespace {
 
-// The difference of two addresses may not fit an int, so only its sign is given.
+// Only the sign of the difference, which may not fit into an int.
 int compareAddresses(const void* left, const void* right) {
     const std::less<> before;
     return static_cast<int>(before(right, left)) - static_cast<int>(before(left, right));
@@ -25,3 +27,5 @@ int KelContainer::compare2Key(const void* element, const void* key) const {
 }
 
 KelContainer::Iterator::~Iterator() = default;
+
+KelArrayInterface::~KelArrayInterface() = default;

@@ -2,10 +2,12 @@
 
 #include "host/KelApi.h"
 
-/// What every container has: how many elements it holds.
+/// The number of elements: the base that all container interfaces share.
 ///
-/// Containers hold untyped element pointers and own nothing: neither adding nor removing touches what a pointer
-/// points to, and an element must outlive its stay. No container may be changed while another thread uses it.
+/// The following holds for all containers. They hold untyped pointers to elements and do not own the elements: adding
+/// and removing leave the elements alone, and an element must live as long as it is held. Adding and copying may throw
+/// `std::bad_alloc`, and nothing has changed then. Any number of threads may read a container while none changes it
+/// (collections of the repository are an exception, see KelObject.h).
 class KEL_API _KelContainer {
 public:
     _KelContainer() = default;
@@ -20,12 +22,12 @@ protected:
     int count_ = 0;
 };
 
-/// A container that is walked with iterators and searched by key.
+/// A container with iterators and a search by key.
 ///
-/// Equality of elements, and of an element and a key, is what the two comparisons say; a container whose
-/// elements are looked up by something other than their address overrides them.
+/// `compare2Object` and `compare2Key` define the equality of two elements, and of an element and a key. A subclass
+/// whose elements are searched by anything but their address overrides them.
 ///
-/// An iterator handed to an operation must be one over this container; another container's is left as it was.
+/// The parameter `iterator` of an operation is optional (null). An iterator of another container is left unchanged.
 class KEL_API KelContainer : public virtual _KelContainer {
 public:
     class Iterator;
@@ -37,32 +39,32 @@ public:
 
     /// Removes every element.
     virtual void empty() = 0;
-    /// A new iterator over this container; `deleteIterator` destroys it. `fromLast` chooses the end at which it
-    /// starts (false: the first element). It must not outlive the container.
+    /// A new iterator, at the last element or at the first. The caller owns it and passes it to `deleteIterator` of the
+    /// same container, which must still exist.
     virtual Iterator* newIterator(bool fromLast) const = 0;
     virtual void deleteIterator(Iterator* iterator) const = 0;
-    /// Adds an element; false when it was refused (null, or a duplicate where `allowDuplicates` is false and the
-    /// container already holds an element that compares equal). `iterator`, when given, is left at the element
-    /// added or, on a refusal for a duplicate, at the one that was there.
+    /// Adds an element. False when it is refused: null, or a duplicate (it compares equal to an element held) while
+    /// `allowDuplicates` is false. `iterator` then is at the new element or, for a duplicate, at the one held.
     virtual bool add(const void* element, bool allowDuplicates, Iterator* iterator) = 0;
-    /// Whether this very pointer is held. `iterator`, when given, is left at it when it is.
+    /// Whether this pointer is held (not one that compares equal). If so, `iterator` then is at it.
     virtual bool contains(const void* element, Iterator* iterator) const = 0;
-    /// The first element, in the container's order, that compares equal to `key`, or null. `iterator`, when
-    /// given, is left at it when there is one.
+    /// The first element, in the container's order, that compares equal to `key`, or null. If there is one, `iterator`
+    /// then is at it.
     virtual const void* findFirst(const void* key, Iterator* iterator) const = 0;
-    /// Removes the element `iterator` stands at and moves the iterator to the one that followed; false when the
-    /// iterator stands nowhere or belongs to another container.
+    /// Removes the element at `iterator` and moves the iterator to the next one. False when the iterator is at no
+    /// element or belongs to another container.
     virtual bool remove(Iterator* iterator) = 0;
-    /// Negative, 0 or positive as the first element sorts before, with or after the second. By default elements
-    /// are ordered by address.
+    /// Negative, 0 or positive when the first element sorts before, with or after the second; by default, by address.
     virtual int compare2Object(const void* left, const void* right) const;
-    /// The same for an element and a key. By default the key is an element's address.
+    /// The same for an element and a key; by default the key is an element's address.
     virtual int compare2Key(const void* element, const void* key) const;
 };
 
-/// A position in a container: at one of its elements, or nowhere (past either end).
+/// A position in a container: at one of its elements, or at none.
 ///
-/// Changing the container invalidates every iterator that stands at an element that is removed.
+/// It must not be used after its container is destroyed. Removing an element by other means than this iterator
+/// invalidates it when it is at that element. No function throws. A step costs O(1) unless the container says
+/// otherwise.
 class KEL_API KelContainer::Iterator {
 public:
     Iterator() = default;
@@ -70,19 +72,20 @@ public:
     Iterator& operator=(const Iterator&) = default;
     virtual ~Iterator();
 
+    /// The container that the iterator belongs to.
     [[nodiscard]] virtual const KelContainer* getContainer() const = 0;
-    /// The element stood at, or null when nowhere. `operator*` and `get` are the same.
+    /// The element, or null when the iterator is at none. `operator*` and `get` are the same.
     virtual const void* operator*() const = 0;
     [[nodiscard]] virtual const void* get() const = 0;
-    /// Each of these says whether the iterator then stands at an element.
+    /// Each of the following returns whether the iterator then is at an element.
     virtual bool moveToFirst() = 0;
     virtual bool moveToLast() = 0;
-    /// Moves by `steps` elements (1 or more) towards the last or the first. An iterator that stands nowhere, or
-    /// that has no such element to go to, then stands nowhere.
+    /// Moves by `steps` (1 or more) elements towards the last or the first. An iterator that is at no element, or that
+    /// passes either end, then is at none.
     virtual bool next(int steps) = 0;
     virtual bool previous(int steps) = 0;
-    /// Move to the first, last, next or previous element that compares equal to `key`; when there is none the
-    /// iterator stands nowhere.
+    /// Move to the first, last, next or previous element that compares equal to `key`. When there is none, the iterator
+    /// then is at no element.
     virtual bool findFirst(const void* key) = 0;
     virtual bool findLast(const void* key) = 0;
     virtual bool findNext(const void* key) = 0;

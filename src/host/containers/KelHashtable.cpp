@@ -5,7 +5,7 @@
 #include <iterator>
 #include <utility>
 
-// The compiler wants the bases named; they hold nothing but the count, which the assignment sets.
+// The bases must be named to avoid a warning; their only member is the count, which the assignment sets.
 // NOLINTNEXTLINE(bugprone-copy-constructor-init,readability-redundant-member-init)
 KelHashtable::KelHashtable(const KelHashtable& other) : _KelContainer(), KelContainer() {
     *this = other;
@@ -19,7 +19,7 @@ KelHashtable& KelHashtable::operator=(const KelHashtable& other) {
     for (const void* element : other.elements_) {
         copy.append(element, other.hashObject(element));
     }
-    // The list itself must stay, since iterators that stand nowhere stand at its end.
+    // The list object is kept, because iterators at no element refer to its end.
     elements_.clear();
     elements_.splice(elements_.begin(), copy.elements_);
     placesByHash_.swap(copy.placesByHash_);
@@ -127,4 +127,87 @@ std::size_t KelHashtable::hashObject(const void* element) const {
 
 std::size_t KelHashtable::hashKey(const void* key) const {
     return std::hash<const void*>{}(key);
+}
+
+KelHashtable::Iterator::Iterator(const KelHashtable& table, bool fromLast)
+    : table_(&table), place_(table.elements_.begin()) {
+    if (fromLast) {
+        moveToLast();
+    }
+}
+
+KelHashtable::Iterator::~Iterator() = default;
+
+const KelContainer* KelHashtable::Iterator::getContainer() const {
+    return table_;
+}
+
+const void* KelHashtable::Iterator::operator*() const {
+    return get();
+}
+
+const void* KelHashtable::Iterator::get() const {
+    return place_ != table_->elements_.end() ? *place_ : nullptr;
+}
+
+bool KelHashtable::Iterator::moveToFirst() {
+    place_ = table_->elements_.begin();
+    return get() != nullptr;
+}
+
+bool KelHashtable::Iterator::moveToLast() {
+    place_ = table_->elements_.end();
+    if (!table_->elements_.empty()) {
+        --place_;
+    }
+    return get() != nullptr;
+}
+
+bool KelHashtable::Iterator::next(int steps) {
+    for (int i = 0; i < steps && place_ != table_->elements_.end(); ++i) {
+        ++place_;
+    }
+    return get() != nullptr;
+}
+
+bool KelHashtable::Iterator::previous(int steps) {
+    for (int i = 0; i < steps && place_ != table_->elements_.end(); ++i) {
+        place_ = place_ != table_->elements_.begin() ? std::prev(place_) : table_->elements_.end();
+    }
+    return get() != nullptr;
+}
+
+bool KelHashtable::Iterator::findFirst(const void* key) {
+    place_ = table_->elements_.end();
+    table_->findFirst(key, this);
+    return get() != nullptr;
+}
+
+bool KelHashtable::Iterator::findLast(const void* key) {
+    return moveToLast() && (table_->compare2Key(get(), key) == 0 || findPrevious(key));
+}
+
+bool KelHashtable::Iterator::findNext(const void* key) {
+    while (next(1) && table_->compare2Key(get(), key) != 0) {
+    }
+    return get() != nullptr;
+}
+
+bool KelHashtable::Iterator::findPrevious(const void* key) {
+    while (previous(1) && table_->compare2Key(get(), key) != 0) {
+    }
+    return get() != nullptr;
+}
+
+bool KelHashtable::Iterator::moveTo(const void* element) {
+    place_ = table_->elements_.end();
+    return table_->contains(element, this);
+}
+
+bool KelHashtable::Iterator::operator==(const Iterator& other) const {
+    return table_ == other.table_ && place_ == other.place_;
+}
+
+bool KelHashtable::Iterator::operator!=(const Iterator& other) const {
+    return !(*this == other);
 }

@@ -7,16 +7,17 @@
 #include <unordered_map>
 #include <vector>
 
-/// A container that finds by hash; its order is the order of adding.
+/// A hash table that keeps the order of adding. KelContainer.h has the rules for ownership, errors and threads.
 ///
-/// Adding, finding and removing cost O(1) plus the number of elements with the same hash. A subclass that
-/// overrides the comparisons overrides the hashes with them: what compares equal must have one hash.
+/// A subclass that overrides the comparisons also overrides the hashes: elements and keys that compare equal have equal
+/// hashes, which do not change while an element is held. Adding, searching and removing cost O(1) plus the number of
+/// elements with the same hash.
 class KEL_API KelHashtable : public KelContainer {
 public:
     class Iterator;
 
     KelHashtable() = default;
-    /// Copies the elements in their order. Both tables must hash and compare alike.
+    /// Copies the pointers in their order. Precondition: both tables hash and compare alike.
     KelHashtable(const KelHashtable& other);
     KelHashtable& operator=(const KelHashtable& other);
     ~KelHashtable() override;
@@ -29,7 +30,7 @@ public:
     const void* findFirst(const void* key, KelContainer::Iterator* iterator) const override;
     bool remove(KelContainer::Iterator* iterator) override;
 
-    /// The hash of an element, and of a key. By default that of the address.
+    /// The hash of an element, and of a key; by default, of the address.
     virtual std::size_t hashObject(const void* element) const;
     virtual std::size_t hashKey(const void* key) const;
 
@@ -37,7 +38,7 @@ private:
     using Elements = std::list<const void*>;
     using Place = Elements::const_iterator;
 
-    /// The first place with that hash whose element `matches`, or the end of the elements.
+    /// The first place with that hash whose element `matches`, or the end.
     template <typename Matches>
     Place findPlace(std::size_t hash, Matches matches) const;
     void append(const void* element, std::size_t hash);
@@ -47,11 +48,11 @@ private:
     std::unordered_map<std::size_t, std::vector<Place>> placesByHash_; // each in the order of adding
 };
 
-/// A position in a hash table. Adding elements, and removing others than the one stood at, leave it in place.
-/// Copying and assigning copy the position, the container included.
+/// A position in a hash table. Adding elements and removing other elements leave it where it is. A copy has the same
+/// position in the same table.
 class KEL_API KelHashtable::Iterator final : public KelContainer::Iterator {
 public:
-    /// Starts at the last element when `fromLast` is set, else at the first; nowhere when there is none.
+    /// Starts at the last element or at the first; at none in an empty table.
     Iterator(const KelHashtable& table, bool fromLast);
     Iterator(const Iterator&) = default;
     Iterator& operator=(const Iterator&) = default;
@@ -66,13 +67,13 @@ public:
     bool previous(int steps) override;
     bool findFirst(const void* key) override;
     bool findLast(const void* key) override;
-    /// These two walk the elements in between.
+    /// These two search linearly, as does `findLast`.
     bool findNext(const void* key) override;
     bool findPrevious(const void* key) override;
 
-    /// Goes to this very element; false, and nowhere, when the table does not hold it.
+    /// Moves to this element (not one that compares equal). False when it is not held; the iterator then is at none.
     bool moveTo(const void* element);
-    /// The same position in the same container; all positions of a container that are nowhere are the same.
+    /// Whether both are at the same position of the same table; two that are at no element are equal.
     bool operator==(const Iterator& other) const;
     bool operator!=(const Iterator& other) const;
 
@@ -80,5 +81,5 @@ private:
     friend class KelHashtable;
 
     const KelHashtable* table_;
-    Place place_; // the end of the elements when nowhere
+    Place place_; // the end of the elements: at none
 };

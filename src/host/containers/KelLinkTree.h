@@ -3,7 +3,8 @@
 #include "host/containers/KelArrayInterface.h"
 #include "host/containers/KelRBTree.h"
 
-/// A search tree whose elements are also reached by index in key order, each access in O(log n).
+/// A search tree with access by index, in the tree's order. Each operation costs O(log n); a search for a
+/// pointer also takes one step per element that compares equal.
 class KEL_API KelLinkTree : public KelRBTree, public KelArrayInterface {
 public:
     KelLinkTree() = default;

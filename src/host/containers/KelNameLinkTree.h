@@ -2,10 +2,10 @@
 
 #include "host/containers/KelLinkTree.h"
 
-/// A link tree of `KelObject`s ordered by name, byte for byte; equal names stay in the order of adding.
+/// A link tree of `KelObject`s in name order, byte for byte. Objects of equal names remain in the order of adding.
 ///
-/// A key is a pointer to a `KelString` holding a name. An object must not be renamed while it is held, unless
-/// its node is detached first.
+/// A key is a pointer to a `KelString` with a name. An object may be renamed only while its node is detached
+/// (`KelRBTree::detachNode`).
 class KEL_API KelNameLinkTree : public KelLinkTree {
 public:
     KelNameLinkTree() = default;

@@ -2,8 +2,8 @@
 
 #include "host/containers/KelVector.h"
 
-/// A vector whose order its user chooses: elements may be put in anywhere, and taking one out keeps the order of
-/// the others. Both cost as many steps as elements stand behind the place.
+/// A vector in which elements can be inserted at any index; removing keeps the order of the others. Both cost time
+/// proportional to the number of elements after the index.
 class KEL_API KelOrderedVector : public KelVector {
 public:
     KelOrderedVector() = default;
@@ -12,7 +12,7 @@ public:
     ~KelOrderedVector() override;
 
     bool remove(KelContainer::Iterator* iterator) override;
-    /// Puts `element` in front of the one at `index`, or at the end when `index` is the number of elements. False
-    /// for a null element and for any other index.
+    /// Inserts `element` before the one at `index`, or at the end when `index` is the number of elements. False for any
+    /// other index and for null.
     virtual bool insertElement(const void* element, int index);
 };

@@ -12,7 +12,7 @@ namespace {
 
 using Node = KelRBTree::Node;
 
-// `compare` gives the sign of an element against what is looked for.
+// `compare` returns the sign of an element compared with the one searched for.
 template <typename Compare>
 Node* findFirstOf(Node* root, Compare compare) {
     Node* found = nullptr;
@@ -51,7 +51,7 @@ void deleteSubtree(Node* top) noexcept {
 
 } // namespace
 
-// The compiler wants the bases named; they hold nothing but the count, which the assignment sets.
+// The bases must be named to avoid a warning; their only member is the count, which the assignment sets.
 // NOLINTNEXTLINE(bugprone-copy-constructor-init,readability-redundant-member-init)
 KelRBTree::KelRBTree(const KelRBTree& other) : _KelContainer(), KelContainer() {
     *this = other;
@@ -284,4 +284,93 @@ void KelRBTree::attachNode(Node* node) {
     linkNode(root_, parent, asLeft, node);
     lastAttached_ = node;
     count_ = subtreeSize(root_);
+}
+
+KelRBTree::Iterator::Iterator(const KelRBTree& tree, bool fromLast)
+    : tree_(&tree), node_(fromLast ? tree.lastNode() : tree.firstNode()) {}
+
+KelRBTree::Iterator::~Iterator() = default;
+
+const KelContainer* KelRBTree::Iterator::getContainer() const {
+    return tree_;
+}
+
+const void* KelRBTree::Iterator::operator*() const {
+    return get();
+}
+
+const void* KelRBTree::Iterator::get() const {
+    return node_ != nullptr ? node_->element : nullptr;
+}
+
+bool KelRBTree::Iterator::moveToFirst() {
+    return moveTo(tree_->firstNode());
+}
+
+bool KelRBTree::Iterator::moveToLast() {
+    return moveTo(tree_->lastNode());
+}
+
+bool KelRBTree::Iterator::next(int steps) {
+    return stepBy(steps);
+}
+
+bool KelRBTree::Iterator::previous(int steps) {
+    return stepBy(-static_cast<long long>(steps));
+}
+
+bool KelRBTree::Iterator::stepBy(long long steps) {
+    if (node_ == nullptr) {
+        return false;
+    }
+    if (steps == 1) {
+        return moveTo(nextNode(node_));
+    }
+    if (steps == -1) {
+        return moveTo(previousNode(node_));
+    }
+    const long long index = KelRBTree::getIndex(node_) + steps;
+    const bool inside = index >= 0 && index < tree_->getCount();
+    return moveTo(inside ? tree_->getNode(static_cast<int>(index)) : nullptr);
+}
+
+bool KelRBTree::Iterator::findFirst(const void* key) {
+    return moveTo(tree_->findFirstNode(key));
+}
+
+bool KelRBTree::Iterator::findLast(const void* key) {
+    return moveTo(tree_->findLastNode(key));
+}
+
+bool KelRBTree::Iterator::findNext(const void* key) {
+    if (node_ == nullptr) {
+        return false;
+    }
+    const int order = tree_->compare2Key(node_->element, key);
+    return moveTo(order < 0 ? tree_->findFirstNode(key) : tree_->findNextNode(key, node_));
+}
+
+bool KelRBTree::Iterator::findPrevious(const void* key) {
+    if (node_ == nullptr) {
+        return false;
+    }
+    const int order = tree_->compare2Key(node_->element, key);
+    return moveTo(order > 0 ? tree_->findLastNode(key) : tree_->findPreviousNode(key, node_));
+}
+
+bool KelRBTree::Iterator::moveTo(Node* node) {
+    node_ = node;
+    return node_ != nullptr;
+}
+
+KelRBTree::Node* KelRBTree::Iterator::getNode() const {
+    return node_;
+}
+
+bool KelRBTree::Iterator::operator==(const Iterator& other) const {
+    return tree_ == other.tree_ && node_ == other.node_;
+}
+
+bool KelRBTree::Iterator::operator!=(const Iterator& other) const {
+    return !(*this == other);
 }

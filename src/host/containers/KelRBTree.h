@@ -2,19 +2,20 @@
 
 #include "host/containers/KelContainer.h"
 
-/// A balanced search tree ordered by `compare2Object`; elements that compare equal keep the order of adding.
+/// A balanced search tree in the order of `compare2Object`. Elements that compare equal keep the order of adding.
 ///
-/// Adding, finding, removing, and going between a node and its index cost O(log n). Nodes stay where they are
-/// in memory until they are removed, so a `Node*` is a handle to its element. An override of a comparison must
-/// give the same order for as long as an element is held; an element whose sort value is about to change is
-/// taken out with `detachNode` and put back with `attachNode`, neither of which allocates or throws.
+/// The tree owns its nodes, which do not move in memory; a `Node*` is a handle to its element until the node is
+/// removed. A comparison must give the same order as long as an element is held. To change the sort value of an
+/// element, detach its node before and attach it again after the change; neither allocates or throws. KelContainer.h
+/// has the rules for errors and threads. Adding, searching, removing, and converting between a node and its index cost
+/// O(log n).
 class KEL_API KelRBTree : public KelContainer {
 public:
     struct Node;
     class Iterator;
 
     KelRBTree() = default;
-    /// Copies the elements in their order, without comparing them. Both trees must sort them alike.
+    /// Copies the pointers in their order, without comparing them. Precondition: both trees sort alike.
     KelRBTree(const KelRBTree& other);
     KelRBTree& operator=(const KelRBTree& other);
     ~KelRBTree() override;
@@ -27,47 +28,47 @@ public:
     const void* findFirst(const void* key, KelContainer::Iterator* iterator) const override;
     bool remove(KelContainer::Iterator* iterator) override;
 
-    /// The element a node holds.
+    /// The element of a node.
     [[nodiscard]] static const void* element(const Node* node) noexcept;
+    /// The ends of the tree's order, and the neighbours of a node in it; null when there is none.
     [[nodiscard]] Node* firstNode() const noexcept;
     [[nodiscard]] Node* lastNode() const noexcept;
     [[nodiscard]] static Node* nextNode(const Node* node) noexcept;
     [[nodiscard]] static Node* previousNode(const Node* node) noexcept;
-    /// The node at `index` in the tree's order, or null.
+    /// The node at `index` in the tree's order, or null when there is none.
     [[nodiscard]] Node* getNode(int index) const noexcept;
-    /// The index of a node of this tree.
+    /// The index of a node in its tree.
     [[nodiscard]] static int getIndex(const Node* node) noexcept;
-    /// The node that holds this very element, or null. Costs O(log n) plus the number of elements that compare
-    /// equal to it.
+    /// The node of this element (not of one that compares equal), or null. Costs O(log n) plus the number of elements
+    /// that compare equal to it.
     [[nodiscard]] Node* getNodeOf(const void* element) const;
     /// The first or last node whose element compares equal to `key`, or null.
     [[nodiscard]] Node* findFirstNode(const void* key) const;
     [[nodiscard]] Node* findLastNode(const void* key) const;
-    /// The neighbour of `node`, if that compares equal to `key`; else null.
+    /// The next or previous node, if its element compares equal to `key`; else null.
     [[nodiscard]] Node* findNextNode(const void* key, const Node* node) const;
     [[nodiscard]] Node* findPreviousNode(const void* key, const Node* node) const;
-    /// Adds an element, equal ones included, and returns its node. Null elements must not be added.
+    /// Adds an element, also a duplicate, and returns its node. Precondition: it is not null.
     Node* addNode(const void* element);
-    /// Adds an element that belongs behind all others, without comparing it with any, and returns its node.
+    /// The same without comparing. Precondition: the element sorts after all others, or equal to the last.
     Node* addLastNode(const void* element);
-    /// Takes the node's element out and destroys the node.
+    /// Removes the element and destroys its node.
     void removeNode(Node* node) noexcept;
-    /// Takes a node out without destroying it; until `attachNode` puts it back the caller owns it.
+    /// Removes a node without destroying it. The caller owns it until `attachNode`.
     void detachNode(Node* node) noexcept;
-    /// Puts a detached node back where its element now sorts, after elements that compare equal.
+    /// Inserts a detached node at the current position of its element, after elements that compare equal.
     void attachNode(Node* node);
 
 protected:
-    /// The first or last node whose element compares equal to `element` as elements do, or null.
+    /// The first or last node whose element compares equal to `element` (`compare2Object`), or null.
     [[nodiscard]] Node* findFirstEqualNode(const void* element) const;
     [[nodiscard]] Node* findLastEqualNode(const void* element) const;
 
 private:
-    /// Whether the tree's order puts `node` right behind the node `held` (null: no); then `next`
-    /// becomes the one that follows now.
+    /// Whether `node` sorts directly after the node `held` (null: no). `next` then is the node that follows `held` now.
     bool goesBehind(const Node* held, const Node& node, Node*& next) const;
     Iterator* own(KelContainer::Iterator* iterator) const;
 
     Node* root_ = nullptr;
-    Node* lastAttached_ = nullptr; // or null; what comes in order goes right behind it
+    Node* lastAttached_ = nullptr; // or null; elements that arrive in order are attached after it without a search
 };

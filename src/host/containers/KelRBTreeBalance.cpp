@@ -11,7 +11,7 @@ bool isRed(const Node* node) {
     return node != nullptr && node->red;
 }
 
-// The mirror images of the textbook's cases are one case with the sides named by these.
+// Mirrored cases are one case here, with the side as a parameter.
 Node*& child(Node* node, bool left) {
     return left ? node->left : node->right;
 }
@@ -28,7 +28,7 @@ void replaceInParent(Node*& root, const Node* node, Node* replacement) {
     }
 }
 
-// Brings the child on the other side up to the node's place and the node down to `toLeft`.
+// Moves the child on the other side up to the node's position, and the node down to the side `toLeft`.
 void rotate(Node*& root, Node* node, bool toLeft) {
     Node* raised = child(node, !toLeft);
     Node* moved = child(raised, toLeft);
@@ -52,7 +52,7 @@ void addToSizes(Node* from, int difference) {
 void repairAfterLink(Node*& root, Node* node) {
     while (isRed(node->parent)) {
         Node* parent = node->parent;
-        Node* grandparent = parent->parent; // there is one, since the root is black
+        Node* grandparent = parent->parent; // not null, since the root is black
         const bool onLeft = grandparent->left == parent;
         Node* uncle = child(grandparent, !onLeft);
         if (isRed(uncle)) {
@@ -74,11 +74,11 @@ void repairAfterLink(Node*& root, Node* node) {
     root->red = false;
 }
 
-// The ways through `node`, a child of `parent` that may be missing, are short of one black node.
+// Precondition: the paths through `node`, a child of `parent` that may be missing, have one black node too few.
 void repairAfterUnlink(Node*& root, Node* node, Node* parent) {
     while (parent != nullptr && !isRed(node)) {
         const bool onLeft = parent->left == node;
-        Node* sibling = child(parent, !onLeft); // there is one, since its side has more black nodes
+        Node* sibling = child(parent, !onLeft); // not null, since its side has more black nodes
         if (sibling->red) {
             sibling->red = false;
             parent->red = true;
@@ -92,7 +92,7 @@ void repairAfterUnlink(Node*& root, Node* node, Node* parent) {
             continue;
         }
         if (!isRed(child(sibling, !onLeft))) {
-            rotate(root, sibling, !onLeft); // both get their colours below
+            rotate(root, sibling, !onLeft); // both are coloured below
             sibling = child(parent, !onLeft);
         }
         sibling->red = parent->red;
@@ -124,7 +124,7 @@ void linkNode(Node*& root, Node* parent, bool asLeft, Node* node) noexcept {
 }
 
 void unlinkNode(Node*& root, Node* node) noexcept {
-    Node* raised = nullptr; // what comes to where a node was taken away, below `raisedParent`
+    Node* raised = nullptr; // the node that fills the gap, below `raisedParent`
     Node* raisedParent = nullptr;
     bool tookRed = false;
     if (node->left == nullptr || node->right == nullptr) {

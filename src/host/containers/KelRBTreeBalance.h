@@ -2,11 +2,11 @@
 
 #include "host/containers/KelRBTree.h"
 
-/// Red-black trees: no red node has a red child, and every way from the root to a missing child passes as many
-/// black nodes. Both operations keep that and the subtree sizes, in O(log n), and keep all nodes where they are.
+/// The red-black invariants: no red node has a red child, and each path from the root to a missing child has the same
+/// number of black nodes. Both operations preserve them and the subtree sizes, in O(log n), and move no node in memory.
 
-/// Hangs `node` below `parent` (null: it becomes the root) on the given side, where nothing hangs yet. The node's
-/// former place in a tree is forgotten.
+/// Makes `node` the left or right child of `parent`, or the root when `parent` is null. Precondition: that place is
+/// empty. The node's earlier links are overwritten.
 void linkNode(KelRBTree::Node*& root, KelRBTree::Node* parent, bool asLeft, KelRBTree::Node* node) noexcept;
-/// Takes `node` out of the tree.
+/// Removes `node` from the tree.
 void unlinkNode(KelRBTree::Node*& root, KelRBTree::Node* node) noexcept;

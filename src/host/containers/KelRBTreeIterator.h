@@ -2,11 +2,11 @@
 
 #include "host/containers/KelRBTree.h"
 
-/// A position in a search tree. Adding elements, and removing others than the one stood at, leave it in place.
-/// Copying and assigning copy the position, the container included.
+/// A position in a search tree. Adding elements and removing other elements leave it where it is. A copy has the same
+/// position in the same tree. Searches cost O(log n).
 class KEL_API KelRBTree::Iterator final : public KelContainer::Iterator {
 public:
-    /// Starts at the last element when `fromLast` is set, else at the first; nowhere when there is none.
+    /// Starts at the last element or at the first; at none in an empty tree.
     Iterator(const KelRBTree& tree, bool fromLast);
     Iterator(const Iterator&) = default;
     Iterator& operator=(const Iterator&) = default;
@@ -17,7 +17,7 @@ public:
     [[nodiscard]] const void* get() const override;
     bool moveToFirst() override;
     bool moveToLast() override;
-    /// A single step costs O(1) over a whole walk, a longer one O(log n).
+    /// A single step costs O(1) on average over a whole walk, a longer one O(log n).
     bool next(int steps) override;
     bool previous(int steps) override;
     bool findFirst(const void* key) override;
@@ -25,11 +25,11 @@ public:
     bool findNext(const void* key) override;
     bool findPrevious(const void* key) override;
 
-    /// Goes to `node`, a node of this iterator's tree, or nowhere when it is null.
+    /// Moves to `node`, a node of this iterator's tree, or to no element when it is null.
     bool moveTo(Node* node);
-    /// The node stood at, or null when nowhere.
+    /// The node, or null when the iterator is at no element.
     [[nodiscard]] Node* getNode() const;
-    /// The same position in the same container; all positions of a container that are nowhere are the same.
+    /// Whether both are at the same position of the same tree; two that are at no element are equal.
     bool operator==(const Iterator& other) const;
     bool operator!=(const Iterator& other) const;
 

@@ -2,7 +2,8 @@
 
 #include "host/containers/KelRBTree.h"
 
-/// A node of a search tree. The size of every subtree lets indexes be found on the way down or up.
+/// A node of a search tree, which owns it. Only the tree changes it. From the sizes of the subtrees an index is found
+/// on the path down, or up.
 struct KelRBTree::Node {
     explicit Node(const void* content) : element(content) {}
 

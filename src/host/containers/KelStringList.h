@@ -2,8 +2,8 @@
 
 #include "host/containers/KelOrderedVector.h"
 
-/// A list of texts: its elements are pointers to `KelString`, which it does not own. Elements and keys (also
-/// pointers to `KelString`) are compared by their texts, byte for byte up to the first NUL.
+/// An ordered vector of texts. Elements and keys are pointers to `KelString`, which the list does not own; they are
+/// compared byte for byte up to the first NUL.
 class KEL_API KelStringList : public KelOrderedVector {
 public:
     KelStringList() = default;

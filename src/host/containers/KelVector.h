@@ -4,8 +4,10 @@
 
 #include <vector>
 
-/// An array of elements in the order of adding. Finding costs a walk; `compare2Key` decides what a key matches.
-/// An iterator stands at an index: after a removal in front of it, it stands at the element that followed.
+/// An array of elements in the order of adding. KelContainer.h has the rules for ownership, errors and threads.
+///
+/// Access by index and adding with duplicates allowed cost O(1); searching, removing and adding without duplicates cost
+/// O(n). An iterator is an index: after the removal of an earlier element it is at the element that followed.
 class KEL_API KelVector : public KelContainer, public KelArrayInterface {
 public:
     class Iterator;
@@ -32,7 +34,7 @@ public:
     int findPreviousElement(const void* element, int index) const override;
     bool removeElement(int index) override;
 
-    /// The same pointers in the same order.
+    /// Whether both hold the same pointers in the same order.
     bool operator==(const KelVector& other) const;
     bool operator!=(const KelVector& other) const;
 

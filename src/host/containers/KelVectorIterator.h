@@ -2,10 +2,10 @@
 
 #include "host/containers/KelVector.h"
 
-/// A position in a vector. Copying and assigning copy the position, the container included.
+/// A position in a vector, kept as an index. A copy has the same position in the same vector. Searches cost O(n).
 class KEL_API KelVector::Iterator final : public KelContainer::Iterator {
 public:
-    /// Starts at the last element when `fromLast` is set, else at the first; nowhere when there is none.
+    /// Starts at the last element or at the first; at none in an empty vector.
     Iterator(const KelVector& vector, bool fromLast);
     Iterator(const Iterator&) = default;
     Iterator& operator=(const Iterator&) = default;
@@ -23,11 +23,11 @@ public:
     bool findNext(const void* key) override;
     bool findPrevious(const void* key) override;
 
-    /// Goes to the element at `index`; false, and nowhere, when there is none.
+    /// Moves to the element at `index`. False when there is none; the iterator then is at none.
     bool moveTo(int index);
-    /// The index stood at, or -1 when nowhere.
+    /// The index, or -1 when the iterator is at no element.
     [[nodiscard]] int getIndex() const;
-    /// The same position in the same container; all positions of a container that are nowhere are the same.
+    /// Whether both are at the same position of the same vector; two that are at no element are equal.
     bool operator==(const Iterator& other) const;
     bool operator!=(const Iterator& other) const;
 

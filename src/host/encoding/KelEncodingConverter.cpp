@@ -11,16 +11,15 @@
 
 namespace {
 
-// The encodings whose converters put a byte order mark in front of what they write, and what such text is read as
-// when it has none.
+// The encodings whose converters write a byte order mark, and the encodings as which text without a mark is read.
 struct MarkedEncoding {
     std::string_view canonicalName;
     const char* unmarked;
 };
 constexpr std::array<MarkedEncoding, 2> markedEncodings = {{{"UTF-16", "UTF-16BE"}, {"UTF-32", "UTF-32BE"}}};
 
-// Has the service read its table of names while this library is loaded: were memory to run out then, it would know no
-// name for the rest of the process.
+// Makes ICU read its table of names while this library is loaded. If memory ran out at a later first use, ICU would
+// know no name for the rest of the process.
 [[maybe_unused]] const std::uint16_t namesKnown = [] {
     UErrorCode error = U_ZERO_ERROR;
     return ucnv_countAliases("UTF-8", &error);
@@ -44,13 +43,13 @@ std::string encode(UConverter* converter, std::u16string_view text) {
     return bytes;
 }
 
-// Whether these ASCII characters come through unchanged in both directions.
+// Whether conversion in both directions leaves these ASCII characters unchanged.
 bool standForThemselves(const KelEncodingConverter& converter, const std::string& ascii) {
     const std::u16string text(ascii.begin(), ascii.end());
     return decode(converter.getHandle(), ascii) == text && encode(converter.getWriter(), text) == ascii;
 }
 
-// Whether no byte of ASCII ever changes what the one after it means.
+// Whether the meaning of a byte never depends on an ASCII byte before it.
 bool readsByteByByte(const UConverter* converter) {
     switch (ucnv_getType(converter)) {
     case UCNV_SBCS:
@@ -110,8 +109,8 @@ KelEncodingConverter::KelEncodingConverter(const KelString& encodingName) : hand
     }
 }
 
-// A byte is plain when it stands for itself at the start of a text. In an encoding where a plain byte changed what
-// the one after it means, none is: a text of plain bytes must be plain as a whole.
+// A byte is plain when conversion leaves it unchanged at the start of a text. If a plain byte can change the meaning of
+// the next one, as in a stateful encoding, no byte counts as plain.
 std::bitset<128> KelEncodingConverter::findPlainBytes() const {
     std::string plain;
     for (char byte = 0;; ++byte) {

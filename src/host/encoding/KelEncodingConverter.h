@@ -10,21 +10,24 @@
 
 struct UConverter;
 
-/// A converter between Unicode and one encoding of the conversion service (ICU). It has a state while it converts,
-/// so one thread uses it at a time. It can be moved but not copied; one moved from is without a handle.
+/// A converter between Unicode and one encoding of the conversion service (ICU).
+///
+/// It owns the service's handle. It can be moved but not copied; a converter that was moved from has no handle. It has
+/// a state, so one thread at a time may use it.
 class KEL_API KelEncodingConverter {
 public:
-    /// `encodingName` is any name that the service knows for the encoding. For an unknown name, the empty one
-    /// included, the converter exists without a handle and converts nothing. Throws `std::bad_alloc`.
+    /// `encodingName` is any name of the encoding that the service knows. For an unknown name, also the empty one, the
+    /// converter has no handle and cannot convert. May throw `std::bad_alloc`.
     explicit KelEncodingConverter(const KelString& encodingName);
 
-    /// The service's handle, owned by this object; null for an unknown encoding.
+    /// The service's handle, which this object owns; null for an unknown encoding.
     [[nodiscard]] UConverter* getHandle() const { return handle_.get(); }
-    /// The handle to write texts with: as `getHandle`, but one that writes no byte order mark.
+    /// The handle for writing texts: as `getHandle`, but it writes no byte order mark.
     [[nodiscard]] UConverter* getWriter() const { return writer_ != nullptr ? writer_.get() : handle_.get(); }
     /// The service's canonical name of the encoding; empty without a handle.
     [[nodiscard]] KelString getEncodingName() const;
-    /// Whether every byte of `text` is an ASCII character that stands for itself in this encoding, both ways.
+    /// Whether `text` is ASCII and conversion in either direction would not change it. The first call examines the
+    /// encoding, which takes as long as converting some kilobytes and may throw `std::bad_alloc`.
     [[nodiscard]] bool isPlainText(std::string_view text) const;
 
 private:
@@ -37,10 +40,10 @@ private:
     [[nodiscard]] std::bitset<128> findPlainBytes() const;
 
     Handle handle_;
-    Handle writer_;                                      // only where the handle itself would write a byte order mark
-    mutable std::optional<std::bitset<128>> plainBytes_; // found out when first asked for: it takes its time
+    Handle writer_;                                      // null unless the handle would write a byte order mark
+    mutable std::optional<std::bitset<128>> plainBytes_; // filled at the first call of isPlainText
 };
 
-/// Whether converting from the first to the second would change nothing: both have the same canonical name. False
-/// when either has no handle.
+/// Whether both converters have the same canonical name, so that converting between them would change nothing. False
+/// when one has no handle. Neither pointer may be null.
 [[nodiscard]] KEL_API bool equivalentConverters(const KelEncodingConverter* first, const KelEncodingConverter* second);

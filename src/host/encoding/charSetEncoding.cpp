@@ -14,7 +14,7 @@ struct CharSet {
 constexpr auto charSets = std::to_array<CharSet>({
     {0, "windows-1252"},   // ANSI
     {1, "windows-1252"},   // default
-    {2, "windows-1252"},   // symbol: no text encoding, and what texts are typed in besides
+    {2, "windows-1252"},   // symbol: not an encoding of texts; the texts beside symbols are in this one
     {77, "macintosh"},     // Mac
     {128, "windows-932"},  // Japanese
     {129, "windows-949"},  // Korean

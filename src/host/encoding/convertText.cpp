@@ -1,14 +1,15 @@
+// Converting texts with ICU: convertText replaces invalid sequences, KelTextDecoder also finds them.
 #include "host/encoding/convertText.h"
 
 #include "host/encoding/KelEncodingConverter.h"
+#include "host/encoding/KelTextDecoder.h"
 #include "host/text/KelString.h"
-
-#include <unicode/ucnv.h>
-#include <unicode/ucnv_cb.h>
-#include <unicode/ucnv_err.h>
 
 #include <array>
 #include <new>
+#include <unicode/ucnv.h>
+#include <unicode/ucnv_cb.h>
+#include <unicode/ucnv_err.h>
 #include <utility>
 
 namespace {
@@ -16,12 +17,12 @@ namespace {
 constexpr UChar replacementCharacter = 0xFFFD;
 constexpr UChar byteOrderMark = 0xFEFF;
 
-// The service calls these back for what it cannot convert, but also when a converter is reset or closed.
+// ICU calls the callbacks below for conversion problems, but also when a converter is reset or closed.
 bool isConversionProblem(UConverterCallbackReason reason) {
     return reason <= UCNV_IRREGULAR;
 }
 
-// The service's own substitution writes U+001A for some encodings.
+// Replaces ICU's own substitution, which writes U+001A for some encodings.
 void writeReplacement(const void* context, UConverterToUnicodeArgs* arguments, const char*, std::int32_t,
                       UConverterCallbackReason reason, UErrorCode* error) {
     if (isConversionProblem(reason)) {
@@ -39,7 +40,7 @@ void writeSubstitute(const void* context, UConverterFromUnicodeArgs* arguments, 
     }
 }
 
-// Has the problems of one conversion handled as above; `valid` becomes false at the first.
+// Installs the two callbacks for one conversion. `valid` becomes false at the first problem.
 class ProblemHandling {
 public:
     ProblemHandling(UConverter* reader, UConverter* writer, bool& valid) : reader_(reader), writer_(writer) {
@@ -60,15 +61,15 @@ private:
     UConverter* writer_;
 };
 
-// Says whether the call is to be repeated because its output was full.
+// Whether the call must be repeated because its output buffer was full.
 bool isToContinue(UErrorCode error) {
     if (U_FAILURE(error) && error != U_BUFFER_OVERFLOW_ERROR) {
-        throw std::bad_alloc(); // all else is handled by the callbacks
+        throw std::bad_alloc(); // the callbacks handle all other errors
     }
     return error == U_BUFFER_OVERFLOW_ERROR;
 }
 
-// Appends the converted `text` to `converted`; with `isLast` also what the writer has kept back so far.
+// Appends the converted `text` to `converted`; with `isLast` also the bytes that the writer still holds.
 void write(UConverter* writer, const UChar* text, const UChar* end, bool isLast, KelString& converted) {
     std::array<char, 4096> buffer;
     bool more = true;
@@ -110,4 +111,71 @@ bool convertText(KelEncodingConverter& from, KelEncodingConverter& to, KelString
     }
     text = std::move(converted);
     return valid;
+}
+
+namespace {
+
+// Makes a converter stop at invalid sequences during the lifetime of this object.
+class Stopping {
+public:
+    explicit Stopping(UConverter* reader) : reader_(reader) { handle(UCNV_TO_U_CALLBACK_STOP); }
+    Stopping(const Stopping&) = delete;
+    Stopping& operator=(const Stopping&) = delete;
+    ~Stopping() { handle(UCNV_TO_U_CALLBACK_SUBSTITUTE); }
+
+private:
+    void handle(UConverterToUCallback callback) const {
+        UErrorCode error = U_ZERO_ERROR;
+        ucnv_setToUCallBack(reader_, callback, nullptr, nullptr, nullptr, &error);
+    }
+
+    UConverter* reader_;
+};
+
+} // namespace
+
+std::string KelTextDecoder::toUtf8(std::string_view bytes, bool* isWhole) {
+    bool converted = true;
+    std::string text;
+    if (from_.getHandle() == nullptr || from_.isPlainText(bytes)) {
+        text = bytes;
+    } else {
+        KelString inUtf8(bytes);
+        converted = convertText(from_, utf8_, inUtf8);
+        text = inUtf8.view();
+    }
+    if (isWhole != nullptr) {
+        *isWhole = converted;
+    }
+    return text;
+}
+
+std::vector<KelTextDecoder::Run> KelTextDecoder::badRuns(std::string_view bytes) {
+    std::vector<Run> runs;
+    UConverter* const reader = from_.getHandle();
+    if (reader == nullptr) {
+        return runs;
+    }
+    ucnv_reset(reader);
+    const Stopping stopping(reader);
+    std::array<UChar, 2048> pivot;
+    const char* at = bytes.data();
+    const char* const end = at + bytes.size();
+    for (bool more = true; more;) {
+        UChar* filled = pivot.data();
+        UErrorCode error = U_ZERO_ERROR;
+        ucnv_toUnicode(reader, &filled, pivot.data() + pivot.size(), &at, end, nullptr, true, &error);
+        more = U_FAILURE(error) != 0;
+        if (error == U_INVALID_CHAR_FOUND || error == U_ILLEGAL_CHAR_FOUND || error == U_TRUNCATED_CHAR_FOUND) {
+            std::array<char, 32> invalid{};
+            auto length = static_cast<std::int8_t>(invalid.size());
+            UErrorCode ignored = U_ZERO_ERROR;
+            ucnv_getInvalidChars(reader, invalid.data(), &length, &ignored);
+            const std::ptrdiff_t offset = at - bytes.data() - length;
+            runs.push_back({static_cast<std::size_t>(offset), static_cast<std::size_t>(at - bytes.data() - offset)});
+        } else if (more && error != U_BUFFER_OVERFLOW_ERROR) {
+            throw std::bad_alloc();
+        }
+    }
+    return runs;
 }

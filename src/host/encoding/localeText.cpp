@@ -13,7 +13,7 @@ KelString localEncoding() {
     return nl_langinfo(CODESET);
 }
 
-// `text` itself where there is no loss-free conversion or nothing to convert.
+// `text` itself when it cannot be converted without loss, or need not be.
 KelString convertedOrSame(const KelString& text, const KelString& fromEncoding, const KelString& toEncoding) {
     KelEncodingConverter from(fromEncoding);
     KelEncodingConverter to(toEncoding);

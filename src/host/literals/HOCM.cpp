@@ -115,7 +115,7 @@ KelTextLiteral* const textLiterals[] = {&HOCM::BRIDGE_UNEXPECTED_ERROR,
                                         &HOCM::BRIDGE_IMPORT_RUNNING,
                                         nullptr};
 
-// Declared after what it lists, so that it leaves the registry before the literals are destroyed.
+// Declared after the literals, so that it is removed from the registry before they are destroyed.
 struct RegisteredMessages : HOCM {
     RegisteredMessages() { init(); }
 } registeredMessages;

@@ -3,10 +3,11 @@
 #include "host/literals/KelMessageLiteral.h"
 #include "host/literals/KelTextLiteralsCollection.h"
 
-/// The messages that the host has for every bridge.
+/// The host's own messages, which every bridge may report. They are registered under the document "KelHostMessages"
+/// while the library is loaded. KelMessageLiteral.h has the rules for errors and threads.
 class KEL_API HOCM : public KelTextLiteralsCollection {
 public:
-    /// A message without parameter.
+    /// A message without parameters.
     class KEL_API MessageInstance : public KelMessageLiteral {
     public:
         MessageInstance(const KelString& code, const KelString& text, const KelString& severity);
@@ -22,9 +23,11 @@ public:
         MessageInstance_String(const KelString& code, const KelString& text, const KelString& severity);
         ~MessageInstance_String() override;
 
+        /// The text with the value filled in, without the code.
         [[nodiscard]] KelString toString(const KelString& value) const;
         /// The message as `throwException` throws it.
         [[nodiscard]] KelString getMessage(const KelString& value) const;
+        /// Records the message in the log, if that accepts its level.
         void log(KelLog& log, const KelString& value) const;
         /// Throws the message as a `KelException`; nothing is logged.
         [[noreturn]] void throwException(const KelString& value) const;
@@ -36,21 +39,22 @@ public:
         MessageInstance_String_String(const KelString& code, const KelString& text, const KelString& severity);
         ~MessageInstance_String_String() override;
 
+        /// As in `MessageInstance_String`.
         [[nodiscard]] KelString toString(const KelString& first, const KelString& second) const;
         void log(KelLog& log, const KelString& first, const KelString& second) const;
     };
 
-    /// Something failed that the bridge has no message for; the parameter names the bridge.
+    /// A failure that no message of the bridge covers. Parameter: the bridge.
     static MessageInstance_String BRIDGE_UNEXPECTED_ERROR;
-    /// The conversion service does not know the encoding, which the parameter names.
+    /// The conversion service does not know the encoding. Parameter: its name.
     static MessageInstance_String ICU_CANNNOT_CREATE_CONVERTER;
-    /// There is nothing to convert, since source and target are in the same encoding.
+    /// Source and target encoding are the same, so that no text is converted.
     static MessageInstance ICU_EQUIVALENT_CONVERTERS;
-    /// Texts held bytes that their encoding does not have; the parameters are how many texts, out of how many.
+    /// Texts had bytes invalid in their encoding. Parameters: the number of these texts, and of all texts.
     static MessageInstance_String_String ICU_CONVERSION_ERROR;
-    /// An import was refused because the model given to it owns something; the parameter names the bridge.
+    /// An import was refused because its model is not empty. Parameter: the bridge.
     static MessageInstance_String BRIDGE_MODEL_NOT_EMPTY;
-    /// An import was refused because another one is running in the process; the parameter names the bridge.
+    /// An import was refused because another one is running in the process. Parameter: the bridge.
     static MessageInstance_String BRIDGE_IMPORT_RUNNING;
 
     const KelString& getDocumentId() const override;

@@ -5,10 +5,10 @@
 
 class KelDOMElement;
 
-/// A text that a user may get to see, known by an identifier under which it can be listed and translated.
+/// A text for users, with an identifier under which it is listed and translated. Texts are UTF-8.
 ///
-/// Literals are made once, at load, and do not change afterwards but for `update`. They are not copied: their
-/// address is what lists and options refer to.
+/// Literals are static objects, made when their library is loaded. Lists and options refer to them by address, so they
+/// are not copyable. Only `update` changes one; apart from that, any number of threads may read it.
 class KEL_API KelTextLiteral {
 public:
     KelTextLiteral(const KelString& identifier, const KelString& text) : identifier_(identifier), text_(text) {}
@@ -16,9 +16,9 @@ public:
     KelTextLiteral& operator=(const KelTextLiteral&) = delete;
     virtual ~KelTextLiteral();
 
-    /// Takes `text` from a localisation document, whose entry for this literal is `entry`. Null says that the
-    /// document has no such entry: the literal then keeps its text. The default does not look into the entry;
-    /// it must not be kept after the call. No other thread may use the literal meanwhile.
+    /// Replaces the text by `text` from a localisation document, whose entry for this literal is `entry`. With a null
+    /// entry the literal keeps its text. The entry is not read here, and is valid during the call only. No other thread
+    /// may use the literal meanwhile. May throw `std::bad_alloc` and then changes nothing.
     virtual void update(const KelString& text, const KelDOMElement* entry);
 
     [[nodiscard]] const KelString& getIdentifier() const { return identifier_; }

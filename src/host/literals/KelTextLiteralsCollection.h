@@ -5,22 +5,22 @@
 
 class KelTextLiteral;
 
-/// The literals of one document: a bridge's, or one of the host's own.
+/// The literals of one document, which belongs to a bridge or to the host.
 ///
-/// Once registered, a collection stays in the process's literal registry until it is destroyed; destroying it
-/// takes it out, so that a plug-in leaves nothing behind when it is unloaded.
+/// A registered collection remains in the process's literal registry until its destructor removes it, so that a plug-in
+/// can be unloaded. KelLiteralRegistry.h has the rules for errors and threads.
 class KEL_API KelTextLiteralsCollection {
 public:
     KelTextLiteralsCollection();
     KelTextLiteralsCollection(const KelTextLiteralsCollection&) = delete;
     KelTextLiteralsCollection& operator=(const KelTextLiteralsCollection&) = delete;
 
-    /// The identifier of the document, which must stay the same while registered.
+    /// The identifier of the document. It must not change while the collection is registered.
     virtual const KelString& getDocumentId() const = 0;
-    /// The literals, ended by a null pointer. The collection keeps them alive as long as it lives itself.
+    /// The literals, followed by a null pointer. They live at least as long as the collection.
     virtual KelTextLiteral* const* listAllLiterals() const = 0;
 
-    /// Registers this collection; as `KelLiteralRegistry::registerCollection`.
+    /// Registers this collection, as `KelLiteralRegistry::registerCollection` does.
     bool init();
 
 protected:

@@ -5,6 +5,6 @@
 #include <optional>
 #include <vector>
 
-/// The workspace in which the values for one use of a parameterised text are gathered; value i stands for "{i}".
-/// A value that was not set leaves its place in the text as written.
+/// The values for one use of a parameterised text: element i replaces "{i}". A placeholder without a value remains in
+/// the text.
 using KelTextParameters = std::vector<std::optional<KelString>>;

@@ -6,7 +6,9 @@
 #include <exception>
 #include <memory>
 
-/// How every failure that ends an import reaches the host. Copies share one message, so copying never throws.
+/// A failure that ends an import; its message is "[code] text", for users. Every such failure reaches the host as one.
+///
+/// Copies share the message, so copying does not throw. Making one from a text may throw `std::bad_alloc`.
 class KEL_API KelException : public std::exception {
 public:
     explicit KelException(const KelString& message);
@@ -14,8 +16,9 @@ public:
     KelException& operator=(const KelException&) noexcept = default;
     ~KelException() override;
 
+    /// The message. It lives as long as any copy of the exception.
     [[nodiscard]] const KelString& getMessage() const noexcept { return *message_; }
-    /// The same message as a C string, alive as long as any copy of the exception.
+    /// The same message as a C string. It lives as long as any copy of the exception.
     [[nodiscard]] const char* what() const noexcept override;
 
 private:

@@ -5,7 +5,11 @@
 
 #include <limits>
 
-/// Where an import reports its progress and what it noticed. The host derives its own log and owns it.
+/// The callback by which an import reports its progress, warnings and errors. The host derives a class, and owns the
+/// log.
+///
+/// The import calls it on its own thread. An exception that `record` throws ends the import, as
+/// `KelModelBridgeImportDllInterface::run` describes.
 class KEL_API KelLog {
 public:
     KelLog() = default;
@@ -13,11 +17,11 @@ public:
     KelLog& operator=(const KelLog&) = delete;
     virtual ~KelLog();
 
-    /// Takes one event, which lives only during the call. Called for accepted levels, in the order of events.
+    /// Receives one event, which lives only during the call. Called for accepted levels, in the order of events.
     virtual void record(const KelLogEvent& event) = 0;
 
-    /// The highest severity level this log listens to; at first every level. It lets a reporter leave out
-    /// building texts that nobody reads.
+    /// The highest severity level (Severity.h) that this log accepts; initially all levels. Bridges do not compose the
+    /// text of an event that is not accepted, so a low level saves time.
     [[nodiscard]] int getMaximumLevel() const { return maximumLevel_; }
     [[nodiscard]] bool accepts(int severityLevel) const { return severityLevel <= maximumLevel_; }
     void setMaximumLevel(int severityLevel) { maximumLevel_ = severityLevel; }

@@ -2,7 +2,8 @@
 
 #include "host/model/KelType.h"
 
-/// Another name for a type, which it refers to and whose properties it shows.
+/// Another name for a type. It refers to that type and shows the properties of the concrete type at the end of the
+/// chain of aliases; an alias of nothing shows empty texts, 0 and no values. Each access walks the chain.
 class KEL_API KelAliasType final : public KelType {
 public:
     KelAliasType();
@@ -25,9 +26,10 @@ public:
     KelTypeValue* getTypeValue(const KelString& name, int* index) const override;
     void getTypeValueByPosition(KelTypeValueByPosition& values) const override;
 
-    /// Makes this type another name for `type` in place of an earlier one. Refuses a type that this one is,
-    /// directly or through other aliases, another name of.
+    /// Makes this an alias of `type`, replacing an earlier link. Refuses this type itself and any alias of it, so that
+    /// no circle arises.
     bool addType(KelType* type);
+    /// The type next in the chain, which may be an alias too.
     [[nodiscard]] KelType* getType() const;
 
 private:

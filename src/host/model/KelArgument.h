@@ -7,7 +7,9 @@ class KelClass;
 class KelOperation;
 class KelType;
 
-/// An argument of an operation or a template argument of a class; either owns it. Refers to its type.
+/// An argument of an operation, or a template argument of a class. It refers to its type.
+///
+/// It belongs to the operation, the class, or both; when one of two owners is deleted, the argument is deleted too.
 class KEL_API KelArgument final : public KelModelObject {
 public:
     KelArgument();
@@ -16,11 +18,11 @@ public:
     [[nodiscard]] KelOperation* getOperation() const;
     [[nodiscard]] KelClass* getAssociatedClass() const;
 
-    /// Makes `type` the argument's type in place of an earlier one.
+    /// Sets the type, replacing an earlier one.
     bool addType(KelType* type);
     [[nodiscard]] KelType* getType() const;
 
-    std::int16_t position = 0; // 0-based place in the order of adding
+    std::int16_t position = 0; // index in the order of adding, from 0; set by the code that adds
     KelString initialValue;
 
 private:

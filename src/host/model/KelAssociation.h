@@ -4,7 +4,8 @@
 
 class KelAssociationRole;
 
-/// An association between classes. Owns its roles, which are its ends.
+/// An association between classes. Owns its roles, which are its ends; a valid one has two or more, each with a class.
+/// The repository accepts any number: an import removes invalid associations itself.
 class KEL_API KelAssociation final : public KelRelationship {
 public:
     KelAssociation();
@@ -15,7 +16,7 @@ public:
         return KelLinks<KelAssociationRole>(associationRoles_);
     }
 
-    bool isAggregation = false;
+    bool isAggregation = false; // one of the roles is the aggregate
 
 private:
     friend struct KelRelations;

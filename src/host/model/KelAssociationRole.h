@@ -7,8 +7,9 @@ class KelAssociation;
 class KelClass;
 class KelForeignKey;
 
-/// One end of an association, which owns it. Refers to the class at that end, and to the foreign keys by which
-/// it is reached; deleting a role deletes its foreign keys.
+/// One end of an association, which owns it. Refers to the class at that end and to the foreign keys that implement it.
+///
+/// Deleting a role deletes its foreign keys, although their class owns them and other roles may refer to them.
 class KEL_API KelAssociationRole final : public KelModelObject {
 public:
     KelAssociationRole();
@@ -16,20 +17,21 @@ public:
 
     [[nodiscard]] KelAssociation* getAssociation() const;
 
-    /// Makes `associatedClass` the role's class in place of an earlier one.
+    /// Sets the class at this end, replacing an earlier one.
     bool addAssociatedClass(KelClass* associatedClass);
     [[nodiscard]] KelClass* getAssociatedClass() const;
 
+    /// Refers to a foreign key; several roles may share one.
     bool addForeignKey(KelForeignKey* key);
     [[nodiscard]] KelLinks<KelForeignKey> foreignKeys() const { return KelLinks<KelForeignKey>(foreignKeys_); }
 
-    bool isAggregate = false;
-    bool isNavigable = false;
+    bool isAggregate = false; // the class at this end is the whole
+    bool isNavigable = false; // the association can be followed towards this end
     bool isStatic = false;
     bool isFriend = false;
-    bool isSource = false;        // the end that the association is read from
+    bool isSource = false;        // the association is read from this end
     std::int32_t containment = 2; // 0 by value, 1 by reference, 2 unspecified
-    KelString multiplicity;
+    KelString multiplicity;       // such as "0..*" or "1"; a text of the file for any other
 
 private:
     friend struct KelRelations;
@@ -38,5 +40,5 @@ private:
     KelMany foreignKeys_;
 };
 
-/// Marks the first role as its association's source and the second as its target. Either may be null.
+/// Sets `isSource` of the first role to true and of the second to false. Either may be null.
 extern "C" KEL_API void setSourceProperty(KelAssociationRole* first, KelAssociationRole* second);

@@ -6,16 +6,18 @@
 class KelAttribute;
 class KelForeignKey;
 
-/// Says which attribute of a foreign key stands for which attribute of the candidate key. The foreign key owns
-/// it.
+/// Maps an attribute of a candidate key (the source) to the attribute of a foreign key that copies it (the
+/// destination). The foreign key owns the map, which refers to the two attributes; deleting one of them leaves the map
+/// without it.
 class KEL_API KelAssociationRoleNameMap final : public KelModelObject {
 public:
     KelAssociationRoleNameMap();
     ~KelAssociationRoleNameMap() override;
 
-    /// Hands the map to its foreign key.
+    /// Adds the map to the foreign key, which then owns it. Refused when another key owns it already.
     bool addForeignKey(KelForeignKey* key);
     [[nodiscard]] KelForeignKey* getForeignKey() const;
+    /// Each sets the attribute of that side, replacing an earlier one.
     bool addSourceAttribute(KelAttribute* attribute);
     [[nodiscard]] KelAttribute* getSourceAttribute() const;
     bool addDestinationAttribute(KelAttribute* attribute);

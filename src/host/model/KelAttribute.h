@@ -6,7 +6,10 @@ class KelAssociationRoleNameMap;
 class KelClass;
 class KelKey;
 
-/// An attribute of a class, which owns it. A copy has the same name and fields, and none of the links.
+/// An attribute of a class, which owns it. Refers to its type (`KelFeature`) and is part of any number of keys.
+///
+/// A copy has the same name and fields and no links, thus neither class nor type; assigning keeps the links of the
+/// target.
 class KEL_API KelAttribute final : public KelStructuralFeature {
 public:
     KelAttribute();
@@ -16,11 +19,12 @@ public:
 
     [[nodiscard]] KelClass* getAssociatedClass() const;
 
+    /// Adds the attribute to a key, or takes it out: as `KelKey::addAttribute` and `removeAttribute`.
     bool addKey(KelKey* key);
     bool removeKey(KelKey* key) noexcept;
-    /// The keys it takes part in, in the order in which it joined them.
+    /// The keys that contain it, in the order in which it was added to them.
     [[nodiscard]] KelLinks<KelKey> keys() const { return KelLinks<KelKey>(keys_); }
-    /// The role name maps it is the source or the destination of.
+    /// The role name maps whose source, or destination, it is.
     [[nodiscard]] KelLinks<KelAssociationRoleNameMap> roleNameMapsAsSource() const {
         return KelLinks<KelAssociationRoleNameMap>(roleNameMapsAsSource_);
     }
@@ -30,9 +34,9 @@ public:
 
     std::int32_t visibility = 0;  // 0 public, 1 protected, 2 private, 3 implementation
     std::int32_t containment = 2; // 0 by value, 1 by reference, 2 unspecified
-    bool isStatic = false;
-    bool isDerived = false;
-    std::int16_t position = 0; // 0-based place in the order of adding
+    bool isStatic = false;        // one value for all objects of the class
+    bool isDerived = false;       // computed from other values
+    std::int16_t position = 0;    // index in the order of adding, from 0; the class itself is in name order
     KelString initialValue;
 
 private:

@@ -13,25 +13,27 @@ class KelKey;
 class KelOperation;
 class KelRealization;
 
-/// A class. Owns its attributes, in name order and each of a name of its own, its operations, its template
-/// arguments and its keys.
+/// A class. Owns its attributes (in name order), operations, template arguments and keys.
+///
+/// Relationships, roles and diagrams refer to it. When it is deleted they remain, without that class.
 class KEL_API KelClass final : public KelClassifier {
 public:
     KelClass();
     ~KelClass() override;
 
-    /// Refuses, beside what every owner refuses, an attribute whose name the class already has.
+    /// Also refuses an attribute whose name the class already has.
     bool addAttribute(KelAttribute* attribute);
     [[nodiscard]] int getAttributeCount() const { return attributes_.count(); }
-    /// The attribute at `index` in name order, or null.
+    /// The attribute at `index` in name order, or null when there is none.
     [[nodiscard]] KelAttribute* getAttribute(int index) const;
-    /// The attribute of that name, whose index `index`, when given, receives; or null.
+    /// The first attribute of that name, or null. Its index is stored in `index` unless that is null.
     [[nodiscard]] KelAttribute* getAttribute(const KelString& name, int* index) const;
     [[nodiscard]] KelLinks<KelAttribute> attributes() const { return KelLinks<KelAttribute>(attributes_); }
 
     bool addOperation(KelOperation* operation);
     [[nodiscard]] KelLinks<KelOperation> operations() const { return KelLinks<KelOperation>(operations_); }
 
+    /// Accepts arguments whether or not the class is a template.
     bool addArgument(KelArgument* argument);
     [[nodiscard]] KelLinks<KelArgument> arguments() const { return KelLinks<KelArgument>(arguments_); }
 
@@ -40,7 +42,7 @@ public:
     /// The candidate key that is this class's primary key, or null.
     [[nodiscard]] KelCandidateKey* getPrimaryKey() const;
 
-    /// What refers to this class, each kind in the order in which the references were made.
+    /// The objects that refer to this class, each kind in the order in which they were linked to it.
     [[nodiscard]] KelLinks<KelAssociationRole> associationRoles() const {
         return KelLinks<KelAssociationRole>(associationRoles_);
     }
@@ -63,13 +65,13 @@ public:
         return KelLinks<KelDependency>(dependenciesAsSupplier_);
     }
 
-    bool isAbstract = false;
-    bool isPersistent = false;
-    std::int32_t space = 0;
+    bool isAbstract = false;   // has no objects except those of its subclasses
+    bool isPersistent = false; // its objects outlive the program
+    std::int32_t space = 0;    // the number that the file has for it; not interpreted
     KelClassCategoryType categoryType = KelClassCategoryType::classObject;
-    std::int32_t concurrency = 0;
+    std::int32_t concurrency = 0; // by the file's text: 1 "Guarded", 0 "Seqtial" or none, 3 any other
     KelString stereotype;
-    KelString multiplicity;
+    KelString multiplicity; // of the class itself; as `KelAssociationRole::multiplicity`
 
 private:
     friend struct KelRelations;

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-/// The kind of a class.
+/// The kind of a class. The numbers are part of the interface and never change.
 enum class KelClassCategoryType : std::int32_t {
     classObject = 1,
     parameterizedClass = 2,

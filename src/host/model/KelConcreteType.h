@@ -4,7 +4,8 @@
 
 class KelDerivedType;
 
-/// A type with a data type of its own.
+/// A type that has its properties itself, unlike an alias: the base of base types and derived types. It has no values;
+/// only `KelDerivedType` does.
 class KEL_API KelConcreteType : public KelType {
 public:
     ~KelConcreteType() override;
@@ -29,10 +30,11 @@ public:
     /// The types derived from this one.
     [[nodiscard]] KelLinks<KelDerivedType> derivedTypes() const { return KelLinks<KelDerivedType>(derivedTypes_); }
 
-    KelString dataType;
-    std::int32_t length = 0;
-    std::int32_t scale = 0;
-    bool userDefined = false;
+    KelString dataType;       // such as "SQL_INTEGER"
+    std::int32_t length = 0;  // 0: none given
+    std::int32_t scale = 0;   // digits after the decimal point
+    bool userDefined = false; // made from a text of a model, not a base type
+    // No import sets the following.
     KelString initialValue;
     KelString lowerBound;
     KelString upperBound;

@@ -4,9 +4,12 @@
 
 class KelObject;
 
-/// Somebody who keeps pointers to repository objects without a link and must hear of their deletion.
+/// A callback for the deletion of repository objects, for code that keeps plain pointers to them.
 ///
-/// An observer hears of every object deleted on its own thread between its construction and its destruction.
+/// Construction registers an observer for the calling thread, and destruction on the same thread unregisters it;
+/// nothing owns it. It is called for every object that the thread deletes in between, of any model, and every observer
+/// of the thread is called. Neither allocates nor throws. Destruction costs time proportional to the observers
+/// registered later, and each deletion one call per observer.
 class KEL_API KelDeletionObserver {
 public:
     KelDeletionObserver() noexcept;
@@ -14,11 +17,11 @@ public:
     KelDeletionObserver& operator=(const KelDeletionObserver&) = delete;
     virtual ~KelDeletionObserver();
 
-    /// Called before anything of the object is taken apart: its name, fields and links can still be read, but for
-    /// the link to its owner where that is deleted, too. Must neither delete nor link nor rename objects.
+    /// Called before any link of the object is broken: its name, fields and links can be read, except the link to an
+    /// owner that is being deleted too. Must not delete, link or rename objects, nor construct or destroy observers.
     virtual void deleting(KelObject& object) noexcept = 0;
 
-    /// Tells every observer of this thread.
+    /// Calls `deleting` of every observer of this thread, the latest first. For the repository itself.
     static void announce(KelObject& object) noexcept;
 
 private:

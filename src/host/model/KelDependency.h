@@ -4,13 +4,13 @@
 
 class KelClass;
 
-/// A dependency: a client class uses a supplier class.
+/// A dependency: a client class uses a supplier class. It refers to both; the package that it is in owns it.
 class KEL_API KelDependency final : public KelRelationship {
 public:
     KelDependency();
     ~KelDependency() override;
 
-    /// Each makes the class that end in place of an earlier one.
+    /// Each sets the class at that end, replacing an earlier one.
     bool addClientClass(KelClass* client);
     [[nodiscard]] KelClass* getClientClass() const;
     bool addSupplierClass(KelClass* supplier);

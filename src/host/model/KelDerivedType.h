@@ -2,7 +2,8 @@
 
 #include "host/model/KelConcreteType.h"
 
-/// A type derived from one concrete type at the most. Owns its type values, in the order of adding.
+/// A type derived from at most one concrete type, for example with a length, or an enumerated type. Owns its type
+/// values and refers to the type that it is derived from.
 class KEL_API KelDerivedType final : public KelConcreteType {
 public:
     KelDerivedType();
@@ -14,12 +15,11 @@ public:
     KelTypeValue* getTypeValue(const KelString& name, int* index) const override;
     void getTypeValueByPosition(KelTypeValueByPosition& values) const override;
 
-    /// Derives the type from `type` in place of an earlier one.
+    /// Sets the type that this one is derived from, replacing an earlier one. Circles are not checked.
     bool addDerivedFromConcreteType(KelConcreteType* type);
     [[nodiscard]] KelConcreteType* getDerivedFromConcreteType() const;
 
     bool addTypeValue(KelTypeValue* value);
-    /// Takes the value out without deleting it; the caller then owns it.
     bool removeTypeValue(KelTypeValue* value) noexcept;
     [[nodiscard]] KelLinks<KelTypeValue> typeValues() const { return KelLinks<KelTypeValue>(typeValues_); }
 

@@ -5,7 +5,7 @@
 class KelDiagram;
 class KelModelElement;
 
-/// A package of design elements and diagrams. Owns both.
+/// A package of model elements and diagrams, both of which it owns, besides its child packages.
 class KEL_API KelDesignPackage final : public KelPackage {
 public:
     KelDesignPackage();

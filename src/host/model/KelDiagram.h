@@ -6,7 +6,8 @@
 class KelDesignPackage;
 class KelModelElement;
 
-/// A diagram: it refers to the model elements drawn on it, in the order in which they were drawn.
+/// A diagram, which a design package owns. Refers to the model elements drawn on it, in the order of adding; an element
+/// may be on any number of diagrams, and at most once on each.
 class KEL_API KelDiagram : public KelModelObject {
 public:
     ~KelDiagram() override;

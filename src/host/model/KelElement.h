@@ -5,13 +5,12 @@
 
 class KelNote;
 
-/// An object that carries notes. Owns them.
+/// An object that can have notes, which it owns: the base of all classes except `KelNote`.
 class KEL_API KelElement : public KelObject {
 public:
     ~KelElement() override;
 
     bool addNote(KelNote* note);
-    /// In the order of adding.
     [[nodiscard]] KelLinks<KelNote> notes() const { return KelLinks<KelNote>(notes_); }
 
 protected:

@@ -5,12 +5,12 @@
 
 class KelType;
 
-/// A feature of a classifier. Refers to its type.
+/// A feature of a classifier. Refers to its type; when that is deleted, the feature has none.
 class KEL_API KelFeature : public KelModelObject {
 public:
     ~KelFeature() override;
 
-    /// Makes `type` the feature's type in place of an earlier one.
+    /// Sets the type, replacing an earlier one.
     bool addType(KelType* type);
     [[nodiscard]] KelType* getType() const;
 

@@ -4,7 +4,8 @@
 
 class KelClass;
 
-/// A generalization: its subtype classes are special cases of its supertype classes.
+/// A generalization: its subtype classes are special cases of its supertype classes. It refers to them; either side may
+/// have several classes or none. The package that it is in owns it.
 class KEL_API KelGeneralization final : public KelRelationship {
 public:
     KelGeneralization();
@@ -16,8 +17,8 @@ public:
     [[nodiscard]] KelLinks<KelClass> supertypeClasses() const { return KelLinks<KelClass>(supertypeClasses_); }
 
     std::int32_t visibility = 0; // 0 public, 1 protected, 2 private
-    bool isVirtual = false;
-    bool isFriend = false;
+    bool isVirtual = false;      // virtual inheritance, as in C++
+    bool isFriend = false;       // the supertype grants access to the subtype
 
 private:
     friend struct KelRelations;

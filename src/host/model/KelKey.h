@@ -6,20 +6,21 @@
 class KelAttribute;
 class KelClass;
 
-/// A key of a class, which owns it. Refers to the attributes that make it up, in name order.
+/// A key of a class, which owns it. Refers to its attributes, in name order; an attribute may be part of several keys.
 class KEL_API KelKey : public KelModelObject {
 public:
     ~KelKey() override;
 
+    /// Accepts attributes of any class.
     bool addAttribute(KelAttribute* attribute);
     bool removeAttribute(KelAttribute* attribute) noexcept;
     [[nodiscard]] KelLinks<KelAttribute> attributes() const { return KelLinks<KelAttribute>(attributes_); }
 
-    /// The other side of `KelClass::addKey`.
+    /// As `KelClass::addKey`: the class owns the key. Refused when the key has a class already.
     bool addAssociatedClass(KelClass* associatedClass);
     [[nodiscard]] KelClass* getAssociatedClass() const;
 
-    bool userDefined = false; // made by whoever built the model
+    bool userDefined = false; // an import sets it on the candidate keys that it makes
 
 protected:
     using KelModelObject::KelModelObject;

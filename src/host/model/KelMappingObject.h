@@ -2,20 +2,21 @@
 
 #include "host/model/KelElement.h"
 
-/// The root of the classes that say how one model maps to another.
+/// The base of the classes that describe how one model maps to another. They are part of the repository's interface; no
+/// import makes such objects, and no class owns them.
 class KEL_API KelMappingObject : public KelElement {
 protected:
     using KelElement::KelElement;
 };
 
-/// How one classifier maps to another.
+/// The mapping of one classifier to another.
 class KEL_API KelClassifierMap final : public KelMappingObject {
 public:
     KelClassifierMap();
     ~KelClassifierMap() override;
 };
 
-/// How a value is made from others.
+/// The derivation of a value from others.
 class KEL_API KelTransformation final : public KelMappingObject {
 public:
     KelTransformation();

@@ -34,7 +34,7 @@ struct ClassRow {
     std::vector<KelField> fields;
 };
 
-/// Every class after its base.
+/// All classes, each after its base.
 std::vector<ClassRow> classRows() {
     using enum KelElementType;
     return {
@@ -134,7 +134,7 @@ std::vector<ClassRow> classRows() {
     };
 }
 
-/// Appends the ends of one kind; their span is taken when the vector has stopped growing.
+/// Appends the ends of one kind. Spans of the vector are taken only after it is complete.
 template <class Condition>
 void appendEnds(std::vector<KelRelationEnd>& ends, const KelMetaClass& metaClass, Condition condition) {
     for (const KelRelation* relation : KelRelations::all()) {
@@ -149,7 +149,7 @@ void appendEnds(std::vector<KelRelationEnd>& ends, const KelMetaClass& metaClass
 
 } // namespace
 
-/// All classes, and where each code stands among them.
+/// All classes, and an index of them by code.
 class KelMetaClassTable {
 public:
     KelMetaClassTable() {
@@ -205,7 +205,7 @@ const KelMetaClassTable& table() {
     return made;
 }
 
-// Made while the library is loaded: later, in a destructor, running out of memory could not be reported.
+// Made while the library is loaded: a destructor that needed it first could not report a lack of memory.
 [[maybe_unused]] const KelMetaClassTable& madeAtLoad = table();
 
 } // namespace

@@ -13,9 +13,9 @@ class KelObject;
 class KelString;
 struct KelRelation;
 
-/// One data field of a repository class: what copying, comparing and transcoding go through.
+/// One data field of a repository class. Copying, comparing and transcoding go through these fields.
 ///
-/// The name, the scratch fields `toolId` and `generalPointer`, and the links to other objects are no fields.
+/// The name, `toolId`, `generalPointer` and the links to other objects are not fields.
 struct KelField {
     const char* name;
     std::variant<KelString KelObject::*, bool KelObject::*, std::int32_t KelObject::*, std::int16_t KelObject::*,
@@ -23,39 +23,40 @@ struct KelField {
         member;
 };
 
-/// One end of a relation as a class has it.
+/// One end of a relation, as the objects of a class have it.
 struct KelRelationEnd {
     const KelRelation* relation;
-    bool isHolder; // whether objects of the class stand at the relation's holding end
+    bool isHolder; // whether the class has the relation's holding end
 };
 
-/// What the repository knows of one of its classes: its code, its place in the class tree, its fields and the
-/// ends of the relations its objects take part in.
+/// The description of one repository class: its code, its base, its fields and its ends of relations.
 ///
-/// There is one `KelMetaClass` a class, made when first asked for and kept until the library is unloaded.
+/// There is one immutable `KelMetaClass` per class, made when the library is loaded and alive until it is unloaded. Any
+/// number of threads may use it. Nothing here throws, and each function takes constant time, except `isA`, which takes
+/// time proportional to the depth of the class tree.
 class KEL_API KelMetaClass {
 public:
     /// The class with this code.
     [[nodiscard]] static const KelMetaClass& of(KelElementType code);
-    /// Every repository class, each after its base.
+    /// All repository classes, each after its base.
     [[nodiscard]] static std::span<const KelMetaClass> all();
 
     [[nodiscard]] KelElementType getCode() const noexcept { return code_; }
-    /// The class's name as it stands in the code, for example "KelAttribute".
+    /// The class's name in C++, for example "KelAttribute".
     [[nodiscard]] const char* getClassName() const noexcept { return name_; }
     /// The direct base, or null for `KelObject`.
     [[nodiscard]] const KelMetaClass* getBase() const noexcept { return base_; }
-    /// Whether this class is the one with the given code or derives from it.
+    /// Whether this class has the given code or is derived from the class that has it.
     [[nodiscard]] bool isA(KelElementType code) const noexcept;
-    /// The fields of objects of this class, those of its bases first.
+    /// The fields of the class, those of its bases first.
     [[nodiscard]] std::span<const KelField> fields() const noexcept { return fields_; }
-    /// The relation ends of objects of this class, each kind in the order of the relation table: all of them,
-    /// and the parts of them at which the object refers or is referred to, is owned, and owns.
+    /// The relation ends of the class, each kind in the order of the relation table: all of them, then the ends at
+    /// which an object refers or is referred to, is owned, and owns.
     [[nodiscard]] std::span<const KelRelationEnd> ends() const noexcept { return ends_; }
     [[nodiscard]] std::span<const KelRelationEnd> referringEnds() const noexcept { return referringEnds_; }
     [[nodiscard]] std::span<const KelRelationEnd> ownedEnds() const noexcept { return ownedEnds_; }
     [[nodiscard]] std::span<const KelRelationEnd> owningEnds() const noexcept { return owningEnds_; }
-    /// Those at whose other side the object stands in a collection, which has to hear when its name changes.
+    /// The ends whose other side is a collection, which must be called before and after a change of the name.
     [[nodiscard]] std::span<const KelRelationEnd> collectedEnds() const noexcept { return collectedEnds_; }
 
 private:

@@ -5,9 +5,10 @@
 
 class KelModel;
 
-/// Where the contents of a model come from, and which bridge brought them. A model owns its origins.
+/// The origin of a model's contents: the file that was imported, and the bridge that imported it. A model owns its
+/// origins; each import adds one.
 ///
-/// All texts but the path are UTF-8; transcoding leaves all of them alone.
+/// All texts except the path are UTF-8. Transcoding changes none of them.
 class KEL_API KelMetadataOrigin final : public KelElement {
 public:
     KelMetadataOrigin();
@@ -15,9 +16,9 @@ public:
 
     [[nodiscard]] KelModel* getModel() const;
 
-    KelString sourceEncoding; // ICU's canonical name of the file's encoding; empty when that is not known
+    KelString sourceEncoding; // ICU's canonical name of the file's encoding; empty when unknown
     KelString sourceFormat;
-    KelString sourcePath; // as the file was opened: in the local encoding, relative if it was given so
+    KelString sourcePath; // the path that was opened: in the local encoding, relative if it was given so
     KelString sourceKind;
     KelString vendorName; // of the tool that the bridge reads
     KelString toolName;

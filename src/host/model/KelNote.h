@@ -5,7 +5,8 @@
 
 class KelElement;
 
-/// A remark on an element, which owns it. A copy has the same texts and no owner.
+/// A remark on an element, which owns it. A copy has the same name and text and no owner; assigning keeps the owner of
+/// the target.
 class KEL_API KelNote final : public KelObject {
 public:
     KelNote();

@@ -6,11 +6,12 @@
 
 class KelObject;
 
-/// Numbers given to objects of models without changing the models, in memory that does not grow with them: each
-/// object has room for one number, and for whose it is.
+/// Assigns numbers to objects, for code that walks a model and needs to recognise objects again.
 ///
-/// Good for as long as no later numbering gives the same objects numbers of its own. Nothing is undone at the end:
-/// a number means nothing to any other numbering.
+/// Each object has room for one number and for the identity of the numbering that gave it, so nothing is allocated and
+/// each call takes constant time. A numbering loses the number of an object to which a later numbering gives one; thus
+/// only the latest numbering of a model is complete. Numbers do not change the model otherwise, and need no clean-up.
+/// Numberings are told apart by a 32-bit count of all numberings in the process.
 class KEL_API KelNumbering {
 public:
     KelNumbering();
@@ -18,9 +19,9 @@ public:
     KelNumbering& operator=(const KelNumbering&) = delete;
     ~KelNumbering() = default;
 
-    /// Gives the object a number, in place of an earlier one.
+    /// Gives the object a number, replacing an earlier one.
     void give(const KelObject& object, std::uint32_t number) noexcept;
-    /// The number given to the object, or 0.
+    /// The number that this numbering gave the object, or 0.
     [[nodiscard]] std::uint32_t numberOf(const KelObject& object) const noexcept;
 
 private:

@@ -1,21 +1,18 @@
+// A single object: its name, fields, comparison, owner and number. deletion.cpp and traversal.cpp have the functions
+// that go through a whole model.
 #include "host/model/KelObject.h"
 
-#include "host/encoding/KelEncodingConverter.h"
-#include "host/encoding/convertText.h"
-#include "host/model/KelDeletionObserver.h"
-#include "host/model/KelTraversalOperation.h"
-#include "host/model/depthFirst.h"
-#include "host/model/links/KelDoomed.h"
+#include "host/model/KelNumbering.h"
 #include "host/model/links/KelLinkCollection.h"
 #include "host/model/links/KelRelation.h"
 
 #include <algorithm>
+#include <atomic>
 #include <utility>
-#include <vector>
 
 namespace {
 
-/// The nearest class that objects of both classes are of.
+/// The nearest common base class.
 const KelMetaClass& commonClass(const KelMetaClass& left, const KelMetaClass& right) {
     const KelMetaClass* common = &left;
     while (!right.isA(common->getCode())) {
@@ -24,58 +21,8 @@ const KelMetaClass& commonClass(const KelMetaClass& left, const KelMetaClass& ri
     return *common;
 }
 
-/// Converts the texts of each object visited, but only collects the new names: a renaming moves the object within
-/// the collections that the traversal walks.
-class Transcoding final : public KelTraversalOperation {
-public:
-    Transcoding(KelEncodingConverter& from, KelEncodingConverter& to, int& stringCount, int& errorCount)
-        : from_(from), to_(to), stringCount_(stringCount), errorCount_(errorCount) {}
-
-    void post_process(KelObject* object, void* /*userData*/) override {
-        if (object->elementType == KelElementType::metadataOrigin) {
-            return; // in the host's encoding already
-        }
-        convertName(*object);
-        for (const KelField& field : object->getMetaClass().fields()) {
-            const auto* text = std::get_if<KelString KelObject::*>(&field.member);
-            if (text != nullptr) {
-                convert(object->*(*text));
-            }
-        }
-    }
-
-    /// Gives the objects their new names.
-    void rename() {
-        for (const auto& [object, name] : newNames_) {
-            object->setName(name);
-        }
-    }
-
-private:
-    void convertName(KelObject& object) {
-        const KelString& name = object.getName();
-        if (from_.isPlainText(name.view()) && to_.isPlainText(name.view())) {
-            stringCount_ += static_cast<int>(!name.isEmpty());
-            return;
-        }
-        KelString converted(name);
-        convert(converted);
-        newNames_.emplace_back(&object, std::move(converted));
-    }
-
-    void convert(KelString& text) {
-        if (!text.isEmpty()) {
-            ++stringCount_;
-            errorCount_ += static_cast<int>(!convertText(from_, to_, text));
-        }
-    }
-
-    KelEncodingConverter& from_;
-    KelEncodingConverter& to_;
-    int& stringCount_;
-    int& errorCount_;
-    std::vector<std::pair<KelObject*, KelString>> newNames_;
-};
+/// The number of numberings so far.
+std::atomic<std::uint32_t> numberings = 0;
 
 } // namespace
 
@@ -88,40 +35,10 @@ void KelObject::setFrom(const KelObject& other) {
     }
 }
 
-void KelObject::dissolve() noexcept {
-    if (dissolved_) {
-        return;
-    }
-    KelDeletionObserver::announce(*this);
-    dissolved_ = true;
-    const KelMetaClass& metaClass = KelMetaClass::of(elementType);
-    for (const KelRelationEnd& end : metaClass.ownedEnds()) {
-        end.relation->clear(*this, end.isHolder);
-    }
-    for (const KelRelationEnd& end : metaClass.referringEnds()) {
-        if (end.isHolder && end.relation->hold == KelHold::refersDeletes) {
-            end.relation->doomTargets(*this);
-        }
-        end.relation->clear(*this, end.isHolder);
-    }
-    deleteOwned();
-}
-
-void KelObject::deleteOwned() noexcept {
-    for (const KelRelationEnd& end : KelMetaClass::of(elementType).owningEnds()) {
-        end.relation->doomTargets(*this);
-    }
-    KelDoomed::deleteAll();
-}
-
 void KelObject::removeAggregationAssembly() noexcept {
     for (const KelRelationEnd& end : getMetaClass().ownedEnds()) {
         end.relation->clear(*this, end.isHolder);
     }
-}
-
-void KelObject::recursiveDelete() noexcept {
-    delete this;
 }
 
 void KelObject::isolate(bool fromOwner) noexcept {
@@ -179,20 +96,6 @@ bool KelObject::isReferenced() const {
     });
 }
 
-void KelObject::transcode(KelEncodingConverter* from, KelEncodingConverter* to, int& stringCount, int& errorCount) {
-    Transcoding transcoding(*from, *to, stringCount, errorCount);
-    depthTraversal(transcoding, nullptr);
-    transcoding.rename();
-}
-
-void KelObject::depthTraversal(KelTraversalOperation& operation, void* userData) {
-    visitDepthFirst(*this, operation, userData, KelVisit::objectAndParts);
-}
-
-void KelObject::_depthTraversal(KelTraversalOperation& operation, void* userData) {
-    visitDepthFirst(*this, operation, userData, KelVisit::partsOnly);
-}
-
 void KelObject::setName(const KelString& name) {
     if (!(name == name_)) {
         setName(KelString(name));
@@ -243,4 +146,15 @@ KelObject* KelObject::_getn(const KelArrayInterface* array, const KelString& nam
         *index = found;
     }
     return static_cast<KelObject*>(const_cast<void*>((*array)[found]));
+}
+
+KelNumbering::KelNumbering() : stamp_(++numberings) {}
+
+void KelNumbering::give(const KelObject& object, std::uint32_t number) noexcept {
+    object.number_ = number;
+    object.numberStamp_ = stamp_;
+}
+
+std::uint32_t KelNumbering::numberOf(const KelObject& object) const noexcept {
+    return object.numberStamp_ == stamp_ ? object.number_ : 0;
 }

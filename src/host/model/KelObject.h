@@ -11,91 +11,125 @@
 class KelEncodingConverter;
 class KelTraversalOperation;
 
-/// The root of the repository's classes: an identified, named object that takes part in relations.
+/// The root of the repository's classes: an object with a name, fields and links to other objects.
 ///
-/// Ownership. An object made with `new` belongs to its maker until an `add...` operation of an owner accepts it;
-/// from then on the owner deletes it. Deleting an object first detaches it from its owner and from everything
-/// that refers to it, then deletes what it owns; every reference to a deleted object thereby becomes null or
-/// leaves its collection, and nothing is left dangling. However deep the model is, deletion does not recurse.
+/// The following holds for every class of the repository. The other headers only add to it.
 ///
-/// Every `add...` operation of the repository says whether it accepted its argument. It refuses a null pointer,
-/// an object already in that collection, an owned object that already has an owner of that kind (the first owner
-/// keeps it), and an attribute whose name its class already has. A link to one object is replaced by a later
-/// call. A refused object stays with whoever had it.
+/// **Ownership.** An object made with `new` belongs to its maker until an `add...` function of an owner accepts it;
+/// from then on the owner deletes it. Deleting an object is allowed whether or not it has an owner. It is first
+/// detached from its owner and from all objects that refer to it: their links to it become null or leave their
+/// collections, and no link dangles. Then the objects that it owns are deleted. Objects never move in memory; code that
+/// keeps a plain pointer to one can observe its deletion (`KelDeletionObserver`). Objects are not copyable, except
+/// attributes and notes.
 ///
-/// Objects are not copyable, but for the classes that say so; `setFrom` copies fields, never links.
-/// A model must be used by one thread at a time.
+/// **Links.** A link is known at both of its ends, which always change together.
+/// - `add...` returns whether it accepted the object. It refuses null, an object that is already in that collection,
+///   and an object that already has an owner of that kind, which remains its owner. A refused object keeps its current
+///   owner. A reference to a single object, such as the type of a feature, is different: a later call replaces it, and
+///   the call returns true also when the reference is to that object already.
+/// - `get...` returns the linked object or null. The caller does not own it.
+/// - `remove...` breaks a link and returns false when there is none. An object removed from its owner belongs to the
+///   caller.
+///
+/// **Order.** A collection is in the order of adding unless its class says "in name order". Names are compared byte for
+/// byte; objects of the same name keep the order of adding. A search by name returns the first of them.
+///
+/// **New objects** have no links and no name. Texts are empty, flags false and numbers 0, unless the field says
+/// otherwise.
+///
+/// **Errors.** Linking, setting a text and searching may throw `std::bad_alloc`. Nothing has changed then, except that
+/// a link which was to be replaced may be broken. A text above 2,147,483,646 bytes throws `std::length_error`.
+/// Deleting, removing and walking by index need no memory and do not throw.
+///
+/// **Threads.** One thread at a time may use a model. This includes reading, because collections build their indexes on
+/// demand. Several threads may each use a model of their own.
+///
+/// **Cost.** Adding, removing and searching cost at most O(log n) for a collection of n objects, and building an index
+/// for its first search O(n log n). Without memory for an index, removing costs O(n). Deleting costs as much as
+/// removing each link of the deleted objects, and no stack for the depth of the model. A link end takes one word of
+/// memory while it holds one object or none.
 class KEL_API KelObject {
 public:
     KelObject(const KelObject&) = delete;
     KelObject& operator=(const KelObject&) = delete;
 
-    /// Copies the name and the fields of the nearest class that both objects are of, and none of the links.
+    /// Copies the name and those fields that both objects have from a common base class. Links are not copied, nor are
+    /// `toolId` and `generalPointer`. If it throws, some of the fields have been copied.
     virtual void setFrom(const KelObject& other);
     virtual ~KelObject();
-    /// Detaches the object from its owner; the caller then owns it.
+    /// Detaches the object from its owner, or owners. The caller then owns it.
     virtual void removeAggregationAssembly() noexcept;
-    /// Deletes the object and everything it aggregates. The object must have been made with `new`; a model is
-    /// emptied instead and stays alive, since it belongs to the host.
+    /// Deletes the object and all objects that it owns. Precondition: it was made with `new`. A model is emptied
+    /// instead and remains alive, because it belongs to the host.
     virtual void recursiveDelete() noexcept;
-    /// Takes the object out of every reference, those it makes and those made to it. With `fromOwner` it leaves
-    /// its owner too and belongs to the caller.
+    /// Breaks all links by which the object refers to others or others refer to it. With `fromOwner` it is also
+    /// detached from its owner and belongs to the caller. Deletes nothing.
     virtual void isolate(bool fromOwner) noexcept;
     /// Whether the object is of the class with this code, or of one derived from it.
     virtual bool isInstanceOf(KelElementType code) const;
-    /// The owning object, or null.
+    /// The owner, or null. Of an argument with two owners it is the class.
     virtual KelObject* getParent() const;
-    /// How many owners the object has: 0 or 1, but for an argument, which an operation and a class may share.
+    /// The number of owners: 0 or 1, and up to 2 for an argument, which an operation and a class may share.
     virtual int getParentCount() const;
+    /// As `equals`.
     virtual bool operator==(const KelObject& other) const;
     virtual bool operator!=(const KelObject& other) const;
-    /// Whether the other object is of the very same class and has the same name and fields. Links do not count.
+    /// Whether the other object is of the same class (not of a derived one) and has the same name and fields. Links,
+    /// `toolId` and `generalPointer` are not compared.
     virtual bool equals(const KelObject& other) const;
-    /// Whether another object refers to this one. Being owned is not being referred to.
+    /// Whether another object refers to this one, as a feature refers to its type. An owner does not count.
     virtual bool isReferenced() const;
-    /// Converts every text of this object and of everything it aggregates between two encodings, but for metadata
-    /// origins, which are in the host's encoding. `stringCount` grows by one for every text that is not empty,
-    /// `errorCount` by one for each of them that held bytes invalid in the source encoding; such a text is converted
-    /// all the same, with U+FFFD for what was invalid.
+    /// Converts all texts of this object and of the objects that it owns, directly or not, between two encodings.
+    /// Metadata origins are left out: they are in the host's encoding already. `stringCount` grows by one for each text
+    /// that is not empty, `errorCount` by one for each of these that has bytes invalid in the source encoding; such a
+    /// text is converted too, with U+FFFD for each invalid sequence.
+    ///
+    /// Precondition: neither pointer is null, and both converters have a handle. If it throws, some texts are converted
+    /// and others are not. The cost is proportional to the texts.
     virtual void transcode(KelEncodingConverter* from, KelEncodingConverter* to, int& stringCount, int& errorCount);
-    /// Visits this object and everything it aggregates, depth first. `userData` is handed to `pre_process`,
-    /// which may replace it for the object's children and for its own `post_process`. An argument that two owners
-    /// share is visited once.
+    /// Visits this object and all objects that it owns, depth first; for an object's parts, in the order of the
+    /// relation table (KelRelations.h) and of each collection. `userData` is passed to `pre_process`, which may replace
+    /// it for the object's parts and for its own `post_process`. An argument with two owners is visited once.
+    ///
+    /// The traversal ends with any exception that the operation throws, or with `std::bad_alloc`. It takes heap, not
+    /// stack, for the depth of the model, and at most O(log n) per object.
     virtual void depthTraversal(KelTraversalOperation& operation, void* userData);
-    /// Renames the object, which moves to its new place wherever it is kept in name order. A name that it has
-    /// already changes nothing.
+    /// Renames the object and moves it within all collections in name order that contain it. A name that another object
+    /// has is not refused, not even where `add...` would refuse it. O(log n) per collection.
     virtual void setName(const KelString& name);
-    /// As above, and takes over the text's buffer.
+    /// The same, taking over the text's buffer; does not throw.
     void setName(KelString&& name);
     virtual const KelString& getName() const;
+    /// The name as a person is shown it: in every class of the repository, the name.
     virtual KelString getDisplayName() const;
-    /// Visits what this object aggregates, but not the object itself.
+    /// As `depthTraversal`, without a visit to this object itself.
     virtual void _depthTraversal(KelTraversalOperation& operation, void* userData);
+    /// The description of the object's class. It lives as long as the library is loaded.
     virtual const KelMetaClass& getMetaClass() const;
 
     /// Finds in `array`, whose elements are repository objects, the first one named `name` at or after the index
-    /// that `index` points to (0 when null). Returns it and stores its index, or returns null. Costs O(log n) on
-    /// every collection of the repository, and a walk on other arrays.
+    /// that `index` points to (0 when null). Returns it and stores its index, or returns null and stores nothing. A
+    /// null array is an empty one. Costs O(log n) for a collection of the repository, O(n) for another array.
     KelObject* _getn(const KelArrayInterface* array, const KelString& name, int* index) const;
 
-    /// The class's code, never changed after construction.
+    /// The code of the object's class.
     const KelElementType elementType;
 
 private:
-    mutable std::uint32_t numberStamp_ = 0; // which numbering gave the number; stands here to fill a gap
+    mutable std::uint32_t numberStamp_ = 0; // which numbering gave the number; declared here to fill a gap
 
 public:
-    /// For the use of whoever builds a model; never interpreted here, not deleted, not copied. Null in a new object.
-    /// While an import runs it is the bridge's, which keeps the quids of associations there, and nobody else may set
-    /// it in that model. An import ends by setting it to null in every object; from then on it is the host's.
+    /// For the code that builds a model. The repository never reads, deletes or copies it; null in a new object.
+    /// During an import the bridge uses it (for the quids of associations), and no other code may set it in that model.
+    /// An import ends by setting it to null in every object; afterwards it is the host's.
     void* generalPointer = nullptr;
 
 protected:
     explicit KelObject(KelElementType code) : elementType(code) {}
-    /// Takes the object out of every relation and deletes what it owns. Called by the destructor of every class
-    /// that takes part in a relation, while the object is still whole; calls after the first do nothing.
+    /// Breaks all links of the object and deletes the objects that it owns. The destructor of every class that adds
+    /// link ends calls it, while these still exist; calls after the first do nothing.
     void dissolve() noexcept;
-    /// Deletes everything the object owns.
+    /// Deletes all objects that this one owns.
     void deleteOwned() noexcept;
     /// The comparison of `equals` for two objects of the same class.
     [[nodiscard]] bool finalEquals(const KelObject& other) const;
@@ -104,8 +138,8 @@ private:
     friend class KelDoomed;
     friend class KelNumbering;
 
-    bool dissolved_ = false; // taken out of every relation
-    bool doomed_ = false;    // about to be deleted because its owner is gone
+    bool dissolved_ = false; // all links are broken
+    bool doomed_ = false;    // about to be deleted, because its owner was
     mutable std::uint32_t number_ = 0;
     KelString name_;
 };

@@ -7,7 +7,8 @@ class KelArgument;
 class KelClass;
 class KelType;
 
-/// An operation of a class, which owns it. Owns its arguments and refers to the type it returns.
+/// An operation of a class, which owns it. Owns its arguments and refers to its return type. A class may have several
+/// operations of one name.
 class KEL_API KelOperation final : public KelModelObject {
 public:
     KelOperation();
@@ -18,16 +19,16 @@ public:
     bool addArgument(KelArgument* argument);
     [[nodiscard]] KelLinks<KelArgument> arguments() const { return KelLinks<KelArgument>(arguments_); }
 
-    /// Makes `type` the return type in place of an earlier one.
+    /// Sets the return type, replacing an earlier one.
     bool addReturnType(KelType* type);
     [[nodiscard]] KelType* getReturnType() const;
 
     std::int32_t visibility = 0;  // 0 public, 1 protected, 2 private, 3 implementation
     std::int32_t concurrency = 0; // 0 sequential, 1 guarded, 3 any other
     bool isFriend = false;
-    bool isStatic = false;
+    bool isStatic = false; // called without an object
     bool isVirtual = false;
-    KelString semantics;
+    KelString semantics; // free texts of the modeller
     KelString precondition;
     KelString postcondition;
 

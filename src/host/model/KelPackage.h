@@ -3,12 +3,13 @@
 #include "host/model/KelModelObject.h"
 #include "host/model/links/KelOne.h"
 
-/// A package: it owns child packages. The first parent that a package is given keeps it.
+/// A package, which owns its child packages: the base of models and design packages.
 class KEL_API KelPackage : public KelModelObject {
 public:
     ~KelPackage() override;
 
-    /// Refuses, beside what every owner refuses, a package that this one is in.
+    /// Also refuses this package itself and any package that contains it. Costs as many steps as this package is deep
+    /// when the child has children.
     bool addChildPackage(KelPackage* package);
     [[nodiscard]] KelLinks<KelPackage> childPackages() const { return KelLinks<KelPackage>(childPackages_); }
     [[nodiscard]] KelPackage* getParentPackage() const;

@@ -4,13 +4,13 @@
 
 class KelClass;
 
-/// A realization: one class realizes what another specifies.
+/// A realization: one class implements what another specifies. It refers to both; the package that it is in owns it.
 class KEL_API KelRealization final : public KelRelationship {
 public:
     KelRealization();
     ~KelRealization() override;
 
-    /// Each makes the class that end in place of an earlier one.
+    /// Each sets the class at that end, replacing an earlier one.
     bool addRealizationClass(KelClass* realization);
     [[nodiscard]] KelClass* getRealizationClass() const;
     bool addSpecificationClass(KelClass* specification);

@@ -4,13 +4,17 @@
 
 class KelObject;
 
-/// What a depth-first traversal does at each object. Must not change what any visited object owns.
+/// The callbacks of a depth-first traversal (`KelObject::depthTraversal`). The caller of the traversal owns the
+/// operation.
+///
+/// A callback may change fields and texts other than names. It must not add, remove, rename or delete objects that the
+/// traversal visits. Any exception that it throws ends the traversal and reaches its caller.
 class KEL_API KelTraversalOperation {
 public:
     virtual ~KelTraversalOperation();
-    /// Before the object's children. `userData` is the parent's; what it is set to here goes to the children and
-    /// to this object's `post_process`. By default nothing is done.
+    /// Called before the object's parts are visited. `userData` is the owner's; the value set here is passed to the
+    /// parts and to this object's `post_process`. Does nothing by default.
     virtual void pre_process(KelObject* object, void*& userData);
-    /// After the object's children.
+    /// Called after the object's parts have been visited.
     virtual void post_process(KelObject* object, void* userData) = 0;
 };

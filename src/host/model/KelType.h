@@ -12,13 +12,17 @@ class KelOperation;
 class KelTypeValue;
 class KelTypeValueByPosition;
 
-/// A data type. A model owns it; features, arguments and operations use it.
+/// A data type, which a model owns. Features, arguments and operations refer to it.
+///
+/// Deleting a type leaves its users without a type. The properties are read here and set in `KelConcreteType`; texts
+/// returned by reference live until the property is next changed.
 class KEL_API KelType : public KelModelObject {
 public:
     ~KelType() override;
 
     /// The name of the data type, such as "SQL_INTEGER".
     virtual const KelString& getDataType() const = 0;
+    /// The properties, as `KelConcreteType` describes them.
     virtual int getLength() const = 0;
     virtual int getScale() const = 0;
     virtual const KelString& getInitialValue() const = 0;
@@ -28,30 +32,34 @@ public:
     virtual const KelString& getNativeDataType() const = 0;
     virtual const KelString& getUserDataType() const = 0;
     virtual const KelString& getNativeLogicalDataType() const = 0;
-    /// The concrete type that this type stands for, itself if it is one; null for an alias of nothing.
+    /// The type itself if it is concrete, the type at the end of the chain if it is an alias; null for an alias of
+    /// nothing.
     virtual const KelConcreteType* getActualType() const = 0;
+    /// The values of an enumerated type; every other type has none.
     virtual int getTypeValueCount() const = 0;
+    /// Whether the type has this value.
     virtual bool containsTypeValue(const KelTypeValue* value) const = 0;
     /// The type value at `index` in the order of adding, or null.
     virtual KelTypeValue* getTypeValue(int index) const = 0;
-    /// The first type value of that name, whose index `index`, when given, receives; or null.
+    /// The first type value of that name, or null. Its index is stored in `index` unless that is null.
     virtual KelTypeValue* getTypeValue(const KelString& name, int* index) const = 0;
-    /// Fills `values` with this type's values in place of what it held.
+    /// Replaces the contents of `values` by this type's values. O(n log n).
     virtual void getTypeValueByPosition(KelTypeValueByPosition& values) const = 0;
 
     [[nodiscard]] KelModel* getModel() const;
 
-    /// The users of the type. Adding a user replaces its earlier type.
+    /// Add a user, whose earlier type is replaced. False when it has this type already.
     bool addFeature(KelFeature* feature);
     bool addArgument(KelArgument* argument);
     bool addOperation(KelOperation* operation);
-    /// Take the user at `index` away; it is then without a type.
+    /// Remove the user at `index`, which then has no type.
     bool removeFeature(int index) noexcept;
     bool removeArgument(int index) noexcept;
     bool removeOperation(int index) noexcept;
+    /// The users of the type, in the order of adding.
     [[nodiscard]] KelLinks<KelFeature> features() const { return KelLinks<KelFeature>(features_); }
     [[nodiscard]] KelLinks<KelArgument> arguments() const { return KelLinks<KelArgument>(arguments_); }
-    /// The operations that return it.
+    /// The operations that return the type.
     [[nodiscard]] KelLinks<KelOperation> operations() const { return KelLinks<KelOperation>(operations_); }
     [[nodiscard]] KelLinks<KelAliasType> aliasTypes() const { return KelLinks<KelAliasType>(aliasTypes_); }
 

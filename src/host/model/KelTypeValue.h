@@ -5,7 +5,7 @@
 
 class KelDerivedType;
 
-/// One value of an enumerated type, which owns it.
+/// One literal of an enumerated type, which owns it. The literal is the object's name; its value, if any, is a field.
 class KEL_API KelTypeValue final : public KelModelObject {
 public:
     KelTypeValue();
@@ -16,7 +16,7 @@ public:
     [[nodiscard]] const KelString& getValue() const { return value; }
 
     KelString value;
-    std::int16_t position = 0; // 0-based place in the order of adding
+    std::int16_t position = 0; // index in the order of adding, from 0; set by the code that adds
 
 private:
     friend struct KelRelations;

@@ -7,11 +7,11 @@
 namespace {
 
 struct Encoding {
-    const char* name; // as the conversion service knows it, but for "unknown"
+    const char* name; // a name of the conversion service, or "unknown"
     const char* label;
 };
 
-// The default, then by language.
+// The default first, then by language.
 constexpr auto encodings = std::to_array<Encoding>({
     {"windows-1252", "Western European (Windows 1252)"},
     {"windows-1256", "Arabic (Windows 1256)"},
@@ -62,7 +62,7 @@ KelBridgeEnumValueLiteral BLIB::BP_ENCODING_ENUM_WESTERN_EUROPEAN__WINDOWS_1252_
 
 namespace {
 
-// The literals of all encodings, in the order of the table, with the enumeration itself after them.
+// The literals of all encodings in the order of the table, then the enumeration itself.
 class EncodingLiterals {
 public:
     EncodingLiterals() {
@@ -91,7 +91,7 @@ KelBridgeOptionEnumerationLiteral BLIB::BP_ENCODING_ENUM("BP_ENCODING_ENUM", "",
 
 namespace {
 
-// Declared after what it lists, so that it leaves the registry before the literals are destroyed.
+// Declared after the literals, so that it is removed from the registry before they are destroyed.
 struct RegisteredOptions : BLIB {
     RegisteredOptions() { init(); }
 } registeredOptions;

@@ -7,10 +7,11 @@
 class KelBridgeOptionEnumerationLiteral;
 class KelOption;
 
-/// The literal form of an option, from which option objects are made. Its text is the description.
+/// The description of an option in the literals of a bridge, from which `KelOption`s are made. Its text is the
+/// description for users. Making an option may throw `std::bad_alloc`; KelTextLiteral.h has the rules for threads.
 class KEL_API KelBridgeOptionLiteral : public KelTextLiteral {
 public:
-    /// `name` is the key of the option in an option list, `type` its type word ("File", "Enumerated").
+    /// `name` is the option's key in an option list, `type` its type ("File", "Enumerated").
     /// `enumeration` and `defaultValue` may be null; both must outlive this object.
     KelBridgeOptionLiteral(const KelString& identifier, const KelString& name, const KelString& type,
                            const KelString& description, const KelBridgeOptionEnumerationLiteral* enumeration,
@@ -21,14 +22,14 @@ public:
     [[nodiscard]] const KelString& getType() const { return type_; }
     [[nodiscard]] const KelString& getDescription() const { return getText(); }
     [[nodiscard]] const KelBridgeOptionEnumerationLiteral* getEnumeration() const { return enumeration_; }
-    /// What a new option's value is: of an enumerated option the identifier of the default literal, of another
-    /// its text, and empty without a default.
+    /// The value of a new option: the identifier of the default literal for an enumerated option, its text for any
+    /// other, and empty without a default.
     [[nodiscard]] const KelString& getDefaultValue() const;
 
-    /// A new option, set to the default. `required` says that an import cannot do without a value.
+    /// A new option with the default value. `required`: an import needs a value.
     [[nodiscard]] std::unique_ptr<KelOption> generateOption(bool required) const;
-    /// The same for a file: the null-terminated `extensions` (without dot) are those of the files to offer and
-    /// `extensionsLabel` the name of that choice; `mustExist` says that the file is read, not written.
+    /// The same for a file. `extensions` are those of the files to offer, without dot, followed by a null pointer (the
+    /// array itself is not null); `extensionsLabel` names that choice; `mustExist`: the file is read, not written.
     [[nodiscard]] std::unique_ptr<KelOption> generateOption(bool required, const char* const* extensions,
                                                             const KelString& extensionsLabel, bool mustExist) const;
 

@@ -8,41 +8,46 @@
 /// One allowed value of an enumerated option.
 struct KelOptionChoice {
     KelString identifier; // the value
-    KelString label;      // what a person reads
+    KelString label;      // for users
 };
 
-/// What a file option adds: which files to offer.
+/// The files that a file option offers.
 struct KelOptionFiles {
     std::vector<KelString> extensions; // without dot
     KelString extensionsLabel;
     bool mustExist = false;
 };
 
-/// What an option is, apart from the value that the user gives it.
+/// The constant part of an option: all but its value.
 struct KelOptionDescription {
     KelString name;
     KelString type; // "File", "Enumerated" ...
-    KelString text; // what the option is for, to be shown to the user
+    KelString text; // the purpose of the option, for users
     KelString defaultValue;
     bool required = false;
     std::vector<KelOptionChoice> choices; // of an enumerated option
     KelOptionFiles files;                 // of a file option
 };
 
-/// An option of an import as the user sets it. All texts are UTF-8.
+/// An option of an import, with the value that the user has set. All texts are UTF-8.
+///
+/// It owns its texts; a `KelOptionList` owns it. Setting a value may throw `std::bad_alloc` and then changes nothing.
+/// One thread at a time may use it.
 class KEL_API KelOption {
 public:
-    /// The new option has its default value.
+    /// Starts with the default value.
     explicit KelOption(KelOptionDescription description);
     KelOption(const KelOption&) = delete;
     KelOption& operator=(const KelOption&) = delete;
     virtual ~KelOption();
 
+    /// The value. The reference is valid until the value is set next.
     [[nodiscard]] virtual const KelString& getValue() const;
-    /// Takes a value. An option with choices takes only the identifier of one; it refuses anything else, keeps
-    /// its value and returns false.
+    /// Sets the value. An option with choices accepts only the identifier of one of them; otherwise it keeps its value
+    /// and returns false.
     virtual bool setValue(const KelString& value);
-    /// Takes any value, choice or not: an encoding, say, that the conversion service knows under another name.
+    /// Sets any value, whether a choice or not: for example an encoding that the conversion service knows by another
+    /// name.
     void setFreeValue(const KelString& value) { value_ = value; }
 
     [[nodiscard]] const KelString& getName() const { return description_.name; }

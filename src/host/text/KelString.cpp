@@ -151,7 +151,7 @@ KelString& KelString::prepend(std::string_view text) {
     if (text.empty()) {
         return *this;
     }
-    if (isEmpty()) { // most texts stay as they are: no room to spare
+    if (isEmpty()) { // most texts do not change later: no spare room
         init(text);
         return *this;
     }

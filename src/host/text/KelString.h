@@ -5,20 +5,20 @@
 #include <cstdint>
 #include <string_view>
 
-/// A byte string of the repository: any bytes in any encoding, always followed by a NUL that is not counted.
+/// A byte string of the repository: any bytes in any encoding, followed by a NUL that is not counted.
 ///
-/// Owns its buffer; copying copies the bytes. An empty string owns nothing and points to `emptyPtr`, so
-/// default construction never allocates and never throws. Lengths are bytes. Comparison is byte for byte.
-/// The buffer returned by `text()` and the view live until the string is next changed or destroyed.
-/// Operations that allocate throw `std::bad_alloc` (or `std::length_error` above 2,147,483,646 bytes) and then
-/// leave the string as it was.
+/// Owns its buffer; copying copies the bytes. An empty string has no buffer and points to `emptyPtr`, so that default
+/// construction neither allocates nor throws. Lengths are in bytes, and comparison is byte for byte. The results of
+/// `text()` and `view()` are valid until the string changes or is destroyed. Functions that allocate may throw
+/// `std::bad_alloc`, or `std::length_error` above 2,147,483,646 bytes, and the string is unchanged then. As with
+/// standard strings, several threads may read one that none changes. Costs are proportional to the bytes copied.
 class KEL_API KelString {
 public:
-    /// The buffer that all empty strings share: a single NUL. Never written to.
+    /// The buffer that all empty strings share: a single NUL. It is never written.
     static char emptyPtr[1];
 
     constexpr KelString() noexcept : text_(emptyPtr) {}
-    /// The whole NUL-terminated `text`; null gives the empty string.
+    /// The whole of the NUL-terminated `text`; null gives the empty string.
     KelString(const char* text) : KelString(text, -1) {}
     /// As `init`.
     KelString(const char* text, int length) : KelString() { init(text, length); }
@@ -29,8 +29,8 @@ public:
     KelString& operator=(KelString&& other) noexcept;
     ~KelString();
 
-    /// Becomes `length` bytes of `text` (which may hold NULs), or the whole NUL-terminated text when `length` is
-    /// -1. A null text gives the empty string. `text` may point into this string.
+    /// Replaces the contents by `length` bytes of `text`, which may contain NULs, or by the whole NUL-terminated text
+    /// when `length` is -1. A null text gives the empty string. `text` may point into this string.
     void init(const char* text, int length);
     void init(std::string_view text);
     /// Makes the string empty and releases its buffer.
@@ -38,11 +38,13 @@ public:
 
     /// At most `count` bytes from the byte at `start`; empty when `start` is at or past the end.
     [[nodiscard]] KelString mid(unsigned int start, unsigned int count) const;
-    /// Appends each of the C strings in turn; a null pointer ends the list and must be there.
+    /// Appends C strings one by one. The last argument must be a null pointer. If it throws, some may have been
+    /// appended.
     KelString& add(const char* first, ...) __attribute__((sentinel));
-    /// Appends `text`, which may be a part of this string. Many appendings cost what the result is long.
+    /// Appends `text`, which may be a part of this string. Repeated appending costs time proportional to the result.
     KelString& append(std::string_view text);
-    /// Puts `text`, which may be a part of this string, in front. Many prependings cost what the result is long.
+    /// Inserts `text`, which may be a part of this string, at the start. Repeated prepending costs time proportional to
+    /// the result.
     KelString& prepend(std::string_view text);
     KelString& operator+=(const KelString& other) { return append(other.view()); }
 
@@ -56,11 +58,11 @@ public:
 private:
     void release() noexcept;
 
-    /// Where the text stands in its buffer, and so on which side there may be room.
+    /// The position of the text in its buffer, which decides the side on which there is room.
     enum class Place : std::uint16_t { nowhere, atStart, atEnd };
 
     [[nodiscard]] std::size_t room() const noexcept;
-    /// A new buffer of 2^`exponent` bytes takes the place of the old one; the text's bytes are in it already.
+    /// Replaces the buffer by one of 2^`exponent` bytes, which already contains the text.
     void take(char* text, std::size_t length, int exponent, Place place) noexcept;
 
     char* text_;                     // emptyPtr, or in a heap buffer of at least length_ + 1 bytes
@@ -77,5 +79,5 @@ private:
     return left.view() == std::string_view(right);
 }
 
-/// An empty string, for arguments that are to say nothing.
+/// The empty string, for arguments without a text.
 KEL_API extern const KelString emptyString;

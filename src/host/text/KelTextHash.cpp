@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A new number; where the system gives none, one that is at least another in each process.
+/// A random number; without the system's randomness, a number that at least differs between processes.
 XXH64_hash_t drawKey() noexcept {
     XXH64_hash_t key = 0;
     if (::getentropy(&key, sizeof key) != 0) {

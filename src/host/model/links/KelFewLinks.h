@@ -4,10 +4,10 @@
 
 #include <vector>
 
-/// A small collection: a plain array, searched by walking it.
+/// A small collection: an array with linear search.
 class KelFewLinks final : public KelLinkCollection {
 public:
-    /// The number of objects up to which a walk is cheaper than an index.
+    /// Up to this number of objects a linear search is cheaper than an index.
     static constexpr int mostObjects = 24;
 
     explicit KelFewLinks(KelOrder order) : order_(order) {}
@@ -25,7 +25,7 @@ protected:
     [[nodiscard]] int indexOf(const KelObject& object) const override;
 
 private:
-    /// Where the object goes: behind the last one whose name is not greater, or at the end.
+    /// The position for the object: after the last one whose name is not greater, or at the end.
     [[nodiscard]] std::vector<KelObject*>::iterator placeOf(const KelObject& object);
 
     KelOrder order_;

@@ -5,35 +5,38 @@
 
 #include <memory>
 
-/// How the "many" end of a relation orders the objects at the other end.
+/// The order of the objects at a "many" end of a relation.
 enum class KelOrder { byAdding, byName };
 
 /// The objects at the "many" end of a relation, in the relation's order.
 ///
-/// Owns nothing. Every operation costs at most O(log n), but those that build an index the first time it is
-/// needed. Taking objects out, walking by index and asking whether an object is held never throw: without room for
-/// an index they walk. Putting objects in may throw `std::bad_alloc` and then changes nothing.
-/// As an array it is for reading: it changes only through the relation that keeps both ends in step, so
-/// `addElement` and `removeElement` always refuse.
+/// Does not own the objects. As an array it is read-only: a link has two ends, which only `KelRelation` changes
+/// together, so `addElement` and `removeElement` always return false.
+///
+/// Adding may throw `std::bad_alloc`, and nothing has changed then. Removing, access by index and `holds` do not throw:
+/// without memory for an index they search linearly. Other searches may throw. Reading may build an index; thus one
+/// thread at a time uses a collection, also for reading. Each operation costs at most O(log n), apart from the first
+/// use of an index, which costs O(n log n).
 class KEL_API KelLinkCollection : public KelArrayInterface {
 public:
-    /// The collection to use for `count` objects in the given order.
+    /// An empty collection of the kind that suits `count` objects in the given order.
     [[nodiscard]] static std::unique_ptr<KelLinkCollection> make(KelOrder order, int count);
 
-    /// Adds an object that is not held yet.
+    /// Adds an object. Precondition: it is not held yet.
     virtual void insert(KelObject& object) = 0;
-    /// Takes out an object that is held.
+    /// Removes an object. Precondition: it is held.
     virtual void erase(KelObject& object) noexcept = 0;
+    /// The object at `index`, or null when there is none.
     [[nodiscard]] virtual KelObject* at(int index) const = 0;
     [[nodiscard]] virtual bool holds(const KelObject& object) const = 0;
     /// The index of the first object named `name` at or after the index `from`, or -1.
     [[nodiscard]] virtual int indexOfName(const KelString& name, int from) const = 0;
     /// The first object named `name`, or null.
     [[nodiscard]] virtual KelObject* firstNamed(const KelString& name) const { return at(indexOfName(name, 0)); }
-    /// Frame a change of name of an object that is held. Neither allocates.
+    /// Called before and after a change of the name of an object that is held. Neither allocates.
     virtual void beforeRename(KelObject& object) noexcept = 0;
     virtual void afterRename(KelObject& object) noexcept = 0;
-    /// Whether the collection is as large as its kind should grow; `make` then gives its successor.
+    /// Whether the collection has reached the largest size of its kind; `make` then gives its successor.
     [[nodiscard]] virtual bool isFull() const noexcept = 0;
 
     bool addElement(const void* element, bool allowDuplicates) final;

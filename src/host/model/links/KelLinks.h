@@ -2,8 +2,12 @@
 
 #include "host/model/links/KelMany.h"
 
-/// The objects at a "many" end, seen as what they are. Good for as long as the object that has the end; changes
-/// of the end show at once, and walking by index stays right through them.
+/// A read-only view of the objects at a "many" end of a relation, with their type.
+///
+/// Owns nothing, and is as cheap to copy as a pointer. It is valid as long as the object that has the end, and always
+/// shows the end's current contents. Access by index needs no memory and costs O(1) or O(log n); in name order, the
+/// first access after additions may sort the collection. The first search in a large collection builds an index and may
+/// throw `std::bad_alloc`. KelObject.h has the rules for threads.
 template <class T>
 class KelLinks {
 public:
@@ -30,11 +34,12 @@ public:
     T* operator[](int index) const { return static_cast<T*>(end_->at(index)); }
     /// The first object, or null.
     [[nodiscard]] T* first() const { return (*this)[0]; }
+    /// Whether the end holds this object.
     [[nodiscard]] bool holds(const T& object) const { return end_->holds(object); }
     /// The index of the object, or -1.
     [[nodiscard]] int indexOf(const T& object) const { return end_->indexOf(object); }
-    /// The first object of that name at or after the index that `index` points to (0 when null), which then is
-    /// left at it; or null.
+    /// The first object of that name at or after the index that `index` points to (0 when null), or null. `index`,
+    /// unless null, receives the index of the object found.
     T* findNamed(const KelString& name, int* index = nullptr) const {
         if (index == nullptr) {
             return static_cast<T*>(end_->firstNamed(name));
@@ -43,10 +48,10 @@ public:
         *index = found >= 0 ? found : *index;
         return (*this)[found];
     }
-    /// For `KelObject::_getn`; good until the end next changes.
+    /// The same objects as an array, for `KelObject::_getn`; valid until the end changes next.
     [[nodiscard]] const KelArrayInterface& array() const { return end_->array(); }
 
-    /// The objects must not be added to or taken out during a walk with iterators.
+    /// For range-based loops. No object may be added or removed during such a loop.
     [[nodiscard]] Iterator begin() const { return Iterator(*end_, 0); }
     [[nodiscard]] Iterator end() const { return Iterator(*end_, end_->count()); }
 

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// What every empty end shows as its array.
+/// The array of every empty end.
 const KelArrayInterface& nothing() {
     static const KelFewLinks none(KelOrder::byAdding);
     return none;

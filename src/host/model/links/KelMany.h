@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <memory>
 
-/// The end of a relation that holds any number of objects. Changed by `KelRelation` alone.
+/// The end of a relation that holds any number of objects. Only `KelRelation` changes it; hosts read it as `KelLinks`.
 ///
-/// Takes one word in the object: nothing, the single object held, or the collection of several.
+/// Takes one word in the object: null, a pointer to the only object, or a pointer to the collection of several, which
+/// the end owns. It does not own the objects, even where the relation does. Cost and errors are those of
+/// `KelLinkCollection`.
 class KEL_API KelMany {
 public:
     explicit KelMany(KelOrder order = KelOrder::byAdding) noexcept : word_(order == KelOrder::byName ? byNameBit : 0) {}
@@ -27,6 +29,7 @@ public:
         }
         return index == 0 ? single() : nullptr;
     }
+    /// Whether the end holds this object.
     [[nodiscard]] bool holds(const KelObject& object) const;
     /// The index of the object, or -1.
     [[nodiscard]] int indexOf(const KelObject& object) const;
@@ -34,13 +37,13 @@ public:
     [[nodiscard]] int indexOfName(const KelString& name, int from) const;
     /// The first object named `name`, or null.
     [[nodiscard]] KelObject* firstNamed(const KelString& name) const;
-    /// The same objects as an array; good until this end next changes.
+    /// The same objects as an array; valid until this end changes next. May throw `std::bad_alloc`.
     [[nodiscard]] const KelArrayInterface& array() const;
 
 private:
     friend struct KelRelation;
 
-    // The word: null, a KelObject* or a KelLinkCollection*, whose two lowest bits say which, and in what order.
+    // The word: null, a KelObject* or a KelLinkCollection*. Its two lowest bits say which of them, and the order.
     static constexpr std::uintptr_t collectionBit = 1;
     static constexpr std::uintptr_t byNameBit = 2;
     static constexpr std::uintptr_t pointerBits = ~(collectionBit | byNameBit);
@@ -54,7 +57,7 @@ private:
     }
     void hold(KelObject* single) const noexcept;
     void hold(std::unique_ptr<KelLinkCollection> collection) const noexcept;
-    /// A collection of what is held now that has room for one object more.
+    /// A collection of the current objects with room for another one.
     [[nodiscard]] KelLinkCollection& growing();
 
     void insert(KelObject& object);

@@ -47,7 +47,7 @@ void KelManyLinksByAdding::indexNames() const {
     if (!names_.empty()) {
         return;
     }
-    indexPositions(); // a renaming, which must not allocate, finds its slot there
+    indexPositions(); // beforeRename, which must not allocate, searches them
     try {
         for (std::size_t slot = firstLive_; slot < slots_.size(); ++slot) {
             if (slots_[slot] != nullptr) {
@@ -67,7 +67,7 @@ std::size_t KelManyLinksByAdding::slotAt(int index) const {
     try {
         indexLiveSlots();
         return live_.select(index);
-    } catch (...) { // no room for the index: walk
+    } catch (...) { // no memory for the index: search linearly
         std::size_t slot = firstLive_;
         for (int left = index; left > 0 || slots_[slot] == nullptr; ++slot) {
             left -= static_cast<int>(slots_[slot] != nullptr);
@@ -85,7 +85,7 @@ int KelManyLinksByAdding::indexAt(std::size_t slot) const {
 }
 
 std::size_t KelManyLinksByAdding::slotOf(const KelObject& object) const {
-    // What is taken out one by one is mostly taken from an end; that needs no index.
+    // Objects are mostly removed from either end, which needs no index.
     if (count_ > 0 && slots_[firstLive_] == &object) {
         return firstLive_;
     }
@@ -94,7 +94,7 @@ std::size_t KelManyLinksByAdding::slotOf(const KelObject& object) const {
     }
     try {
         indexPositions();
-    } catch (...) { // no room for the index: walk
+    } catch (...) { // no memory for the index: search linearly
         return static_cast<std::size_t>(std::find(slots_.begin(), slots_.end(), &object) - slots_.begin());
     }
     const auto place = positions_.find(&object);

@@ -1,13 +1,140 @@
 #include "host/model/links/KelManyLinksByName.h"
 
+#include "host/model/KelObject.h"
+
 #include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
 #include <new>
 #include <utility>
 
 namespace {
 
+/// An object with the first bytes of its name. They decide most comparisons without access to the names, which are far
+/// apart in memory.
+struct SortedObject {
+    std::uint64_t start; // of the name, padded with zeros; in the order of the bytes
+    std::string_view name;
+    KelObject* object;
+};
+
+std::uint64_t startOf(std::string_view name) noexcept {
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, name.data(), std::min(name.size(), sizeof(bytes)));
+    return std::endian::native == std::endian::little ? __builtin_bswap64(bytes) : bytes;
+}
+
+bool comesBefore(const SortedObject& left, const SortedObject& right) noexcept {
+    return left.start != right.start ? left.start < right.start : left.name < right.name;
+}
+
+/// Throws `std::bad_alloc`.
+void sortAtHand(std::vector<KelObject*>& objects) {
+    std::vector<SortedObject> sorted;
+    sorted.reserve(objects.size());
+    for (KelObject* object : objects) {
+        const std::string_view name = object->getName().view();
+        sorted.push_back({startOf(name), name, object});
+    }
+    std::stable_sort(sorted.begin(), sorted.end(), comesBefore);
+    std::transform(sorted.begin(), sorted.end(), objects.begin(), [](const SortedObject& one) { return one.object; });
+}
+
+void sortInPlace(std::vector<KelObject*>& objects) noexcept {
+    std::stable_sort(objects.begin(), objects.end(), [](const KelObject* left, const KelObject* right) {
+        return left->getName().view() < right->getName().view();
+    });
+}
+
+} // namespace
+
+bool KelNameRow::takesNext(const KelObject& object) const {
+    return !isSorted_ || objects_.empty() || objects_.back()->getName().view() <= object.getName().view();
+}
+
+void KelNameRow::add(KelObject& object) {
+    objects_.push_back(&object);
+    if (!firstByName_) {
+        return;
+    }
+    try {
+        firstByName_->try_emplace(object.getName().view(), &object);
+    } catch (...) {
+        objects_.pop_back();
+        throw;
+    }
+}
+
+void KelNameRow::removeLast() noexcept {
+    if (firstByName_) {
+        const auto named = firstByName_->find(objects_.back()->getName().view());
+        if (named != firstByName_->end() && named->second == objects_.back()) {
+            firstByName_->erase(named);
+        }
+    }
+    objects_.pop_back();
+}
+
+void KelNameRow::remove(const KelObject& object) noexcept {
+    firstByName_.reset();
+    objects_.erase(std::find(objects_.begin(), objects_.end(), &object));
+}
+
+void KelNameRow::clear() noexcept {
+    std::vector<KelObject*>().swap(objects_);
+    firstByName_.reset();
+    isSorted_ = false;
+}
+
+void KelNameRow::sort() noexcept {
+    if (!isSorted_) {
+        try {
+            sortAtHand(objects_);
+        } catch (const std::bad_alloc&) {
+            sortInPlace(objects_);
+        }
+        isSorted_ = true;
+        firstByName_.reset(); // sorted, the row is searched instead
+    }
+}
+
+void KelNameRow::forgetOrder() noexcept {
+    firstByName_.reset();
+    isSorted_ = false;
+}
+
+void KelNameRow::indexNames() {
+    FirstByName index(objects_.size());
+    for (KelObject* object : objects_) {
+        index.try_emplace(object->getName().view(), object);
+    }
+    firstByName_ = std::move(index);
+}
+
+KelObject* KelNameRow::firstNamed(const KelString& name) {
+    if (isSorted_) {
+        const auto at = static_cast<std::size_t>(lowerBound(name));
+        return at < objects_.size() && objects_[at]->getName() == name ? objects_[at] : nullptr;
+    }
+    if (!firstByName_) {
+        indexNames();
+    }
+    const auto found = firstByName_->find(name.view());
+    return found != firstByName_->end() ? found->second : nullptr;
+}
+
+int KelNameRow::lowerBound(const KelString& name) const noexcept {
+    const auto place = std::lower_bound(
+        objects_.begin(), objects_.end(), name.view(),
+        [](const KelObject* held, std::string_view wanted) { return held->getName().view() < wanted; });
+    return static_cast<int>(place - objects_.begin());
+}
+
+namespace {
+
 constexpr int looksAhead = 8;
-constexpr int mostNamesakes = 16; // up to which a walk is cheaper than an index
+constexpr int mostNamesakes = 16; // up to this number a linear search is cheaper than an index
 
 KelObject* objectOf(const KelRBTree::Node* node) noexcept {
     return node == nullptr ? nullptr : static_cast<KelObject*>(const_cast<void*>(KelRBTree::element(node)));
@@ -34,7 +161,7 @@ KelRBTree::Node* KelManyLinksByName::searchFrom(KelRBTree::Node* first, const Ke
             try {
                 indexNodes();
                 return nodeOf(object);
-            } catch (...) { // no room for the index: walk on
+            } catch (...) { // no memory for the index: search on
             }
         }
         node = tree_.findNextNode(&object.getName(), node);
@@ -63,7 +190,7 @@ bool KelManyLinksByName::bringIntoTree() const noexcept {
             tree_.addLastNode(object);
         }
         row_.clear();
-    } catch (...) { // no room
+    } catch (...) { // no memory: the row remains
         tree_.empty();
     }
     return isInTree();
@@ -72,7 +199,7 @@ bool KelManyLinksByName::bringIntoTree() const noexcept {
 void KelManyLinksByName::insert(KelObject& object) {
     if (!isInTree() && (row_.takesNext(object) || !bringIntoTree())) {
         if (!row_.takesNext(object)) {
-            throw std::bad_alloc(); // there was no room for the tree
+            throw std::bad_alloc(); // no memory for the tree
         }
         row_.add(object);
         ++count_;
@@ -113,7 +240,7 @@ KelObject* KelManyLinksByName::at(int index) const {
         row_.sort();
         const auto place = row_.objects().begin() + index;
         if (count_ - index > looksAhead) {
-            __builtin_prefetch(place[looksAhead]); // who asks for one usually asks for those behind it
+            __builtin_prefetch(place[looksAhead]); // accesses are mostly consecutive
         }
         return *place;
     }
@@ -157,7 +284,7 @@ int KelManyLinksByName::indexOfName(const KelString& name, int from) const {
     }
     const KelRBTree::Node* first = isInTree() ? tree_.findFirstNode(&name) : nullptr;
     const int index = first != nullptr ? KelRBTree::getIndex(first) : row_.lowerBound(name);
-    // Equal names stand together, so the one at `from` is the answer or there is none.
+    // Equal names are adjacent, so a first one before `from` leaves only the object at `from` itself.
     const int answer = std::max(index, from);
     const KelObject* object = at(answer);
     return object != nullptr && object->getName() == name ? answer : -1;

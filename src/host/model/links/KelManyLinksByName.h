@@ -2,16 +2,59 @@
 
 #include "host/containers/KelNameLinkTree.h"
 #include "host/model/links/KelLinkCollection.h"
-#include "host/model/links/KelNameRow.h"
 #include "host/model/links/KelPointerHash.h"
+#include "host/text/KelTextHash.h"
 
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
 #include <tsl/robin_map.h>
+#include <utility>
+#include <vector>
 
-/// A large collection in name order: a row while it is only added to, and afterwards only read; a name tree as soon
-/// as its order is changed.
+/// A row of objects that is sorted by name when the order is first needed.
 ///
-/// In the tree an object's node is found by its name. Where many objects of one name stand together, an index of
-/// the nodes by object is made when first needed. A walk by index goes from node to node.
+/// Adding and searching by name cost O(1) in any order of names. Sorting costs O(n log n). It happens once, as long as
+/// afterwards only the last object is removed and no object is added out of order.
+class KelNameRow {
+public:
+    [[nodiscard]] bool isSorted() const noexcept { return isSorted_; }
+    [[nodiscard]] const std::vector<KelObject*>& objects() const noexcept { return objects_; }
+    /// Whether the row remains sorted, if it is, when the object is added.
+    [[nodiscard]] bool takesNext(const KelObject& object) const;
+    void add(KelObject& object);
+    void removeLast() noexcept;
+    /// Removes an object by linear search. Precondition: it is held.
+    void remove(const KelObject& object) noexcept;
+    void clear() noexcept;
+    /// Sorts by name; equal names remain in the order of adding. Slower, but complete, when memory is short.
+    void sort() noexcept;
+    /// Call it when names may have changed.
+    void forgetOrder() noexcept;
+    /// The first object of that name, or null.
+    [[nodiscard]] KelObject* firstNamed(const KelString& name);
+    /// The index of the first object whose name is not less. Precondition: the row is sorted.
+    [[nodiscard]] int lowerBound(const KelString& name) const noexcept;
+
+private:
+    using NamedObject = std::pair<std::string_view, KelObject*>;
+    static constexpr bool storesHash = true; // names of one length would otherwise be compared letter by letter
+    using FirstByName = tsl::robin_map<std::string_view, KelObject*, KelTextHash, std::equal_to<>,
+                                       std::allocator<NamedObject>, storesHash>;
+
+    void indexNames();
+
+    std::vector<KelObject*> objects_;
+    std::optional<FirstByName> firstByName_; // keyed by the object's own text; made when needed
+    bool isSorted_ = false;
+};
+
+/// A large collection in name order: a row while objects are only added and then only read, and a name tree as soon as
+/// the order of objects changes.
+///
+/// An object's node in the tree is found by its name; when many objects have one name, an index of the nodes by object
+/// is made. Access by consecutive indexes goes from node to node.
 class KelManyLinksByName final : public KelLinkCollection {
 public:
     void insert(KelObject& object) override;
@@ -28,13 +71,13 @@ protected:
     [[nodiscard]] int indexOf(const KelObject& object) const override;
 
 private:
-    /// Where the last walk by index stands; forgotten at every change.
+    /// The position of the last access by index; invalid after every change.
     struct Position {
         KelRBTree::Node* node = nullptr;
         int index = -1;
     };
 
-    /// Whether the objects are in the tree, to which they are brought if there is room for it.
+    /// Moves the objects into the tree if memory suffices; whether they are in it.
     [[nodiscard]] bool bringIntoTree() const noexcept;
     /// The object's node in the tree, or null when it is not held.
     [[nodiscard]] KelRBTree::Node* nodeOf(const KelObject& object) const noexcept;

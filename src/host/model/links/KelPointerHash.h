@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Spreads addresses, whose low bits are always 0, over all bits of the hash.
+/// A hash of addresses for `tsl::robin_map`, which uses the low bits: in an address these are always 0.
 struct KelPointerHash {
     [[nodiscard]] std::size_t operator()(const void* pointer) const noexcept {
         constexpr std::uint64_t golden = 0x9E3779B97F4A7C15ULL;

@@ -39,7 +39,7 @@ bool KelRelation::accepts(const KelObject& holder, const KelObject& target) cons
         if ((target.*targetEnd.one).get() != nullptr) {
             return false;
         }
-        // An object that owns nothing in this relation cannot close a circle of owners.
+        // A target that owns nothing in this relation cannot close a circle, so most links skip the search.
         const bool mayCircle = &holder == &target || (holderType == targetType && count(target, true) > 0);
         for (const KelObject* above = &holder; mayCircle && above != nullptr; above = above->getParent()) {
             if (above == &target) {

@@ -8,23 +8,24 @@
 
 class KelObject;
 
-/// What one end of a relation is in the objects that stand there: one link or many.
+/// The data member that is one end of a relation: for one object or for many.
 struct KelEndMember {
     KelOne KelObject::*one = nullptr; // exactly one of the two is set
     KelMany KelObject::*many = nullptr;
 };
 
-/// What holding an object means.
+/// The kind of a relation: the consequences of holding a target.
 enum class KelHold {
-    owns,          // the holder deletes it; an object has one holder of a kind, and the first keeps it
-    refers,        // the holder knows it
-    refersDeletes, // the holder knows it, and deleting the holder deletes it
+    owns,          // deleting the holder deletes the target, which has at most one such holder: the first
+    refers,        // deleting either breaks the link
+    refersDeletes, // as `refers`, but deleting the holder deletes the target
 };
 
-/// One relation between two repository classes: who holds whom, and how each end keeps the other.
+/// One relation between two repository classes: which of them holds the other, and the data members at both ends.
 ///
-/// The one place where links are made and broken. Both ends always change together, so that whatever an object
-/// is linked to can be reached from either side and nothing points to a deleted object.
+/// Links are made and broken only here. Both ends always change together, so that each link can be followed from either
+/// side and none leads to a deleted object. Relations are constants (KelRelations.h) and own nothing themselves;
+/// errors, threads and cost are those of `KelObject`.
 struct KEL_API KelRelation {
     const char* name;
     KelElementType holderType;
@@ -34,26 +35,28 @@ struct KEL_API KelRelation {
     KelHold hold = KelHold::refers;
     bool distinctNames = false; // the holder refuses a second object of a name
 
-    /// Links the two; false when the link is refused, and then nothing has changed. Where an end holds one
-    /// object only and the relation does not own, an earlier link of that end is broken. Throws `std::bad_alloc`
-    /// with nothing changed but, at the most, such an earlier link.
+    /// Links the two. False when the link is refused; nothing has changed then. Refused are null, two objects that are
+    /// linked already, a target that has an owner in an owning relation, a circle of owners, and, with `distinctNames`,
+    /// a target whose name another one has. In other relations an end for one object drops its earlier link. If this
+    /// throws `std::bad_alloc`, only such an earlier link may be gone.
     bool link(KelObject* holder, KelObject* target) const;
-    /// As `link`, but true also when the two are linked already: for an end that holds one object.
+    /// As `link`, but also true when the two are linked already.
     bool set(KelObject* holder, KelObject* target) const;
     /// Breaks the link between the two; false when there is none.
     bool unlink(KelObject* holder, KelObject* target) const noexcept;
+    /// Whether the two are linked. O(1) where an end holds one object; otherwise it asks the smaller collection.
     [[nodiscard]] bool areLinked(const KelObject& holder, const KelObject& target) const;
 
-    /// How many objects the end of `object` holds, and the one at `index`.
+    /// The number of objects at the end of `object`, and the one at `index`. `isHolder` selects the end.
     [[nodiscard]] int count(const KelObject& object, bool isHolder) const noexcept;
     [[nodiscard]] KelObject* at(const KelObject& object, bool isHolder, int index) const;
     /// Breaks every link of the object in this relation.
     void clear(KelObject& object, bool isHolder) const noexcept;
-    /// Dooms everything the object holds in this relation.
+    /// Dooms all targets of the holder (`KelDoomed::add`).
     void doomTargets(KelObject& holder) const noexcept;
-    /// Whether objects at this end stand in collections at the other.
+    /// Whether the other end is a collection, which then contains objects of this end.
     [[nodiscard]] bool collects(bool isHolder) const noexcept { return end(!isHolder).many != nullptr; }
-    /// Frame a change of the name of an object that stands in collections of this relation.
+    /// Called before and after a change of the name of an object. Precondition: `collects(isHolder)`.
     void beforeRename(KelObject& object, bool isHolder) const noexcept;
     void afterRename(KelObject& object, bool isHolder) const noexcept;
 

@@ -4,9 +4,11 @@
 
 #include <span>
 
-/// The repository's relations, all of them.
+/// The table of all relations of the repository: constants, made at compile time. The rows are in KelRelations.cpp.
+///
+/// Their order is that in which a traversal visits the parts of an object.
 struct KelRelations {
-    // owned by
+    // The holder owns the targets.
     static const KelRelation elementNotes;
     static const KelRelation modelTypes;
     static const KelRelation modelOrigins;
@@ -21,7 +23,7 @@ struct KelRelations {
     static const KelRelation associationRoles;
     static const KelRelation typeValues;
     static const KelRelation roleNameMaps;
-    // refers to
+    // The holder refers to the targets.
     static const KelRelation diagramElements;
     static const KelRelation featureType;
     static const KelRelation argumentType;
@@ -42,6 +44,6 @@ struct KelRelations {
     static const KelRelation sourceAttribute;
     static const KelRelation destinationAttribute;
 
-    /// All of the above, in this order.
+    /// All of the above, in this order. The span lives as long as the library is loaded.
     [[nodiscard]] KEL_API static std::span<const KelRelation* const> all();
 };

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace fuzz {
+
+/// How the reader of the notation breaks its contract on these bytes; empty when it keeps it. The same bytes are read
+/// in blocks of several sizes and through a small window as well.
+[[nodiscard]] std::string notationFault(std::string_view text);
+
+} // namespace fuzz

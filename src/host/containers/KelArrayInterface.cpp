@@ -1,3 +1,0 @@
-#include "host/containers/KelArrayInterface.h"
-
-KelArrayInterface::~KelArrayInterface() = default;

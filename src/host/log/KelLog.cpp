@@ -1,3 +1,0 @@
-#include "host/log/KelLog.h"
-
-KelLog::~KelLog() = default;

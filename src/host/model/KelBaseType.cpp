@@ -1,7 +1,0 @@
-#include "host/model/KelBaseType.h"
-
-KelBaseType::KelBaseType() : KelConcreteType(KelElementType::baseType) {}
-
-KelBaseType::~KelBaseType() {
-    dissolve();
-}

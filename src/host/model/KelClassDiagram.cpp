@@ -1,7 +1,0 @@
-#include "host/model/KelClassDiagram.h"
-
-KelClassDiagram::KelClassDiagram() : KelDiagram(KelElementType::classDiagram) {}
-
-KelClassDiagram::~KelClassDiagram() {
-    dissolve();
-}

@@ -1,3 +1,0 @@
-#include "host/options/KelBridgeEnumValueLiteral.h"
-
-KelBridgeEnumValueLiteral::~KelBridgeEnumValueLiteral() = default;
