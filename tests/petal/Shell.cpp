@@ -1,13 +1,13 @@
 #include "Shell.h"
 
 #include <rapidjson/document.h>
-#include <sys/wait.h>
 
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
+#include <sys/wait.h>
 
 namespace fs = std::filesystem;
 

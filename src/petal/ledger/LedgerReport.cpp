@@ -8,6 +8,7 @@
 #include "text/Output.h"
 
 #include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <array>
 #include <sys/stat.h>
