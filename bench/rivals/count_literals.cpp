@@ -3,16 +3,16 @@
 
 #include "scanner/RuleTable.h"
 
-#include <fcntl.h>
 #include <hs/hs.h>
-#include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <array>
 #include <cstdio>
+#include <fcntl.h>
 #include <memory>
 #include <stdexcept>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 

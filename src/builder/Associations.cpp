@@ -8,7 +8,6 @@
 #include "host/model/KelAssociation.h"
 #include "host/model/KelAssociationRole.h"
 #include "host/model/KelClass.h"
-#include "host/model/KelDesignPackage.h"
 #include "host/model/links/KelPointerHash.h"
 
 #include <algorithm>

@@ -12,11 +12,8 @@
 #include "host/model/KelAttribute.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelClassDiagram.h"
-#include "host/model/KelDependency.h"
-#include "host/model/KelDesignPackage.h"
 #include "host/model/KelForeignKey.h"
 #include "host/model/KelGeneralization.h"
-#include "host/model/KelRealization.h"
 #include "literals/QEV_RRSE.h"
 
 #include <cstdlib>

@@ -6,7 +6,6 @@
 #include "builder/indexes/ContainerIndex.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDependency.h"
-#include "host/model/KelDesignPackage.h"
 #include "host/model/KelGeneralization.h"
 #include "host/model/KelRealization.h"
 

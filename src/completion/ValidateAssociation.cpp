@@ -1,10 +1,9 @@
-#include "completion/ValidateModel.h"
-
 #include "builder/Associations.h"
 #include "builder/BuilderState.h"
 #include "builder/Trace.h"
 #include "builder/Unattached.h"
 #include "builder/indexes/WaitingNodes.h"
+#include "completion/ValidateModel.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelAssociationRole.h"
 #include "host/model/KelAttribute.h"

@@ -1,7 +1,6 @@
-#include "completion/ValidateModel.h"
-
 #include "builder/BuilderState.h"
 #include "builder/Unattached.h"
+#include "completion/ValidateModel.h"
 #include "host/model/KelAssociationRoleNameMap.h"
 #include "host/model/KelAttribute.h"
 #include "host/model/KelCandidateKey.h"

@@ -1,6 +1,5 @@
 #include "ledger/LedgerMerge.h"
 
-#include "host/model/KelAttribute.h"
 #include "host/model/KelModel.h"
 #include "ledger/reasons.h"
 #include "notation/unescaped.h"

@@ -2,9 +2,8 @@
 
 #include "ledger/reasons.h"
 
-#include <tsl/robin_map.h>
-
 #include <array>
+#include <tsl/robin_map.h>
 
 namespace ledger {
 

@@ -107,12 +107,13 @@ CLI::Validator oneOf(const std::vector<std::string>& values) {
 void describeImport(CLI::App& command, ImportRequest& request) {
     command
         .add_option("--types", request.types,
-                    "What declared types are mapped to; cpp, oracle, or another name of 'petal options'")
+                    "Map declared types to the types of this system: cpp, oracle, or another name that\n"
+                    "'petal options' prints")
         ->type_name("NAME");
     command
         .add_option("--encoding", request.encoding,
-                    "The encoding of the file's texts; see 'petal options'. With auto the one\n"
-                    "that the charSet in the file's header stands for, else the bridge's default")
+                    "Encoding of the file's texts; 'petal options' prints the names. With auto it is the\n"
+                    "one that the charSet in the file's header means, else the bridge's default")
         ->type_name("NAME")
         ->capture_default_str();
     command.add_option("-f,--format", request.format, formatDescription())
@@ -126,19 +127,20 @@ void describeImport(CLI::App& command, ImportRequest& request) {
         ->allow_extra_args(false);
     command
         .add_option("-o", request.output,
-                    "Where to write the model; unless given, or with -, standard output.\n"
-                    "A regular file is replaced as a whole once the model is written.\n"
-                    "For several models the folder to write them to, each under the path of its file")
+                    "Output file (default: standard output; - for standard output). An existing regular\n"
+                    "file is replaced as a whole once the model is written. With several models:\n"
+                    "the output folder, which mirrors the input paths")
         ->type_name("FILE");
-    command.add_option("--log-level", request.logLevel, "The least severe events to report")
+    command.add_option("--log-level", request.logLevel, "Report events of this severity and above")
         ->transform(CLI::IsMember(severities(), CLI::ignore_case).description(""))
         ->type_name(choiceOf(severities()))
         ->capture_default_str();
-    command.add_option("--log-format", request.logFormat, "What a line of the log is: a text, or a JSON object")
+    command
+        .add_option("--log-format", request.logFormat, "Write each log event as a line of text, or as a JSON object")
         ->check(oneOf({"text", "json"}))
         ->type_name("text|json")
         ->capture_default_str();
-    command.add_option("--log", request.log, "Where to write the log; unless given, or with -, standard error")
+    command.add_option("--log", request.log, "Log file (default: standard error; - for standard error)")
         ->type_name("FILE");
     describeUnitOptions(command, request.units);
     describeLedgerOptions(command, request);
@@ -148,37 +150,40 @@ void describeJobs(CLI::App& command, JobsRequest& request) {
     CLI::Option* files =
         command.add_option("FILE", request.inputs, "Model files, and folders to search for files named *.mdl")
             ->type_name("");
-    CLI::Option* list = command.add_option("--files-from", request.filesFrom,
-                                           "A list of more files and folders, one a line; - for standard input");
+    CLI::Option* list =
+        command.add_option("--files-from", request.filesFrom,
+                           "Read more files and folders from a list, one per line; - for standard input");
     list->type_name("FILE");
-    command.add_flag("-0,--null", request.nulSeparated, "The names in that list end with a NUL, not a line's end")
+    command
+        .add_flag("-0,--null", request.nulSeparated, "The names in that list are separated by NUL, not by line ends")
         ->needs(list);
-    command.add_option("-j,--jobs", request.parallel, "How many files to import at a time")
+    command.add_option("-j,--jobs", request.parallel, "Import up to N files in parallel")
         ->check(CLI::Range(1, mostJobs).description(""))
         ->type_name("N")
         ->capture_default_str();
-    CLI::Option* timeout = command.add_option("--timeout", request.timeout, "How long the import of a file may take")
-                               ->check(timeSpan())
-                               ->type_name("SECONDS");
+    CLI::Option* timeout =
+        command.add_option("--timeout", request.timeout, "Stop the import of a file after this time")
+            ->check(timeSpan())
+            ->type_name("SECONDS");
     CLI::Option* memory = command
                               .add_option("--max-memory", request.maxMemory,
-                                          "How much memory the import of a file may use, such as 500M or 2G")
+                                          "Limit the memory of the import of a file, such as 500M or 2G")
                               ->transform(CLI::AsSizeValue(false).description(""))
                               ->type_name("SIZE");
     command
         .add_flag("--in-process", request.inProcess,
-                  "Import a single file in petal's own process. That is usual, but for --timeout,\n"
-                  "--max-memory and --report; each of several files has a process of its own")
+                  "Import a single file in petal's process, also with --report. This is the default\n"
+                  "without --timeout, --max-memory and --report")
         ->excludes(timeout)
         ->excludes(memory);
-    CLI::Option* goOn = command.add_flag("--keep-going")->description("Go on after a file has failed, as is usual");
-    command.add_flag("--fail-fast", request.failFast, "Stop at the first file that fails: nothing behind it is kept")
+    CLI::Option* goOn = command.add_flag("--keep-going")->description("Continue after a file has failed (the default)");
+    command.add_flag("--fail-fast", request.failFast, "Stop at the first file that fails, and keep nothing after it")
         ->excludes(goOn);
-    command.add_flag("--resume", request.resume, "Leave out files whose output is complete and newer than they are");
+    command.add_flag("--resume", request.resume, "Skip files whose output is complete and newer than the file");
     command.add_flag("-q,--quiet", request.quiet,
-                     "Show neither the progress of several files nor a final table, and no summary\n"
-                     "of what was imported, changed and dropped");
-    command.add_option("--report", request.report, "Where to write what became of each file, as JSON")
+                     "Print no progress, no final table and no summary of imported, changed and dropped\n"
+                     "elements");
+    command.add_option("--report", request.report, "Write the result of each file to this file, as JSON")
         ->type_name("FILE");
     command.callback([files, list] {
         if (files->empty() && list->empty()) {
@@ -189,7 +194,7 @@ void describeJobs(CLI::App& command, JobsRequest& request) {
 
 void describeMerge(CLI::App& merge, MergeRequest& request) {
     merge.add_option("FILE", request.reports, "Reports")->required()->type_name("");
-    merge.add_option("-o", request.output, "Where to write the report; unless given, or with -, standard output")
+    merge.add_option("-o", request.output, "Output file (default: standard output; - for standard output)")
         ->type_name("FILE");
 }
 
@@ -241,7 +246,7 @@ std::vector<CommandRow> describeCommands(CLI::App& app, Request& request, bool& 
     describeFormats(*formats, request.formats);
     describeTextconv(*textconv, request.textconv);
     app.require_subcommand(0, 1);
-    app.footer(footer() + "\n'petal import --help' tells about the options of an import.");
+    app.footer(footer() + "\n'petal import --help' lists the options of an import.");
     import->footer(footer());
     info->footer(footer());
     units->footer(footer());
@@ -312,7 +317,7 @@ Request parseCommandLine(int argc, const char* const* argv) {
     } else if (given != commands.end()) {
         request.command = given->command;
     } else {
-        throw Failure(Outcome::wrongUsage, "there is nothing to do", "Run 'petal --help' to see the commands.");
+        throw Failure(Outcome::wrongUsage, "no command given", "Run 'petal --help' to see the commands.");
     }
     return request;
 }

@@ -9,7 +9,7 @@
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "scanner/VectorCode.cpp"
 #include <hwy/foreach_target.h>
-
+// The code below is compiled for each set, so it must come after foreach_target.h.
 #include "scanner/Growth-inl.h"
 #include "scanner/Places-inl.h"
 

@@ -6,7 +6,6 @@
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelMetadataOrigin.h"
 #include "host/model/KelNote.h"
-#include "host/model/KelType.h"
 #include "host/options/KelOptionList.h"
 #include "support/ImportedModel.h"
 

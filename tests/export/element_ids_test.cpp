@@ -1,6 +1,5 @@
-#include "export/ElementIds.h"
-
 #include "Shop.h"
+#include "export/ElementIds.h"
 #include "export/modelWalk.h"
 #include "export/words.h"
 #include "source/SourceMap.h"

@@ -1,5 +1,4 @@
 #include "export/UniqueNames.h"
-
 #include "text/utf8.h"
 
 #include <gtest/gtest.h>

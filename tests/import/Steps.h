@@ -5,7 +5,6 @@
 #include "host/model/KelObject.h"
 
 #include <algorithm>
-
 #include <set>
 #include <string>
 #include <string_view>

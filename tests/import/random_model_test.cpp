@@ -3,7 +3,6 @@
 #include "host/model/KelAssociation.h"
 #include "host/model/KelAssociationRole.h"
 #include "host/model/KelAttribute.h"
-#include "host/model/KelBaseType.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelGeneralization.h"

@@ -1,10 +1,10 @@
 #include "Shell.h"
 
 #include <rapidjson/document.h>
-#include <sys/wait.h>
 
 #include <array>
 #include <cstdio>
+#include <sys/wait.h>
 
 Ended Shell::run(const std::string& command) const {
     const std::string errorsPath = folder.string() + ".errors"; // outside of the folder, whose files tests count

@@ -1,7 +1,6 @@
 // Imports of several files, each in a process of its own: what is found, what is refused, and what a file costs others.
 
 #include "Shell.h"
-
 #include "petal/jobs/Console.h"
 #include "petal/jobs/ImportEnd.h"
 

@@ -1,10 +1,8 @@
-#include "petal/commandLine.h"
-
+#include "Shell.h"
 #include "interface/interfaceFiles.h"
 #include "petal/Failure.h"
+#include "petal/commandLine.h"
 #include "petal/exitStatus.h"
-
-#include "Shell.h"
 
 #include <array>
 

@@ -1,7 +1,6 @@
 // The import of a single file: what goes to the bridge, what comes out, and what is refused.
 
 #include "Shell.h"
-
 #include "export/exporters.h"
 
 #include <rapidjson/document.h>

@@ -1,7 +1,6 @@
 // The ledger of the command line, and that it counts everything in a file once, as `petal info` does.
 
 #include "Shell.h"
-
 #include "ledger/makeLedger.h"
 #include "petal/info/gatherFileInfo.h"
 #include "scanner/RealModels.h"

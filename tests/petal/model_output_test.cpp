@@ -1,9 +1,8 @@
-#include "petal/output/ModelOutput.h"
-
 #include "Shell.h"
 #include "petal/Failure.h"
 #include "petal/output/Descriptor.h"
 #include "petal/output/FileUses.h"
+#include "petal/output/ModelOutput.h"
 #include "petal/output/OutputFiles.h"
 
 #include <csignal>

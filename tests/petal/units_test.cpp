@@ -1,5 +1,4 @@
 #include "Shell.h"
-
 #include "petal/units/lossLines.h"
 
 #include <algorithm>

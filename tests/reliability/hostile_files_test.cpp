@@ -12,9 +12,8 @@
 
 #include <functional>
 #include <ostream>
-#include <sstream>
-
 #include <pthread.h>
+#include <sstream>
 
 void PrintTo(const HostileFile& file, std::ostream* stream) {
     *stream << file.name;

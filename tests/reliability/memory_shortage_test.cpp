@@ -1,12 +1,11 @@
 // Memory: an import that runs out of it fails as every import does and leaves nothing behind, and many imports take no
 // more than a few.
 
-#include "support/memory/MemoryShortage.h"
-
 #include "bridge/KelIbmRationalRose40ImportDllInterface.h"
 #include "host/log/KelException.h"
 #include "host/options/KelOptionList.h"
 #include "support/ImportedModel.h"
+#include "support/memory/MemoryShortage.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,5 @@
 #include "InputText.h"
 #include "MatchEvent.h"
-
 #include "scanner/Matcher.h"
 #include "scanner/ValueReaders.h"
 

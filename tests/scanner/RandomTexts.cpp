@@ -1,5 +1,4 @@
 #include "MatchEvent.h"
-
 #include "scanner/RuleTable.h"
 
 #include <random>

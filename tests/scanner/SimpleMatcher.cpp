@@ -1,7 +1,6 @@
 // The judge of the matcher: written for obviousness, from the meaning of the patterns alone.
 
 #include "MatchEvent.h"
-
 #include "scanner/RuleTable.h"
 
 #include <algorithm>

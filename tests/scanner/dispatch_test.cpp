@@ -1,7 +1,6 @@
-#include "scanner/Scanner.h"
-
 #include "ScannedModel.h"
 #include "scanner/RuleTable.h"
+#include "scanner/Scanner.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,5 @@
-#include "scanner/InputLayer.h"
-
 #include "InputText.h"
+#include "scanner/InputLayer.h"
 #include "scanner/Matcher.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,5 @@
 #include "MatchEvent.h"
 #include "RealModels.h"
-
 #include "scanner/RuleTable.h"
 
 #include <gtest/gtest.h>

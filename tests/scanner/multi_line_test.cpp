@@ -1,6 +1,5 @@
-#include "scanner/ValueReaders.h"
-
 #include "InputText.h"
+#include "scanner/ValueReaders.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,6 @@
-#include "scanner/Scanner.h"
-
 #include "ScannedModel.h"
-
 #include "host/model/KelClass.h"
+#include "scanner/Scanner.h"
 
 #include <gtest/gtest.h>
 

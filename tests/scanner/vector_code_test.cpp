@@ -1,8 +1,6 @@
-#include "scanner/VectorCode.h"
-
 #include "MatchEvent.h"
-
 #include "scanner/Keywords.h"
+#include "scanner/VectorCode.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,6 @@
-#include "source/makeSourceMap.h"
-
 #include "host/model/KelTraversalOperation.h"
 #include "scanner/RealModels.h"
+#include "source/makeSourceMap.h"
 #include "support/ImportedModel.h"
 #include "units/PieceMap.h"
 

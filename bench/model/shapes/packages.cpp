@@ -1,4 +1,5 @@
 #include "model/Packages.h"
+
 #include "model/Classes.h"
 #include "model/ModelWriter.h"
 #include "model/shapes/shapeFunctions.h"

@@ -5,11 +5,12 @@
 #include "host/encoding/KelTextDecoder.h"
 #include "host/text/KelString.h"
 
-#include <array>
-#include <new>
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_cb.h>
 #include <unicode/ucnv_err.h>
+
+#include <array>
+#include <new>
 #include <utility>
 
 namespace {

@@ -4,7 +4,6 @@
 #include "host/encoding/convertText.h"
 
 #include <langinfo.h>
-
 #include <string_view>
 
 namespace {

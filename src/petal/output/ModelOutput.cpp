@@ -2,6 +2,7 @@
 
 #include "petal/output/Descriptor.h"
 #include "petal/output/FileUses.h"
+#include "petal/output/TemporaryFile.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -12,6 +13,49 @@
 namespace petal {
 
 using std::filesystem::path;
+
+namespace {
+
+/// Writes a regular file beside its place.
+class ReplacingOutput final : public ModelOutput {
+public:
+    explicit ReplacingOutput(path target) : file_(std::move(target)) {}
+
+    void write(std::string_view bytes) override { file_.write(bytes); }
+    void commit() override {
+        file_.sync();
+        file_.takePlace();
+        syncFolder(file_.getTarget().parent_path());
+    }
+    [[nodiscard]] bool isTerminal() const override { return false; }
+
+private:
+    TemporaryFile file_;
+};
+
+/// Writes to an open file descriptor, which it owns.
+class DescriptorOutput final : public ModelOutput {
+public:
+    explicit DescriptorOutput(int descriptor) : descriptor_(descriptor) {}
+    ~DescriptorOutput() override {
+        if (descriptor_ >= 0) {
+            ::close(descriptor_);
+        }
+    }
+
+    void write(std::string_view bytes) override { writeFully(descriptor_, bytes); }
+    void commit() override {
+        if (::close(std::exchange(descriptor_, -1)) != 0) {
+            throwErrno();
+        }
+    }
+    [[nodiscard]] bool isTerminal() const override { return ::isatty(descriptor_) == 1; }
+
+private:
+    int descriptor_; // -1 once closed
+};
+
+} // namespace
 
 std::optional<path> fileToReplace(const std::string& given) {
     struct stat existing {};
@@ -55,26 +99,6 @@ std::unique_ptr<ModelOutput> ModelOutput::open(const std::optional<std::string>&
         throwErrno();
     }
     return std::make_unique<DescriptorOutput>(opened);
-}
-
-DescriptorOutput::~DescriptorOutput() {
-    if (descriptor_ >= 0) {
-        ::close(descriptor_);
-    }
-}
-
-void DescriptorOutput::write(std::string_view bytes) {
-    writeFully(descriptor_, bytes);
-}
-
-void DescriptorOutput::commit() {
-    if (::close(std::exchange(descriptor_, -1)) != 0) {
-        throwErrno();
-    }
-}
-
-bool DescriptorOutput::isTerminal() const {
-    return ::isatty(descriptor_) == 1;
 }
 
 } // namespace petal

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "petal/output/TemporaryFile.h"
 #include "text/Output.h"
 
 #include <filesystem>
@@ -33,37 +32,5 @@ public:
 /// The regular file that a path leads to, links followed, which may not exist yet; nothing when what exists there is
 /// of another kind. Throws `std::system_error` when the file exists and may not be written to.
 [[nodiscard]] std::optional<std::filesystem::path> fileToReplace(const std::string& path);
-
-/// Writes a regular file beside its place.
-class ReplacingOutput final : public ModelOutput {
-public:
-    explicit ReplacingOutput(std::filesystem::path target) : file_(std::move(target)) {}
-
-    void write(std::string_view bytes) override { file_.write(bytes); }
-    void commit() override {
-        file_.sync();
-        file_.takePlace();
-        syncFolder(file_.getTarget().parent_path());
-    }
-    [[nodiscard]] bool isTerminal() const override { return false; }
-
-private:
-    TemporaryFile file_;
-};
-
-/// Writes to an open file descriptor, which it owns.
-class DescriptorOutput final : public ModelOutput {
-public:
-    explicit DescriptorOutput(int descriptor) : descriptor_(descriptor) {}
-    ~DescriptorOutput() override;
-
-    void write(std::string_view bytes) override;
-    /// Closes the descriptor.
-    void commit() override;
-    [[nodiscard]] bool isTerminal() const override;
-
-private:
-    int descriptor_; // -1 once closed
-};
 
 } // namespace petal

@@ -7,9 +7,10 @@
 #include "text/IndentedJson.h"
 #include "text/escape.h"
 
+#include <rapidjson/document.h>
+
 #include <algorithm>
 #include <limits>
-#include <rapidjson/document.h>
 
 namespace petal {
 

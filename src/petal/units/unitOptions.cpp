@@ -11,22 +11,22 @@ namespace petal {
 void describeUnitOptions(CLI::App& command, UnitChoices& choices) {
     command
         .add_option("--units", choices.mode,
-                    "What to do about controlled units: warn of missing ones; require them all, or\n"
-                    "end with status 4; skip them, leaving what stands in the model's own file")
+                    "Controlled units: warn of missing ones; require all, else end with status 4; or skip\n"
+                    "them and import only the model's own file")
         ->check(CLI::IsMember({"require", "warn", "skip"}).description(""))
         ->type_name("require|warn|skip")
         ->capture_default_str();
     command
         .add_option("--path-map", choices.pathMaps,
-                    "What a path symbol in the names of units stands for; may be given for each symbol.\n"
-                    "Symbols that are not given are taken from the environment. With auto, petal works\n"
-                    "out from where missing units are what their symbols must stand for")
+                    "Folder that a path symbol in the names of units means; once per symbol. Other\n"
+                    "symbols are taken from the environment. With auto, petal derives the folders from\n"
+                    "where it finds the missing units")
         ->type_name("SYMBOL=FOLDER")
         ->allow_extra_args(false);
     command
         .add_option("--unit-dir", choices.folders,
-                    "A folder to search, with all below it, for units that are not where the model\n"
-                    "says; may be given several times")
+                    "Search this folder, with its subfolders, for units that are not at their place; may\n"
+                    "be given several times")
         ->type_name("FOLDER")
         ->allow_extra_args(false);
 }
