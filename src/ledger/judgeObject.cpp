@@ -261,7 +261,7 @@ void LedgerMerge::judgeUnmade(OpenObject& object, const OpenObject* parent, Effe
             object.verdict = {&reasons::merged, line};
             return object.own == nullptr ? missing(object, parent, reasons::within) : void();
         }
-        if (effect.kind == EffectKind::refused) {
+        if (effect.kind == EffectKind::refused && effect.why != KelImportReason::nothingActive) {
             const bool isRoot = object.key == "root_category" && object.subject() == Subject::package;
             if (isRoot && effect.why == KelImportReason::beforeLogicalView) {
                 return drop(object, reasons::rootRenamed);

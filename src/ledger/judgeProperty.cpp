@@ -105,9 +105,14 @@ bool LedgerMerge::isInText(const Effect& effect) const {
 Verdict LedgerMerge::judgeProperty(OpenObject& owner, Effects effects) {
     const Effect* own = nullptr;
     const KelObject* other = nullptr;
+    const KelObject* added = nullptr; // a class that nothing else has named before
     bool isNoteAdded = false;
     for (const Effect& effect : effects) {
-        if (effect.kind == EffectKind::gate || effect.kind == EffectKind::named) {
+        if (effect.kind == EffectKind::gate) {
+            continue;
+        }
+        if (effect.kind == EffectKind::named) {
+            added = trace_.find(effect.object);
             continue;
         }
         const bool isStray = isInText(effect);
@@ -149,6 +154,9 @@ Verdict LedgerMerge::judgeProperty(OpenObject& owner, Effects effects) {
         const bool isDrawing =
             owner.subject() == Subject::treeView && other->elementType == KelElementType::classDiagram;
         return {isDrawing ? &reasons::drawnFor : isNoteAdded ? &reasons::noteFor : &reasons::given, quoted(*other)};
+    }
+    if (added != nullptr && owner.subject() == Subject::none) {
+        return {&reasons::classAdded, quoted(*added)};
     }
     return withoutEffect(owner, effects);
 }

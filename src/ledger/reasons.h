@@ -84,6 +84,7 @@ inline constexpr Reason rootPresented{
     changed, listed,
     "the import takes only a root named \"Logical View\" and got it under that name; the "
     "model has its own"};
+inline constexpr Reason classAdded{changed, listed, "read as the name of a class, which is added to the model:"};
 inline constexpr Reason noteFor{changed, listed, "read as the attachment of a note, which is added to"};
 inline constexpr Reason noteOfOther{changed, loss, "the note has the text of another note, from line"};
 inline constexpr Reason textAtQuote{changed, loss,

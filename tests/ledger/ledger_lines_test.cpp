@@ -189,6 +189,10 @@ TEST(PlantedRelations, AreTold) {
                                    "cardinality \"7\"))))",
                          "6 Uses_Relationship.client_cardinality: changed read as part of the preceding element; in "
                          "the model it belongs to \"A\"\n"},
+             RelationRow{inClass + "(object Visibility_Relationship\n  supplier \"New\")))",
+                         "4 Visibility_Relationship: dropped dependencies between packages are not imported\n"
+                         "5 Visibility_Relationship.supplier: changed read as the name of a class, which is added to "
+                         "the model: \"New\"\n"},
              RelationRow{inClass + "(object Realize_Relationship\n  supplier \"A\"\n  supplier \"B\")))",
                          "5 Realize_Relationship.supplier: changed overwritten by a later line\n"},
              RelationRow{inClass + "(object Has_Relationship\n  supplier \"B\")))",

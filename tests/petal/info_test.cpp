@@ -129,7 +129,7 @@ TEST_F(Info, GoesOnBehindWhatCannotBeRead) {
     EXPECT_EQ(ended.output, "-\n"s + told + "./m\n" + told + "5\n");
     EXPECT_EQ(ended.errors, "petal: cannot read '.': Is a directory\npetal: Name the files in that folder.\n"
                             "petal: cannot read 'missing/x': No such file or directory\n"
-                            "petal: Check the name of the file.\npetal: 2 of 4 files are not told of\n"
+                            "petal: Check the name of the file.\npetal: 2 of 4 files could not be read\n"
                             "petal: cannot write standard output: No space left on device\n"
                             "petal: Free some space, or write to another place with -o.\n");
     put("caf\xE9\n", get("m"));

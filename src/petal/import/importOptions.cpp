@@ -85,7 +85,12 @@ void setTypes(const std::string& types, const KelOptionList& options) {
     const bool isSet = option.setValue(KelString(std::string_view(types))) ||
                        (shortName != typeNames.end() && option.setValue(shortName->value));
     if (!isSet) {
-        refuse(typesArgument, "'" + types + "' is none of " + allowedValues(option));
+        std::string names = allowedValues(option);
+        for (const ShortName& name : typeNames) {
+            const bool isOffered = names.find('"' + std::string(name.value) + '"') != std::string::npos;
+            names += isOffered ? ", \"" + std::string(name.name) + "\"" : std::string();
+        }
+        refuse(typesArgument, "'" + types + "' is none of " + names);
     }
 }
 

@@ -96,7 +96,7 @@ void printUnits(const UnitsRequest& request) {
     if (failures > 0) {
         throw Failure(
             request.files.size() == 1 ? Outcome::inputNotRead : Outcome::someFailed,
-            std::to_string(failures) + " of " + std::to_string(request.files.size()) + " files are not told of", "");
+            std::to_string(failures) + " of " + std::to_string(request.files.size()) + " files could not be read", "");
     }
     if (findings.lostCount > 0 && request.units.mode == "require") {
         throw Failure(Outcome::unitMissing, std::to_string(findings.lostCount) + " controlled units are missing",
