@@ -358,10 +358,10 @@ void LedgerMerge::account() {
             continue;
         }
         Accounts& accounts = ledger_.accounts[fates[number].object->elementType];
-        ++(isTold_[number]            ? accounts.byObject
-           : isOfText[number]         ? accounts.byProperty
-           : fates[number].cause != 0 ? accounts.byRepair
-                                      : accounts.byNothing);
+        ++(isTold_[number]                                     ? accounts.byObject
+           : isOfText[number]                                  ? accounts.byProperty
+           : fates[number].cause != 0 || fates[number].isPutIn ? accounts.byRepair
+                                                               : accounts.byNothing);
     }
 }
 

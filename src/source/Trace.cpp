@@ -163,11 +163,13 @@ ObjectNumber Trace::heirOf(ObjectNumber number) const {
 
 void Trace::locate(const units::PieceMap* pieces) {
     if (pieces != nullptr) {
-        std::erase_if(effects_, [pieces](Effect& effect) {
+        std::erase_if(effects_, [this, pieces](Effect& effect) {
             const units::Piece& piece = pieces->find(effect.begin);
             const units::PieceMap::FilePlace place = pieces->toFile(effect.begin);
             effect.file = static_cast<std::uint32_t>(place.file);
-            return piece.fileLength == 0;
+            const bool isPutIn = piece.fileLength == 0;
+            fates_[effect.object].isPutIn |= isPutIn && effect.kind == EffectKind::made;
+            return isPutIn;
         });
     }
     // Only the texts of notes are told later than others that stand behind them.

@@ -51,6 +51,7 @@ struct Fate {
     bool isReplaced = false;                         ///< an heir took its place; of a different name when ...
     bool isRenamed = false;                          ///< ... this is set
     bool isDefaulted = false;                        ///< it got a type that the file does not give
+    bool isPutIn = false;                            ///< text that is in no file made it
     bool isOnlyNamed = false;                        ///< a class without a definition in the logical view
     bool isNameCleared = false;                      ///< the tool had made up its name
 };
