@@ -362,9 +362,11 @@ void LedgerMerge::noteText(OpenObject& owner, ObjectNumber number) {
     KelObject* const first = owner.own; // attached several times, a text becomes several notes
     claim(owner, number);
     owner.own = first != nullptr ? first : owner.own;
-    OpenObject& view = owner.subject() == Subject::label ? *parent() : owner; // a label is kept in no other object
-    view.own = owner.own;
-    noteNumbers_.emplace(trace_.heirOf(number), view.reference);
+    OpenObject* const view = owner.subject() == Subject::label ? parent() : &owner;
+    if (view != nullptr) { // a label that is not dropped is in a note's view
+        view->own = owner.own;
+        noteNumbers_.emplace(trace_.heirOf(number), view->reference);
+    }
 }
 
 void LedgerMerge::judgeEnd(OpenObject& object, OpenObject* parent) {
