@@ -80,7 +80,9 @@ std::string formats() {
         for (const exporter::Option& option : exporter.options) {
             text += ".TP\n\\fB\\-O " + printed(std::string(option.name)) + "\\fR=\\fI" +
                     printed(std::string(option.values)) + "\\fR\n" +
-                    paragraph(std::string(option.description) + " (default: " + std::string(option.byDefault) + ")");
+                    paragraph(std::string(option.description) +
+                              (option.isRepeatable ? "; may be given several times" : "") +
+                              (option.byDefault.empty() ? "" : " (default: " + std::string(option.byDefault) + ")"));
         }
     }
     return text;

@@ -314,18 +314,35 @@ TEST(Exporters, AreFoundByFormatAndByEnding) {
 
 TEST(Exporters, OptionsTakeOnlyTheValuesOfTheTable) {
     constexpr std::array options{exporter::Option{"colour", "red|green|blue", "green", ""},
-                                 exporter::Option{"wide", "true|false", "false", ""}};
+                                 exporter::Option{"wide", "true|false", "false", ""},
+                                 exporter::Option{"most", "N", "9", "", exporter::Accepts::number},
+                                 exporter::Option{"only", "NAME", "", "", exporter::Accepts::text, true},
+                                 exporter::Option{"kind.WORD", "a|b", "", "", exporter::Accepts::word, true}};
     const auto read = [&](const std::vector<std::string>& settings) -> std::string {
         try {
             const exporter::OptionValues values(options, settings);
-            return std::string(values.get("colour")) + (values.isOn("wide") ? " wide" : "");
+            std::string result = values.get("colour") + (values.isOn("wide") ? " wide" : "");
+            result += values.number("most") != 9 ? " " + std::to_string(values.number("most")) : "";
+            for (const std::string& only : values.all("only")) {
+                result += " '" + only + "'";
+            }
+            for (const auto& [word, kind] : values.family("kind.WORD")) {
+                result.append(" ").append(word).append(":").append(kind);
+            }
+            return result;
         } catch (const exporter::WrongOption& error) {
             return error.what();
         }
     };
-    const std::string all = "the options are colour=red|green|blue, wide=true|false";
+    const std::string all = "the options are colour=red|green|blue, wide=true|false, most=N, only=NAME, kind.WORD=a|b";
     EXPECT_EQ(read({}), "green");
     EXPECT_EQ(read({"wide=true", "colour=red", "colour=blue"}), "blue wide");
+    EXPECT_EQ(read({"only=b c", "most=12", "only=", "kind.x.y=a", "kind.Z=b"}), "green 12 'b c' '' x.y:a Z:b");
+    EXPECT_EQ(read({"kind.=a"}), "there is no option 'kind.'; " + all);
+    EXPECT_EQ(read({"kind.x=c"}), "'kind.x=c' is none of kind.WORD=a|b");
+    for (const char* noNumber : {"most=", "most=0", "most=-1", "most=1x", "most=1234567890"}) {
+        EXPECT_EQ(read({noNumber}), std::string("'") + noNumber + "' is none of most=N");
+    }
     EXPECT_EQ(read({"width=1"}), "there is no option 'width'; " + all);
     EXPECT_EQ(read({"=red"}), "there is no option ''; " + all);
     EXPECT_EQ(read({"wide"}), "'wide' is not NAME=VALUE; " + all);

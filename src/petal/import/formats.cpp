@@ -49,7 +49,8 @@ std::string optionsOf(const exporter::Exporter& exporter) {
     lines += exporter.options.empty() ? "  It has no options.\n" : "";
     for (const exporter::Option& option : exporter.options) {
         lines.append("  -O ").append(option.name).append("=").append(option.values);
-        lines.append("  (default: ").append(option.byDefault).append(")\n      ");
+        lines.append(option.byDefault.empty() ? "" : "  (default: " + std::string(option.byDefault) + ")");
+        lines.append(option.isRepeatable ? "  (repeatable)\n      " : "\n      ");
         lines.append(option.description).append("\n");
     }
     return lines;
@@ -77,7 +78,16 @@ void writeOption(const exporter::Option& option, text::IndentedJson& json) {
     member(json, "name", option.name);
     const std::vector<std::string_view> values = exporter::valuesOf(option);
     list(json, "values", std::span(values), [&](std::string_view value) { json.text(value); });
-    member(json, "default", option.byDefault);
+    if (values.empty()) {
+        member(json, "accepts", option.accepts == exporter::Accepts::number ? "number" : "text");
+    }
+    if (!option.byDefault.empty()) {
+        member(json, "default", option.byDefault);
+    }
+    if (option.isRepeatable) {
+        json.key("isRepeatable");
+        json.trueFlag();
+    }
     member(json, "description", option.description);
     json.endObject();
 }
