@@ -24,7 +24,7 @@ _petal() {
     'import:--unit-dir') words="" ;;
     'import:--ledger') words="" ;;
     'import:--ledger-detail') words="named all" ;;
-    'import:--fail-on') words="loss damage warning encoding" ;;
+    'import:--fail-on') words="loss damage warning encoding omission" ;;
     'units:--units') words="require warn skip" ;;
     'units:--path-map') words="" ;;
     'units:--unit-dir') words="" ;;

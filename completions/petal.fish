@@ -28,7 +28,7 @@ complete -c petal -n '__fish_seen_subcommand_from import' -l path-map -x -d 'Fol
 complete -c petal -n '__fish_seen_subcommand_from import' -l unit-dir -r -F -d 'Search this folder, with its subfolders, for units that are not at their place'
 complete -c petal -n '__fish_seen_subcommand_from import' -l ledger -r -F -d 'Write the outcome of every object and property to this file, as JSON lines'
 complete -c petal -n '__fish_seen_subcommand_from import' -l ledger-detail -x -a 'named all' -d 'named: layout, identifier and storage properties are only counted'
-complete -c petal -n '__fish_seen_subcommand_from import' -l fail-on -x -a 'loss damage warning encoding' -d 'End with status 3, once everything is written, if there is any of these'
+complete -c petal -n '__fish_seen_subcommand_from import' -l fail-on -x -a 'loss damage warning encoding omission' -d 'End with status 3, once everything is written, if there is any of these'
 complete -c petal -n '__fish_use_subcommand' -f -a info -d 'Print what model files are and hold, without importing them'
 complete -c petal -n '__fish_seen_subcommand_from info' -s h -l help -d 'Print this help message and exit'
 complete -c petal -n '__fish_seen_subcommand_from info' -l json -d 'Print a JSON list with an object for each file'

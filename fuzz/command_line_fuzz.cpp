@@ -95,7 +95,10 @@ struct FileOption {
 
 constexpr FileOption fileOptions[] = {
     {"-o",
-     [](const petal::Request& request) { return isStream(request.import.output) && isStream(request.merge.output); }},
+     [](const petal::Request& request) {
+         return std::ranges::all_of(request.import.outputs, [](const std::string& path) { return isStream(path); }) &&
+                isStream(request.merge.output);
+     }},
     {"--log", [](const petal::Request& request) { return isStream(request.import.log); }},
     {"--ledger", [](const petal::Request& request) { return isStream(request.import.ledger); }},
     {"--report", [](const petal::Request& request) { return isStream(request.jobs.report); }},

@@ -1,6 +1,7 @@
 #include "export/Omissions.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace exporter {
 
@@ -16,6 +17,11 @@ void Omissions::add(const Omission& omission, std::uint64_t count) {
     } else {
         counts_.push_back({omission, count});
     }
+}
+
+std::uint64_t Omissions::getTotal() const {
+    return std::accumulate(counts_.begin(), counts_.end(), std::uint64_t{0},
+                           [](std::uint64_t sum, const Count& row) { return sum + row.count; });
 }
 
 std::string Omissions::summary() const {

@@ -30,6 +30,8 @@ public:
     [[nodiscard]] bool isEmpty() const { return counts_.empty(); }
     /// Those with a count, each once, in the order in which they were first added.
     [[nodiscard]] std::span<const Count> getCounts() const { return counts_; }
+    /// The sum of all counts.
+    [[nodiscard]] std::uint64_t getTotal() const;
     /// The counts of each kind, whatever the reasons, for people: "12 operations, 1 friend flag". Empty for none.
     [[nodiscard]] std::string summary() const;
 

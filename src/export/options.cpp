@@ -57,6 +57,11 @@ std::vector<std::string_view> valuesOf(const Option& option) {
     return values;
 }
 
+bool isSetBy(const Option& option, std::string_view setting) {
+    const std::size_t equals = setting.find('=');
+    return equals != std::string_view::npos && isNamed(option, setting.substr(0, equals));
+}
+
 OptionValues::OptionValues(std::span<const Option> options, std::span<const std::string> settings)
     : options_(options), values_(options.size()) {
     std::ranges::transform(options, values_.begin(), [](const Option& option) {

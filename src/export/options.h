@@ -34,6 +34,9 @@ struct Option {
 /// The words that the option accepts; none for one that accepts numbers or texts.
 [[nodiscard]] std::vector<std::string_view> valuesOf(const Option& option);
 
+/// Whether the setting, of the form "NAME=VALUE", is one of the option, whatever its value.
+[[nodiscard]] bool isSetBy(const Option& option, std::string_view setting);
+
 /// A setting that none of the options accepts. The text says why and lists the options; it quotes the setting
 /// unchanged, so it may be unprintable.
 class WrongOption : public std::runtime_error {

@@ -16,6 +16,13 @@ struct UnitChoices {
     std::vector<std::string> folders;  // that files are searched for below
 };
 
+/// A form in which an import writes the model, and where.
+struct Destination {
+    std::string format;              // of an exporter that writes something
+    std::optional<std::string> path; // unset or "-": standard output
+    int descriptor = -1;             // unless negative, where to write; the path then only names it
+};
+
 /// What one import is to do. Texts are the bytes that the shell gave.
 struct ImportRequest {
     std::string file;
@@ -23,7 +30,8 @@ struct ImportRequest {
     std::string encoding = "auto";
     std::optional<std::string> format;      // one of the exporters; unset: it follows from the output
     std::vector<std::string> formatOptions; // each "NAME=VALUE"
-    std::optional<std::string> output;      // unset or "-": standard output
+    std::vector<std::string> outputs;       // "-": standard output; empty: the same
+    std::vector<Destination> destinations;  // chosen by these four; empty: no model is written
     std::string logLevel = "WARNING";       // a word of Severity.h
     std::string logFormat = "text";         // or "json"
     std::optional<std::string> log;         // unset or "-": standard error
@@ -31,12 +39,11 @@ struct ImportRequest {
     bool areUnitsTold = true;          // false: whoever asks tells of missing units; the log only counts them
     std::optional<std::string> ledger; // "-": standard output; for several files a folder
     bool ledgerListsAll = false;
-    std::vector<std::string> failOn; // of "loss", "damage", "warning" and "encoding"
+    std::vector<std::string> failOn; // of "loss", "damage", "warning", "encoding" and "omission"
     bool namesFile = true;           // false: the model has neither its file's name nor its path
     bool isSummarised = true;        // the ledger, in lines on standard error
     bool isCounted = true;           // false: no ledger is made unless something else needs it
-    int outputDescriptor = -1;       // unless negative, where to write; `output` then only names it
-    int ledgerDescriptor = -1;       // likewise, of `ledger`
+    int ledgerDescriptor = -1;       // unless negative, where to write the ledger; `ledger` then only names it
 };
 
 /// Which files `petal import` imports, each with the options of an `ImportRequest`, and how it goes through them.

@@ -126,11 +126,13 @@ void describeImport(CLI::App& command, ImportRequest& request) {
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
     command
-        .add_option("-o", request.output,
+        .add_option("-o", request.outputs,
                     "Output file (default: standard output; - for standard output). An existing regular\n"
-                    "file is replaced as a whole once the model is written. With several models:\n"
-                    "the output folder, which mirrors the input paths")
-        ->type_name("FILE");
+                    "file is replaced as a whole once the model is written. May be given several times,\n"
+                    "with names of different endings. With several models: the output folder, which\n"
+                    "mirrors the input paths")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
     command.add_option("--log-level", request.logLevel, "Report events of this severity and above")
         ->transform(CLI::IsMember(severities(), CLI::ignore_case).description(""))
         ->type_name(choiceOf(severities()))

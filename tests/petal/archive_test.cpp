@@ -1,6 +1,7 @@
 // Imports of several files, each in a process of its own: what is found, what is refused, and what a file costs others.
 
 #include "Shell.h"
+#include "export/Omissions.h"
 #include "petal/jobs/Console.h"
 #include "petal/jobs/ImportEnd.h"
 
@@ -287,6 +288,9 @@ TEST(ImportEnd, GoesThroughAPipeWholeOrNotAtAll) {
     const units::ModelLosses losses{.units = {{units::UnitFault::absent, "$X\\a.cat", "folder", "place", ""}, {}},
                                     .untold = 3,
                                     .provenSymbols = {"y", "z"}};
+    constexpr exporter::Omission kind{"flag", "flags", "why"};
+    exporter::Omissions omissions;
+    omissions.add(kind, 2);
     const std::string ahead = petal::encoded(losses) + petal::encoded(losses);
     const std::string bytes = petal::encoded(end);
     for (std::size_t length = 0; length < ahead.size() + bytes.size(); ++length) {
@@ -294,7 +298,9 @@ TEST(ImportEnd, GoesThroughAPipeWholeOrNotAtAll) {
         EXPECT_FALSE(cut.end) << length;
         EXPECT_EQ(cut.losses.size(), std::min<std::size_t>(length * 2 / ahead.size(), 2)) << length;
     }
-    const petal::ImportMessage message = petal::decoded(ahead + bytes);
+    const petal::ImportMessage message =
+        petal::decoded(petal::encoded("uml", omissions) + ahead + petal::encoded("uml", omissions) + bytes);
+    EXPECT_EQ(message.omissions.lines(), std::vector<std::string>{"uml: left out: 4 flags"});
     ASSERT_EQ(message.losses.size(), 2U);
     EXPECT_EQ(petal::encoded(message.losses[1]), petal::encoded(losses));
     EXPECT_EQ(petal::encoded(message.end.value()), bytes);

@@ -24,7 +24,7 @@ TEST_F(CommandLine, TakesFileNamesAsTheyAre) {
     for (const char* name : {"a b", "caf\xE9", "{}", "[a,b]", "spec", "", "a=b", "\"q\""}) {
         EXPECT_EQ(parse({"import", name}).jobs.inputs, std::vector<std::string>{name});
         EXPECT_EQ(parse({"import", "x", name, "y"}).jobs.inputs, (std::vector<std::string>{"x", name, "y"}));
-        EXPECT_EQ(parse({"import", "x", "-o", name}).import.output, name);
+        EXPECT_EQ(parse({"import", "x", "-o", name}).import.outputs, std::vector<std::string>{name});
         EXPECT_EQ(parse({"info", name, "-", "--json"}).info.files, (std::vector<std::string>{name, "-"}));
     }
     EXPECT_EQ(parse({"import", "--", "-x"}).jobs.inputs, std::vector<std::string>{"-x"});
@@ -55,7 +55,8 @@ TEST_F(CommandLine, RefusesWrongUsage) {
     const Ended ended = run(R"(for arguments in '' import info 'info a --xml' 'import -0 a' 'import a -j 0' \
         'import a --timeout 0' 'import a --timeout nan' 'import a --max-memory -5M' 'import a --keep-going --fail-fast' \
         'import a --in-process --timeout 1' 'import a --in-process --max-memory 1G' report 'report merge' \
-        'import a --format JSON' 'import a --log-level LOUD' 'import a --log-format xml' 'import a -o b -o c' \
+        'import a --format JSON' 'import a --log-level LOUD' 'import a --log-format xml' 'import a -o b -o b' 'import a -o - -o -' \
+        'import a -f json -o b -o c' 'import a b -o c -o d' \
         'spec options' 'formats xml' textconv 'textconv a b'
         do $petal $arguments; [ $? = 2 ] || echo "$arguments"; done)");
     EXPECT_EQ(ended.output, "") << "is taken";

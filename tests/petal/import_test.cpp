@@ -209,6 +209,18 @@ TEST_F(RealBridge, FormatsFollowFromTheOutputsName) {
     EXPECT_EQ(files("out"), Names{"m.mdl.txt"});
 }
 
+TEST_F(RealBridge, OneImportWritesSeveralForms) {
+    const Ended ended =
+        run("$petal import m.mdl -q -o m.json -o m.txt -O places=true --report r.json; $petal import m.mdl -f tree -q "
+            "| cmp - m.txt; $petal import m.mdl -q -O places=true | cmp - m.json; grep -A 3 '\"output\"' r.json");
+    EXPECT_EQ(ended.output + ended.errors, "      \"output\": [\n        \"m.json\",\n        \"m.txt\"\n      ],\n")
+        << "in a process of its own";
+    const Ended failed = run("rm m.json; $petal import m.mdl -q -o m.json -o none/m.txt; ls m.json");
+    EXPECT_TRUE(has(failed.errors, "none/m.txt")) << "no form is replaced";
+    EXPECT_EQ(failed.output, "");
+    EXPECT_TRUE(has(run("$petal import m.mdl -o m.json -o m.txt -O plac=true").errors, "there is no option 'plac'"));
+}
+
 TEST_F(RealBridge, FormatsAreListedWithTheirOptions) {
     const std::string table = "\n" + run("$petal formats").output;
     rapidjson::Document listed;

@@ -14,11 +14,11 @@ const std::string start = R"({"format":"petal-report","formatVersion":1,"files":
 
 TEST_F(Report, ReadsBackAsItWasWritten) {
     const std::string files =
-        R"({"file":"café\"q\"","state":"failed","output":"out","ledger":"l","reason":"crashed","text":"a\nb",)"
+        R"({"file":"café\"q\"","state":"failed","output":["out","other"],"ledger":"l","reason":"crashed","text":"a\nb",)"
         R"("exitStatus":2,"signal":11,"objects":1,"dropped":9223372036854775807,"losses":8,"unitsFound":6,)"
-        R"("unitsMissing":7,"events":{"FATAL":1,"ERROR":2,"WARNING":3,"STATUS":4,"DEBUG":5}},)"
-        R"({"file":"b","state":"upToDate","dropped":2}],"totals":{"files":2,"imported":0,"upToDate":1,"failed":1,)"
-        R"("notStarted":0,"objects":1,"dropped":9223372036854775807,"losses":8,"unitsFound":6,"unitsMissing":7}})";
+        R"("unitsMissing":7,"omitted":9,"events":{"FATAL":1,"ERROR":2,"WARNING":3,"STATUS":4,"DEBUG":5}},)"
+        R"({"file":"b","state":"upToDate","output":"one","dropped":2}],"totals":{"files":2,"imported":0,"upToDate":1,"failed":1,)"
+        R"("notStarted":0,"objects":1,"dropped":9223372036854775807,"losses":8,"unitsFound":6,"unitsMissing":7,"omitted":9}})";
     put("whole", start + files);
     EXPECT_EQ(merged("whole"), start + files);
 }

@@ -116,21 +116,78 @@ void writeDocument(std::span<const exporter::Exporter> rows, text::Output& outpu
 
 } // namespace
 
-std::string formatFor(const ImportRequest& request) {
+namespace {
+
+Destination destinationOf(const ImportRequest& request, const std::optional<std::string>& path) {
     if (request.format) {
-        return *request.format;
+        return {.format = *request.format, .path = path};
     }
-    const exporter::Exporter* named = exporter::findExporterByEnding(request.output.value_or(""));
-    return std::string(named != nullptr ? named->format : leadsToTerminal(request.output) ? "tree" : "json");
+    const exporter::Exporter* named = exporter::findExporterByEnding(path.value_or(""));
+    return {.format = std::string(named != nullptr        ? named->format
+                                  : leadsToTerminal(path) ? "tree"
+                                                          : "json"),
+            .path = path};
 }
 
-exporter::OptionValues formatOptions(const ImportRequest& request) {
-    try {
-        return {exporter::findExporter(*request.format)->options, request.formatOptions};
-    } catch (const exporter::WrongOption& error) {
-        throw Failure(Outcome::wrongUsage, "-O: format " + *request.format + ": " + error.what(),
-                      "'petal formats " + *request.format + "' says more.");
+bool writesNothing(const Destination& destination) {
+    return exporter::findExporter(destination.format)->shape == exporter::Shape::nothing;
+}
+
+/// Whether the setting is for an option of the format, whatever its value.
+bool isFor(const std::string& setting, const exporter::Exporter& exporter) {
+    return std::ranges::any_of(exporter.options,
+                               [&](const exporter::Option& option) { return exporter::isSetBy(option, setting); });
+}
+
+Failure wrongOption(const std::string& format, const exporter::WrongOption& error) {
+    return {Outcome::wrongUsage, "-O: format " + format + ": " + error.what(),
+            "'petal formats " + format + "' says more."};
+}
+
+} // namespace
+
+std::vector<Destination> destinationsOf(const ImportRequest& request) {
+    std::vector<Destination> destinations;
+    if (request.outputs.empty()) {
+        destinations.push_back(destinationOf(request, std::nullopt));
     }
+    for (const std::string& output : request.outputs) {
+        destinations.push_back(destinationOf(request, output));
+    }
+    if (destinations.size() > 1 && request.format) {
+        throw Failure(Outcome::wrongUsage,
+                      "--format is for one output, and there are " + std::to_string(destinations.size()),
+                      "Leave it out: the format of each output follows from the ending of its name.");
+    }
+    checkFormatOptions(request, destinations);
+    std::erase_if(destinations, writesNothing);
+    return destinations;
+}
+
+void checkFormatOptions(const ImportRequest& request, std::span<const Destination> destinations) {
+    for (const std::string& setting : request.formatOptions) {
+        const bool isForAny = std::ranges::any_of(destinations, [&](const Destination& destination) {
+            return isFor(setting, *exporter::findExporter(destination.format));
+        });
+        for (const Destination& destination : destinations) {
+            const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
+            if (isForAny && !isFor(setting, exporter)) {
+                continue;
+            }
+            try {
+                static_cast<void>(exporter::OptionValues(exporter.options, std::span(&setting, 1)));
+            } catch (const exporter::WrongOption& error) {
+                throw wrongOption(destination.format, error);
+            }
+        }
+    }
+}
+
+exporter::OptionValues formatOptions(const ImportRequest& request, const exporter::Exporter& exporter) {
+    std::vector<std::string> settings;
+    std::ranges::copy_if(request.formatOptions, std::back_inserter(settings),
+                         [&](const std::string& setting) { return isFor(setting, exporter); });
+    return {exporter.options, settings};
 }
 
 void printFormats(const FormatsRequest& request) {

@@ -1,16 +1,24 @@
 #pragma once
 
-#include "export/options.h"
+#include "export/Exporter.h"
 #include "petal/Request.h"
+
+#include <span>
+#include <vector>
 
 namespace petal {
 
-/// The format of a single model: the one asked for, else the one that the ending of the output's name stands for, else
-/// "tree" on a terminal and "json" elsewhere.
-[[nodiscard]] std::string formatFor(const ImportRequest& request);
+/// The destinations of a single model: one for each output, with the format that was asked for, else the one that the
+/// ending of the output's name stands for, else "tree" on a terminal and "json" elsewhere. Throws a `Failure` with the
+/// outcome `wrongUsage`, also for what `checkFormatOptions` refuses.
+[[nodiscard]] std::vector<Destination> destinationsOf(const ImportRequest& request);
 
-/// The values of the options of the request's format, which must be chosen. Throws a `Failure` with the outcome
-/// `wrongUsage` that lists the options when a setting is for none of them.
-[[nodiscard]] exporter::OptionValues formatOptions(const ImportRequest& request);
+/// Throws a `Failure` with the outcome `wrongUsage` that lists the options when one of the request's settings is for
+/// none of the destinations' formats, or has a value that one of them does not accept.
+void checkFormatOptions(const ImportRequest& request, std::span<const Destination> destinations);
+
+/// The values of the options of a format, from those of the request's settings that are for it. The settings must have
+/// been checked.
+[[nodiscard]] exporter::OptionValues formatOptions(const ImportRequest& request, const exporter::Exporter& exporter);
 
 } // namespace petal

@@ -20,7 +20,9 @@
 #include "petal/units/unitOptions.h"
 #include "source/makeSourceMap.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <deque>
 #include <filesystem>
 #include <unistd.h>
 
@@ -75,10 +77,13 @@ void forgetPath(KelModel& model) {
     }
 }
 
-/// Whether the request's format shows where the objects of the model come from.
+/// Whether one of the formats shows where the objects of the model come from.
 bool needsSource(const ImportRequest& request) {
-    const exporter::Exporter& exporter = *exporter::findExporter(*request.format);
-    if (exporter.needsSource == nullptr || !exporter.needsSource(formatOptions(request))) {
+    const bool isNeeded = std::ranges::any_of(request.destinations, [&](const Destination& destination) {
+        const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
+        return exporter.needsSource != nullptr && exporter.needsSource(formatOptions(request, exporter));
+    });
+    if (!isNeeded) {
         return false;
     }
     if (::access(request.file.c_str(), F_OK) == 0 && !std::filesystem::is_regular_file(request.file)) {
@@ -97,25 +102,66 @@ source::SourceMap findPlaces(const ImportRequest& request, const ModelSource& so
     }
 }
 
-void writeModel(const ImportRequest& request, const source::SourceMap* places) {
-    const exporter::Exporter& exporter = *exporter::findExporter(*request.format);
-    if (exporter.shape == exporter::Shape::nothing) {
-        return;
+/// The model in one form. It becomes final with `commit`, after every form has been written.
+class WrittenModel {
+public:
+    /// Writes it. Throws a `Failure`.
+    WrittenModel(const ImportRequest& request, const Destination& destination, const source::SourceMap* places)
+        : destination_(destination) {
+        const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
+        const exporter::OptionValues options = formatOptions(request, exporter);
+        attempt([&] {
+            files_.emplace(destination.path, destination.descriptor);
+            exporter.write({.model = keptModel(),
+                            .source = places,
+                            .options = options,
+                            .folder = *files_,
+                            .omissions = omissions_});
+        });
     }
-    const exporter::OptionValues options = formatOptions(request);
-    exporter::Omissions omissions;
-    try {
-        OutputFiles files(request.output, request.outputDescriptor);
-        exporter.write(
-            {.model = keptModel(), .source = places, .options = options, .folder = files, .omissions = omissions});
-        files.commit();
-    } catch (const std::system_error& error) {
-        throw outputFailure(outputName(request.output), error);
+
+    /// Called once. Throws a `Failure`.
+    void commit() {
+        attempt([&] { files_->commit(); });
     }
-    if (request.isSummarised && !omissions.isEmpty()) {
-        const std::string line = "petal: " + *request.format + ": left out: " + omissions.summary() + "\n";
-        std::fwrite(line.data(), 1, line.size(), stderr);
+    [[nodiscard]] const std::string& getFormat() const { return destination_.format; }
+    [[nodiscard]] const exporter::Omissions& getOmissions() const { return omissions_; }
+
+private:
+    template <class Step>
+    void attempt(Step step) const {
+        try {
+            step();
+        } catch (const std::system_error& error) {
+            throw outputFailure(outputName(destination_.path), error);
+        }
     }
+
+    const Destination& destination_;
+    std::optional<OutputFiles> files_;
+    exporter::Omissions omissions_;
+};
+
+/// Returns how much of the model the forms lack.
+std::uint64_t writeModel(const ImportRequest& request, const source::SourceMap* places, const OmissionTaker& take) {
+    std::deque<WrittenModel> forms;
+    for (const Destination& destination : request.destinations) {
+        forms.emplace_back(request, destination, places);
+    }
+    std::ranges::for_each(forms, &WrittenModel::commit);
+    std::uint64_t omitted = 0;
+    for (const WrittenModel& form : forms) {
+        const exporter::Omissions& omissions = form.getOmissions();
+        omitted += omissions.getTotal();
+        if (take && !omissions.isEmpty()) {
+            take(form.getFormat(), omissions);
+        }
+        if (request.isSummarised && !omissions.isEmpty()) {
+            const std::string line = "petal: " + form.getFormat() + ": left out: " + omissions.summary() + "\n";
+            std::fwrite(line.data(), 1, line.size(), stderr);
+        }
+    }
+    return omitted;
 }
 
 void countUnits(const units::UnitTree& tree, ImportResult& result) {
@@ -176,13 +222,13 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     if (isPlaced) {
         places = findPlaces(request, source, *trace);
     }
-    writeModel(request, places ? &*places : nullptr);
+    ImportResult result;
+    result.omitted = writeModel(request, places ? &*places : nullptr, context.takeOmissions);
     if (trace) {
         ledger.make(source, *trace, keptModel(), chosenEncoding(options));
     }
     writer.close();
-    ImportResult result;
-    result.outcome = ledger.check(log.getCount());
+    result.outcome = ledger.check(log.getCount(), result.omitted);
     result.dropped = ledger.getDropped();
     result.losses = ledger.getLosses();
     countUnits(source.getTree(), result);

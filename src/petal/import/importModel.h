@@ -7,9 +7,15 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <string_view>
 #include <type_traits>
 
 class KelModel;
+
+namespace exporter {
+class Omissions;
+}
 
 namespace petal {
 
@@ -26,20 +32,25 @@ struct ImportResult {
     std::uint64_t losses = 0;  // what did not come through of kinds that the import takes; likewise
     std::uint64_t unitsFound = 0;
     std::uint64_t unitsMissing = 0;
+    std::uint64_t omitted = 0; // of the model, from what was written, all formats together
 };
 static_assert(std::is_trivially_copyable_v<ImportResult>, "goes from process to process as it is");
 
 /// How many objects the model holds, itself not counted.
 [[nodiscard]] std::uint64_t countObjects(KelModel& model);
 
+/// Called with what a format has left out of the model, if anything, once it is written.
+using OmissionTaker = std::function<void(std::string_view format, const exporter::Omissions& omissions)>;
+
 /// What an import has from the command that it belongs to.
 struct ImportContext {
     const FileUses& uses;        // of the whole command; the files of controlled units must not be among what it writes
     units::UnitLocator& locator; // finds them
     TreeTaker takeTree = {};     // hears of them; may be empty
+    OmissionTaker takeOmissions = {}; // may be empty
 };
 
-/// Imports one file in this process and writes the model in the format that is chosen in the request. Called once in a
+/// Imports one file in this process and writes the model to the destinations of the request. Called once in a
 /// process: the bridge may end it, and the model stays in memory. Throws a `Failure`.
 ImportResult importModel(const ImportRequest& request, const ImportContext& context);
 

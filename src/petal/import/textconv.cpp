@@ -8,7 +8,7 @@ namespace petal {
 void convertToText(const TextconvRequest& request) {
     ImportRequest import;
     import.file = request.file;
-    import.format = "tree";
+    import.destinations = {{.format = "tree", .path = std::nullopt }};
     import.units.mode = "skip"; // they are files that git compares by themselves
     import.logLevel = "ERROR";  // git runs this for each version of a file
     import.namesFile = false;   // git may give a version as a temporary file

@@ -23,7 +23,7 @@ FileReport fileReport(const std::string& file, const ImportPaths& paths, const I
     report.file = file;
     report.state = end.isDone() ? FileState::imported : FileState::failed;
     if (end.isDone()) {
-        report.output = paths.model;
+        report.outputs = paths.models;
         report.ledger = paths.ledger;
     }
     report.reason = end.outcome != Outcome::success ? exitStatus(end.outcome).word : "";
@@ -132,9 +132,9 @@ ImportTask ArchiveRun::taskFor(std::size_t number) {
     ImportTask task{.request = import_, .uses = &uses_, .locator = &locator_, .files = {}, .errors = {}, .log = {}};
     const std::string& file = sources_[number].path;
     task.request.file = file;
-    if (const std::string& model = paths_[number].model; !model.empty()) {
-        task.request.output = model;
-        task.files.model = openOutput(model);
+    for (std::size_t index = 0; index < paths_[number].models.size(); ++index) {
+        task.request.destinations[index].path = paths_[number].models[index];
+        task.files.models.push_back(openOutput(paths_[number].models[index]));
     }
     if (const std::string& ledger = paths_[number].ledger; !ledger.empty()) {
         task.request.ledger = ledger;
@@ -165,12 +165,12 @@ void ArchiveRun::settle(std::size_t number, Ended ended) {
     FileReport& report = files_[number];
     if (ended.isUpToDate) {
         report.state = FileState::upToDate;
-        report.output = paths_[number].model;
+        report.outputs = paths_[number].models;
         report.ledger = paths_[number].ledger;
         return;
     }
     for (TemporaryFile* file : ended.files.inOrder()) {
-        if (ended.end.isDone() && file != nullptr) {
+        if (ended.end.isDone()) {
             try {
                 keep(*file);
             } catch (const Failure&) {
@@ -179,6 +179,7 @@ void ArchiveRun::settle(std::size_t number, Ended ended) {
         }
     }
     report = fileReport(sources_[number].path, paths_[number], ended.end);
+    omissions_.add(ended.end.omissions);
     std::ranges::for_each(ended.end.losses, [this](const units::ModelLosses& losses) { lostUnits_.add(losses); });
     if (!ended.end.isDone()) {
         ++failed_;

@@ -37,6 +37,8 @@ public:
     void run();
     /// What became of each source, in their order.
     [[nodiscard]] const std::vector<FileReport>& getFiles() const { return files_; }
+    /// What the outputs lack of the models.
+    [[nodiscard]] const OmissionCounts& getOmissions() const { return omissions_; }
     /// The units that they lack.
     [[nodiscard]] const units::LostUnits& getLostUnits() const { return lostUnits_; }
 
@@ -70,6 +72,7 @@ private:
     Console console_;
 
     std::vector<FileReport> files_;
+    OmissionCounts omissions_;
     units::LostUnits lostUnits_;
     std::map<std::size_t, Ended> ended_; // by number
     std::size_t next_ = 0;               // the first that has not been started

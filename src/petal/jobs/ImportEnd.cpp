@@ -1,5 +1,6 @@
 #include "petal/jobs/ImportEnd.h"
 
+#include "export/Omissions.h"
 #include "petal/Failure.h"
 
 #include <algorithm>
@@ -20,7 +21,7 @@ struct EndHead {
 };
 
 /// What begins a part of a message.
-enum class Part : std::uint8_t { losses, end };
+enum class Part : std::uint8_t { losses, omissions, end };
 
 class Writer {
 public:
@@ -89,6 +90,17 @@ units::ModelLosses readLosses(Reader& reader) {
     return losses;
 }
 
+OmissionCounts readOmissions(Reader& reader) {
+    OmissionCounts omissions;
+    const std::string format = reader.text();
+    for (auto count = reader.plain<std::uint64_t>(); count > 0 && !reader.isCut(); --count) {
+        OmissionCounts::Row row{.format = format, .one = reader.text(), .many = reader.text(), .count = 0};
+        row.count = reader.plain<std::uint64_t>();
+        omissions.rows.push_back(std::move(row));
+    }
+    return omissions;
+}
+
 ImportEnd readEnd(Reader& reader) {
     const auto head = reader.plain<EndHead>();
     ImportEnd end;
@@ -108,6 +120,33 @@ ImportEnd failed(Outcome outcome, const char* text, const std::string& advice) {
 }
 
 } // namespace
+
+void OmissionCounts::add(const OmissionCounts& others) {
+    for (const Row& other : others.rows) {
+        const auto same = std::ranges::find_if(
+            rows, [&](const Row& row) { return row.format == other.format && row.one == other.one; });
+        if (same != rows.end()) {
+            same->count += other.count;
+        } else {
+            rows.push_back(other);
+        }
+    }
+}
+
+std::vector<std::string> OmissionCounts::lines() const {
+    std::vector<std::string> lines;
+    const std::string* last = nullptr; // the rows of a format are together only if each format has come once
+    for (const Row& row : rows) {
+        if (last == nullptr || *last != row.format) {
+            lines.push_back(row.format + ": left out: ");
+        } else {
+            lines.back() += ", ";
+        }
+        last = &row.format;
+        lines.back() += std::to_string(row.count) + " " + (row.count == 1 ? row.one : row.many);
+    }
+    return lines;
+}
 
 ImportEnd endWith(const ImportResult& result) {
     ImportEnd end;
@@ -159,13 +198,32 @@ std::string encoded(const units::ModelLosses& losses) {
     return writer.take();
 }
 
+std::string encoded(std::string_view format, const exporter::Omissions& omissions) {
+    Writer writer;
+    writer.plain(Part::omissions);
+    writer.text(format);
+    writer.plain(std::uint64_t{omissions.getCounts().size()});
+    for (const exporter::Omissions::Count& row : omissions.getCounts()) {
+        writer.text(row.omission.one);
+        writer.text(row.omission.many);
+        writer.plain(row.count);
+    }
+    return writer.take();
+}
+
 ImportMessage decoded(std::string_view bytes) {
     ImportMessage message;
     for (Reader reader(bytes); !reader.isAtEnd();) {
-        if (reader.plain<Part>() == Part::losses) {
+        const auto part = reader.plain<Part>();
+        if (part == Part::losses) {
             units::ModelLosses losses = readLosses(reader);
             if (!reader.isCut()) {
                 message.losses.push_back(std::move(losses));
+            }
+        } else if (part == Part::omissions) {
+            const OmissionCounts omissions = readOmissions(reader);
+            if (!reader.isCut()) {
+                message.omissions.add(omissions);
             }
         } else {
             ImportEnd end = readEnd(reader);

@@ -121,9 +121,7 @@ void ImportProcess::closeFiles() {
         channel.reading.close();
     }
     for (const TemporaryFile* file : task_.files.inOrder()) {
-        if (file != nullptr) {
-            ::close(file->getDescriptor());
-        }
+        ::close(file->getDescriptor());
     }
 }
 
@@ -167,6 +165,7 @@ ImportEnd ImportProcess::finish() {
     ImportMessage message = decoded(message_);
     ImportEnd end = message.end && !timedOut_ ? *std::move(message.end) : endOfProcess(status);
     end.losses = std::move(message.losses);
+    end.omissions = std::move(message.omissions);
     return end;
 }
 

@@ -7,10 +7,12 @@
 #include "petal/output/FileUses.h"
 #include "petal/output/TemporaryFile.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <poll.h>
@@ -63,17 +65,23 @@ private:
 
 /// Where what an import makes is to be; empty where it is not to be kept.
 struct ImportPaths {
-    std::string model;
+    std::vector<std::string> models; // of the destinations, in their order
     std::string ledger;
 };
 
 /// The files that an import in a process of its own writes for its parent to keep; null where it has none.
 struct ImportFiles {
-    std::unique_ptr<TemporaryFile> model;
+    std::vector<std::unique_ptr<TemporaryFile>> models; // of the destinations, in their order
     std::unique_ptr<TemporaryFile> ledger;
 
-    /// In the order in which they take their places: where there is a ledger, so is its model.
-    [[nodiscard]] std::array<TemporaryFile*, 2> inOrder() const { return {model.get(), ledger.get()}; }
+    /// Those that there are, in the order in which they take their places: where there is a ledger, so is its model.
+    [[nodiscard]] std::vector<TemporaryFile*> inOrder() const {
+        std::vector<TemporaryFile*> files;
+        std::ranges::transform(models, std::back_inserter(files), &std::unique_ptr<TemporaryFile>::get);
+        files.push_back(ledger.get());
+        std::erase(files, nullptr);
+        return files;
+    }
 };
 
 /// What an import in a process of its own is to do.

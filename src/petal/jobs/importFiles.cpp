@@ -76,7 +76,10 @@ ImportPaths pathsOf(const ImportRequest& request) {
     const auto pathIn = [](const std::optional<std::string>& given) {
         return given && *given != "-" ? *given : std::string();
     };
-    return {.model = request.format == "none" ? "" : pathIn(request.output), .ledger = pathIn(request.ledger)};
+    ImportPaths paths{.models = {}, .ledger = pathIn(request.ledger)};
+    std::ranges::transform(request.destinations, std::back_inserter(paths.models),
+                           [&](const Destination& destination) { return pathIn(destination.path); });
+    return paths;
 }
 
 Outcome importSingle(const ImportRequest& request, const JobsRequest& jobs) {
@@ -115,29 +118,49 @@ void makeFolder(const std::string& folder) {
 /// Where what each source gives goes.
 std::vector<ImportPaths> planPaths(std::span<const Source> sources, const ImportRequest& request) {
     std::vector<ImportPaths> paths(sources.size());
-    const auto plan = [&](const std::string& folder, std::string_view ending, std::string ImportPaths::*path) {
+    const auto plan = [&](const std::string& folder, std::string_view ending, auto take) {
         makeFolder(folder);
         std::vector<std::string> planned = planOutputs(sources, folder, ending);
         for (std::size_t index = 0; index < paths.size(); ++index) {
-            paths[index].*path = std::move(planned[index]);
+            take(paths[index], std::move(planned[index]));
         }
     };
-    const exporter::Exporter& exporter = *exporter::findExporter(*request.format);
-    if (exporter.shape != exporter::Shape::nothing) {
-        if (!request.output || *request.output == "-") {
-            throw Failure(Outcome::wrongUsage, "several models need a folder to be written to",
-                          "Give one with -o, or write no models with '--format none'.");
-        }
-        plan(*request.output, exporter.endings.front(), &ImportPaths::model);
+    for (const Destination& destination : request.destinations) {
+        const std::string_view ending = exporter::findExporter(destination.format)->endings.front();
+        plan(*destination.path, ending,
+             [](ImportPaths& one, std::string path) { one.models.push_back(std::move(path)); });
     }
     if (request.ledger) {
         if (*request.ledger == "-") {
             throw Failure(Outcome::wrongUsage, "several ledgers need a folder to be written to",
                           "Give one with --ledger.");
         }
-        plan(*request.ledger, ".ledger", &ImportPaths::ledger);
+        plan(*request.ledger, ".ledger", [](ImportPaths& one, std::string path) { one.ledger = std::move(path); });
     }
     return paths;
+}
+
+/// The one form in which all models are written, if any.
+std::vector<Destination> sharedDestination(const ImportRequest& request) {
+    const exporter::Exporter& exporter = *exporter::findExporter(request.format.value_or("json"));
+    const std::vector<Destination> destinations{
+        {.format = std::string(exporter.format),
+         .path = request.outputs.empty() ? std::nullopt : std::optional(request.outputs.front())}};
+    checkFormatOptions(request, destinations);
+    if (exporter.shape == exporter::Shape::nothing) {
+        return {};
+    }
+    if (request.outputs.empty() || request.outputs.front() == "-") {
+        throw Failure(Outcome::wrongUsage, "several models need a folder to be written to",
+                      "Give one with -o, or write no models with '--format none'.");
+    }
+    if (request.outputs.size() > 1) {
+        throw Failure(Outcome::wrongUsage,
+                      "several models are written to one folder, and -o names " +
+                          std::to_string(request.outputs.size()),
+                      "Run petal once for each folder.");
+    }
+    return destinations;
 }
 
 Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
@@ -149,8 +172,7 @@ Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
     request.areUnitsTold = isEachEventKept(request);
     request.isSummarised = false;
     request.isCounted = isCounted(jobs);
-    request.format = request.format.value_or("json");
-    static_cast<void>(formatOptions(request)); // all that is wrong with them is told once
+    request.destinations = sharedDestination(request);
     Sources sources = findSources(jobs);
     if (sources.files.empty() && !jobs.inputs.empty()) {
         throw Failure(Outcome::inputNotRead, "there is no model file in what was named",
@@ -176,6 +198,7 @@ Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
         Console(false).write(asNotes(lossLines(lost)) + asNotes(suggestionLines(search.find(lost))));
     }
     if (!jobs.quiet) {
+        Console(false).write(asNotes(run.getOmissions().lines()));
         Console(false).write(summary(files, takesColours()));
     }
     const ReportTotals totals = totalsOf(files);
@@ -192,14 +215,13 @@ Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
 
 Outcome importFiles(const ImportRequest& import, const JobsRequest& jobs) {
     try {
-        const bool isFolderNamed = import.output && import.output->ends_with('/');
+        const bool isFolderNamed = !import.outputs.empty() && import.outputs.front().ends_with('/');
         if (!isSingleFile(jobs) || isFolderNamed) {
             return importSeveral(import, jobs);
         }
         ImportRequest request = import;
         request.file = jobs.inputs.front();
-        request.format = formatFor(request);
-        static_cast<void>(formatOptions(request));
+        request.destinations = destinationsOf(request);
         request.isSummarised = !jobs.quiet;
         request.isCounted = isCounted(jobs);
         return importSingle(request, jobs);

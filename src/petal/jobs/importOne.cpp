@@ -53,8 +53,8 @@ ImportEnd importApart(const ImportRequest& request, const ImportContext& context
     static_cast<void>(PlugIn::load()); // here, where no limit holds
     const StopSignals signals;
     ImportFiles files;
-    if (request.format != "none") {
-        files.model = openFile(request.output);
+    for (const Destination& destination : request.destinations) {
+        files.models.push_back(openFile(destination.path));
     }
     files.ledger = openFile(request.ledger);
     ImportTask task{.request = request,
@@ -65,7 +65,7 @@ ImportEnd importApart(const ImportRequest& request, const ImportContext& context
                     .log = {}};
     const EndedImport ended = run(std::move(task), limits, signals);
     for (TemporaryFile* file : ended.files.inOrder()) {
-        if (ended.end.isDone() && file != nullptr) {
+        if (ended.end.isDone()) {
             keep(*file);
         }
     }

@@ -70,12 +70,18 @@ bool isModelFile(const std::string& path) {
 
 /// Only one of them can go there.
 void refuseSharedStandardOutput(const ImportRequest& request, const JobsRequest& jobs, bool isSingle) {
-    const bool hasModel = isSingle && request.format != "none" && request.output.value_or("-") == "-";
+    const auto models = !isSingle ? 0 : std::ranges::count_if(request.destinations, [](const Destination& destination) {
+        return destination.path.value_or("-") == "-";
+    });
     const bool hasLedger = request.ledger == "-";
     const bool hasReport = jobs.report == "-";
-    if (hasModel + hasLedger + hasReport > 1) {
+    if (models > 1) {
+        throw Failure(Outcome::wrongUsage, "two forms of the model would both go to standard output",
+                      "Give one of them a file.");
+    }
+    if (models + (hasLedger ? 1 : 0) + (hasReport ? 1 : 0) > 1) {
         throw Failure(Outcome::wrongUsage,
-                      std::string(hasModel ? "the model" : "the ledger") + " and " +
+                      std::string(models > 0 ? "the model" : "the ledger") + " and " +
                           (hasReport ? "the report" : "the ledger") + " would both go to standard output",
                       "Give one of them a file.");
     }
@@ -94,7 +100,7 @@ FileUses planUses(std::span<const Source> sources, std::span<const ImportPaths> 
         uses.reads(*jobs.filesFrom);
     }
     for (const ImportPaths& planned : paths) {
-        uses.writes(planned.model);
+        std::ranges::for_each(planned.models, [&](const std::string& model) { uses.writes(model); });
         uses.writes(planned.ledger);
     }
     uses.writes(request.log.value_or(""));
@@ -144,8 +150,10 @@ bool isWholeLedger(const std::string& end) {
 } // namespace
 
 bool isUpToDate(const std::string& source, const ImportPaths& paths) {
-    return !(paths.model.empty() && paths.ledger.empty()) &&
-           (paths.model.empty() || isWholeModel(endOfNewer(source, paths.model))) &&
+    return !(paths.models.empty() && paths.ledger.empty()) &&
+           std::ranges::all_of(
+               paths.models,
+               [&](const std::string& model) { return !model.empty() && isWholeModel(endOfNewer(source, model)); }) &&
            (paths.ledger.empty() || isWholeLedger(endOfNewer(source, paths.ledger)));
 }
 

@@ -101,11 +101,12 @@ ImportResult runWithin(const Limits& limits, const ImportTask& task) {
     const auto tellLosses = [&](const units::UnitTree& tree) {
         writeFully(resultDescriptor, encoded(units::lossesOf(tree, task.locator->getSymbols())));
     };
-    const ImportResult result = task.run(task.request, {*task.uses, *task.locator, tellLosses});
+    const auto tellOmissions = [](std::string_view format, const exporter::Omissions& omissions) {
+        writeFully(resultDescriptor, encoded(format, omissions));
+    };
+    const ImportResult result = task.run(task.request, {*task.uses, *task.locator, tellLosses, tellOmissions});
     for (const TemporaryFile* file : task.files.inOrder()) {
-        if (file != nullptr) {
-            bringToDisk(*file);
-        }
+        bringToDisk(*file);
     }
     return result;
 }
@@ -133,8 +134,10 @@ void runChild(const ChildSide& side, ImportTask task, const Limits& limits) noex
     if (side.log >= 0) {
         task.request.log = "/dev/fd/" + std::to_string(side.log);
     }
-    if (task.files.model != nullptr) {
-        task.request.outputDescriptor = task.files.model->getDescriptor();
+    for (std::size_t index = 0; index < task.files.models.size(); ++index) {
+        if (const auto& file = task.files.models[index]) {
+            task.request.destinations[index].descriptor = file->getDescriptor();
+        }
     }
     if (task.files.ledger != nullptr) {
         task.request.ledgerDescriptor = task.files.ledger->getDescriptor();

@@ -35,29 +35,42 @@ void describeLedgerOptions(CLI::App& command, ImportRequest& request) {
         .add_option("--fail-on", request.failOn,
                     "End with status 3, once everything is written, if there is any of these; separate\n"
                     "several with commas")
-        ->check(CLI::IsMember({"loss", "damage", "warning", "encoding"}).description(""))
-        ->type_name("loss|damage|warning|encoding")
+        ->check(CLI::IsMember({"loss", "damage", "warning", "encoding", "omission"}).description(""))
+        ->type_name("loss|damage|warning|encoding|omission")
         ->delimiter(',')
         ->allow_extra_args(false);
 }
 
 namespace {
 
+/// What is counted besides the ledger.
+struct OtherCounts {
+    std::uint64_t warnings;
+    std::uint64_t omissions;
+};
+
 struct Condition {
     const char* name;
     bool needsLedger;
-    std::uint64_t (*count)(const ledger::Ledger* ledger, std::uint64_t warnings);
+    std::uint64_t (*count)(const ledger::Ledger* ledger, const OtherCounts& others);
     const char* what;
+    const char* advice;
 };
 
+constexpr const char* ledgerAdvice = "--ledger tells of each.";
+
 constexpr std::array conditions{
-    Condition{"loss", true, [](const ledger::Ledger* ledger, std::uint64_t) { return ledger->losses; }, "losses"},
-    Condition{"damage", true, [](const ledger::Ledger* ledger, std::uint64_t) { return ledger->damageCount; },
-              "damages of the notation"},
-    Condition{"warning", false, [](const ledger::Ledger*, std::uint64_t warnings) { return warnings; }, "warnings"},
+    Condition{"loss", true, [](const ledger::Ledger* ledger, const OtherCounts&) { return ledger->losses; }, "losses",
+              ledgerAdvice},
+    Condition{"damage", true, [](const ledger::Ledger* ledger, const OtherCounts&) { return ledger->damageCount; },
+              "damages of the notation", ledgerAdvice},
+    Condition{"warning", false, [](const ledger::Ledger*, const OtherCounts& others) { return others.warnings; },
+              "warnings", ""},
     Condition{"encoding", true,
-              [](const ledger::Ledger* ledger, std::uint64_t) -> std::uint64_t { return ledger->badByteCount; },
-              "byte sequences that the encoding does not have"},
+              [](const ledger::Ledger* ledger, const OtherCounts&) -> std::uint64_t { return ledger->badByteCount; },
+              "byte sequences that the encoding does not have", ledgerAdvice},
+    Condition{"omission", false, [](const ledger::Ledger*, const OtherCounts& others) { return others.omissions; },
+              "parts of the model that the output has no place for", "The output lists them."},
 };
 
 bool isAsked(const ImportRequest& request, const Condition& condition) {
@@ -172,17 +185,17 @@ std::uint64_t LedgerReport::getDropped() const {
     return ledger_ ? ledger_->objects().byOutcome[static_cast<std::size_t>(ledger::Outcome::dropped)] : 0;
 }
 
-Outcome LedgerReport::check(std::uint64_t warnings) const {
+Outcome LedgerReport::check(std::uint64_t warnings, std::uint64_t omissions) const {
     Outcome outcome = Outcome::success;
     for (const Condition& condition : conditions) {
         if (!isAsked(request_, condition)) {
             continue;
         }
-        const std::uint64_t count = condition.count(ledger_ ? &*ledger_ : nullptr, warnings);
+        const std::uint64_t count = condition.count(ledger_ ? &*ledger_ : nullptr, {warnings, omissions});
         if (count > 0) {
             const std::string text = std::string("--fail-on ") + condition.name + ": there are " +
                                      std::to_string(count) + " " + condition.what;
-            printFailure(text.c_str(), condition.needsLedger ? "--ledger tells of each." : "");
+            printFailure(text.c_str(), condition.advice);
             outcome = Outcome::checkTripped;
         }
     }

@@ -33,7 +33,7 @@ public:
     void make(const ModelSource& source, const source::Trace& trace, const KelModel& model, const KelString& encoding);
     /// `checkTripped` when something has occurred that the request fails on, which is told on standard error; else
     /// `success`.
-    [[nodiscard]] Outcome check(std::uint64_t warnings) const;
+    [[nodiscard]] Outcome check(std::uint64_t warnings, std::uint64_t omissions) const;
     /// How many objects were dropped; 0 when no ledger was made.
     [[nodiscard]] std::uint64_t getDropped() const;
     /// How many objects and properties were lost; 0 when no ledger was made.

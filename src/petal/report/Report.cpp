@@ -43,6 +43,7 @@ ReportTotals totalsOf(const std::vector<FileReport>& files) {
         add(totals.losses, file.counts.losses);
         add(totals.unitsFound, file.counts.unitsFound);
         add(totals.unitsMissing, file.counts.unitsMissing);
+        add(totals.omitted, file.counts.omitted);
     }
     return totals;
 }

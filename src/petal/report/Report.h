@@ -19,8 +19,8 @@ enum class FileState { imported, upToDate, failed, notStarted };
 /// One file in a report. Texts are bytes: paths need not be UTF-8.
 struct FileReport {
     std::string file;
-    std::string output; // where the model is; empty where none is written
-    std::string ledger; // where that is; likewise
+    std::vector<std::string> outputs; // where the model is, in each format; empty where none is written
+    std::string ledger;               // where that is; likewise
     FileState state = FileState::notStarted;
     std::string reason; // the word of an outcome, unless that is `success`
     std::string text;   // what went wrong
@@ -42,6 +42,7 @@ struct ReportTotals {
     std::uint64_t losses = 0;
     std::uint64_t unitsFound = 0;
     std::uint64_t unitsMissing = 0;
+    std::uint64_t omitted = 0;
 };
 
 /// What is beyond `mostCounted` is that.

@@ -46,6 +46,23 @@ void readNumber(const Value& object, const char* name, Number& number) {
     }
 }
 
+/// A single output is a text, several are a list.
+void readOutputs(const Value& object, std::vector<std::string>& outputs) {
+    const Value* value = find(object, "output");
+    if (value == nullptr || !value->IsArray()) {
+        std::string output;
+        readText(object, "output", output);
+        outputs.assign(output.empty() ? 0 : 1, output);
+        return;
+    }
+    for (const Value& output : value->GetArray()) {
+        if (!output.IsString()) {
+            throw NoReport("an element of output is no text");
+        }
+        outputs.emplace_back(output.GetString(), output.GetStringLength());
+    }
+}
+
 FileState readState(const Value& object) {
     using enum FileState;
     std::string word;
@@ -65,6 +82,7 @@ FileReport readFile(const Value& object) {
     FileReport file;
     readText(object, "file", file.file);
     file.state = readState(object);
+    readOutputs(object, file.outputs);
     for (const TextMember& member : textMembers) {
         readText(object, member.name, file.*member.text);
     }
@@ -147,6 +165,7 @@ private:
         json_.startObject();
         text("file", text::validText(file.file));
         text("state", stateWord(file.state));
+        writeOutputs(file.outputs);
         for (const TextMember& member : textMembers) {
             if (const std::string& value = file.*member.text; !value.empty()) {
                 text(member.name, text::validText(value));
@@ -164,6 +183,17 @@ private:
         }
         writeEvents(file.counts.events);
         json_.endObject();
+    }
+
+    void writeOutputs(const std::vector<std::string>& outputs) {
+        if (outputs.size() == 1) {
+            text("output", text::validText(outputs.front()));
+        } else if (!outputs.empty()) {
+            json_.key("output");
+            json_.startList();
+            std::ranges::for_each(outputs, [&](const std::string& output) { json_.text(text::validText(output)); });
+            json_.endList();
+        }
     }
 
     void writeEvents(const EventCounts& events) {
@@ -193,6 +223,9 @@ private:
         number("losses", totals.losses);
         number("unitsFound", totals.unitsFound);
         number("unitsMissing", totals.unitsMissing);
+        if (totals.omitted != 0) {
+            number("omitted", totals.omitted);
+        }
         json_.endObject();
     }
 

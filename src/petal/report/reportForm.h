@@ -26,7 +26,6 @@ struct StatusMember {
 };
 
 constexpr std::array textMembers{
-    TextMember{"output", &FileReport::output},
     TextMember{"ledger", &FileReport::ledger},
     TextMember{"reason", &FileReport::reason},
     TextMember{"text", &FileReport::text},
@@ -41,6 +40,7 @@ constexpr std::array countMembers{
     CountMember{"losses", &ImportResult::losses},
     CountMember{"unitsFound", &ImportResult::unitsFound},
     CountMember{"unitsMissing", &ImportResult::unitsMissing},
+    CountMember{"omitted", &ImportResult::omitted},
 };
 
 } // namespace petal

@@ -29,6 +29,7 @@ constexpr std::array rows{
     Row{"objects", &ReportTotals::objects, false, true},
     Row{"dropped", &ReportTotals::dropped, false, true},
     Row{"losses", &ReportTotals::losses, false, true},
+    Row{"left out", &ReportTotals::omitted, false, false},
     Row{"units found", &ReportTotals::unitsFound, false, false},
     Row{"units missing", &ReportTotals::unitsMissing, true, false},
 };
