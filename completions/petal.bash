@@ -30,19 +30,21 @@ _petal() {
     'units:--unit-dir') words="" ;;
     'report merge:-o') words="" ;;
     'formats:formats') words="json tree none" ;;
+    'schema:schema') words="formats info ledger log model report units version" ;;
     *)
         case "$command:$current" in
-        ':-'*) words="-h --help --version" ;;
+        ':-'*) words="-h --help --version --json" ;;
         'import:-'*) words="-h --help --files-from -0 --null -j --jobs --timeout --max-memory --in-process --keep-going --fail-fast --resume -q --quiet --report --types --encoding -f --format -O -o --log-level --log-format --log --units --path-map --unit-dir --ledger --ledger-detail --fail-on" ;;
         'info:-'*) words="-h --help --json" ;;
         'units:-'*) words="-h --help --json --units --path-map --unit-dir" ;;
         'report merge:-'*) words="-h --help -o" ;;
         'report:'*) words="merge" ;;
         'formats:-'*) words="-h --help --json" ;;
+        'schema:-'*) words="-h --help" ;;
         'textconv:-'*) words="-h --help" ;;
         'options:-'*) words="-h --help" ;;
         'spec:-'*) words="-h --help" ;;
-        ':'*) words="import info units report formats textconv options spec" ;;
+        ':'*) words="import info units report formats schema textconv options spec" ;;
         esac ;;
     esac
     # shellcheck disable=SC2207 # the words hold no blanks

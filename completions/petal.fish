@@ -2,6 +2,7 @@
 
 complete -c petal -n '__fish_use_subcommand' -s h -l help -d 'Print this help message and exit'
 complete -c petal -n '__fish_use_subcommand' -l version -d 'Print the versions of petal and of the bridge'
+complete -c petal -n '__fish_use_subcommand' -l json -d 'With --version: print a JSON object, with the versions of forms and libraries as well'
 complete -c petal -n '__fish_use_subcommand' -f -a import -d 'Import model files and write the models'
 complete -c petal -n '__fish_seen_subcommand_from import' -s h -l help -d 'Print this help message and exit'
 complete -c petal -n '__fish_seen_subcommand_from import' -l files-from -r -F -d 'Read more files and folders from a list, one per line'
@@ -46,6 +47,9 @@ complete -c petal -n '__fish_use_subcommand' -f -a formats -d 'Print the output 
 complete -c petal -n '__fish_seen_subcommand_from formats' -s h -l help -d 'Print this help message and exit'
 complete -c petal -n '__fish_seen_subcommand_from formats' -f -a 'json tree none'
 complete -c petal -n '__fish_seen_subcommand_from formats' -l json -d 'Print a JSON object with all formats, or the one named'
+complete -c petal -n '__fish_use_subcommand' -f -a schema -d 'Print the JSON Schema of a JSON form that petal writes'
+complete -c petal -n '__fish_seen_subcommand_from schema' -s h -l help -d 'Print this help message and exit'
+complete -c petal -n '__fish_seen_subcommand_from schema' -f -a 'formats info ledger log model report units version'
 complete -c petal -n '__fish_use_subcommand' -f -a textconv -d 'Print the outline of a model file for git\'s textconv'
 complete -c petal -n '__fish_seen_subcommand_from textconv' -s h -l help -d 'Print this help message and exit'
 complete -c petal -n '__fish_use_subcommand' -f -a options -d 'Print the bridge\'s options, their values and defaults'

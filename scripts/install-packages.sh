@@ -5,7 +5,7 @@ set -eu
 
 packages="g++ cmake ninja-build pkg-config libicu-dev libcli11-dev rapidjson-dev robin-map-dev libhwy-dev libxxhash-dev"
 case "${1:-}" in
---tests) packages="$packages libgtest-dev locales dpkg-dev file python3 git" ;;
+--tests) packages="$packages libgtest-dev locales dpkg-dev file python3 python3-jsonschema git" ;;
 --bench) packages="$packages python3 flex libhyperscan-dev linux-perf valgrind strace" ;;
 --fuzz) packages="$packages libgtest-dev clang-14 libfuzzer-14-dev libclang-rt-14-dev llvm-14 python3" ;;
 esac

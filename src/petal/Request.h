@@ -7,7 +7,19 @@
 
 namespace petal {
 
-enum class Command { help, version, options, specification, formats, import, info, mergeReports, units, textconv };
+enum class Command {
+    help,
+    version,
+    options,
+    specification,
+    formats,
+    schema,
+    import,
+    info,
+    mergeReports,
+    units,
+    textconv
+};
 
 /// How the controlled units of a model are followed. Texts are the bytes that the shell gave.
 struct UnitChoices {
@@ -86,6 +98,11 @@ struct FormatsRequest {
     bool asJson = false;
 };
 
+/// What `petal schema` is to do.
+struct SchemaRequest {
+    std::string name; // of one of the schemas
+};
+
 /// What `petal textconv` is to do.
 struct TextconvRequest {
     std::string file; // bytes as the shell gave them
@@ -100,6 +117,8 @@ struct Request {
     InfoRequest info;
     UnitsRequest units;
     FormatsRequest formats;
+    SchemaRequest schema;
+    bool isVersionJson = false; // of the command `version`
     TextconvRequest textconv;
 };
 

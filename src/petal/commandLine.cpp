@@ -5,6 +5,7 @@
 #include "petal/Failure.h"
 #include "petal/import/PlugIn.h"
 #include "petal/ledger/LedgerReport.h"
+#include "petal/schema/schemas.h"
 #include "petal/units/unitOptions.h"
 
 #include <CLI/CLI.hpp>
@@ -218,6 +219,21 @@ void describeFormats(CLI::App& formatsCommand, FormatsRequest& request) {
     formatsCommand.add_flag("--json", request.asJson, "Print a JSON object with all formats, or the one named");
 }
 
+std::vector<std::string> schemaNames() {
+    std::vector<std::string> names;
+    for (const text::Embedded& schema : schemas()) {
+        names.emplace_back(schema.name);
+    }
+    return names;
+}
+
+void describeSchema(CLI::App& schema, SchemaRequest& request) {
+    schema.add_option("NAME", request.name, "The form whose schema to print")
+        ->required()
+        ->check(oneOf(schemaNames()))
+        ->type_name(choiceOf(schemaNames()));
+}
+
 void describeTextconv(CLI::App& textconv, TextconvRequest& request) {
     textconv.add_option("FILE", request.file, "A model file")->required()->type_name("");
 }
@@ -230,13 +246,17 @@ struct CommandRow {
 
 std::vector<CommandRow> describeCommands(CLI::App& app, Request& request, bool& versionAsked) {
     app.description("Imports Rose model files.")->name("petal");
-    app.add_flag("--version", versionAsked, "Print the versions of petal and of the bridge");
+    CLI::Option* version = app.add_flag("--version", versionAsked, "Print the versions of petal and of the bridge");
+    app.add_flag("--json", request.isVersionJson,
+                 "With --version: print a JSON object, with the versions of forms and libraries as well")
+        ->needs(version);
     CLI::App* import = app.add_subcommand("import", "Import model files and write the models");
     CLI::App* info = app.add_subcommand("info", "Print what model files are and hold, without importing them");
     CLI::App* units = app.add_subcommand("units", "Print the controlled units of model files and where each was found");
     CLI::App* report = app.add_subcommand("report", "Work with the reports of imports");
     CLI::App* merge = report->require_subcommand(1)->add_subcommand("merge", "Make one report of several");
     CLI::App* formats = app.add_subcommand("formats", "Print the output formats, or the options of one");
+    CLI::App* schema = app.add_subcommand("schema", "Print the JSON Schema of a JSON form that petal writes");
     CLI::App* textconv = app.add_subcommand("textconv", "Print the outline of a model file for git's textconv");
     CLI::App* options = app.add_subcommand("options", "Print the bridge's options, their values and defaults");
     CLI::App* specification = app.add_subcommand("spec", "Print what the bridge says about itself");
@@ -246,6 +266,7 @@ std::vector<CommandRow> describeCommands(CLI::App& app, Request& request, bool& 
     describeMerge(*merge, request.merge);
     describeUnits(*units, request.units);
     describeFormats(*formats, request.formats);
+    describeSchema(*schema, request.schema);
     describeTextconv(*textconv, request.textconv);
     app.require_subcommand(0, 1);
     app.footer(footer() + "\n'petal import --help' lists the options of an import.");
@@ -253,10 +274,9 @@ std::vector<CommandRow> describeCommands(CLI::App& app, Request& request, bool& 
     info->footer(footer());
     units->footer(footer());
     textconv->footer(footer());
-    return {{import, Command::import},   {info, Command::info},
-            {units, Command::units},     {merge, Command::mergeReports},
-            {formats, Command::formats}, {textconv, Command::textconv},
-            {options, Command::options}, {specification, Command::specification}};
+    return {{import, Command::import},      {info, Command::info},       {units, Command::units},
+            {merge, Command::mergeReports}, {formats, Command::formats}, {schema, Command::schema},
+            {textconv, Command::textconv},  {options, Command::options}, {specification, Command::specification}};
 }
 
 OptionText textOf(const CLI::Option& option) {

@@ -15,8 +15,10 @@ void mergeReports(const MergeRequest& request);
 void printFormats(const FormatsRequest& request);
 void printInfo(const InfoRequest& request);
 void printOptions();
+void printSchema(const SchemaRequest& request);
 void printSpecification();
 void printUnits(const UnitsRequest& request);
-void printVersions();
+/// Of petal, the bridge, the JSON forms and the libraries; as text only of the first two.
+void printVersions(bool asJson);
 
 } // namespace petal

@@ -6,9 +6,19 @@
 #include "petal/import/PlugIn.h"
 #include "petal/import/importOptions.h"
 #include "petal/output/Descriptor.h"
+#include "petal/output/ModelOutput.h"
+#include "petal/output/fileFailure.h"
+#include "petal/schema/schemas.h"
+#include "text/IndentedJson.h"
+
+#include <CLI/CLI.hpp>
+#include <rapidjson/rapidjson.h>
+#include <unicode/uversion.h>
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <map>
 #include <string>
 
 namespace petal {
@@ -138,7 +148,79 @@ void printSpecification() {
     writeToStandardOutput(lines);
 }
 
-void printVersions() {
+namespace {
+
+/// The name and the version in the schema's id: "urn:petal:model:1".
+std::pair<std::string, int> formVersion(const text::Embedded& schema) {
+    constexpr std::string_view start = "\"urn:petal:";
+    const std::string_view id = schema.text.substr(schema.text.find(start) + start.size());
+    return {std::string(schema.name), std::atoi(id.substr(id.find(':') + 1).data())};
+}
+
+std::map<std::string, std::string> libraryVersions() {
+    UVersionInfo icu{};
+    u_getVersion(icu);
+    std::array<char, U_MAX_VERSION_STRING_LENGTH> icuText{};
+    u_versionToString(icu, icuText.data());
+    return {{"cli11", CLI11_VERSION}, {"icu", icuText.data()}, {"rapidjson", RAPIDJSON_VERSION_STRING}};
+}
+
+/// `bridge` is empty when it could not be loaded.
+void writeVersions(const std::string& bridge, text::Output& output) {
+    text::BufferedOutput buffered(output);
+    text::IndentedJson json(buffered);
+    json.startObject();
+    const auto member = [&](std::string_view name, std::string_view value) {
+        json.key(name);
+        json.text(value);
+    };
+    member("petal", PETAL_VERSION);
+    if (!bridge.empty()) {
+        member("bridge", bridge);
+    }
+    json.key("formats");
+    json.startObject();
+    for (const text::Embedded& schema : schemas()) {
+        const auto [name, version] = formVersion(schema);
+        json.key(name);
+        json.number(version);
+    }
+    json.endObject();
+    json.key("libraries");
+    json.startObject();
+    for (const auto& [name, version] : libraryVersions()) {
+        member(name, version);
+    }
+    json.endObject();
+    json.endObject();
+    buffered.put('\n');
+    buffered.flush();
+}
+
+void printVersionDocument(const std::string& bridge) {
+    try {
+        const auto output = ModelOutput::open(std::nullopt);
+        writeVersions(bridge, *output);
+        output->commit();
+    } catch (const std::system_error& error) {
+        throw outputFailure("standard output", error);
+    }
+}
+
+} // namespace
+
+void printVersions(bool asJson) {
+    if (asJson) {
+        std::string bridge;
+        try {
+            bridge = specificationOf(PlugIn::load()).getVersion().text();
+        } catch (const Failure&) {
+            printVersionDocument(""); // as below
+            throw;
+        }
+        printVersionDocument(bridge);
+        return;
+    }
     std::string lines = std::string("petal ") + PETAL_VERSION + "\n";
     try {
         lines += line("bridge", specificationOf(PlugIn::load()).getVersion());

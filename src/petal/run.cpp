@@ -32,7 +32,7 @@ Outcome execute(const Request& request) {
         writeToStandardOutput(request.helpText);
         break;
     case Command::version:
-        printVersions();
+        printVersions(request.isVersionJson);
         break;
     case Command::options:
         printOptions();
@@ -42,6 +42,9 @@ Outcome execute(const Request& request) {
         break;
     case Command::formats:
         printFormats(request.formats);
+        break;
+    case Command::schema:
+        printSchema(request.schema);
         break;
     case Command::textconv:
         convertToText(request.textconv);

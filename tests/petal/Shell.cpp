@@ -1,10 +1,21 @@
 #include "Shell.h"
 
+#include "support/keepDocument.h"
+
 #include <rapidjson/document.h>
 
 #include <array>
 #include <cstdio>
 #include <sys/wait.h>
+
+Shell::~Shell() {
+    for (const std::string& name : files()) {
+        std::error_code none;
+        if (!given.contains(name) && std::filesystem::is_regular_file(pathOf(name), none)) {
+            keepDocument(get(name));
+        }
+    }
+}
 
 Ended Shell::run(const std::string& command) const {
     const std::string errorsPath = folder.string() + ".errors"; // outside of the folder, whose files tests count
@@ -23,6 +34,8 @@ Ended Shell::run(const std::string& command) const {
     const int status = ::pclose(shell);
     ended.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     ended.errors = get(errorsPath);
+    keepDocument(ended.output);
+    keepDocument(ended.errors); // the log
     std::filesystem::remove(errorsPath);
     return ended;
 }

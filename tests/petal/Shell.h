@@ -26,6 +26,8 @@ protected:
 
     /// `plugIn` is the path that petal is given in the environment; empty for the bridge that belongs to it.
     explicit Shell(std::string plugIn = "") : plugIn_(std::move(plugIn)) {}
+    /// Keeps the documents among the files that petal has left.
+    ~Shell() override;
 
     [[nodiscard]] Ended run(const std::string& command) const;
     /// Expects of each command that it ends so, writes nothing to standard output and changes no file. `start` is put

@@ -2,6 +2,7 @@
 
 #include "export/Omissions.h"
 #include "export/exporters.h"
+#include "support/keepDocument.h"
 #include "text/Output.h"
 
 #include <algorithm>
@@ -56,5 +57,6 @@ inline std::string writtenAs(std::string_view format, const KelModel& model,
                              const std::vector<std::string>& settings = {}, const source::SourceMap* source = nullptr) {
     MemoryOutput output;
     writeAs(format, model, output, settings, source);
+    keepDocument(output.text);
     return output.text;
 }
