@@ -4,6 +4,12 @@ _petal() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} command=""
     [ "$COMP_CWORD" -gt 1 ] && command=${COMP_WORDS[1]}
     [ "$command" = report ] && [ "$COMP_CWORD" -gt 2 ] && command="report ${COMP_WORDS[2]}"
+    # bash takes "-O NAME=VALUE" for three words
+    if [ "$current" = "=" ]; then
+        previous="$previous=" current=""
+    elif [ "$previous" = "=" ]; then
+        previous="${COMP_WORDS[COMP_CWORD-2]}="
+    fi
     local words=""
     case "$command:$previous" in
     'import:--files-from') words="" ;;
@@ -14,7 +20,7 @@ _petal() {
     'import:--types') words="" ;;
     'import:--encoding') words="" ;;
     'import:-f'|'import:--format') words="json tree none" ;;
-    'import:-O') words="" ;;
+    'import:-O') words="places=" ;;
     'import:-o') words="" ;;
     'import:--log-level') words="FATAL ERROR WARNING STATUS DEBUG" ;;
     'import:--log-format') words="text json" ;;
@@ -25,6 +31,7 @@ _petal() {
     'import:--ledger') words="" ;;
     'import:--ledger-detail') words="named all" ;;
     'import:--fail-on') words="loss damage warning encoding omission" ;;
+    'import:places=') words="true false" ;;
     'units:--units') words="require warn skip" ;;
     'units:--path-map') words="" ;;
     'units:--unit-dir') words="" ;;
@@ -49,5 +56,6 @@ _petal() {
     esac
     # shellcheck disable=SC2207 # the words hold no blanks
     COMPREPLY=($(compgen -W "$words" -- "$current"))
+    case "${COMPREPLY[0]-}" in *[=.]) compopt -o nospace 2>/dev/null ;; esac
 }
 complete -o default -F _petal petal

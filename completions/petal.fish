@@ -19,7 +19,7 @@ complete -c petal -n '__fish_seen_subcommand_from import' -l report -r -F -d 'Wr
 complete -c petal -n '__fish_seen_subcommand_from import' -l types -x -d 'Map declared types to the types of this system: cpp, oracle, or another name that'
 complete -c petal -n '__fish_seen_subcommand_from import' -l encoding -x -d 'Encoding of the file\'s texts'
 complete -c petal -n '__fish_seen_subcommand_from import' -s f -l format -x -a 'json tree none' -d 'Output format'
-complete -c petal -n '__fish_seen_subcommand_from import' -s O -x -d 'Set an option of the format'
+complete -c petal -n '__fish_seen_subcommand_from import' -s O -x -a 'places=true places=false' -d 'Set an option of the format'
 complete -c petal -n '__fish_seen_subcommand_from import' -s o -r -F -d 'Output file (default: standard output'
 complete -c petal -n '__fish_seen_subcommand_from import' -l log-level -x -a 'FATAL ERROR WARNING STATUS DEBUG' -d 'Report events of this severity and above'
 complete -c petal -n '__fish_seen_subcommand_from import' -l log-format -x -a 'text json' -d 'Write each log event as a line of text, or as a JSON object'

@@ -11,6 +11,12 @@ _petal() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} command=""
     [ "$COMP_CWORD" -gt 1 ] && command=${COMP_WORDS[1]}
     [ "$command" = report ] && [ "$COMP_CWORD" -gt 2 ] && command="report ${COMP_WORDS[2]}"
+    # bash takes "-O NAME=VALUE" for three words
+    if [ "$current" = "=" ]; then
+        previous="$previous=" current=""
+    elif [ "$previous" = "=" ]; then
+        previous="${COMP_WORDS[COMP_CWORD-2]}="
+    fi
     local words=""
     case "$command:$previous" in
 )";
@@ -24,6 +30,7 @@ constexpr const char* tail = R"(        esac ;;
     esac
     # shellcheck disable=SC2207 # the words hold no blanks
     COMPREPLY=($(compgen -W "$words" -- "$current"))
+    case "${COMPREPLY[0]-}" in *[=.]) compopt -o nospace 2>/dev/null ;; esac
 }
 complete -o default -F _petal petal
 )";
@@ -35,6 +42,7 @@ std::string assignment(const std::string& patterns, const std::string& words) {
 /// What an option's value can be.
 std::string values(const CommandText& command) {
     std::string cases;
+    std::string settings;
     for (const OptionText& option : command.options) {
         if (!option.value.empty()) {
             std::vector<std::string> patterns;
@@ -44,10 +52,19 @@ std::string values(const CommandText& command) {
             if (patterns.empty()) { // the command's argument, right behind it
                 patterns.push_back("'" + command.name + ":" + command.name + "'");
             }
-            cases += "    " + assignment(joined(patterns, "|"), joined(choices(option), " "));
+            std::vector<std::string> words = choices(option);
+            if (setsFormatOption(option)) {
+                words.clear();
+                for (const FormatOption& known : formatOptions()) {
+                    words.push_back(known.name + (known.name.ends_with('.') ? "" : "="));
+                    settings +=
+                        "    " + assignment("'" + command.name + ":" + known.name + "='", joined(known.values, " "));
+                }
+            }
+            cases += "    " + assignment(joined(patterns, "|"), joined(words, " "));
         }
     }
-    return cases;
+    return cases + settings;
 }
 
 std::string names(const CommandText& command) {

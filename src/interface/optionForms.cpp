@@ -1,10 +1,48 @@
 #include "interface/optionForms.h"
 
+#include "export/exporters.h"
+
+#include <algorithm>
 #include <sstream>
 
 namespace petal {
 
+std::vector<FormatOption> formatOptions() {
+    std::vector<FormatOption> options;
+    for (const exporter::Exporter& exporter : exporter::exporters()) {
+        for (const exporter::Option& option : exporter.options) {
+            const std::string name(option.isFamily() ? option.name.substr(0, option.name.rfind('.') + 1) : option.name);
+            auto known = std::ranges::find(options, name, &FormatOption::name);
+            if (known == options.end()) {
+                known = options.insert(options.end(), FormatOption{name, {}});
+            }
+            for (const std::string_view value : exporter::valuesOf(option)) {
+                if (!option.isFamily() && std::ranges::find(known->values, value) == known->values.end()) {
+                    known->values.emplace_back(value);
+                }
+            }
+        }
+    }
+    return options;
+}
+
+bool setsFormatOption(const OptionText& option) {
+    return option.names == std::vector<std::string>{"-O"};
+}
+
 std::vector<std::string> choices(const OptionText& option) {
+    if (setsFormatOption(option)) {
+        std::vector<std::string> settings;
+        for (const FormatOption& known : formatOptions()) {
+            for (const std::string& value : known.values) {
+                settings.push_back(known.name + "=" + value);
+            }
+            if (known.values.empty()) {
+                settings.push_back(known.name + (known.name.ends_with('.') ? "" : "="));
+            }
+        }
+        return settings;
+    }
     std::vector<std::string> words;
     std::istringstream value(option.value);
     for (std::string word; std::getline(value, word, '|');) {

@@ -69,8 +69,10 @@ TEST_F(CommandLine, OffersInBashWhatFits) {
         offer() { COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _petal; echo "${COMPREPLY[*]}"; }
         offer petal me; offer petal rep; offer petal report m; offer petal import --fail-on enc
         offer petal import --ledger-detail ''; offer petal import --ledger-d
-        offer petal import --files-from x; offer petal formats t)");
-    EXPECT_EQ(run("bash script").output, "\nreport\nmerge\nencoding\nnamed all\n--ledger-detail\n\ntree\n");
+        offer petal import --files-from x; offer petal formats t
+        offer petal import -O plac; offer petal import -O places =; offer petal import -O places = t)");
+    EXPECT_EQ(run("bash script").output, "\nreport\nmerge\nencoding\nnamed all\n--ledger-detail\n\ntree\n"
+                                         "places=\ntrue false\ntrue\n");
 }
 
 TEST_F(CommandLine, EveryExitStatusIsDocumented) {
