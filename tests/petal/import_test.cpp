@@ -221,6 +221,17 @@ TEST_F(RealBridge, OneImportWritesSeveralForms) {
     EXPECT_TRUE(has(run("$petal import m.mdl -o m.json -o m.txt -O plac=true").errors, "there is no option 'plac'"));
 }
 
+TEST_F(RealBridge, TellsWhatAFormatLeavesOut) {
+    const std::string told = "petal: tree: left out: 2 descriptions\n";
+    EXPECT_EQ(run("$petal import m.mdl -f tree >out").errors.find(told), 0U);
+    EXPECT_EQ(run("$petal import m.mdl -f tree -q >out").errors, "");
+    EXPECT_EQ(run("$petal import m.mdl -f tree -q --fail-on omission >out").status, 3);
+    EXPECT_EQ(run("$petal import m.mdl -q --fail-on omission >out").status, 0);
+    const Ended several = run("cp m.mdl n.mdl; $petal import m.mdl n.mdl -f tree -o out/ --report - | grep omitted");
+    EXPECT_TRUE(has(several.errors, "petal: tree: left out: 4 descriptions\n"));
+    EXPECT_TRUE(has(several.output, "\"omitted\": 2") && has(several.output, "\"omitted\": 4")) << several.output;
+}
+
 TEST_F(RealBridge, FormatsAreListedWithTheirOptions) {
     const std::string table = "\n" + run("$petal formats").output;
     rapidjson::Document listed;

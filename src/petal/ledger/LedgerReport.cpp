@@ -70,7 +70,7 @@ constexpr std::array conditions{
               [](const ledger::Ledger* ledger, const OtherCounts&) -> std::uint64_t { return ledger->badByteCount; },
               "byte sequences that the encoding does not have", ledgerAdvice},
     Condition{"omission", false, [](const ledger::Ledger*, const OtherCounts& others) { return others.omissions; },
-              "parts of the model that the output has no place for", "The output lists them."},
+              "parts of the model that the output has no place for", "The format json leaves nothing out."},
 };
 
 bool isAsked(const ImportRequest& request, const Condition& condition) {
