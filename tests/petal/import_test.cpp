@@ -227,7 +227,7 @@ TEST_F(RealBridge, TellsWhatAFormatLeavesOut) {
     EXPECT_EQ(run("$petal import m.mdl -f tree -q >out").errors, "");
     EXPECT_EQ(run("$petal import m.mdl -f tree -q --fail-on omission >out").status, 3);
     EXPECT_EQ(run("$petal import m.mdl -q --fail-on omission >out").status, 0);
-    const Ended several = run("cp m.mdl n.mdl; $petal import m.mdl n.mdl -f tree -o out/ --report - | grep omitted");
+    const Ended several = run("cp m.mdl n.mdl; $petal import m.mdl n.mdl -f tree -o both/ --report - | grep omitted");
     EXPECT_TRUE(has(several.errors, "petal: tree: left out: 4 descriptions\n"));
     EXPECT_TRUE(has(several.output, "\"omitted\": 2") && has(several.output, "\"omitted\": 4")) << several.output;
 }
