@@ -42,7 +42,6 @@ constexpr auto reasonRows = std::to_array<ReasonRow>({
     {KelImportReason::noOwner, &reasons::refusedByOwner},
     {KelImportReason::noClass, &reasons::inNoClass},
     {KelImportReason::noAssociation, &reasons::inNoAssociation},
-    {KelImportReason::noOperation, &reasons::inNoOperation},
     {KelImportReason::noDiagram, &reasons::within},
     {KelImportReason::nothingActive, &reasons::nothingActive},
     {KelImportReason::nameTaken, &reasons::duplicate},

@@ -33,7 +33,6 @@ inline constexpr Reason nothingActive{dropped, loss,
 inline constexpr Reason refusedByOwner{dropped, loss, "its package refused it"};
 inline constexpr Reason takesNoArguments{dropped, loss, "only template classes have arguments"};
 inline constexpr Reason inNoAssociation{dropped, loss, "it is not within an association"};
-inline constexpr Reason inNoOperation{dropped, loss, "it is not within an operation"};
 inline constexpr Reason withAssociation{dropped, loss, "it belongs to an association that is not imported"};
 inline constexpr Reason valueUnknown{dropped, loss, "its value is none of those that the import knows"};
 inline constexpr Reason packageClosed{dropped, loss, "the import closed its package before it"};

@@ -27,7 +27,7 @@ public:
 private:
     /// The reasons after `none` in their order.
     static constexpr std::string_view reasonNames =
-        "beforeLogicalView noPackage inMechanism inUseCaseView noOwner noClass noAssociation noOperation "
+        "beforeLogicalView noPackage inMechanism inUseCaseView noOwner noClass noAssociation "
         "noDiagram nothingActive nameTaken takesNoArguments drawnAlready endNotDrawn nothingToShow tooFewEnds "
         "endWithoutClass literalsUnusable definedTwice textAdded takenAsTrue valueUnknown wholeOnly "
         "attachedToDiagram shadow attachedToNothing placeholder becameEnumeration nameCleared onlyNamed "

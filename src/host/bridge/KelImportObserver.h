@@ -28,7 +28,6 @@ enum class KelImportReason : std::uint8_t {
     noOwner,          ///< the package has the object already, or another package has
     noClass,          ///< no class is current
     noAssociation,    ///< no association is current
-    noOperation,      ///< no operation is current
     noDiagram,        ///< no class diagram is current
     nothingActive,    ///< no object is current that has such a property
     nameTaken,        ///< the class has an attribute of that name; `other` is that one
