@@ -62,16 +62,17 @@ KelString encodingOption(const KelOptionList& options) {
     }
 }
 
-constexpr std::size_t headerLength = 20;
+using Header = std::array<char, 20 + 1>; // with its NUL; the text ends at a NUL in the file as well
 
 /// Reads the header, or as much of it as the file has. Repeats interrupted reads.
-void readHeader(char* header) {
+Header readHeader() {
+    Header header{};
     std::size_t read = 0;
     do {
         std::clearerr(rose::state.theFile);
-        errno = 0;
-        read += std::fread(header + read, 1, headerLength - read, rose::state.theFile);
+        read += std::fread(header.data() + read, 1, header.size() - 1 - read, rose::state.theFile);
     } while (std::ferror(rose::state.theFile) != 0 && errno == EINTR);
+    return header;
 }
 
 /// Opens the model file into `theFile` and reads its first 20 bytes, which must contain "(object Petal". The scan
@@ -81,9 +82,7 @@ void openModelFile(const KelString& localPath) {
     if (rose::state.theFile == nullptr) {
         QEV_RRSE::ROS_I_UNABLE_TO_OPEN_INPUT_FILE.throwException(localPath);
     }
-    std::array<char, headerLength + 1> header{}; // with its NUL; the text ends at a NUL in the file as well
-    readHeader(header.data());
-    if (std::strstr(header.data(), "(object Petal") == nullptr) {
+    if (std::strstr(readHeader().data(), "(object Petal") == nullptr) {
         QEV_RRSE::ROS_I_BAD_INPUT_FILE_FORMAT.throwException();
     }
 }

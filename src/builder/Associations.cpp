@@ -42,13 +42,6 @@ void mark(KelAssociationRole& role, const KelAssociation& association) {
     std::erase_if(marked, [](const KelAssociationRole* other) { return !other->isAggregate; });
 }
 
-void forget(const KelAssociationRole& deleted) noexcept {
-    const auto own = markedRoles.find(deleted.getAssociation());
-    if (own != markedRoles.end()) {
-        std::erase(own.value(), &deleted);
-    }
-}
-
 void forget(const KelAssociation& deleted) noexcept {
     markedRoles.erase(&deleted);
 }
@@ -66,12 +59,12 @@ struct MultiplicityRow {
     const char* multiplicity;
 };
 
-constexpr std::array<MultiplicityRow, 4> multiplicities{{
+constexpr auto multiplicities = std::to_array<MultiplicityRow>({
     {"0..n", "0..*"},
     {"1..n", "1..*"},
     {"1..1", "1"},
     {"0..0", "0"},
-}};
+});
 
 const char* multiplicityOf(const char* cardinality) {
     const auto* row = std::find_if(multiplicities.begin(), multiplicities.end(),

@@ -29,12 +29,11 @@ inline constexpr std::string_view unnamedMark = "$UNNAMED$";
 }
 
 /// The roles marked as aggregates, by association, so that marking another one does not search all roles. A role joins
-/// its association when it is made and never moves, and nothing else marks roles.
+/// its association when it is made, never moves and is deleted with it, and nothing else marks roles.
 namespace AggregateRoles {
 
 /// Marks the role, and removes the mark from every other role of the association, which need not be the role's own.
 void mark(KelAssociationRole& role, const KelAssociation& association);
-void forget(const KelAssociationRole& deleted) noexcept;
 void forget(const KelAssociation& deleted) noexcept;
 void clear() noexcept;
 

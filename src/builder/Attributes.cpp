@@ -17,7 +17,6 @@ namespace rose {
 
 KelAttribute* placeAttribute(KelAttribute& attribute, KelClass& owner) {
     if (owner.addAttribute(&attribute)) {
-        forgetUnattached(attribute);
         attribute.position = static_cast<std::int16_t>(owner.getAttributeCount() - 1);
         return &attribute;
     }

@@ -50,9 +50,6 @@ void ImportWatch::deleting(KelObject& object) noexcept {
     forgetIn(object, package, logicalView, diagram, aClass, attribute, shadow, operation, kept, argument, type,
              association, role, candidateKey, foreignKey, generalization, realization, dependency, active);
     forgetUnattached(object);
-    if (object.elementType == KelElementType::associationRole) {
-        AggregateRoles::forget(static_cast<KelAssociationRole&>(object));
-    }
     if (!object.isInstanceOf(KelElementType::modelElement)) {
         return;
     }

@@ -94,19 +94,6 @@ KelClass* createWaitingClass(const char* name) {
     return waiting;
 }
 
-namespace {
-
-/// Puts the class into the current package unless it is in one already.
-bool placeClass(KelClass& placed) {
-    if (!place(*state.aPackage, placed)) {
-        return false;
-    }
-    PackageClasses::add(placed);
-    return true;
-}
-
-} // namespace
-
 void CreateClass(char* name, KelClassCategoryType category) {
     report(QEV_RRSE::ROS_I_CREATING_CLASS, name);
     state.InQualifier = false;
@@ -116,8 +103,7 @@ void CreateClass(char* name, KelClassCategoryType category) {
 
     const char* simpleName = stripDoubleColon(name);
     state.aClass = findAClass(simpleName, 1);
-    if (state.aClass != nullptr && state.aClass->getDesignPackage() != nullptr) {
-        placeClass(*state.aClass); // a class defined twice stays where it was defined first
+    if (state.aClass != nullptr && state.aClass->getDesignPackage() != nullptr) { // stays where it was defined first
         trace::changed(*state.aClass, nullptr, KelImportReason::definedTwice);
     } else {
         // Its own from here on: found waiting, it has just left the list.
@@ -127,7 +113,8 @@ void CreateClass(char* name, KelClassCategoryType category) {
             made->setName(simpleName);
         }
         made->categoryType = category;
-        state.aClass = attach(std::move(made), [](KelClass* placed) { return placeClass(*placed); });
+        state.aClass = attach(std::move(made), [](KelClass* placed) { return place(*state.aPackage, *placed); });
+        PackageClasses::add(*state.aClass);
     }
     state.aAssociation = nullptr;
     state.activeObject = state.aClass;

@@ -21,11 +21,11 @@ struct ConcurrencyRow {
     int onClass;
 };
 
-constexpr std::array<ConcurrencyRow, 3> concurrencyCodes{{
+constexpr auto concurrencyCodes = std::to_array<ConcurrencyRow>({
     {"Sequential", 0, 3},
     {"Seqtial", 3, 0},
     {"Guarded", 1, 1},
-}};
+});
 constexpr ConcurrencyRow anyOtherText{"", 3, 3};
 
 const ConcurrencyRow& concurrencyOf(std::string_view text) {

@@ -21,15 +21,11 @@ RelationshipIndex<KelRealization> realizations;
 RelationshipIndex<KelDependency> dependencies;
 
 void unbind(KelRealization& realization) noexcept {
-    if (realization.getRealizationClass() != nullptr && realization.getSpecificationClass() != nullptr) {
-        realizations.remove(*realization.getRealizationClass(), *realization.getSpecificationClass(), realization);
-    }
+    realizations.remove(realization.getRealizationClass(), realization.getSpecificationClass(), realization);
 }
 
 void unbind(KelDependency& dependency) noexcept {
-    if (dependency.getClientClass() != nullptr && dependency.getSupplierClass() != nullptr) {
-        dependencies.remove(*dependency.getClientClass(), *dependency.getSupplierClass(), dependency);
-    }
+    dependencies.remove(dependency.getClientClass(), dependency.getSupplierClass(), dependency);
 }
 
 /// Removes the generalization from all pairs of these ends.
@@ -37,7 +33,7 @@ template <class Subtypes, class Supertypes>
 void unbind(KelGeneralization& generalization, const Subtypes& subtypes, const Supertypes& supertypes) noexcept {
     for (const KelClass* subtype : subtypes) {
         for (const KelClass* supertype : supertypes) {
-            generalizations.remove(*subtype, *supertype, generalization);
+            generalizations.remove(subtype, supertype, generalization);
         }
     }
 }

@@ -24,7 +24,7 @@ KelType* findType(const KelString& name) {
 
 namespace {
 
-/// The model's type of that name; a new derived, user-defined one if there is none.
+/// The model's type of that name; a new derived one if there is none. The conversion after the scan replaces it.
 KelType* findOrCreateType(const char* name) {
     const KelString wanted(name);
     if (KelType* found = findType(wanted); found != nullptr) {
@@ -32,7 +32,6 @@ KelType* findOrCreateType(const char* name) {
     }
     auto made = std::make_unique<KelDerivedType>();
     made->setName(wanted);
-    made->userDefined = true;
     return attach(std::move(made), [](KelDerivedType* type) { return state.aModel->addType(type); });
 }
 
@@ -115,7 +114,6 @@ void CreateEnumType(char* text) {
     }
     std::unique_ptr<KelDerivedType> made;
     KelDerivedType* type = typeToEnumerate(state.aClass->getName(), made);
-    type->userDefined = true;
     addLiterals(*type, whole.substr(brace + 1));
     if (made != nullptr) {
         attach(std::move(made), [](KelDerivedType* added) { return state.aModel->addType(added); });

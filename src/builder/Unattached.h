@@ -10,7 +10,7 @@ namespace rose {
 /// Owns an object that nothing has accepted, until it finds an owner or is deleted.
 void keepUnattached(std::unique_ptr<KelObject> object);
 
-/// Gives up an object that has an owner now or is being deleted.
+/// Gives up an object that is being deleted.
 void forgetUnattached(const KelObject& object) noexcept;
 
 /// Deletes the objects that still have no owner, and forgets the others.

@@ -96,11 +96,11 @@ struct PendingText {
 };
 
 /// The first one whose flag is set is filled.
-constexpr std::array<PendingText, 3> pendingTexts{{
+constexpr auto pendingTexts = std::to_array<PendingText>({
     {44, &BuilderState::pre, &KelOperation::precondition},
     {43, &BuilderState::post, &KelOperation::postcondition},
     {45, &BuilderState::sem, &KelOperation::semantics},
-}};
+});
 
 } // namespace
 

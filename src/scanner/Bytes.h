@@ -18,7 +18,7 @@ inline std::uint64_t load64(const char* text) {
 }
 
 /// Bytes as `load64` returns them, from byte number `shift`. PRECONDITION: they end within eight bytes.
-constexpr std::uint64_t packed(std::string_view bytes, std::size_t shift = 0) {
+constexpr std::uint64_t packed(std::string_view bytes, std::size_t shift) {
     std::uint64_t word = 0;
     for (const char byte : bytes) {
         word |= std::uint64_t{static_cast<unsigned char>(byte)} << (8 * shift++);
@@ -27,7 +27,7 @@ constexpr std::uint64_t packed(std::string_view bytes, std::size_t shift = 0) {
 }
 
 /// All bits of `count` bytes from the byte numbered `shift` on.
-constexpr std::uint64_t packedMask(std::size_t count, std::size_t shift = 0) {
+constexpr std::uint64_t packedMask(std::size_t count, std::size_t shift) {
     return count == 0 ? 0 : ~std::uint64_t{0} >> (64 - 8 * count) << (8 * shift);
 }
 

@@ -36,7 +36,7 @@ HWY_INLINE const char* runTailEnd(const TailRun& run, const char* text, const Wi
     const std::uint64_t blanks = bitsOfBytes<atFirst>(text, ' ', run.otherBlank);
     const std::uint64_t stops = bitsOfBytes<atFirst>(text, '"', '\n', run.otherStop);
     if ((blanks & 1U) == 0 && run.needsBlank) {
-        return text < window.limit ? nullptr : unfinished(window);
+        return nullptr; // the byte after a keyword is always there, unless the input ends
     }
     const auto blankCount = static_cast<std::size_t>(std::countr_one(blanks));
     if (blankCount < atFirst) {
@@ -67,7 +67,7 @@ HWY_NOINLINE inline const char* viewTailEnd(const char* text, const Window& wind
     if (nameStart == kindEnd + 1) {
         return nameStart < window.limit ? nullptr : unfinished(window);
     }
-    const char* const nameEnd = firstOf(nameStart + (*nameStart == '"' ? 1 : 0), window.limit, '"');
+    const char* const nameEnd = firstOf(nameStart + 1, window.limit, '"');
     return nameEnd < window.limit ? firstOf(nameEnd + 1, window.limit, '\n') : nameEnd;
 }
 

@@ -125,7 +125,6 @@ std::ptrdiff_t InputLayer::unget(char character) {
 void InputLayer::TESTING_ONLY_rebuild(const TestSettings& settings) {
     std::free(buffer_);
     buffer_ = text_ = nullptr;
-    capacity_ = 0;
     settings_ = settings;
     startOver();
 }
@@ -202,7 +201,6 @@ std::size_t InputLayer::nextReadSize() {
 /// One read of at most `size` bytes; 0 at the end of the stream. Interrupted reads are made again.
 std::size_t InputLayer::read(char* target, std::size_t size) {
     for (;;) {
-        errno = 0;
         const std::size_t count = std::fread(target, 1, size, yyin);
         if (std::ferror(yyin) == 0) {
             return count;

@@ -11,10 +11,12 @@
 #include "host/types/buildTypePhysicalName.h"
 #include "types/setRoseTypes.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <cstdlib>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <tsl/robin_map.h>
 
@@ -25,41 +27,35 @@ namespace {
 /// A C++ spelling and its meaning. A spelling is looked up by the first row whose key it begins with, so a row after a
 /// shorter key that it begins with is never reached.
 struct RoseTypeRow {
-    const char* key;
+    std::string_view key;
     const char* value;
 };
 
-/// From a C++ spelling to the name of its logical base type; ended by a row of null texts.
-constexpr std::array<RoseTypeRow, 20> RosePhysicalToLogical{{
+/// From a C++ spelling to the name of its logical base type.
+constexpr auto RosePhysicalToLogical = std::to_array<RoseTypeRow>({
     {"int", "int"},           {"signed", "int"},      {"long double", "number"}, {"boolean", "SQL_BOOLEAN"},
     {"unsigned int", "int"},  {"signed int", "int"},  {"char", "char"},          {"signed char", "char"},
     {"unsigned char", "int"}, {"short", "int"},       {"signed short", "int"},   {"unsigned short", "int"},
     {"long", "int"},          {"signed long", "int"}, {"unsigned long", "int"},  {"float", "number"},
-    {"double", "number"},     {"register", "binary"}, {"void", "binary"},        {nullptr, nullptr},
-}};
+    {"double", "number"},     {"register", "binary"}, {"void", "binary"},
+});
 
-/// From a C++ spelling to its SQL data type; ended by a row whose key is "undefined".
-constexpr std::array<RoseTypeRow, 20> RosePhysicalToPhysical{{
+/// From a C++ spelling to its SQL data type.
+constexpr auto RosePhysicalToPhysical = std::to_array<RoseTypeRow>({
     {"int", "SQL_INTEGER"},     {"long double", "SQL_NUMERIC"},   {"signed", "SQL_INTEGER"},
     {"boolean", "SQL_BOOLEAN"}, {"unsigned int", "SQL_INTEGER"},  {"signed int", "SQL_INTEGER"},
     {"char", "SQL_CHAR"},       {"signed char", "SQL_CHAR"},      {"unsigned char", "SQL_TINYINT"},
     {"short", "SQL_SMALLINT"},  {"signed short", "SQL_SMALLINT"}, {"unsigned short", "SQL_INTEGER"},
     {"long", "SQL_INTEGER"},    {"signed long", "SQL_INTEGER"},   {"unsigned long", "SQL_INTEGER"},
     {"float", "SQL_REAL"},      {"double", "SQL_DOUBLE"},         {"register", "SQL_VARBINARY"},
-    {"void", "SQL_VARBINARY"},  {"undefined", "undefined"},
-}};
+    {"void", "SQL_VARBINARY"},
+});
 
-/// The value of the first row before the end of the table whose key is a prefix of the spelling, or null.
-const char* findRoseType(const std::array<RoseTypeRow, 20>& table, std::string_view spelling) {
-    for (const RoseTypeRow& row : table) {
-        if (row.key == nullptr || std::string_view(row.key) == "undefined") {
-            break;
-        }
-        if (spelling.starts_with(row.key[0]) && spelling.starts_with(row.key)) {
-            return row.value;
-        }
-    }
-    return nullptr;
+/// The value of the first row whose key is a prefix of the spelling, or null.
+const char* findRoseType(std::span<const RoseTypeRow> table, std::string_view spelling) {
+    const auto row = std::find_if(table.begin(), table.end(),
+                                  [spelling](const RoseTypeRow& at) { return spelling.starts_with(at.key); });
+    return row != table.end() ? row->value : nullptr;
 }
 
 /// The number directly after the first "[", or 0.
@@ -111,10 +107,6 @@ struct KeyHash {
 tsl::robin_map<Key, KelDerivedType*, KeyHash> types; // the texts of a key are the type's own
 
 } // namespace
-
-Scope::Scope() noexcept {
-    types.clear();
-}
 
 Scope::~Scope() {
     types.clear();
@@ -224,7 +216,6 @@ void moveAttributes(KelModel& conversion, const CPlusPlusSpelling& spelling, Kel
 } // namespace
 
 KelConcreteType* convertCPLUSPLUStype(KelModel* conversion, KelDerivedType* declared) {
-    conversion->addType(declared);
     const CPlusPlusSpelling spelling = readSpelling(declared->getName());
     KelDerivedType* result = findOrMakeResult(*conversion, spelling, *declared);
     moveTypeValues(*declared, *result);

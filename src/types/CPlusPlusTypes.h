@@ -9,8 +9,7 @@ class KelModel;
 namespace rose {
 
 /// The type of the conversion model that replaces the declared type, whose values and referenced attributes move there;
-/// attributes held by reference may move to another new type. The declared type joins the conversion model, which owns
-/// it.
+/// attributes held by reference may move to another new type. The caller keeps the declared type.
 KelConcreteType* convertCPLUSPLUStype(KelModel* conversion, KelDerivedType* declared);
 
 /// The properties of the type to make for a C++ spelling such as char[20].
@@ -30,10 +29,10 @@ struct CPlusPlusSpelling {
 /// therefore the first match there. Base types and declared types are never a match and are not registered.
 namespace ConvertedTypes {
 
-/// The life of one conversion; the types are forgotten at its beginning and end.
+/// The life of one conversion; the types are forgotten at its end.
 class Scope {
 public:
-    Scope() noexcept;
+    Scope() = default;
     Scope(const Scope&) = delete;
     Scope& operator=(const Scope&) = delete;
     ~Scope();

@@ -24,7 +24,7 @@ struct OracleRow {
     const char* dataType;
 };
 
-constexpr std::array<OracleRow, 17> oracleTypes{{
+constexpr auto oracleTypes = std::to_array<OracleRow>({
     {"INTEGER", "SQL_INTEGER"},
     {"SMALLINT", "SQL_SMALLINT"},
     {"FLOAT", "SQL_REAL"},
@@ -42,7 +42,7 @@ constexpr std::array<OracleRow, 17> oracleTypes{{
     {"RAW MLSLABEL", "SQL_VARCHAR"},
     {"RAW", "SQL_BINARY"},
     {"MLSLABEL", "SQL_VARCHAR"},
-}};
+});
 
 int numberIn(const char* text) {
     return static_cast<int>(std::strtol(text, nullptr, 10));
@@ -83,11 +83,6 @@ const char* convertDataTypeOracleToKel(const char* oracleName) {
 }
 
 const char* retrieveDataTypeInfo(const char* text, int& length, int& scale) {
-    length = 0;
-    scale = 0;
-    if (text == nullptr) {
-        return "undefined";
-    }
     std::string parts(text); // cut into C strings below
     const char* lengthText = "";
     const char* scaleText = "";

@@ -10,7 +10,7 @@ namespace rose {
 [[nodiscard]] const char* convertDataTypeOracleToKel(const char* oracleName);
 
 /// Takes a declared text such as NUMBER(10,2) apart. Returns the SQL data type of its type name, and sets the length
-/// and the scale, 0 where the text gives none. A null text is "undefined".
+/// and the scale, 0 where the text gives none.
 [[nodiscard]] const char* retrieveDataTypeInfo(const char* text, int& length, int& scale);
 
 /// The type of the conversion model that replaces the declared type, whose referenced attributes move there. The caller

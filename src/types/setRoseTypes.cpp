@@ -36,12 +36,12 @@ struct BaseRow {
     KelBaseType** base;
 };
 
-constexpr std::array<BaseRow, 4> bases{{
+constexpr auto bases = std::to_array<BaseRow>({
     {"undefined", &undefined},
     {"char", &charBase},
     {"int", &intBase},
     {"number", &numberBase},
-}};
+});
 
 } // namespace
 
@@ -117,16 +117,12 @@ void moveOperations(KelType& from, KelType& to) {
     }
 }
 
-/// Replaces one declared type. Its converter may move it into the conversion model; otherwise it is deleted here. A
-/// type in the conversion model that nothing refers to is deleted too, as nothing can refer to it from now on.
-void convert(KelModel& conversion, std::unique_ptr<KelDerivedType> declared, Converter converter) {
-    KelType* converted = converter(&conversion, declared.get());
-    trace::replaced(*declared, KelImportReason::typeConverted, *converted);
-    moveArguments(*declared, *converted);
-    moveOperations(*declared, *converted);
-    if (declared->getModel() == &conversion && declared->isReferenced()) {
-        static_cast<void>(declared.release());
-    }
+/// Moves everything that refers to the declared type to the one that replaces it.
+void convert(KelModel& conversion, KelDerivedType& declared, Converter converter) {
+    KelType* converted = converter(&conversion, &declared);
+    trace::replaced(declared, KelImportReason::typeConverted, *converted);
+    moveArguments(declared, *converted);
+    moveOperations(declared, *converted);
 }
 
 } // namespace
@@ -137,8 +133,8 @@ void setRoseTypes(KelModel* model) {
     makeBases(conversion);
     const Converter converter = chosenConverter();
     while (KelType* declared = model->types().first()) {
-        model->removeType(0);
-        convert(conversion, std::unique_ptr<KelDerivedType>(static_cast<KelDerivedType*>(declared)), converter);
+        convert(conversion, static_cast<KelDerivedType&>(*declared), converter);
+        delete declared;
     }
     while (KelType* converted = conversion.types().first()) {
         conversion.removeType(converted);

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <memory>
 #include <random>
 #include <vector>
 
@@ -42,8 +43,8 @@ KelBaseType* addBase(KelModel& conversion, const char* name, const char* dataTyp
 }
 
 /// One declared type with up to three attributes of one class, some of them held by reference.
-KelDerivedType* declare(std::mt19937& random, KelClass& owner, std::vector<KelAttribute*>& attributes) {
-    auto* declared = new KelDerivedType();
+std::unique_ptr<KelDerivedType> declare(std::mt19937& random, KelClass& owner, std::vector<KelAttribute*>& attributes) {
+    auto declared = std::make_unique<KelDerivedType>();
     declared->setName(texts[random() % texts.size()]);
     for (unsigned int left = random() % 4; left > 0; --left) {
         auto* attribute = new KelAttribute();
@@ -69,7 +70,7 @@ TEST(ConvertedTypesTwin, ResultsAreThoseThatAWalkFinds) {
         binBase = addBase(conversion, "binary", "SQL_BINARY");
         for (int type = 0; type < 40; ++type) {
             std::vector<KelAttribute*> attributes;
-            KelDerivedType* declared = declare(random, owner, attributes);
+            const std::unique_ptr<KelDerivedType> declared = declare(random, owner, attributes);
             const CPlusPlusSpelling read = readSpelling(declared->getName());
             SCOPED_TRACE(read.text.text());
             const bool mayReuse = read.text.view().starts_with(read.logicalName.view());
@@ -77,10 +78,10 @@ TEST(ConvertedTypesTwin, ResultsAreThoseThatAWalkFinds) {
             const KelType* shared = walk(conversion, "SQL_BINARY", read.logicalName, read.length);
             const int before = conversion.types().count();
 
-            const KelType* result = convertCPLUSPLUStype(&conversion, declared);
+            const KelType* result = convertCPLUSPLUStype(&conversion, declared.get());
             EXPECT_TRUE(expected == nullptr || result == expected);
             EXPECT_EQ(result->getName(), read.text);
-            int made = 1 + static_cast<int>(expected == nullptr); // the declared type among them
+            int made = static_cast<int>(expected == nullptr);
             for (const KelAttribute* attribute : attributes) {
                 if (attribute->containment != 1 || read.sqlType == "SQL_BINARY") {
                     EXPECT_EQ(attribute->getType(), result);

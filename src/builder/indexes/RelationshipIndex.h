@@ -33,9 +33,9 @@ public:
         }
     }
 
-    /// Removes the relationship from the two. Does nothing if it is not between them.
-    void remove(const KelClass& client, const KelClass& supplier, Relationship& relationship) noexcept {
-        const auto found = pairs_.find(Ends(&client, &supplier));
+    /// Removes the relationship from the two. Does nothing if it is not between them; either may be null.
+    void remove(const KelClass* client, const KelClass* supplier, Relationship& relationship) noexcept {
+        const auto found = pairs_.find(Ends(client, supplier));
         const auto known = orders_.find(&relationship);
         if (found == pairs_.end() || known == orders_.end()) {
             return;

@@ -51,19 +51,10 @@ void add(KelLinkTree& list, const KelModelElement& element) {
 }
 
 void add(KelNameLinkTree& list, const KelModelElement& element) {
+    add(static_cast<KelLinkTree&>(list), element);
     const std::size_t hash = KelTextHash()(element.getName().view());
-    const auto [first, isNew] = firstNodes.try_emplace(hash, nullptr);
-    try {
-        add(static_cast<KelLinkTree&>(list), element);
-    } catch (...) {
-        if (isNew) {
-            firstNodes.erase(first);
-        }
-        throw;
-    }
-    if (isNew) {
-        first.value() = nodes.find(&element)->second;
-    } else {
+    const auto [first, isNew] = firstNodes.try_emplace(hash, nodes.find(&element)->second);
+    if (!isNew) {
         const bool isNamesake = nameOf(first->second) == element.getName();
         (isNamesake ? hasNamesakes : namesShareHash) = true;
     }
