@@ -56,15 +56,20 @@ TEST(Building, IsLoggedUnderTheNamesOfTheFile) {
     (object ClassAttribute "x"
     (object Operation "f"
         result "U"
+ (object Association "a"
+  (object Role "r" supplier "A"
+  (object Role "s" supplier "A"
+    AssociationClass "Logical View::X"
 (object ClassDiagram "D"
 )");
-    const std::vector<std::string> lines(imported.log.lines.begin(), imported.log.lines.begin() + 6);
+    const std::vector<std::string> lines(imported.log.lines.begin(), imported.log.lines.begin() + 7);
     EXPECT_EQ(lines, (std::vector<std::string>{
                          "QEV_RRSE_S0013 Creating Package Logical View...",
                          "QEV_RRSE_D0016 Creating class Logical View::A...",
                          "QEV_RRSE_D0017 Creating attribute x...",
                          "QEV_RRSE_D0018 Connecting Type Logical View::T...",
                          "QEV_RRSE_D0017 Creating attribute x...",
+                         "QEV_RRSE_D0015 Creating association class X...",
                          "QEV_RRSE_S0014 Creating Class Diagram D...",
                      }));
 }

@@ -288,7 +288,9 @@ TEST(Twin, LookupsFindWhatALinearSearchFinds) {
     }
 }
 
-TEST(RelationshipViews, MakeTheNewestCurrentEvenWhereADeletedOneWas) {
+template <class Relationship>
+void showWhereADeletedOneWas(void (*create)(), void (*bind)(Relationship&, KelClass&), void (*show)(int),
+                             Relationship* CurrentObjects::*current) {
     MidImport building(1);
     state.aPackage = building.designPackages.front();
     state.aDiagram = building.diagrams.front();
@@ -300,19 +302,27 @@ TEST(RelationshipViews, MakeTheNewestCurrentEvenWhereADeletedOneWas) {
         draw(*state.aDiagram, *state.aClass);
         setViewNumber(*state.aClass, end + 1);
     }
-    const auto realize = [&] {
+    const auto relate = [&] {
         state.aClass = ends[0];
-        CreateRealization();
-        bindSpecification(*state.aRealization, *ends[1]);
-        return state.aRealization;
+        create();
+        bind(*(state.*current), *ends[1]);
+        return state.*current;
     };
-    const KelRealization* const first = realize();
-    realize();
+    const Relationship* const first = relate();
+    Relationship* const second = relate();
     delete first;
-    const KelRealization* const newest = realize(); // the allocator is likely to give it the address of the first
+    Relationship* const newest = relate(); // the allocator is likely to give it the address of the first
     state.client = 1;
-    addRealizationToDiagram(2);
-    EXPECT_EQ(state.aRealization, newest);
+    show(2);
+    EXPECT_EQ(state.*current, newest);
+    EXPECT_EQ(elementsOf(*state.aDiagram), (std::vector<KelModelElement*>{ends[0], ends[1], second, newest}));
+}
+
+TEST(RelationshipViews, ShowTheNewestLastEvenWhereADeletedOneWas) {
+    showWhereADeletedOneWas(CreateGeneralization, bindSupertype, addGeneralizationToDiagram, &CurrentObjects::aGeneral);
+    showWhereADeletedOneWas(CreateRealization, bindSpecification, addRealizationToDiagram,
+                            &CurrentObjects::aRealization);
+    showWhereADeletedOneWas(CreateDependency, rose::bindSupplier, addDependencyToDiagram, &CurrentObjects::aDependency);
 }
 
 TEST(ClassLookup, FindsClassesInPackagesFirstAndThenWaitingOnes) {

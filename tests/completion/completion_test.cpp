@@ -59,6 +59,22 @@ object ClassAttribute "k/-2147483648"
     EXPECT_NE(imported.tree().find("foreign key -> k of P"), std::string::npos) << imported.tree();
 }
 
+TEST(Validation, MakesAKeyForAnAggregationAsAUserWould) {
+    const ImportedModel imported = importLogicalView(R"(
+(object Class "Part")
+(object Class "Whole")
+(object Class "Third")
+object ClassAttribute "k"
+ (object Association "a")
+  (object Role "" supplier "Part")
+  (object Role "" supplier "Whole" keys (list (object ClassAttribute "k")
+  (object Role "" supplier "Third" is_aggregate TRUE
+)");
+    const std::string json = imported.json();
+    const std::size_t last = json.rfind(R"("kind": "candidate")"); // of the third class
+    EXPECT_NE(json.find(R"("userDefined": true)", last), std::string::npos) << json;
+}
+
 TEST(Validation, LooksForTheClassOfEachRoleUntilOneHasNone) {
     const ImportedModel imported = importLogicalView(R"(
 (object Class "A")

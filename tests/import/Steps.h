@@ -3,14 +3,15 @@
 #include "host/bridge/KelImportObserver.h"
 #include "host/model/KelMetaClass.h"
 #include "host/model/KelObject.h"
+#include "scanner/RuleTable.h"
 
 #include <algorithm>
 #include <set>
 #include <string>
 #include <string_view>
 
-/// Writes down the steps of the imports on its thread, a line each: the keyword with its value, the step, the reason if
-/// there is one, the objects.
+/// Writes down the steps of the imports on its thread, a line each: the keyword with its value, the one that announced
+/// it if that is another, the step, the reason if there is one, the objects.
 class Steps final : public KelImportObserver {
 public:
     /// `file` is what the import reads.
@@ -53,6 +54,10 @@ private:
              const KelObject* other = nullptr) {
         std::string keyword = by != nullptr ? std::string(file_.substr(by->begin, by->end - by->begin)) : "";
         keyword.resize(std::min(keyword.size(), keyword.find('\n')));
+        if (by != nullptr && by->rule != 0) {
+            const std::string announced(rose::patterns[static_cast<std::size_t>(by->rule) - 1].literal.first);
+            keyword += keyword.find(announced) == std::string::npos ? " of " + announced : "";
+        }
         const std::string line = keyword + (keyword.empty() ? "" : ": ") + step + nameOf(why) + textOf(object) +
                                  (other != nullptr ? "," : "") + textOf(other) + "\n";
         if (why == KelImportReason::attachedToNothing) {

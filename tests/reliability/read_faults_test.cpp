@@ -44,7 +44,7 @@ TEST_F(ReadFaultsTest, InterruptedReadsAreMadeAgain) {
     int read = 0;
     for (bool wasInterrupted = true; wasInterrupted; ++read) {
         for (const int times : {1, 3}) {
-            const FaultyFile file({.bytesPerRead = 97, .failingRead = read, .error = EINTR, .timesFailing = times});
+            const FaultyFile file({.bytesPerRead = 21, .failingRead = read, .error = EINTR, .timesFailing = times});
             expectWhole(ImportedModel::ofFile(path), "read " + std::to_string(read));
             wasInterrupted = FaultyFile::readsMade() > read;
         }

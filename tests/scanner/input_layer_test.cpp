@@ -118,6 +118,13 @@ void pushBackForever() {
     }
 }
 
+void readBeyondTheEnd() {
+    const InputText input("abc");
+    yyinput();
+    scannerInput.moveCursor(scannerInput.limit() + 1);
+    scannerInput.refill(scannerInput.limit());
+}
+
 using InputLayerDeath = testing::Test;
 
 TEST(InputLayerDeath, EndsTheProcessWithItsMessage) {
@@ -125,6 +132,7 @@ TEST(InputLayerDeath, EndsTheProcessWithItsMessage) {
     EXPECT_EXIT(readWithAllocations(0), exitsWithTwo, "^out of dynamic memory in yy_create_buffer\\(\\)\n$");
     EXPECT_EXIT(readWithAllocations(3), exitsWithTwo, "^fatal error - scanner input buffer overflow\n$");
     EXPECT_EXIT(pushBackForever(), exitsWithTwo, "^flex scanner push-back overflow\n$");
+    EXPECT_EXIT(readBeyondTheEnd(), exitsWithTwo, "^fatal flex scanner internal error--end of buffer missed\n$");
 }
 
 } // namespace

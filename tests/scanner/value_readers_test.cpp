@@ -82,6 +82,7 @@ const LinesRow linesRows[] = {
     {"\n\n|A", std::nullopt, "\n\n|A"},
     {"", std::nullopt, ""},
     {"\0|"s, std::nullopt, "\0|"s},
+    {"\n\0|"s, std::nullopt, "\n\0|"s},
     {"\n|" + longest + "\n.", longest, "\n."},
     {"\n|" + longest + "yz\n|z\n.", longest, "\n."},
     {"\n|" + longest.substr(1) + "\n|y\n.", longest.substr(1) + "\n", "\n."},
