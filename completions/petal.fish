@@ -39,7 +39,7 @@ complete -c petal -n '__fish_seen_subcommand_from units' -l json -d 'Print a JSO
 complete -c petal -n '__fish_seen_subcommand_from units' -l units -x -a 'require warn skip' -d 'Controlled units: warn of missing ones'
 complete -c petal -n '__fish_seen_subcommand_from units' -l path-map -x -d 'Folder that a path symbol in the names of units means'
 complete -c petal -n '__fish_seen_subcommand_from units' -l unit-dir -r -F -d 'Search this folder, with its subfolders, for units that are not at their place'
-complete -c petal -n '__fish_use_subcommand' -f -a report -d 'Make one report of several'
+complete -c petal -n '__fish_use_subcommand' -f -a report -d 'Merge several reports into one'
 complete -c petal -n '__fish_seen_subcommand_from report; and not __fish_seen_subcommand_from merge' -f -a merge
 complete -c petal -n '__fish_seen_subcommand_from report' -s h -l help -d 'Print this help message and exit'
 complete -c petal -n '__fish_seen_subcommand_from report' -s o -r -F -d 'Output file (default: standard output'
@@ -54,5 +54,5 @@ complete -c petal -n '__fish_use_subcommand' -f -a textconv -d 'Print the outlin
 complete -c petal -n '__fish_seen_subcommand_from textconv' -s h -l help -d 'Print this help message and exit'
 complete -c petal -n '__fish_use_subcommand' -f -a options -d 'Print the bridge\'s options, their values and defaults'
 complete -c petal -n '__fish_seen_subcommand_from options' -s h -l help -d 'Print this help message and exit'
-complete -c petal -n '__fish_use_subcommand' -f -a spec -d 'Print what the bridge says about itself'
+complete -c petal -n '__fish_use_subcommand' -f -a spec -d 'Print the bridge\'s description of itself'
 complete -c petal -n '__fish_seen_subcommand_from spec' -s h -l help -d 'Print this help message and exit'

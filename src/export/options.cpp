@@ -79,7 +79,7 @@ OptionValues::OptionValues(std::span<const Option> options, std::span<const std:
         }
         std::string value = setting.substr(equals + 1);
         if (!isAccepted(*option, value)) {
-            throw WrongOption("'" + setting + "' is none of " + form(*option));
+            throw WrongOption("'" + setting + "' is not one of " + form(*option));
         }
         values_[static_cast<std::size_t>(option - options.begin())].emplace_back(
             option->isFamily() ? name.substr(familyStart(*option).size()) : "", std::move(value));

@@ -21,11 +21,11 @@ enum class Command {
     textconv
 };
 
-/// How the controlled units of a model are followed. Texts are the bytes that the shell gave.
+/// How to find the controlled units of a model. Texts are the bytes that the shell gave.
 struct UnitChoices {
     std::string mode = "warn";         // or "require", "skip"
     std::vector<std::string> pathMaps; // each "SYMBOL=FOLDER", or "auto"
-    std::vector<std::string> folders;  // that files are searched for below
+    std::vector<std::string> folders;  // to search, with all below them
 };
 
 /// A form in which an import writes the model, and where.
@@ -48,7 +48,7 @@ struct ImportRequest {
     std::string logFormat = "text";         // or "json"
     std::optional<std::string> log;         // unset or "-": standard error
     UnitChoices units;
-    bool areUnitsTold = true;          // false: whoever asks tells of missing units; the log only counts them
+    bool areUnitsTold = true;          // false: the caller reports missing units; the log only counts them
     std::optional<std::string> ledger; // "-": standard output; for several files a folder
     bool ledgerListsAll = false;
     std::vector<std::string> failOn; // of "loss", "damage", "warning", "encoding" and "omission"
@@ -58,41 +58,41 @@ struct ImportRequest {
     int ledgerDescriptor = -1;       // unless negative, where to write the ledger; `ledger` then only names it
 };
 
-/// Which files `petal import` imports, each with the options of an `ImportRequest`, and how it goes through them.
+/// The files for `petal import`, each imported with the options of an `ImportRequest`, and how to process them.
 struct JobsRequest {
     std::vector<std::string> inputs;        // files and folders
     std::optional<std::string> filesFrom;   // a list of more, or "-": standard input
     bool nulSeparated = false;              // the list; otherwise one to a line
-    int parallel = 1;                       // how many at a time
-    bool failFast = false;                  // leave out what comes after the first failure
-    bool resume = false;                    // leave out what has been imported before
-    bool inProcess = false;                 // a single file without a process of its own, whatever else is asked
+    int parallel = 1;                       // imports at a time
+    bool failFast = false;                  // keep nothing of the files after the first failure
+    bool resume = false;                    // skip files with complete and newer outputs
+    bool inProcess = false;                 // import a single file without a child process, also with a report
     std::optional<double> timeout;          // of each import, in seconds
     std::optional<std::uint64_t> maxMemory; // of each import, in bytes
-    bool quiet = false;                     // neither progress nor a final table
+    bool quiet = false;                     // no progress, final table or summary
     std::optional<std::string> report;      // "-": standard output
 };
 
-/// What `petal info` is to do.
+/// The arguments of `petal info`.
 struct InfoRequest {
     std::vector<std::string> files; // bytes as the shell gave them; "-" is standard input
     bool asJson = false;
 };
 
-/// What `petal report merge` is to do.
+/// The arguments of `petal report merge`.
 struct MergeRequest {
     std::vector<std::string> reports;
     std::optional<std::string> output; // unset or "-": standard output
 };
 
-/// What `petal units` is to do.
+/// The arguments of `petal units`.
 struct UnitsRequest {
     std::vector<std::string> files; // bytes as the shell gave them
     UnitChoices units;
     bool asJson = false;
 };
 
-/// What `petal formats` is to do.
+/// The arguments of `petal formats`.
 struct FormatsRequest {
     std::optional<std::string> format; // one of the exporters; unset: all
     bool asJson = false;

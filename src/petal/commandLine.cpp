@@ -66,19 +66,19 @@ std::string choiceOf(const std::vector<std::string>& values) {
     return CLI::detail::join(values, "|");
 }
 
-/// Lets an option take a span of time. Its comparisons also keep out what is no number.
+/// Lets an option take a span of time. Its comparisons also refuse values that are not numbers (NaN).
 CLI::Validator timeSpan() {
     return CLI::Validator(
         [](const std::string& text) {
             double seconds = 0;
             const bool isOne =
                 CLI::detail::lexical_cast(text, seconds) && seconds >= shortestTime && seconds <= longestTime;
-            return isOne ? std::string() : "'" + text + "' is no number of seconds from 0.001 to 1e9";
+            return isOne ? std::string() : "'" + text + "' is not a number of seconds from 0.001 to 1e9";
         },
         "");
 }
 
-/// Stands before an argument in brackets, which an option with many values would take apart; no argument has a NUL.
+/// A prefix for arguments in brackets, which an option with many values would split. No argument contains a NUL.
 constexpr char asItIs = '\0';
 
 std::string marked(const std::string& argument) {
@@ -100,7 +100,7 @@ void takeMarksOff(CLI::App& app) {
     }
 }
 
-/// Lets an option take only these values, which its description names.
+/// Lets an option take only these values. Its description must name them: the check adds no text.
 CLI::Validator oneOf(const std::vector<std::string>& values) {
     return CLI::IsMember(values).description("");
 }
@@ -238,7 +238,7 @@ void describeTextconv(CLI::App& textconv, TextconvRequest& request) {
     textconv.add_option("FILE", request.file, "A model file")->required()->type_name("");
 }
 
-/// A command and how it is known that it was given.
+/// A command, and the part of the parser that recognizes it.
 struct CommandRow {
     const CLI::App* app;
     Command command;
@@ -251,15 +251,16 @@ std::vector<CommandRow> describeCommands(CLI::App& app, Request& request, bool& 
                  "With --version: print a JSON object, with the versions of forms and libraries as well")
         ->needs(version);
     CLI::App* import = app.add_subcommand("import", "Import model files and write the models");
-    CLI::App* info = app.add_subcommand("info", "Print what model files are and hold, without importing them");
+    CLI::App* info =
+        app.add_subcommand("info", "Print the version, contents and damages of model files, without importing them");
     CLI::App* units = app.add_subcommand("units", "Print the controlled units of model files and where each was found");
     CLI::App* report = app.add_subcommand("report", "Work with the reports of imports");
-    CLI::App* merge = report->require_subcommand(1)->add_subcommand("merge", "Make one report of several");
+    CLI::App* merge = report->require_subcommand(1)->add_subcommand("merge", "Merge several reports into one");
     CLI::App* formats = app.add_subcommand("formats", "Print the output formats, or the options of one");
     CLI::App* schema = app.add_subcommand("schema", "Print the JSON Schema of a JSON form that petal writes");
     CLI::App* textconv = app.add_subcommand("textconv", "Print the outline of a model file for git's textconv");
     CLI::App* options = app.add_subcommand("options", "Print the bridge's options, their values and defaults");
-    CLI::App* specification = app.add_subcommand("spec", "Print what the bridge says about itself");
+    CLI::App* specification = app.add_subcommand("spec", "Print the bridge's description of itself");
     describeJobs(*import, request.jobs);
     describeImport(*import, request.import);
     describeInfo(*info, request.info);
@@ -324,7 +325,7 @@ Request parseCommandLine(int argc, const char* const* argv) {
 
     std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
     std::ranges::transform(arguments, arguments.begin(), marked);
-    std::ranges::reverse(arguments); // the order in which they are taken off
+    std::ranges::reverse(arguments); // the parser takes them from the end
     try {
         app.parse(arguments);
     } catch (const CLI::CallForHelp&) {

@@ -339,16 +339,16 @@ TEST(Exporters, OptionsTakeOnlyTheValuesOfTheTable) {
     EXPECT_EQ(read({"wide=true", "colour=red", "colour=blue"}), "blue wide");
     EXPECT_EQ(read({"only=b c", "most=12", "only=", "kind.x.y=a", "kind.Z=b"}), "green 12 'b c' '' x.y:a Z:b");
     EXPECT_EQ(read({"kind.=a"}), "there is no option 'kind.'; " + all);
-    EXPECT_EQ(read({"kind.x=c"}), "'kind.x=c' is none of kind.WORD=a|b");
+    EXPECT_EQ(read({"kind.x=c"}), "'kind.x=c' is not one of kind.WORD=a|b");
     for (const char* noNumber : {"most=", "most=0", "most=-1", "most=1x", "most=1234567890"}) {
-        EXPECT_EQ(read({noNumber}), std::string("'") + noNumber + "' is none of most=N");
+        EXPECT_EQ(read({noNumber}), std::string("'") + noNumber + "' is not one of most=N");
     }
     EXPECT_EQ(read({"width=1"}), "there is no option 'width'; " + all);
     EXPECT_EQ(read({"=red"}), "there is no option ''; " + all);
     EXPECT_EQ(read({"wide"}), "'wide' is not NAME=VALUE; " + all);
-    EXPECT_EQ(read({"colour="}), "'colour=' is none of colour=red|green|blue");
-    EXPECT_EQ(read({"colour=red|green"}), "'colour=red|green' is none of colour=red|green|blue");
-    EXPECT_EQ(read({"wide=True"}), "'wide=True' is none of wide=true|false");
+    EXPECT_EQ(read({"colour="}), "'colour=' is not one of colour=red|green|blue");
+    EXPECT_EQ(read({"colour=red|green"}), "'colour=red|green' is not one of colour=red|green|blue");
+    EXPECT_EQ(read({"wide=True"}), "'wide=True' is not one of wide=true|false");
 }
 
 TEST(Omissions, AreCountedByKindAndReason) {

@@ -87,7 +87,7 @@ TEST_F(Import, RefusalsSayWhyAndLeaveNothing) {
         {
             {"$petal import fails -o old", 1, "petal: [FAKE_F0002] it \\x1b[1m is broken\npetal: "},
             {"$petal import missing", 1, "[FAKE_F0001] cannot open missing\npetal: No such file or directory. Ch"},
-            {"$petal import m --types alpha", 2, "'alpha' is none of \"Alpha\", \"Beta 2\"\npetal: Run 'petal opt"},
+            {"$petal import m --types alpha", 2, "'alpha' is not one of \"Alpha\", \"Beta 2\"\npetal: Run 'petal opt"},
             {"$petal import m --encoding frob", 2, "--encoding: there is no encoding 'frob'\npetal: Run 'petal op"},
             {"$petal import m --encoding UTF-16", 2, "--encoding: there is no encoding 'UTF-16'"},
             {"$petal import m -o missing/out", 6, "cannot write 'missing/out': No such file or directory\npetal: C"},
@@ -165,7 +165,7 @@ TEST_F(RealBridge, TakesOnlyModelFiles) {
                        {"late.mdl -o out", 1, "petal: [QEV_RRSE_F0002] Invalid input file format\npetal: Check"},
                        {"empty.mdl", 1, "Invalid input file format\npetal: It is empty."},
                        {"''", 1, "[QEV_RRSE_F0001] Unable to open input file : \n"},
-                       {"-O places=perhaps m.mdl", 2, "'places=perhaps' is none of places=true|false\n"},
+                       {"-O places=perhaps m.mdl", 2, "'places=perhaps' is not one of places=true|false\n"},
                        {"m.mdl -O frob=1", 2, "format json: there is no option 'frob'; the options are places="},
                        {"m.mdl -o m.txt -O places=true", 2, "'places'; there are no options\n"},
                        {"m.mdl m.mdl -o out/ -O places", 2, "format json: 'places' is not NAME=VALUE; the options are"},

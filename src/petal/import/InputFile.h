@@ -16,9 +16,9 @@ public:
     explicit InputFile(std::string path);
 
     std::size_t read(char* target, std::size_t size) override;
-    /// All that was not read yet.
+    /// Reads the rest of the file into memory.
     [[nodiscard]] std::string readRest();
-    /// The first bytes of what was read, `headLength` at most.
+    /// The first bytes of the file, as far as it was read, `headLength` at most.
     [[nodiscard]] const std::string& getHead() const { return head_; }
 
 private:

@@ -57,7 +57,7 @@ bool isRegularFile(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-/// Only a model that has units, is one, or has a root of another name needs to be read to its end.
+/// Reads a model to its end only if it has units, is a unit, or has a root of another name.
 units::UnitTree readTree(const std::string& path, units::UnitLocator& locator) {
     if (!units::mayNeedAssembly(path)) {
         units::UnitTree tree;
@@ -73,7 +73,7 @@ void record(KelLog& log, const char* code, const char* severity, const std::stri
     log.record(KelLogEvent(KelString(std::string_view(message)), code, severityLevel(severity), ""));
 }
 
-/// The package that a lone one was put into, for the bridge to take it, gives its contents to the model.
+/// Removes the package that was put around a lone one for the bridge, and moves its contents to the model.
 void unwrap(KelModel& model) {
     KelPackage* wrapping = model.childPackages().first();
     std::vector<KelPackage*> wrapped;
@@ -100,7 +100,7 @@ units::UnitTree readModelTree(const ImportRequest& request, units::UnitLocator& 
             return readTree(request.file, locator);
         }
         tree.files[0].contents = units::readUnitFile(request.file, units::Extent::headAndKind);
-    } catch (const std::system_error&) { // the bridge says what is wrong
+    } catch (const std::system_error&) { // the bridge reports it
     }
     return tree;
 }
@@ -112,7 +112,7 @@ ModelSource::ModelSource(const ImportRequest& request, units::UnitLocator& locat
     }
     if (request_.units.mode == "require" && !tree_.isComplete()) {
         throw Failure(Outcome::unitMissing, "controlled units of '" + request_.file + "' are missing",
-                      "'petal units' tells which; --path-map and --unit-dir say where to look for them.");
+                      "'petal units' lists them; --path-map and --unit-dir say where to search.");
     }
     const bool mayDiffer = request_.units.mode != "skip" && tree_.files[0].contents.isModel;
     if (mayDiffer && units::Assembly(tree_).differs()) {
@@ -153,7 +153,7 @@ void ModelSource::setOptions(KelOptionList& options) const {
     }
 }
 
-/// Bytes of a file in the encoding that the log expects.
+/// Converts bytes of a file to the encoding that the log expects.
 std::string ModelSource::logText(const std::string& bytes, std::size_t file) const {
     return isUtf8_ ? KelTextDecoder(units::encodingOf(tree_.files[file].contents.charSet)).toUtf8(bytes) : bytes;
 }

@@ -16,47 +16,50 @@ class KelString;
 
 namespace petal {
 
-/// Opens an empty file for reading and writing that has no name, in the folder for temporary files, and is gone once
-/// it is closed, however the program ends. It can be opened again under /proc/self/fd. The caller closes it. Throws
+/// Opens an empty file without a name, in the folder for temporary files, for reading and writing. The caller closes
+/// it, and with that it is gone, however the program ends. It can be opened again under /proc/self/fd. Throws
 /// `std::system_error`.
 [[nodiscard]] int openNamelessFile();
 
-/// Called with a model and its units as soon as these have been looked for.
+/// Called with the tree of a model's files once its units have been searched for.
 using TreeTaker = std::function<void(const units::UnitTree& tree)>;
 
-/// The files of the request's model: the file alone when its units are not to be followed, or when it cannot be read.
+/// The files of the request's model: only the file itself when its units are to be skipped, or when it cannot be read.
+/// Does not throw then: the bridge reports the failure.
 [[nodiscard]] units::UnitTree readModelTree(const ImportRequest& request, units::UnitLocator& locator);
 
-/// What the bridge is given to read: the model file itself, or, when the contents of controlled units belong in it, a
-/// file without a name that holds all of them as one text.
+/// The text that the bridge reads: the model file itself or, when it differs from that (units, another root, a lone
+/// package), an assembled text in a file without a name, which this object owns.
 class ModelSource {
 public:
-    /// Follows the units of the request's file as the request says. A file that is no readable model file is left to
-    /// the bridge. `takeTree`, unless it is empty, hears of them, even of those that are required and missing: then a
-    /// `Failure` with the outcome `unitMissing` is thrown. Throws other `Failure`s. `request` must live as long.
+    /// Reads the units of the request's file and assembles the text. A file that cannot be read, or is not a model
+    /// file, is left to the bridge. `takeTree` may be empty; it is called before anything is refused. `request` must
+    /// live as long. Throws a `Failure`, with the outcome `unitMissing` when a required unit is missing.
     ModelSource(const ImportRequest& request, units::UnitLocator& locator, const TreeTaker& takeTree = {});
     ModelSource(const ModelSource&) = delete;
     ModelSource& operator=(const ModelSource&) = delete;
     ~ModelSource();
 
-    /// The code of the warnings of missing units.
+    /// The code of the warnings about missing units.
     static constexpr const char* missingUnitCode = "PETAL_W0001";
 
-    /// Has the bridge read this source, for the encoding "auto" in the one that the header means, if it means one.
+    /// Sets the file that the bridge reads and, for the encoding "auto", the encoding that the header's charSet means,
+    /// if any.
     void setOptions(KelOptionList& options) const;
-    /// Warns of every unit whose content is not in the model, and says when the root of the packages has another name
-    /// than the bridge wants.
+    /// Records a warning for every unit whose content is not in the model, and a status event when the root of the
+    /// packages was renamed for the bridge.
     void reportTo(KelLog& log) const;
-    /// Gives the imported model the name and the origin of the file that was asked for, and its packages theirs.
+    /// Undoes in the imported model what the assembled text changed: the model's name and origin, the name of its root
+    /// package, and the package around a lone one.
     void complete(KelModel& model, const KelOptionList& options) const;
 
-    /// The files that the model is in; just the file itself when no units were followed.
+    /// The files of the model; only the model file when units are skipped.
     [[nodiscard]] const units::UnitTree& getTree() const { return tree_; }
-    /// Where the bytes of the text that the bridge reads come from; null when it reads the model file itself.
+    /// The origins of the assembled text's bytes; null when the bridge reads the model file itself.
     [[nodiscard]] const units::PieceMap* getPieces() const { return descriptor_ >= 0 ? &pieces_ : nullptr; }
-    /// The root of the packages when the bridge was given it under another name than it has; null when it was not.
+    /// The root of the packages if it was renamed for the bridge, else null.
     [[nodiscard]] const units::RenamedRoot* getRenamedRoot() const { return renamedRoot_ ? &*renamedRoot_ : nullptr; }
-    /// Whether each of these files is in the encoding that its own charSet means.
+    /// Whether each file was read in the encoding that its own charSet means.
     [[nodiscard]] bool hasEncodingByFile() const { return isUtf8_; }
 
 private:

@@ -13,8 +13,8 @@ public:
     static constexpr const char* bridgeId = KelImportBridge::bridgeId;
 
     /// Loads the library that `pathVariable` names, else the one in the folder "lib" next to the folder of this
-    /// program. It is never unloaded: what it made may outlive any scope. Throws a `Failure` with the outcome
-    /// `bridgeNotLoaded`.
+    /// program. It is never unloaded, because objects that it made may outlive any scope. Throws a `Failure` with the
+    /// outcome `bridgeNotLoaded`.
     static PlugIn load();
 
     /// Lives as long as the program.

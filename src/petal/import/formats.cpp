@@ -27,7 +27,7 @@ std::string padded(std::string_view text, std::size_t width) {
     return std::string(text).append(std::max(width, text.size()) - text.size() + 2, ' ');
 }
 
-/// A line for each format.
+/// One line per format.
 std::string table() {
     std::size_t nameWidth = 0;
     std::size_t endingWidth = 0;
@@ -46,7 +46,7 @@ std::string table() {
 std::string optionsOf(const exporter::Exporter& exporter) {
     std::string lines = std::string(exporter.format).append(": ").append(exporter.description) + "\n";
     lines += exporter.endings.empty() ? "" : "  Endings: " + joined(exporter.endings) + "\n";
-    lines += exporter.options.empty() ? "  It has no options.\n" : "";
+    lines += exporter.options.empty() ? "  no options\n" : "";
     for (const exporter::Option& option : exporter.options) {
         lines.append("  -O ").append(option.name).append("=").append(option.values);
         lines.append(option.byDefault.empty() ? "" : "  (default: " + std::string(option.byDefault) + ")");
@@ -61,7 +61,7 @@ void member(text::IndentedJson& json, const char* name, std::string_view value) 
     json.text(value);
 }
 
-/// Leaves an empty list out.
+/// Omits an empty list.
 template <class Row, class Write>
 void list(text::IndentedJson& json, const char* name, std::span<const Row> rows, Write write) {
     if (rows.empty()) {

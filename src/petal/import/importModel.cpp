@@ -47,13 +47,13 @@ std::uint64_t countObjects(KelModel& model) {
 
 namespace {
 
-/// The model of the import. It is never deleted: the end of the process frees a big model at no cost.
+/// The model of the import. It is never deleted: the end of the process frees a large model at no cost.
 KelModel& keptModel() {
     static auto* const model = new KelModel;
     return *model;
 }
 
-/// The units of a model are known only now; nothing has been opened for writing yet that would empty one.
+/// The units of a model are known only now. No file has been opened for writing yet, which could empty one.
 void refuseToLoseUnits(const units::UnitTree& tree, const FileUses& uses) {
     for (const units::ResolvedFile& file : tree.files) {
         uses.refuseToLose(file.path.string());
@@ -69,7 +69,7 @@ void import(const ImportRequest& request, KelOptionList& options, KelModelBridge
     }
 }
 
-/// Takes out of the model what comes from its file's path.
+/// Removes the texts from the model that come from its file's path.
 void forgetPath(KelModel& model) {
     model.setName("");
     for (KelMetadataOrigin* origin : model.metadataOrigins()) {
@@ -87,7 +87,8 @@ bool needsSource(const ImportRequest& request) {
         return false;
     }
     if (::access(request.file.c_str(), F_OK) == 0 && !std::filesystem::is_regular_file(request.file)) {
-        throw Failure(Outcome::wrongUsage, "'" + request.file + "' cannot be read a second time for its places",
+        throw Failure(Outcome::wrongUsage,
+                      "'" + request.file + "' cannot be read a second time, which the places of objects need",
                       "Save it as a file first.");
     }
     return true;
@@ -97,8 +98,9 @@ source::SourceMap findPlaces(const ImportRequest& request, const ModelSource& so
     try {
         return source::makeSourceMap(source.getTree(), trace, keptModel());
     } catch (const std::system_error& error) {
-        throw Failure(Outcome::unexpected,
-                      "'" + request.file + "' cannot be read again for its places: " + error.code().message(), "");
+        throw Failure(
+            Outcome::unexpected,
+            "'" + request.file + "' cannot be read again for the places of objects: " + error.code().message(), "");
     }
 }
 
@@ -172,7 +174,7 @@ void countUnits(const units::UnitTree& tree, ImportResult& result) {
     }
 }
 
-/// Has the path symbols mapped that the request leaves to petal.
+/// Maps the path symbols that the request leaves to petal.
 void mapSymbols(const ImportRequest& request, units::UnitLocator& locator) {
     units::SymbolSearch search({}, {units::folderOf(request.file)});
     const std::vector<units::SymbolFolder> mapped = units::mapSymbols(locator, search, [&] {

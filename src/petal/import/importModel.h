@@ -20,23 +20,23 @@ class Omissions;
 namespace petal {
 
 constexpr std::size_t severityCount = 5;
-/// How many log events there were of the severity levels 1, 2, ... Levels that the log does not listen to have none.
+/// The number of log events of the severity levels 1, 2, ... It is 0 for levels that the log does not accept.
 using EventCounts = std::array<std::uint64_t, severityCount>;
 
-/// What came of an import whose model was written.
+/// The counts of an import whose model was written.
 struct ImportResult {
     Outcome outcome = Outcome::success; // or `checkTripped`
     std::uint64_t objects = 0;          // in the model, itself not counted
     EventCounts events{};
     std::uint64_t dropped = 0; // objects of the file that the model does not have; 0 when no ledger was made
-    std::uint64_t losses = 0;  // what did not come through of kinds that the import takes; likewise
+    std::uint64_t losses = 0;  // of the ledger; likewise
     std::uint64_t unitsFound = 0;
     std::uint64_t unitsMissing = 0;
     std::uint64_t omitted = 0; // of the model, from what was written, all formats together
 };
 static_assert(std::is_trivially_copyable_v<ImportResult>, "goes from process to process as it is");
 
-/// How many objects the model holds, itself not counted.
+/// The number of objects in the model, without the model itself. Takes time proportional to it.
 [[nodiscard]] std::uint64_t countObjects(KelModel& model);
 
 /// Called with what a format has left out of the model, if anything, once it is written.

@@ -51,8 +51,8 @@ constexpr OptionArgument typesArgument{"--types", KelImportBridge::option::suppo
 constexpr OptionArgument encodingArgument{
     "--encoding",
     KelImportBridge::option::encoding,
-    "With auto, petal's default, it is the encoding that the charSet in the file's header stands for,\n"
-    "and the default below without one. Other names that ICU knows are taken as well, but for\n"
+    "With auto, petal's default, it is the encoding that the charSet in the file's header means, or\n"
+    "without one the default below. Other names that ICU knows are accepted as well, except\n"
     "encodings without ASCII such as UTF-16.",
     {}};
 constexpr std::array arguments{fileArgument, typesArgument, encodingArgument};
@@ -90,7 +90,7 @@ void setTypes(const std::string& types, const KelOptionList& options) {
             const bool isOffered = names.find('"' + std::string(name.value) + '"') != std::string::npos;
             names += isOffered ? ", \"" + std::string(name.name) + "\"" : std::string();
         }
-        refuse(typesArgument, "'" + types + "' is none of " + names);
+        refuse(typesArgument, "'" + types + "' is not one of " + names);
     }
 }
 
@@ -101,7 +101,7 @@ void chooseEncoding(const std::string& name, const KelOptionList& options) {
         return;
     }
     if (name != "unknown" &&
-        !KelEncodingConverter(value).isPlainText(notation::headerStart)) { // false for an unknown one
+        !KelEncodingConverter(value).isPlainText(notation::headerStart)) { // also false for an unknown encoding
         refuse(encodingArgument, "there is no encoding '" + name + "'");
     }
     option.setFreeValue(value);

@@ -59,7 +59,7 @@ std::vector<std::string> planOutputs(std::span<const Source> sources, const std:
 namespace {
 
 bool isModelFile(const std::string& path) {
-    std::array<char, 20> head{}; // that is where the bridge looks
+    std::array<char, 20> head{}; // the bridge looks for the header within these bytes
     try {
         const std::size_t length = units::OpenFile(path).read(head.data(), head.size());
         return std::string_view(head.data(), length).find(notation::headerStart) != std::string_view::npos;
@@ -68,7 +68,7 @@ bool isModelFile(const std::string& path) {
     }
 }
 
-/// Only one of them can go there.
+/// Refuses more than one output to standard output.
 void refuseSharedStandardOutput(const ImportRequest& request, const JobsRequest& jobs, bool isSingle) {
     const auto models = !isSingle ? 0 : std::ranges::count_if(request.destinations, [](const Destination& destination) {
         return destination.path.value_or("-") == "-";
@@ -123,7 +123,7 @@ bool isNewer(const timespec& one, const timespec& other) {
     return std::tie(one.tv_sec, one.tv_nsec) > std::tie(other.tv_sec, other.tv_nsec);
 }
 
-/// The last bytes of a regular file that was written after `source` last changed; empty for any other.
+/// The last bytes of `output` if it is a regular file that was written after `source` last changed; else "".
 std::string endOfNewer(const std::string& source, const std::string& output) {
     constexpr off_t most = 4096;
     struct stat from {};

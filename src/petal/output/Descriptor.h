@@ -31,12 +31,13 @@ private:
     int descriptor_;
 };
 
-/// The open file descriptor that a path such as "/dev/stdout" or "/dev/fd/3" names; -1 for other paths.
+/// The open file descriptor that a path such as "/dev/stdout" or "/dev/fd/3" names; -1 for other paths. It stays the
+/// caller's.
 ///
-/// Opening such a path would open the file behind the descriptor a second time, at its beginning.
+/// Opening such a path instead would open the descriptor's file a second time, at its beginning.
 [[nodiscard]] int namedDescriptor(std::string_view path);
 
-/// A new descriptor for what `descriptor` stands for. Throws `std::system_error`.
+/// A duplicate of `descriptor`, which the caller closes. Throws `std::system_error`.
 [[nodiscard]] int duplicate(int descriptor);
 
 /// Writes all of `bytes` to a file descriptor, which may be non-blocking. Throws `std::system_error`.

@@ -11,7 +11,7 @@ namespace petal {
 
 namespace {
 
-constexpr int mostLinks = 40; // as many as the system itself follows
+constexpr int mostLinks = 40; // the system's own limit
 
 } // namespace
 
@@ -31,10 +31,10 @@ namespace fs = std::filesystem;
 
 [[noreturn]] void refuse(const std::string& written, const std::string& other) {
     throw Failure(Outcome::wrongUsage, "writing '" + written + "' would overwrite '" + other + "'",
-                  "Give -o, --log, --ledger and --report places of their own.");
+                  "Give -o, --log, --ledger and --report different places.");
 }
 
-/// What stands for the file behind a path; `name` where there is none yet, nothing for what is no regular file.
+/// The key of the file at a path: `name` if it does not exist yet, "" if it is not a regular file.
 std::string keyOf(const std::string& path, std::string name) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0) {
@@ -73,7 +73,7 @@ void FileUses::refuseToLose(const std::string& path) const {
     }
 }
 
-/// The path without links and detours; nothing when there is no such name. Each folder is looked up once.
+/// The path without links and detours; "" when there is no such name. Each folder is looked up once.
 std::string FileUses::nameOf(const std::string& path) {
     try {
         const fs::path file = fs::absolute(followLinks(path));
@@ -83,7 +83,7 @@ std::string FileUses::nameOf(const std::string& path) {
         }
         return folder->second / file.filename();
     } catch (const std::system_error&) {
-        return ""; // whoever opens it says why
+        return ""; // opening it will fail and report the reason
     }
 }
 

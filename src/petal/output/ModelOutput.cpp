@@ -16,7 +16,7 @@ using std::filesystem::path;
 
 namespace {
 
-/// Writes a regular file beside its place.
+/// Writes to a temporary file in the target's folder.
 class ReplacingOutput final : public ModelOutput {
 public:
     explicit ReplacingOutput(path target) : file_(std::move(target)) {}

@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Makes the signals that ask a program to end wait, as long as it lives.
+/// Blocks the signals that ask a program to end, as long as it lives.
 class SignalPause {
 public:
     SignalPause() {
@@ -33,7 +33,7 @@ private:
     sigset_t before_{};
 };
 
-/// Replaces files, and can undo that as long as it lives.
+/// Replaces files, and can undo that until it is destroyed.
 class Replacement {
 public:
     Replacement() = default;
@@ -45,7 +45,7 @@ public:
         }
     }
 
-    /// Throws `std::system_error` when the target is as it was.
+    /// Throws `std::system_error`; the target is then as it was.
     void replace(TemporaryFile& file) {
         const fs::path& target = file.getTarget();
         Step step{.target = target, .former = temporaryNameBeside(target), .isNew = false};
@@ -72,7 +72,7 @@ private:
     struct Step {
         fs::path target;
         fs::path former; // a second name of the file that was replaced
-        bool isNew;      // there was none
+        bool isNew;      // the target did not exist
     };
     std::vector<Step> steps_;
 };

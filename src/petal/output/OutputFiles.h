@@ -12,8 +12,8 @@
 
 namespace petal {
 
-/// The files of one export, which become final together. Owns them; without `commit` they leave no trace, even when a
-/// signal ends the process. Each file takes a descriptor as long as the object lives.
+/// The files of one export, which are put in place together. Owns them; without `commit` they leave no trace, even when
+/// a signal ends the process. Each file uses a descriptor as long as the object lives.
 class OutputFiles final : public exporter::OutputFolder {
 public:
     /// A folder of one: the output that `ModelOutput::open` opens. Throws as it does.
@@ -25,8 +25,8 @@ public:
 
     /// Replaces all files or none. Called once, as the last operation. Throws `std::system_error`: regular files are
     /// then as they were, but folders that were created stay. Exceptions: if only bringing a name to the disk failed,
-    /// all files are replaced; on a file system without hard links a file replaced before the failure stays so. The
-    /// signals above wait while names change.
+    /// all files are replaced; on a file system without hard links a file replaced before the failure stays so. Signals
+    /// that end a program are delayed while the names change.
     void commit();
 
 private:

@@ -28,7 +28,7 @@ void RemovedOnSignal::removeAndEnd(int signal) {
     for (const RemovedOnSignal* file = first; file != nullptr; file = file->next_) {
         ::unlink(file->path_);
     }
-    ::raise(signal); // takes its default effect now, since the handler is in force only once
+    ::raise(signal); // has its default effect now: SA_RESETHAND
 }
 
 void RemovedOnSignal::handleEndingSignals() {
@@ -37,7 +37,7 @@ void RemovedOnSignal::handleEndingSignals() {
     handling.sa_flags = static_cast<int>(SA_RESETHAND);
     for (const int signal : endingSignals) {
         struct sigaction present {};
-        if (::sigaction(signal, nullptr, &present) == 0 && present.sa_handler == SIG_DFL) { // not one that is ignored
+        if (::sigaction(signal, nullptr, &present) == 0 && present.sa_handler == SIG_DFL) { // leaves ignored ones alone
             ::sigaction(signal, &handling, nullptr);
         }
     }
@@ -74,11 +74,11 @@ void RemovedOnSignal::forgetAll() noexcept {
 
 namespace {
 
-constexpr mode_t newFileMode = 0666; // less what the user's mask takes away
+constexpr mode_t newFileMode = 0666; // before the user's mask
 constexpr mode_t permissionBits = 0777;
 
 /// Identifies the set of processes among which a process id is unique: a boot of a machine and a namespace of process
-/// ids in it. Empty when the system does not tell.
+/// ids in it. Empty if the system does not say.
 std::string scopeOfIds() {
     std::string boot;
     std::ifstream file("/proc/sys/kernel/random/boot_id");
@@ -97,7 +97,7 @@ const std::string& namePrefix() {
     return prefix;
 }
 
-/// Whether `name` is that of a temporary file whose process has certainly ended. An id that is in use again counts as
+/// Whether `name` belongs to a temporary file whose process has certainly ended. An id that is in use again counts as
 /// the same process.
 bool isAbandoned(std::string_view name) {
     if (namePrefix() == mark || !name.starts_with(namePrefix())) {

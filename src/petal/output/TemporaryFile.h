@@ -10,7 +10,7 @@ namespace petal {
 
 /// Removes a file when a signal asks the program to end (interrupt, quit, hang-up, termination) and before it ends.
 ///
-/// Any number of files, each in constant time and without allocating. Used by one thread: the handler may only
+/// Handles any number of files, each in constant time and without allocation. One thread: the handler may only
 /// interrupt the thread that remembers and forgets.
 class RemovedOnSignal {
 public:
@@ -19,7 +19,7 @@ public:
     RemovedOnSignal& operator=(const RemovedOnSignal&) = delete;
     ~RemovedOnSignal() { forget(); }
 
-    /// `path` must live until the file is forgotten. Called once.
+    /// `path` must live until the file is forgotten. To be called once.
     void remember(const char* path);
     void forget() noexcept;
     /// Forgets all files. For a forked process, which does not own them.
@@ -30,14 +30,15 @@ private:
     static void handleEndingSignals();
 
     const char* path_ = nullptr;
-    /// The list of those remembered. The handler follows `next_` only, so each change of the list is one store.
+    /// Links of the list of remembered files. The handler follows only `next_`, so each change of the list is one
+    /// store.
     std::atomic<RemovedOnSignal*> next_ = nullptr;
     std::atomic<RemovedOnSignal*>* link_ = nullptr; // what points to this one; null: not in the list
 };
 
 /// A file that replaces another one once it is complete.
 ///
-/// It is in the same folder under a temporary name. The destructor removes it unless it has taken its place before. A
+/// It is in the same folder under a temporary name. The destructor removes it unless `takePlace` has succeeded. A
 /// process that is killed leaves its files; `removeAbandoned` removes them later.
 class TemporaryFile {
 public:
@@ -51,7 +52,7 @@ public:
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile();
 
-    /// For writing, also by a forked process; open until the destructor.
+    /// For writing, also by a forked process. Owned by this object, which closes it in its destructor.
     [[nodiscard]] int getDescriptor() const { return descriptor_; }
     [[nodiscard]] const std::filesystem::path& getTarget() const { return target_; }
 
@@ -60,8 +61,8 @@ public:
     /// Brings the contents to the disk and gives the file the target's permissions if there is a target. Throws
     /// `std::system_error`.
     void sync() const;
-    /// Puts the file, which was brought to the disk, in the target's place. Throws `std::system_error`; the target
-    /// is then as it was. That the new name has reached the disk is known after `syncFolder` of its folder.
+    /// Renames the file to the target, after `sync`. Throws `std::system_error`; the target is then as it was. The new
+    /// name is on the disk after `syncFolder` of its folder.
     void takePlace();
 
 private:
@@ -73,25 +74,23 @@ private:
     RemovedOnSignal removal_;
 };
 
-/// A name for a temporary file in the folder of `file`. This process has not used it yet; a file that another process
-/// left behind may have it.
+/// A new name for a temporary file in the folder of `file`. A file that an earlier process left may already have it.
 [[nodiscard]] std::filesystem::path temporaryNameBeside(const std::filesystem::path& file);
 
 /// Removes the temporary files in a folder whose processes have ended without removing them, as far as that is
 /// possible. An empty path is the current folder.
 ///
-/// The name of a file tells its process; only processes of the same boot of the same machine, and of the same namespace
-/// of process ids, are known to have ended. So the files of other machines, of containers and of earlier boots stay.
-/// Lists a folder once in a process, however often it is called; 10,000 names take about 5 ms. When there are more than
-/// `mostNames`, some are not looked at.
+/// The name of a file contains its process. Only processes of the same boot and the same namespace of process ids can
+/// be known to have ended, so the files of other machines, of containers and of earlier boots stay. Lists a folder once
+/// per process, however often it is called; 10,000 names take about 5 ms. Stops after `mostNames` names.
 void removeAbandoned(const std::filesystem::path& folder,
                      std::size_t mostNames = std::numeric_limits<std::size_t>::max());
 
-/// For a command that writes a single file, and would take longer to search a large folder.
+/// For a command that writes a single file, where searching a large folder would take longer than the command.
 inline constexpr std::size_t fewNames = 10'000;
 
-/// Brings the names in a folder to the disk, where its file system can do that; an empty path is the current folder.
-/// Throws `std::system_error`.
+/// Brings the names in a folder to the disk, if its file system can; an empty path is the current folder. Throws
+/// `std::system_error`.
 void syncFolder(const std::filesystem::path& folder);
 
 } // namespace petal

@@ -56,7 +56,7 @@ std::string importAdvice(const std::string& file) {
     if (S_ISREG(status.st_mode) && status.st_size == 0) {
         return "It is empty. Was it saved or copied completely?";
     }
-    return "Check that it is a model file as its tool saves it; '--log-level DEBUG' tells how far the import came.";
+    return "Check that it is a model file as its tool saves it; '--log-level DEBUG' shows how far the import got.";
 }
 
 Failure outputFailure(const std::string& what, const std::system_error& error) {

@@ -10,12 +10,13 @@ namespace petal {
 
 /// The failure to read the file at `path`, with the outcome `inputNotRead`.
 [[nodiscard]] Failure inputFailure(const std::string& path, const std::system_error& error);
-/// What to do about an import of `file` that failed, judged by what the file is.
+/// Advice for an import of `file` that failed, from the state of the file on the disk.
 [[nodiscard]] std::string importAdvice(const std::string& file);
 
-/// The failure to write `what`, which is shown as it is: a quoted path, say, or "standard output".
+/// The failure to write `what`, which is shown as it is, such as a quoted path or "standard output", with the outcome
+/// `outputFailed`.
 [[nodiscard]] Failure outputFailure(const std::string& what, const std::system_error& error);
-/// What to call an output that `path` leads to: the path, quoted, or "standard output".
+/// The name of an output in messages: the quoted path, or "standard output" for none and for "-".
 [[nodiscard]] std::string outputName(const std::optional<std::string>& path);
 
 } // namespace petal
