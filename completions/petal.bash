@@ -19,8 +19,8 @@ _petal() {
     'import:--report') words="" ;;
     'import:--types') words="" ;;
     'import:--encoding') words="" ;;
-    'import:-f'|'import:--format') words="json tree none" ;;
-    'import:-O') words="places=" ;;
+    'import:-f'|'import:--format') words="json tree uml none" ;;
+    'import:-O') words="places= flavour= association-class= primitives= stereotype." ;;
     'import:-o') words="" ;;
     'import:--log-level') words="FATAL ERROR WARNING STATUS DEBUG" ;;
     'import:--log-format') words="text json" ;;
@@ -32,11 +32,15 @@ _petal() {
     'import:--ledger-detail') words="named all" ;;
     'import:--fail-on') words="loss damage warning encoding omission" ;;
     'import:places=') words="true false" ;;
+    'import:flavour=') words="eclipse omg xmi21" ;;
+    'import:association-class=') words="fold split" ;;
+    'import:primitives=') words="local uml" ;;
+    'import:stereotype.=') words="" ;;
     'units:--units') words="require warn skip" ;;
     'units:--path-map') words="" ;;
     'units:--unit-dir') words="" ;;
     'report merge:-o') words="" ;;
-    'formats:formats') words="json tree none" ;;
+    'formats:formats') words="json tree uml none" ;;
     'schema:schema') words="formats info ledger log model report units version" ;;
     *)
         case "$command:$current" in

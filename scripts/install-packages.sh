@@ -4,8 +4,14 @@
 set -eu
 
 packages="g++ cmake ninja-build pkg-config libicu-dev libcli11-dev rapidjson-dev robin-map-dev libhwy-dev libxxhash-dev"
+packages="$packages libxml2-dev"
 case "${1:-}" in
---tests) packages="$packages libgtest-dev locales dpkg-dev file python3 python3-jsonschema git" ;;
+--tests)
+    packages="$packages libgtest-dev locales dpkg-dev file python3 python3-jsonschema git"
+    # the metamodel of UML loads what format uml writes
+    packages="$packages default-jdk-headless libeclipse-emf-common-java libeclipse-emf-ecore-java"
+    packages="$packages libeclipse-emf-ecore-xmi-java"
+    ;;
 --bench) packages="$packages python3 flex libhyperscan-dev linux-perf valgrind strace" ;;
 --fuzz) packages="$packages libgtest-dev clang-14 libfuzzer-14-dev libclang-rt-14-dev llvm-14 python3" ;;
 esac

@@ -2,6 +2,7 @@
 
 #include "export/json/writeJson.h"
 #include "export/outline/writeOutline.h"
+#include "export/uml/writeUml.h"
 
 #include <algorithm>
 #include <array>
@@ -15,15 +16,23 @@ using namespace std::string_view_literals;
 
 constexpr std::array jsonEndings{".json"sv};
 constexpr std::array treeEndings{".txt"sv};
+constexpr std::array umlEndings{".uml"sv};
 
 bool needsPlaces(const OptionValues& options) {
     return options.isOn("places");
+}
+
+/// Element ids have the quids of the files.
+bool always(const OptionValues& /*options*/) {
+    return true;
 }
 
 constexpr std::array table{
     Exporter{"json", "the whole model as a JSON document for programs", Shape::oneFile, jsonEndings, jsonOptions,
              writeJson, needsPlaces},
     Exporter{"tree", "an outline for people", Shape::oneFile, treeEndings, {}, writeOutline},
+    Exporter{"uml", "UML 2.5 in XMI for modelling tools, such as those of Eclipse", Shape::oneFile, umlEndings,
+             umlOptions, writeUml, always},
     Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},
 };
 

@@ -1,0 +1,139 @@
+#pragma once
+
+#include "export/uml/UmlMapping.h"
+#include "export/uml/XmlWriter.h"
+#include "host/model/KelObject.h"
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+class KelAttribute;
+class KelElement;
+class KelOperation;
+
+namespace exporter {
+
+/// A dialect of XMI: a row of the table of option "flavour".
+struct Flavour {
+    std::string_view word;
+    const char* xmiVersion;
+    const char* xmiNamespace;
+    const char* umlNamespace;
+    std::string_view primitiveTypes; ///< with the name of one of UML's own types after it, where that is defined
+    /// Of Ecore: it has annotations, and refers to the ends of an association in attributes.
+    bool isEcore;
+};
+
+/// Entries of an annotation for that which UML has no place for.
+class Details {
+public:
+    void add(std::string_view key, std::string_view value) { entries_.emplace_back(key, value); }
+    void addText(std::string_view key, std::string_view value) {
+        if (!value.empty()) {
+            add(key, value);
+        }
+    }
+    void addFlag(std::string_view key, bool value) {
+        if (value) {
+            add(key, "true");
+        }
+    }
+    /// Only for a number other than 0.
+    void addNumber(std::string_view key, std::int32_t value) {
+        if (value != 0) {
+            add(key, std::to_string(value));
+        }
+    }
+    [[nodiscard]] const std::vector<std::pair<std::string, std::string>>& entries() const { return entries_; }
+
+private:
+    std::vector<std::pair<std::string, std::string>> entries_;
+};
+
+using Keywords = std::vector<std::string_view>;
+
+/// The constructs of UML that many elements have. Ids of parts are the id of the element with "-" and a word in capital
+/// letters, which element ids do not hold.
+class UmlOutput {
+public:
+    /// All must outlive it.
+    UmlOutput(XmlWriter& xml, const UmlMapping& mapping, const Flavour& flavour, Omissions& omissions)
+        : xml_(xml), mapping_(mapping), flavour_(flavour), omissions_(omissions) {}
+
+    [[nodiscard]] const UmlMapping& mapping() const { return mapping_; }
+    [[nodiscard]] const Flavour& flavour() const { return flavour_; }
+    [[nodiscard]] Omissions& omissions() { return omissions_; }
+    [[nodiscard]] std::string idOf(const KelObject& element) const { return mapping_.idOf(element); }
+
+    /// The element `tag` with its type and id.
+    void start(const char* tag, const char* type, std::string_view id, Layout layout);
+    void end() { xml_.end(); }
+    void attribute(const char* name, std::string_view value) { xml_.attribute(name, value); }
+    void optionalAttribute(const char* name, std::string_view value) {
+        if (!value.empty()) {
+            attribute(name, value);
+        }
+    }
+    void optionalFlag(const char* name, bool value) {
+        if (value) {
+            attribute(name, "true");
+        }
+    }
+    void nameOf(const KelObject& object) { optionalAttribute("name", object.getName().view()); }
+    void visibility(std::int32_t number);
+
+    /// References to several elements, as an attribute with their ids or as a child for each.
+    void references(const char* name, std::span<const std::string> ids, bool asChildren);
+
+    /// The annotations of the element: keywords, and details of petal's own.
+    void annotations(std::string_view id, const Keywords& keywords, const Details& details,
+                     Layout layout = Layout::line);
+    /// The description and the notes of `object` as comments on the element `id`.
+    void comments(const KelElement& object, std::string_view id);
+    void comment(std::string_view commentId, std::string_view annotatedId, std::string_view text,
+                 const Keywords& keywords = {}, const Details& details = {});
+
+    /// A target that is an element is an attribute, one of UML's own types a child.
+    void typeAttribute(const char* name, const TypeTarget& target);
+    void typeChild(const char* name, const TypeTarget& target);
+    void expression(const char* tag, std::string_view id, std::string_view text);
+    /// Nothing for an empty text.
+    void defaultValue(std::string_view ownerId, std::string_view text);
+    void constraint(std::string_view specification, std::string_view id, std::string_view name,
+                    std::span<const std::string> constrained, const Details& details);
+
+private:
+    XmlWriter& xml_;
+    const UmlMapping& mapping_;
+    const Flavour& flavour_;
+    Omissions& omissions_;
+};
+
+/// `id` with "-" and `part`.
+[[nodiscard]] std::string partId(std::string_view id, std::string_view part);
+
+/// The class as a classifier with its features.
+void writeClassifier(const KelClass& one, UmlOutput& output);
+
+/// An attribute as a property, or as a literal of an enumeration.
+void writeAttribute(const KelAttribute& attribute, bool isId, UmlOutput& output);
+void writeLiteral(const KelAttribute& literal, UmlOutput& output);
+void writeOperation(const KelOperation& operation, UmlOutput& output);
+/// UML's word for the number of a concurrency; empty for the default.
+[[nodiscard]] std::string_view concurrencyOf(std::int32_t number);
+
+/// An association that is not a part of an association class.
+void writeAssociation(const KelAssociation& association, UmlOutput& output);
+/// The references of an association, or association class, `id` to its ends: before its content, and among it.
+void writeEndReferences(const KelAssociation& association, UmlOutput& output, bool isContent);
+/// The ends that the association, or association class, `id` owns.
+void writeOwnedEnds(const KelAssociation& association, std::string_view id, UmlOutput& output);
+/// A role as a property with tag `tag`, an end of the association `associationId`.
+void writeEnd(const char* tag, const KelAssociationRole& role, std::string_view associationId, UmlOutput& output);
+
+} // namespace exporter
