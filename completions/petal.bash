@@ -19,8 +19,8 @@ _petal() {
     'import:--report') words="" ;;
     'import:--types') words="" ;;
     'import:--encoding') words="" ;;
-    'import:-f'|'import:--format') words="json tree uml none" ;;
-    'import:-O') words="places= flavour= association-class= primitives= stereotype." ;;
+    'import:-f'|'import:--format') words="json tree uml plantuml mermaid dot none" ;;
+    'import:-O') words="places= flavour= association-class= primitives= stereotype. scope= diagram= package= members= operations= direction= max-classes=" ;;
     'import:-o') words="" ;;
     'import:--log-level') words="FATAL ERROR WARNING STATUS DEBUG" ;;
     'import:--log-format') words="text json" ;;
@@ -36,11 +36,18 @@ _petal() {
     'import:association-class=') words="fold split" ;;
     'import:primitives=') words="local uml" ;;
     'import:stereotype.=') words="" ;;
+    'import:scope=') words="model packages diagrams" ;;
+    'import:diagram=') words="" ;;
+    'import:package=') words="" ;;
+    'import:members=') words="all public none" ;;
+    'import:operations=') words="true false" ;;
+    'import:direction=') words="TB LR BT RL" ;;
+    'import:max-classes=') words="" ;;
     'units:--units') words="require warn skip" ;;
     'units:--path-map') words="" ;;
     'units:--unit-dir') words="" ;;
     'report merge:-o') words="" ;;
-    'formats:formats') words="json tree uml none" ;;
+    'formats:formats') words="json tree uml plantuml mermaid dot none" ;;
     'schema:schema') words="formats info ledger log model report units version" ;;
     *)
         case "$command:$current" in

@@ -112,13 +112,15 @@ public:
         : destination_(destination) {
         const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
         const exporter::OptionValues options = formatOptions(request, exporter);
+        const std::string ending = exporter::endingOf(destination.path.value_or(""));
         attempt([&] {
             files_.emplace(destination.path, destination.descriptor);
             exporter.write({.model = keptModel(),
                             .source = places,
                             .options = options,
                             .folder = *files_,
-                            .omissions = omissions_});
+                            .omissions = omissions_,
+                            .ending = ending});
         });
     }
 
@@ -134,6 +136,8 @@ private:
     void attempt(Step step) const {
         try {
             step();
+        } catch (const exporter::WrongOption& error) { // the model lacks what an option names
+            throw wrongOption(destination_.format, error);
         } catch (const std::system_error& error) {
             throw outputFailure(outputName(destination_.path), error);
         }
