@@ -88,8 +88,9 @@ struct Item {
     Shape shape = Shape::line;
     bool hasBox = false;
     Rectangle box;
-    double head = 0;                ///< of a lifeline: how high its head is; of an icon in a box: how high the icon is
-    Shape icon = Shape::none;       ///< of a lifeline
+    double head = 0;                ///< of a lifeline: how high its head is
+    Shape icon = Shape::none;       ///< of a lifeline, in place of the box that is its head
+    Rectangle iconBox;              ///< of that icon
     std::vector<double> separators; ///< heights at which a line crosses the box
     std::vector<Rectangle> bars;    ///< activations, qualifiers
     bool areBarsDashed = false;

@@ -204,6 +204,7 @@ void SceneMaker::measure() {
     for (const Item& item : scene_.items) {
         if (item.hasBox) {
             include(scene_.bounds, isEmpty, item.box);
+            include(scene_.bounds, isEmpty, item.icon == Shape::none ? item.box : item.iconBox);
         }
         for (const Point& point : item.route) {
             include(scene_.bounds, isEmpty, {point.x, point.y, 0, 0});

@@ -13,12 +13,14 @@ constexpr double compartmentGap = 8; // between a compartment's line and its tex
 constexpr double baseLine = 0.77;    // of a line's height
 constexpr double smallestScale = 0.4;
 constexpr double headHeight = 120; // of a lifeline
+constexpr double iconHeight = 110; // above the name in it
+constexpr double faceSpare = 1.08; // faces that take the place of the usual one are wider
 constexpr double barWidth = 32;    // of an activation
 constexpr double rowWidth = 2400;  // of views without a place
 
 /// The size of a text that is to fit into a width.
 Font fitting(Font font, std::string_view text, double width) {
-    const double wanted = textWidth(text, font.size, font.isBold);
+    const double wanted = textWidth(text, font.size, font.isBold) * faceSpare;
     if (wanted > width && width > 0) {
         font.size *= std::max(smallestScale, width / wanted);
     }
@@ -166,7 +168,7 @@ void SceneMaker::makeNote(std::size_t index) {
     const LabelPlace place = placeOf(label);
     const double givenWidth = tree_.number(view, "width", 0);
     const double width = givenWidth > 0 ? givenWidth : kind.width * 2;
-    const double room = std::max(width - 4 * padding, padding);
+    const double room = std::max(width - 4 * padding, padding) / faceSpare;
     std::vector<std::string> lines = linesOf(text, font.size, font.isBold, room);
     const auto heightOf = [&] { return lineHeight(font.size) * static_cast<double>(lines.size()) + 2 * padding; };
     item.box = boxOf(view, item, width, std::max(kind.height, heightOf()));
@@ -224,9 +226,11 @@ void SceneMaker::makeLifeline(std::size_t index) {
     if (item.icon == Shape::none && (!place.at || !item.box.contains(*place.at, 0))) {
         place.at = at;
         place.isCentred = true;
-    } else if (item.icon != Shape::none && !place.at) {
-        place.at = Point{at.x, item.box.y + headHeight - lineHeight(font.size) / 2};
+    } else if (item.icon != Shape::none) {
+        const double step = lineHeight(font.size);
+        place.at = Point{at.x, item.box.y + headHeight - step * 0.6};
         place.isCentred = true;
+        item.iconBox = {item.box.x, place.at->y - step / 2 - iconHeight, item.box.width, iconHeight};
     }
     if (place.lines <= 1 && item.icon == Shape::none) {
         font = fitting(font, text, item.box.width - padding);
@@ -368,14 +372,24 @@ void SceneMaker::fillClass(Item& item, const ClassTexts& texts, NodeId view) {
                              ? std::clamp(left / texts.heightOfMembers(), smallestScale, 1.0)
                              : 1;
     const double gap = std::min(compartmentGap, std::max(0.0, left / 8)) * scale;
+    std::string_view widest;
+    double width = 0;
+    for (const auto* members : {&texts.attributes, &texts.operations}) {
+        for (const Member& member : *members) {
+            const double own = textWidth(member.text, 1, false);
+            widest = own > width ? std::string_view(member.text) : widest;
+            width = std::max(width, own);
+        }
+    }
     Font font = texts.memberFont;
     font.size *= scale;
+    font = fitting(font, widest, box.width - padding * 1.5); // one size for all
     const double memberStep = lineHeight(texts.memberFont.size) * scale;
     const auto compartment = [&](const std::vector<Member>& members) {
         item.separators.push_back(std::min(top + gap * 0.5, box.bottom()));
         top += gap * 1.5;
         for (const Member& member : members) {
-            Font own = fitting(font, member.text, box.width - padding * 1.5);
+            Font own = font;
             own.isItalic = own.isItalic || member.isAbstract;
             own.isUnderlined = own.isUnderlined || member.isStatic;
             writeLine(item, member.text, own, {box.x + padding * 0.75, top + memberStep * baseLine}, Anchor::start);
@@ -436,6 +450,7 @@ void SceneMaker::placeUnplaced() {
             what.y += dy;
         };
         move(item.box);
+        move(item.iconBox);
         move(reach);
         std::ranges::for_each(item.bars, move);
         std::ranges::for_each(item.texts, [&](Text& text) { move(text.at); });

@@ -10,9 +10,9 @@ namespace layout {
 namespace {
 
 /// Faces for all scripts, in the order in which they are tried.
-constexpr std::string_view faces =
-    "Arial, 'Liberation Sans', Helvetica, 'DejaVu Sans', 'Noto Sans', 'Noto Sans CJK SC', 'Microsoft YaHei', "
-    "'MS Gothic', 'Malgun Gothic', sans-serif";
+constexpr std::string_view faces = "Arial, 'Liberation Sans', Helvetica, 'DejaVu Sans Condensed', 'DejaVu Sans', 'Noto "
+                                   "Sans', 'Noto Sans CJK SC', 'Microsoft YaHei', "
+                                   "'MS Gothic', 'Malgun Gothic', sans-serif";
 constexpr std::string_view usualFace = "Arial";
 constexpr std::string_view dashes = " stroke-dasharray=\"14 9\"";
 constexpr double noteCorner = 36;
@@ -260,7 +260,7 @@ void drawLifeline(Svg& svg, const Item& item) {
     const auto* sign = std::ranges::find(signs, item.icon, &Sign::icon);
     if (sign != signs.end()) {
         svg.rectangle(head, invisible);
-        sign->draw(svg, head);
+        sign->draw(svg, item.iconBox);
     } else {
         svg.rectangle(head);
     }
