@@ -68,6 +68,7 @@ private:
     void makeRole(std::size_t index);
     void setEnds(std::size_t index);
     void leadLine(std::size_t index, std::vector<Point> bends);
+    [[nodiscard]] bool isBare(NodeId view) const;
     [[nodiscard]] std::vector<Point> bendsOf(NodeId view) const;
     [[nodiscard]] Point anchorOf(int item) const;
     void leadTo(std::vector<Point>& line, int end, const Point& other) const;

@@ -16,7 +16,7 @@ constexpr double headHeight = 120; // of a lifeline
 constexpr double iconHeight = 110; // above the name in it
 constexpr double faceSpare = 1.08; // faces that take the place of the usual one are wider
 constexpr double barWidth = 32;    // of an activation
-constexpr double rowWidth = 2400;  // of views without a place
+constexpr double rowWidth = 1800;  // of views without a place
 
 /// The size of a text that is to fit into a width.
 Font fitting(Font font, std::string_view text, double width) {
@@ -384,7 +384,7 @@ void SceneMaker::fillClass(Item& item, const ClassTexts& texts, NodeId view) {
     Font font = texts.memberFont;
     font.size *= scale;
     font = fitting(font, widest, box.width - padding * 1.5); // one size for all
-    const double memberStep = lineHeight(texts.memberFont.size) * scale;
+    const double memberStep = std::min(lineHeight(font.size), lineHeight(texts.memberFont.size) * scale);
     const auto compartment = [&](const std::vector<Member>& members) {
         item.separators.push_back(std::min(top + gap * 0.5, box.bottom()));
         top += gap * 1.5;
@@ -434,9 +434,10 @@ void SceneMaker::placeUnplaced() {
             isFirst = false;
         }
     }
-    const double gap = 150;
-    Point next{100, bottom + gap};
+    const double gap = 300;
+    Point next{100, bottom + gap / 2};
     double rowHeight = 0;
+    bool isLow = false; // every other one, so that lines do not cross those beside
     for (std::size_t index = 0; index < scene_.items.size(); ++index) {
         Item& item = scene_.items[index];
         if (!item.hasBox || isPlaced_[index]) {
@@ -444,7 +445,8 @@ void SceneMaker::placeUnplaced() {
         }
         Rectangle& reach = reach_[index];
         const double dx = next.x - reach.x;
-        const double dy = next.y - reach.y;
+        const double dy = next.y + (isLow ? gap / 2 : 0) - reach.y;
+        isLow = !isLow;
         const auto move = [&](auto& what) {
             what.x += dx;
             what.y += dy;
@@ -455,11 +457,12 @@ void SceneMaker::placeUnplaced() {
         std::ranges::for_each(item.bars, move);
         std::ranges::for_each(item.texts, [&](Text& text) { move(text.at); });
         std::ranges::for_each(item.separators, [&](double& height) { height += dy; });
-        rowHeight = std::max(rowHeight, reach.height);
+        rowHeight = std::max(rowHeight, reach.height + gap / 2);
         next.x += reach.width + gap;
         if (next.x > rowWidth) {
             next = {100, next.y + rowHeight + gap};
             rowHeight = 0;
+            isLow = false;
         }
     }
 }

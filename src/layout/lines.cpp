@@ -29,6 +29,13 @@ Outline outlineOf(Shape shape) {
     }
 }
 
+/// Whether the outline that its author saw may have been that of the picture with its label.
+bool hasLabelOutside(Shape shape) {
+    constexpr std::array shapes{Shape::oval,    Shape::actor,  Shape::boundary,   Shape::bar,
+                                Shape::control, Shape::entity, Shape::startState, Shape::endState};
+    return std::ranges::find(shapes, shape) != shapes.end();
+}
+
 /// What a message's arrow says about how it is sent.
 struct Synchronization {
     std::string_view word;
@@ -48,6 +55,12 @@ void SceneMaker::setEnds(std::size_t index) {
     Item& item = scene_.items[index];
     item.client = itemOf(views_[index], "client");
     item.supplier = itemOf(views_[index], "supplier");
+}
+
+/// Whether the view says nothing of its looks. Others have all the labels that are shown.
+bool SceneMaker::isBare(NodeId view) const {
+    return labelOf(view) == noNode && tree_.find(view, "line_color") == noNode &&
+           tree_.find(view, "stereotype") == noNode;
 }
 
 std::vector<Point> SceneMaker::bendsOf(NodeId view) const {
@@ -107,7 +120,7 @@ Point SceneMaker::anchorOf(int index) const {
     take(item.client);
     take(item.supplier);
     for (auto part = static_cast<std::size_t>(index) + 1;
-         part < scene_.items.size() && scene_.items[part].parent == index; ++part) {
+         count < ends.size() && part < scene_.items.size() && scene_.items[part].parent == index; ++part) {
         take(itemOf(views_[part], "supplier"));
     }
     if (count == 2 && ends[0] != ends[1]) {
@@ -148,8 +161,7 @@ void SceneMaker::leadTo(std::vector<Point>& line, int end, const Point& other) c
     if (!inside && !line.empty()) {
         const bool isOnBox = item.box.contains(line.back(), nearby) && outline == Outline::rectangle;
         const Rectangle& reach = reach_[static_cast<std::size_t>(end)];
-        const bool isAtLabel =
-            item.shape != Shape::rectangle && reach.contains(line.back(), labelGap) && reach != item.box;
+        const bool isAtLabel = hasLabelOutside(item.shape) && reach.contains(line.back(), labelGap);
         if (isOnBox || isAtLabel) {
             return;
         }
@@ -286,7 +298,7 @@ void SceneMaker::makeMessage(std::size_t index) {
     }
     if (label != noNode) {
         writeLabel(item, view, label);
-    } else if (!isNameless(tree_[view].name)) {
+    } else if (isBare(view) && !isNameless(tree_[view].name)) {
         write(item, tree_[view].name, fontOf(view, noNode),
               {Point{(from.x + to.x) / 2, from.y - labelGap}, true, false, 0, 1});
     }
@@ -295,7 +307,7 @@ void SceneMaker::makeMessage(std::size_t index) {
 void SceneMaker::makeAssociation(std::size_t index) {
     Item& item = scene_.items[index];
     const NodeId view = views_[index];
-    if (labelOf(view) == noNode && !isNameless(tree_[view].name)) {
+    if (isBare(view) && !isNameless(tree_[view].name)) {
         Point at = anchorOf(static_cast<int>(index));
         at.y -= labelGap;
         write(item, lastName(tree_[view].name), fontOf(view, noNode), {at, true, false, 0, 1});
@@ -328,21 +340,15 @@ void SceneMaker::makeRole(std::size_t index) {
     const NodeId association = shown_[static_cast<std::size_t>(item.parent)];
     NodeId role = shown_[index];
     NodeId otherRole = noNode;
-    int place = 0;
-    for (std::size_t part = index; part-- > 0 && scene_.items[part].parent == item.parent;) {
-        ++place;
-    }
+    const auto place = static_cast<int>(index) - item.parent - 1;
     const NodeId list = association == noNode ? noNode : tree_.find(association, "roles");
     if (list != noNode) {
-        int position = 0;
-        for (NodeId each = tree_[list].first; each != noNode; each = tree_[each].next, ++position) {
-            if (role == noNode && position == place && tree_[each].text == "Role") {
-                role = each;
-            }
+        NodeId each = tree_[list].first;
+        for (int position = 0; role == noNode && each != noNode && position <= place; ++position) {
+            role = position == place ? each : noNode;
+            each = tree_[each].next;
         }
-        for (NodeId each = tree_[list].first; each != noNode; each = tree_[each].next) {
-            otherRole = each != role ? each : otherRole;
-        }
+        otherRole = tree_[list].first != role ? tree_[list].first : tree_[tree_[list].first].next;
     }
     if (role == noNode || tree_[role].text != "Role") {
         writeLineLabels(index);
@@ -358,7 +364,7 @@ void SceneMaker::makeRole(std::size_t index) {
         item.endMark = Mark::arrow;
     }
     writeRoleTexts(item, role);
-    if (labelOf(view) != noNode) {
+    if (!isBare(view)) {
         writeLineLabels(index);
     } else if (item.route.size() >= 2) {
         const Point end = item.route.back();
@@ -427,7 +433,7 @@ void SceneMaker::writeLineLabels(std::size_t index) {
             isLabelled = true;
         }
     }
-    if (isLabelled || item.route.size() < 2 || item.kind == "RoleView" || shown_[index] == noNode) {
+    if (isLabelled || !isBare(view) || item.route.size() < 2 || item.kind == "RoleView" || shown_[index] == noNode) {
         return;
     }
     std::string text(tree_.text(shown_[index], "label"));
