@@ -70,8 +70,10 @@ private:
     void leadLine(std::size_t index, std::vector<Point> bends);
     [[nodiscard]] bool isBare(NodeId view) const;
     [[nodiscard]] std::vector<Point> bendsOf(NodeId view) const;
-    [[nodiscard]] Point anchorOf(int item) const;
-    void leadTo(std::vector<Point>& line, int end, const Point& other) const;
+    [[nodiscard]] const std::vector<NodeId>& rolesOf(NodeId association);
+    [[nodiscard]] Point anchorOf(int item);
+    [[nodiscard]] Point anchorBetweenEnds(int item) const;
+    void leadTo(std::vector<Point>& line, int end, const Point& other);
     void writeLineLabels(std::size_t index);
     void writeRoleTexts(Item& item, NodeId role);
 
@@ -84,6 +86,10 @@ private:
     std::vector<bool> isPlaced_;   // whether the file says where
     std::vector<Rectangle> reach_; // of the items with a box: with their labels
     std::unordered_map<std::int64_t, int> byReference_;
+    NodeId rolesOwner_ = noNode; // whose are in `roles_`
+    std::vector<NodeId> roles_;
+    int anchored_ = noItem; // the association that `anchor_` is of
+    Point anchor_;
 };
 
 /// How high a line of text is in a font of that size, with what is between two.

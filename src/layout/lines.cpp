@@ -90,9 +90,12 @@ std::vector<Point> SceneMaker::bendsOf(NodeId view) const {
 }
 
 /// Where a line goes that leads to this item: the middle of a box; of a line its location or the middle of its way.
-Point SceneMaker::anchorOf(int index) const {
+Point SceneMaker::anchorOf(int index) {
     if (index == noItem) {
         return {};
+    }
+    if (index == anchored_) {
+        return anchor_;
     }
     const Item& item = scene_.items[static_cast<std::size_t>(index)];
     if (item.hasBox) {
@@ -109,6 +112,18 @@ Point SceneMaker::anchorOf(int index) const {
     if (const std::vector<Point> bends = bendsOf(view); !bends.empty()) {
         return middleOf(bends);
     }
+    const Point anchor = anchorBetweenEnds(index);
+    if (item.kind == "AssociationViewNew") { // its many roles ask for it again
+        anchored_ = index;
+        anchor_ = anchor;
+    }
+    return anchor;
+}
+
+/// The same of a line of which the file does not say where it is.
+Point SceneMaker::anchorBetweenEnds(int index) const {
+    const Item& item = scene_.items[static_cast<std::size_t>(index)];
+    const NodeId view = views_[static_cast<std::size_t>(index)];
     std::array<const Item*, 2> ends{};
     std::size_t count = 0;
     const auto take = [&](int end) {
@@ -138,7 +153,7 @@ Point SceneMaker::anchorOf(int index) const {
 
 /// Has the line, whose last point leads to the item `end`, end there. `other` is where it comes from when it has no
 /// point yet.
-void SceneMaker::leadTo(std::vector<Point>& line, int end, const Point& other) const {
+void SceneMaker::leadTo(std::vector<Point>& line, int end, const Point& other) {
     const Item& item = scene_.items[static_cast<std::size_t>(end)];
     if (!item.hasBox) {
         const Point anchor = anchorOf(end);
@@ -316,6 +331,18 @@ void SceneMaker::makeAssociation(std::size_t index) {
     }
 }
 
+const std::vector<NodeId>& SceneMaker::rolesOf(NodeId association) {
+    if (association != rolesOwner_) {
+        rolesOwner_ = association;
+        roles_.clear();
+        const NodeId list = association == noNode ? noNode : tree_.find(association, "roles");
+        for (NodeId role = tree_[list].first; list != noNode && role != noNode; role = tree_[role].next) {
+            roles_.push_back(role);
+        }
+    }
+    return roles_;
+}
+
 void SceneMaker::makeRole(std::size_t index) {
     Item& item = scene_.items[index];
     const NodeId view = views_[index];
@@ -340,15 +367,13 @@ void SceneMaker::makeRole(std::size_t index) {
     const NodeId association = shown_[static_cast<std::size_t>(item.parent)];
     NodeId role = shown_[index];
     NodeId otherRole = noNode;
-    const auto place = static_cast<int>(index) - item.parent - 1;
-    const NodeId list = association == noNode ? noNode : tree_.find(association, "roles");
-    if (list != noNode) {
-        NodeId each = tree_[list].first;
-        for (int position = 0; role == noNode && each != noNode && position <= place; ++position) {
-            role = position == place ? each : noNode;
-            each = tree_[each].next;
-        }
-        otherRole = tree_[list].first != role ? tree_[list].first : tree_[tree_[list].first].next;
+    const std::size_t place = index - static_cast<std::size_t>(item.parent) - 1;
+    const std::vector<NodeId>& roles = rolesOf(association);
+    if (role == noNode && place < roles.size()) {
+        role = roles[place];
+    }
+    if (roles.size() > 1) {
+        otherRole = roles[0] != role ? roles[0] : roles[1];
     }
     if (role == noNode || tree_[role].text != "Role") {
         writeLineLabels(index);

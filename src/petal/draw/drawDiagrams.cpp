@@ -9,6 +9,7 @@
 #include "petal/output/Descriptor.h"
 #include "petal/output/FileUses.h"
 #include "petal/output/ModelOutput.h"
+#include "petal/output/OutputFiles.h"
 #include "petal/output/fileFailure.h"
 #include "petal/units/lossLines.h"
 #include "petal/units/unitOptions.h"
@@ -32,6 +33,7 @@ namespace {
 
 using layout::NodeId;
 
+constexpr std::size_t mostOpen = 200; // files that are written at a time, each with a descriptor
 constexpr std::string_view svgEnding = ".svg";
 constexpr std::string_view drawioEnding = ".drawio";
 
@@ -198,10 +200,19 @@ void drawModel(const std::string& path, const DrawRequest& request, bool isSingl
             outputs.push_back((std::filesystem::path(*request.output) / name).string().append(svgEnding));
         }
         checkUses(*drawing, outputs);
-        for (std::size_t index = 0; index < outputs.size(); ++index) {
-            writeTo(outputs[index], [&](text::BufferedOutput& output) {
-                layout::writeSvg(sceneOf(drawing->diagrams[index]), theme, output);
-            });
+        for (std::size_t first = 0; first < outputs.size(); first += mostOpen) {
+            const std::size_t end = std::min(outputs.size(), first + mostOpen);
+            try {
+                OutputFiles files(std::filesystem::path(*request.output));
+                for (std::size_t index = first; index < end; ++index) {
+                    text::BufferedOutput output(files.open(drawing->names[index] + std::string(svgEnding)));
+                    layout::writeSvg(sceneOf(drawing->diagrams[index]), theme, output);
+                    output.flush();
+                }
+                files.commit();
+            } catch (const std::system_error& error) {
+                throw outputFailure("the pictures in '" + *request.output + "'", error);
+            }
         }
     }
     if (!request.quiet) {
