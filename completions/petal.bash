@@ -4,12 +4,6 @@ _petal() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} command=""
     [ "$COMP_CWORD" -gt 1 ] && command=${COMP_WORDS[1]}
     [ "$command" = report ] && [ "$COMP_CWORD" -gt 2 ] && command="report ${COMP_WORDS[2]}"
-    # bash takes "-O NAME=VALUE" for three words
-    if [ "$current" = "=" ]; then
-        previous="$previous=" current=""
-    elif [ "$previous" = "=" ]; then
-        previous="${COMP_WORDS[COMP_CWORD-2]}="
-    fi
     local words=""
     case "$command:$previous" in
     'import:--files-from') words="" ;;
@@ -19,8 +13,8 @@ _petal() {
     'import:--report') words="" ;;
     'import:--types') words="" ;;
     'import:--encoding') words="" ;;
-    'import:-f'|'import:--format') words="json tree uml none" ;;
-    'import:-O') words="places= flavour= association-class= primitives= stereotype." ;;
+    'import:-f'|'import:--format') words="json tree none" ;;
+    'import:-O') words="" ;;
     'import:-o') words="" ;;
     'import:--log-level') words="FATAL ERROR WARNING STATUS DEBUG" ;;
     'import:--log-format') words="text json" ;;
@@ -31,17 +25,20 @@ _petal() {
     'import:--ledger') words="" ;;
     'import:--ledger-detail') words="named all" ;;
     'import:--fail-on') words="loss damage warning encoding omission" ;;
-    'import:places=') words="true false" ;;
-    'import:flavour=') words="eclipse omg xmi21" ;;
-    'import:association-class=') words="fold split" ;;
-    'import:primitives=') words="local uml" ;;
-    'import:stereotype.=') words="" ;;
     'units:--units') words="require warn skip" ;;
     'units:--path-map') words="" ;;
     'units:--unit-dir') words="" ;;
     'report merge:-o') words="" ;;
-    'formats:formats') words="json tree uml none" ;;
-    'schema:schema') words="formats info ledger log model report units version" ;;
+    'formats:formats') words="json tree none" ;;
+    'schema:schema') words="diagrams formats info ledger log model report units version" ;;
+    'draw:--diagram') words="" ;;
+    'draw:-o') words="" ;;
+    'draw:--as') words="svg drawio" ;;
+    'draw:-O') words="" ;;
+    'draw:-j'|'draw:--jobs') words="" ;;
+    'draw:--units') words="require warn skip" ;;
+    'draw:--path-map') words="" ;;
+    'draw:--unit-dir') words="" ;;
     *)
         case "$command:$current" in
         ':-'*) words="-h --help --version --json" ;;
@@ -52,14 +49,14 @@ _petal() {
         'report:'*) words="merge" ;;
         'formats:-'*) words="-h --help --json" ;;
         'schema:-'*) words="-h --help" ;;
+        'draw:-'*) words="-h --help --list --json --diagram -o --as -O -j --jobs -q --quiet --units --path-map --unit-dir" ;;
         'textconv:-'*) words="-h --help" ;;
         'options:-'*) words="-h --help" ;;
         'spec:-'*) words="-h --help" ;;
-        ':'*) words="import info units report formats schema textconv options spec" ;;
+        ':'*) words="import info units report formats schema draw textconv options spec" ;;
         esac ;;
     esac
     # shellcheck disable=SC2207 # the words hold no blanks
     COMPREPLY=($(compgen -W "$words" -- "$current"))
-    case "${COMPREPLY[0]-}" in *[=.]) compopt -o nospace 2>/dev/null ;; esac
 }
 complete -o default -F _petal petal

@@ -9,6 +9,7 @@ namespace layout {
 namespace {
 
 constexpr double nearby = 2;      // a point so far from an outline is on it
+constexpr double smallGap = 40;   // between a line and its box, which goes on straight
 constexpr double labelGap = 30;   // between a label and what it is at
 constexpr double looseEnd = 150;  // of a line that leads nowhere
 constexpr double loopWidth = 100; // of a line from a box to itself
@@ -178,6 +179,11 @@ void SceneMaker::leadTo(std::vector<Point>& line, int end, const Point& other) {
         const Rectangle& reach = reach_[static_cast<std::size_t>(end)];
         const bool isAtLabel = hasLabelOutside(item.shape) && reach.contains(line.back(), labelGap);
         if (isOnBox || isAtLabel) {
+            return;
+        }
+        if (outline == Outline::rectangle && item.box.contains(line.back(), smallGap)) {
+            line.push_back({std::clamp(line.back().x, item.box.x, item.box.right()),
+                            std::clamp(line.back().y, item.box.y, item.box.bottom())});
             return;
         }
     }

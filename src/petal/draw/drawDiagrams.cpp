@@ -248,7 +248,8 @@ void listDiagrams(const std::vector<Source>& sources, const DrawRequest& request
                 json.startObject();
                 member("model", text::validText(source.path));
                 member("kind", node.text);
-                member("name", name);
+                json.key("name");
+                json.text(name);
                 json.key("items");
                 json.number(static_cast<std::int64_t>(count));
                 member("quid", drawing->tree.text(diagram, "quid"));
