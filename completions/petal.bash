@@ -4,6 +4,12 @@ _petal() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} command=""
     [ "$COMP_CWORD" -gt 1 ] && command=${COMP_WORDS[1]}
     [ "$command" = report ] && [ "$COMP_CWORD" -gt 2 ] && command="report ${COMP_WORDS[2]}"
+    # bash takes "-O NAME=VALUE" for three words
+    if [ "$current" = "=" ]; then
+        previous="$previous=" current=""
+    elif [ "$previous" = "=" ]; then
+        previous="${COMP_WORDS[COMP_CWORD-2]}="
+    fi
     local words=""
     case "$command:$previous" in
     'import:--files-from') words="" ;;
@@ -13,8 +19,8 @@ _petal() {
     'import:--report') words="" ;;
     'import:--types') words="" ;;
     'import:--encoding') words="" ;;
-    'import:-f'|'import:--format') words="json tree none" ;;
-    'import:-O') words="" ;;
+    'import:-f'|'import:--format') words="json tree uml none" ;;
+    'import:-O') words="places= flavour= association-class= primitives= stereotype." ;;
     'import:-o') words="" ;;
     'import:--log-level') words="FATAL ERROR WARNING STATUS DEBUG" ;;
     'import:--log-format') words="text json" ;;
@@ -25,20 +31,30 @@ _petal() {
     'import:--ledger') words="" ;;
     'import:--ledger-detail') words="named all" ;;
     'import:--fail-on') words="loss damage warning encoding omission" ;;
+    'import:places=') words="true false" ;;
+    'import:flavour=') words="eclipse omg xmi21" ;;
+    'import:association-class=') words="fold split" ;;
+    'import:primitives=') words="local uml" ;;
+    'import:stereotype.=') words="" ;;
     'units:--units') words="require warn skip" ;;
     'units:--path-map') words="" ;;
     'units:--unit-dir') words="" ;;
     'report merge:-o') words="" ;;
-    'formats:formats') words="json tree none" ;;
+    'formats:formats') words="json tree uml none" ;;
     'schema:schema') words="diagrams formats info ledger log model report units version" ;;
     'draw:--diagram') words="" ;;
     'draw:-o') words="" ;;
     'draw:--as') words="svg drawio" ;;
-    'draw:-O') words="" ;;
+    'draw:-O') words="places= flavour= association-class= primitives= stereotype." ;;
     'draw:-j'|'draw:--jobs') words="" ;;
     'draw:--units') words="require warn skip" ;;
     'draw:--path-map') words="" ;;
     'draw:--unit-dir') words="" ;;
+    'draw:places=') words="true false" ;;
+    'draw:flavour=') words="eclipse omg xmi21" ;;
+    'draw:association-class=') words="fold split" ;;
+    'draw:primitives=') words="local uml" ;;
+    'draw:stereotype.=') words="" ;;
     *)
         case "$command:$current" in
         ':-'*) words="-h --help --version --json" ;;
@@ -58,5 +74,6 @@ _petal() {
     esac
     # shellcheck disable=SC2207 # the words hold no blanks
     COMPREPLY=($(compgen -W "$words" -- "$current"))
+    case "${COMPREPLY[0]-}" in *[=.]) compopt -o nospace 2>/dev/null ;; esac
 }
 complete -o default -F _petal petal

@@ -57,7 +57,7 @@ complete -c petal -n '__fish_seen_subcommand_from draw' -l json -d 'With --list:
 complete -c petal -n '__fish_seen_subcommand_from draw' -l diagram -x -d 'Draw only the diagrams of this name, alone or behind its packages (A::B::Main)'
 complete -c petal -n '__fish_seen_subcommand_from draw' -s o -r -F -d 'A file for one picture, whose name ends in .svg (default: standard output), else the'
 complete -c petal -n '__fish_seen_subcommand_from draw' -l as -x -a 'svg drawio' -d 'Draw SVG pictures, or a file for draw.io with a page for each diagram'
-complete -c petal -n '__fish_seen_subcommand_from draw' -s O -x -d 'theme=file|plain: the colours of the file (default), or black on white'
+complete -c petal -n '__fish_seen_subcommand_from draw' -s O -x -a 'places=true places=false flavour=eclipse flavour=omg flavour=xmi21 association-class=fold association-class=split primitives=local primitives=uml stereotype.' -d 'theme=file|plain: the colours of the file (default), or black on white'
 complete -c petal -n '__fish_seen_subcommand_from draw' -s j -l jobs -x -d 'Draw up to N files in parallel'
 complete -c petal -n '__fish_seen_subcommand_from draw' -s q -l quiet -d 'Print nothing but failures'
 complete -c petal -n '__fish_seen_subcommand_from draw' -l units -x -a 'require warn skip' -d 'Controlled units: warn of missing ones'

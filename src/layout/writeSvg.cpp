@@ -444,6 +444,8 @@ void writeSvg(const Scene& scene, Theme theme, text::BufferedOutput& output) {
         svg.raw(markup(package) + "::");
     }
     svg.raw(markup(scene.name) + "</title>\n");
+    svg.rectangle(bounds, " fill=\"#ffffff\" stroke=\"none\""); // pages around it may be dark
+    svg.raw("\n");
     const std::vector<Item>& items = scene.items;
     for (std::size_t index = 0; index < items.size(); ++index) {
         startGroup(svg, items[index]);
