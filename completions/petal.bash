@@ -48,7 +48,27 @@ _petal() {
     'units:--unit-dir') words="" ;;
     'report merge:-o') words="" ;;
     'formats:formats') words="json tree uml plantuml mermaid dot none" ;;
-    'schema:schema') words="formats info ledger log model report units version" ;;
+    'schema:schema') words="diagrams formats info ledger log model report units version" ;;
+    'draw:--diagram') words="" ;;
+    'draw:-o') words="" ;;
+    'draw:--as') words="svg drawio" ;;
+    'draw:-O') words="places= flavour= association-class= primitives= stereotype. scope= diagram= package= members= operations= direction= max-classes=" ;;
+    'draw:-j'|'draw:--jobs') words="" ;;
+    'draw:--units') words="require warn skip" ;;
+    'draw:--path-map') words="" ;;
+    'draw:--unit-dir') words="" ;;
+    'draw:places=') words="true false" ;;
+    'draw:flavour=') words="eclipse omg xmi21" ;;
+    'draw:association-class=') words="fold split" ;;
+    'draw:primitives=') words="local uml" ;;
+    'draw:stereotype.=') words="" ;;
+    'draw:scope=') words="model packages diagrams" ;;
+    'draw:diagram=') words="" ;;
+    'draw:package=') words="" ;;
+    'draw:members=') words="all public none" ;;
+    'draw:operations=') words="true false" ;;
+    'draw:direction=') words="TB LR BT RL" ;;
+    'draw:max-classes=') words="" ;;
     *)
         case "$command:$current" in
         ':-'*) words="-h --help --version --json" ;;
@@ -59,10 +79,11 @@ _petal() {
         'report:'*) words="merge" ;;
         'formats:-'*) words="-h --help --json" ;;
         'schema:-'*) words="-h --help" ;;
+        'draw:-'*) words="-h --help --list --json --diagram -o --as -O -j --jobs -q --quiet --units --path-map --unit-dir" ;;
         'textconv:-'*) words="-h --help" ;;
         'options:-'*) words="-h --help" ;;
         'spec:-'*) words="-h --help" ;;
-        ':'*) words="import info units report formats schema textconv options spec" ;;
+        ':'*) words="import info units report formats schema draw textconv options spec" ;;
         esac ;;
     esac
     # shellcheck disable=SC2207 # the words hold no blanks
