@@ -20,7 +20,7 @@ _petal() {
     'import:--types') words="" ;;
     'import:--encoding') words="" ;;
     'import:-f'|'import:--format') words="json tree uml plantuml mermaid dot none" ;;
-    'import:-O') words="places= flavour= association-class= primitives= stereotype. scope= diagram= package= members= operations= direction= max-classes=" ;;
+    'import:-O') words="places= flavour= association-class= primitives= stereotype. scope= diagram= package= members= operations= direction= max-classes= positions=" ;;
     'import:-o') words="" ;;
     'import:--log-level') words="FATAL ERROR WARNING STATUS DEBUG" ;;
     'import:--log-format') words="text json" ;;
@@ -43,6 +43,7 @@ _petal() {
     'import:operations=') words="true false" ;;
     'import:direction=') words="TB LR BT RL" ;;
     'import:max-classes=') words="" ;;
+    'import:positions=') words="source none" ;;
     'units:--units') words="require warn skip" ;;
     'units:--path-map') words="" ;;
     'units:--unit-dir') words="" ;;
@@ -52,7 +53,7 @@ _petal() {
     'draw:--diagram') words="" ;;
     'draw:-o') words="" ;;
     'draw:--as') words="svg drawio" ;;
-    'draw:-O') words="places= flavour= association-class= primitives= stereotype. scope= diagram= package= members= operations= direction= max-classes=" ;;
+    'draw:-O') words="places= flavour= association-class= primitives= stereotype. scope= diagram= package= members= operations= direction= max-classes= positions=" ;;
     'draw:-j'|'draw:--jobs') words="" ;;
     'draw:--units') words="require warn skip" ;;
     'draw:--path-map') words="" ;;
@@ -69,6 +70,7 @@ _petal() {
     'draw:operations=') words="true false" ;;
     'draw:direction=') words="TB LR BT RL" ;;
     'draw:max-classes=') words="" ;;
+    'draw:positions=') words="source none" ;;
     *)
         case "$command:$current" in
         ':-'*) words="-h --help --version --json" ;;

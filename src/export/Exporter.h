@@ -15,6 +15,7 @@ class SourceMap;
 
 namespace exporter {
 
+class DrawnPositions;
 class Omissions;
 
 /// The files that a format consists of.
@@ -28,6 +29,7 @@ struct ExportContext {
     OutputFolder& folder;            ///< opened by the format, completed by the caller
     Omissions& omissions;            ///< to which the format adds whatever of the model it has no place for
     std::string_view ending = {};    ///< of the output's name in lower case, with the dot; empty when it is not known
+    const DrawnPositions* positions = nullptr; ///< of classes on their class diagrams; null: not known
 };
 
 /// A format in which models are written: a row of the table that the help, the manual, the completions, `petal
@@ -43,6 +45,8 @@ struct Exporter {
     void (*write)(const ExportContext& context);
     /// Whether `ExportContext::source` is needed, which costs reading the files once more. Null for never.
     bool (*needsSource)(const OptionValues& options) = nullptr;
+    /// The same of `ExportContext::positions`. A format that needs them needs the source.
+    bool (*needsPositions)(const OptionValues& options) = nullptr;
 };
 
 } // namespace exporter

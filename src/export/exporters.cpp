@@ -22,6 +22,10 @@ constexpr std::array plantUmlEndings{".puml"sv, ".plantuml"sv};
 constexpr std::array mermaidEndings{".mmd"sv, ".md"sv};
 constexpr std::array dotEndings{".dot"sv, ".gv"sv};
 
+bool needsPositions(const OptionValues& options) {
+    return options.get("positions") == "source";
+}
+
 bool needsPlaces(const OptionValues& options) {
     return options.isOn("places");
 }
@@ -42,7 +46,7 @@ constexpr std::array table{
     Exporter{"mermaid", "class diagrams as text for Mermaid, alone or in Markdown", Shape::oneFile, mermaidEndings,
              mermaidOptions, writeMermaid},
     Exporter{"dot", "a graph of classes and packages for Graphviz", Shape::oneFile, dotEndings, dotOptions, writeDot,
-             always},
+             always, needsPositions},
     Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},
 };
 

@@ -224,6 +224,16 @@ TEST_F(RealBridge, OneImportWritesSeveralForms) {
     EXPECT_TRUE(has(run("$petal import m.mdl -o m.json -o m.txt -O plac=true").errors, "there is no option 'plac'"));
 }
 
+// In points, 0.24 of the file's units, upwards. The note of a class is beside it.
+TEST_F(RealBridge, ClassesAreWhereTheDiagramHasThem) {
+    const Ended ended = run("$petal import m.mdl -q -f dot -O positions=source | grep -o 'pos=.*!\"'");
+    EXPECT_EQ(ended.output, "pos=\"72.0,-48.0!\"\npos=\"144.0,-48.0!\"\n" // Overview
+                            "pos=\"72.0,-48.0!\"\npos=\"168.0,-120.0!\"\npos=\"274.4,-106.8!\"\n"
+                            "pos=\"168.0,-192.0!\"\npos=\"168.0,-48.0!\"\n")
+        << ended.errors;
+    EXPECT_FALSE(has(run("$petal import m.mdl -q -f dot").output, "pos="));
+}
+
 TEST_F(RealBridge, TellsWhatAFormatLeavesOut) {
     const std::string told = "petal: tree: left out: 2 descriptions\n";
     EXPECT_EQ(run("$petal import m.mdl -f tree >out").errors.find(told), 0U);

@@ -1,14 +1,19 @@
 #include "export/ClassKind.h"
+#include "export/DrawnPositions.h"
 #include "export/ElementIds.h"
 #include "export/Exporter.h"
 #include "export/Omissions.h"
 #include "export/graph/Syntax.h"
 #include "export/graph/writeGraphs.h"
 #include "host/model/KelClass.h"
+#include "host/model/KelClassDiagram.h"
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelNote.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdio>
 
 namespace exporter {
 
@@ -40,22 +45,29 @@ constexpr std::array headColours{
     KindColour{ClassKind::type, "#ececec"},      KindColour{ClassKind::classObject, "#e4ebf7"},
 };
 
+/// Graphviz then keeps positions, which are in points.
+constexpr std::string_view placedLayout = "layout=neato, inputscale=72, splines=line";
+constexpr double gap = 80; // points, between a class and its notes, and around what has no place
+
 class Dot final : public Syntax {
 public:
-    Dot(const Graph& graph, const ElementIds& ids, const Members& members)
+    /// `positions` are null when Graphviz is to find them.
+    Dot(const Graph& graph, const ElementIds& ids, const Members& members, const DrawnPositions* positions)
         : graph_(graph), ids_(ids), members_(members), html_(htmlRules), quoted_(quotedRules),
-          kinds_(members.getKinds()) {}
+          kinds_(members.getKinds()), positions_(positions) {}
 
     void start(const Picture& picture, std::string_view direction, std::string& into) {
         const std::string name = quoted_.name(picture.name);
         into += "digraph \"" + name + "\" {\n";
-        into += "  graph [rankdir=" + std::string(direction) + ", label=\"" + name +
+        place(picture);
+        into += "  graph [" + (isPlaced() ? std::string(placedLayout) : "rankdir=" + std::string(direction));
+        into += ", label=\"" + name +
                 "\", labelloc=t, nodesep=0.4, ranksep=0.6, fontname=\"Helvetica\", fontsize=14]\n"
                 "  node [shape=plain, fontname=\"Helvetica\", fontsize=10]\n"
                 "  edge [fontname=\"Helvetica\", fontsize=9, arrowsize=0.8, labeldistance=1.8]\n";
         if (picture.notesOf != nullptr) {
             for (const KelNote* note : notesOf(*picture.notesOf)) {
-                addNote(*note, 1, into);
+                addNote(*note, 1, nextFree(), into);
             }
         }
     }
@@ -75,10 +87,15 @@ public:
         const KelClass& one = *graph_.getClasses()[box.one];
         into += indent(level + 1) + graph_.idOf(box.one) + " [id=\"" + ids_.idOf(one) + "\"";
         into += one.description.isEmpty() ? "" : ", tooltip=\"" + tooltip(one.description.view()) + "\"";
-        into += R"(, label=<<table border="0" cellborder="1" cellspacing="0" cellpadding="4" bgcolor="white">)";
-        into += headOf(one) + (box.isBare ? "" : rowsOf(one)) + "</table>>]\n";
+        const DrawnPositions::Box place = isPlaced() ? placeOf(one) : DrawnPositions::Box{};
+        into += isPlaced() ? ", " + positionOf(place) : "";
+        into += R"(, label=<<table border="0" cellborder="1" cellspacing="0" cellpadding="4" bgcolor="white")";
+        into += isPlaced() ? sizeOf(place) : "";
+        into += ">" + headOf(one) + (box.isBare ? "" : rowsOf(one)) + "</table>>]\n";
+        DrawnPositions::Box notePlace{place.x + place.width / 2 + gap, place.y - place.height, 0, 0};
         for (const KelNote* note : box.isBare ? std::vector<const KelNote*>() : notesOf(one)) {
-            const std::string id = addNote(*note, level + 1, into);
+            notePlace.y += place.height / 2;
+            const std::string id = addNote(*note, level + 1, notePlace, into);
             into += indent(level + 1) + graph_.idOf(box.one) + " -> " + id + " [style=dashed, arrowhead=none]\n";
         }
     }
@@ -111,9 +128,56 @@ private:
         return all;
     }
 
-    std::string addNote(const KelNote& note, std::size_t level, std::string& into) {
+    [[nodiscard]] bool isPlaced() const { return diagram_ != nullptr; }
+
+    /// Finds out which diagram the picture is of, and where the room below it begins.
+    void place(const Picture& picture) {
+        const bool isDiagram =
+            picture.notesOf != nullptr && picture.notesOf->elementType == KelElementType::classDiagram;
+        diagram_ = positions_ != nullptr && isDiagram ? static_cast<const KelClassDiagram*>(picture.notesOf) : nullptr;
+        free_ = {};
+        if (!isPlaced()) {
+            return;
+        }
+        for (const Box& box : picture.boxes) {
+            if (const auto* drawn = positions_->find(*diagram_, *graph_.getClasses()[box.one])) {
+                free_.y = std::max(free_.y, drawn->y + drawn->height / 2 + gap);
+            }
+        }
+    }
+
+    /// A place below the diagram for what has none on it.
+    DrawnPositions::Box nextFree() {
+        free_.x += 2 * gap;
+        return free_;
+    }
+
+    DrawnPositions::Box placeOf(const KelClass& one) {
+        const DrawnPositions::Box* drawn = positions_->find(*diagram_, one);
+        return drawn != nullptr ? *drawn : nextFree();
+    }
+
+    static std::string number(double value) {
+        std::array<char, 32> digits{};
+        std::snprintf(digits.data(), digits.size(), "%.1f", value);
+        return digits.data();
+    }
+    /// Graphviz counts upwards.
+    static std::string positionOf(const DrawnPositions::Box& box) {
+        return "pos=\"" + number(box.x) + "," + number(-box.y) + "!\"";
+    }
+    /// The least size of a table.
+    static std::string sizeOf(const DrawnPositions::Box& box) {
+        static constexpr double largest = 65535;
+        const auto points = [](double length) { return number(std::clamp(std::floor(length), 0.0, largest)); };
+        const auto whole = [&](double length) { return points(length).substr(0, points(length).find('.')); };
+        return " width=\"" + whole(box.width) + "\" height=\"" + whole(box.height) + "\"";
+    }
+
+    std::string addNote(const KelNote& note, std::size_t level, const DrawnPositions::Box& at, std::string& into) {
         std::string id = "n" + std::to_string(++noteCount_);
-        into += indent(level) + id + R"( [shape=note, style=filled, fillcolor="#fffbe0", label=")";
+        into += indent(level) + id + " [" + (isPlaced() ? positionOf(at) + ", " : "");
+        into += R"(shape=note, style=filled, fillcolor="#fffbe0", label=")";
         for (const std::string& line : quoted_.lines(note.description.view())) {
             into += line + "\\l";
         }
@@ -163,6 +227,9 @@ private:
     Labels html_;
     Labels quoted_;
     const ClassKinds& kinds_;
+    const DrawnPositions* positions_;
+    const KelClassDiagram* diagram_ = nullptr; // of the picture; null unless its classes have places
+    DrawnPositions::Box free_{};
     std::size_t noteCount_ = 0;
 };
 
@@ -170,13 +237,14 @@ private:
 
 void writeDot(const ExportContext& context) {
     const Graph graph(context.model, context.omissions);
-    const std::vector<Picture> pictures = picturesOf(graph, context, "model");
+    const DrawnPositions* positions = context.options.get("positions") == "source" ? context.positions : nullptr;
+    const std::vector<Picture> pictures = picturesOf(graph, context, positions != nullptr ? "diagrams" : "model");
     countOmissions(context.model, context.omissions);
     const ElementIds ids(context.model, context.source);
     const Members members(context.options);
     text::BufferedOutput output(context.folder.open(""));
     for (const Picture& picture : pictures) {
-        Dot syntax(graph, ids, members);
+        Dot syntax(graph, ids, members, positions);
         std::string text;
         syntax.start(picture, context.options.get("direction"), text);
         output.put(text);

@@ -29,6 +29,9 @@ inline constexpr Option twoDirections{"direction", "TB|LR", "TB",
                                       "where edges lead: from top to bottom or from left to right"};
 inline constexpr Option mostClasses{"max-classes", "N", "100",
                                     "a picture in Markdown with more classes is split into parts", Accepts::number};
+inline constexpr Option positions{"positions", "source|none", "none",
+                                  "where the classes are: on the places that they have in the class diagrams of the "
+                                  "file, or wherever Graphviz puts them; source makes diagrams the usual scope"};
 } // namespace graph
 
 inline constexpr std::array plantUmlOptions{graph::scope,      graph::diagram,       graph::package,    graph::members,
@@ -36,8 +39,8 @@ inline constexpr std::array plantUmlOptions{graph::scope,      graph::diagram,  
 inline constexpr std::array mermaidOptions{graph::markdownScope, graph::diagram,    graph::package,
                                            graph::members,       graph::operations, graph::direction,
                                            graph::mostClasses,   ClassKinds::option};
-inline constexpr std::array dotOptions{graph::scope,      graph::diagram,   graph::package,    graph::members,
-                                       graph::operations, graph::direction, ClassKinds::option};
+inline constexpr std::array dotOptions{graph::scope,      graph::diagram,   graph::package,   graph::members,
+                                       graph::operations, graph::direction, graph::positions, ClassKinds::option};
 
 /// Class diagrams for PlantUML 1.2020.2 and newer: a block for each picture.
 ///
@@ -46,7 +49,7 @@ inline constexpr std::array dotOptions{graph::scope,      graph::diagram,   grap
 void writePlantUml(const ExportContext& context);
 /// Class diagrams for Mermaid 10.9 to 11.17: Markdown if the ending is ".md", else one picture.
 void writeMermaid(const ExportContext& context);
-/// Graphs for Graphviz: one for each picture.
+/// Graphs for Graphviz: one for each picture. Uses `ExportContext::positions` if the option asks for it.
 void writeDot(const ExportContext& context);
 
 } // namespace exporter

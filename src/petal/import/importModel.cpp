@@ -10,6 +10,7 @@
 #include "host/options/KelOptionList.h"
 #include "petal/import/ModelSource.h"
 #include "petal/import/PlugIn.h"
+#include "petal/import/findPositions.h"
 #include "petal/import/formats.h"
 #include "petal/import/importOptions.h"
 #include "petal/ledger/LedgerReport.h"
@@ -77,13 +78,19 @@ void forgetPath(KelModel& model) {
     }
 }
 
+using Need = bool (*exporter::Exporter::*)(const exporter::OptionValues& options);
+
+/// Whether one of the formats needs it.
+bool isAnyDestination(const ImportRequest& request, Need need) {
+    return std::ranges::any_of(request.destinations, [&](const Destination& destination) {
+        const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
+        return exporter.*need != nullptr && (exporter.*need)(formatOptions(request, exporter));
+    });
+}
+
 /// Whether one of the formats shows where the objects of the model come from.
 bool needsSource(const ImportRequest& request) {
-    const bool isNeeded = std::ranges::any_of(request.destinations, [&](const Destination& destination) {
-        const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
-        return exporter.needsSource != nullptr && exporter.needsSource(formatOptions(request, exporter));
-    });
-    if (!isNeeded) {
+    if (!isAnyDestination(request, &exporter::Exporter::needsSource)) {
         return false;
     }
     if (::access(request.file.c_str(), F_OK) == 0 && !std::filesystem::is_regular_file(request.file)) {
@@ -94,13 +101,14 @@ bool needsSource(const ImportRequest& request) {
     return true;
 }
 
-source::SourceMap findPlaces(const ImportRequest& request, const ModelSource& source, const source::Trace& trace) {
+/// Calls `read`, which reads the files once more to find `what`.
+template <class Read>
+auto readAgain(const ImportRequest& request, const char* what, Read read) {
     try {
-        return source::makeSourceMap(source.getTree(), trace, keptModel());
+        return read();
     } catch (const std::system_error& error) {
-        throw Failure(
-            Outcome::unexpected,
-            "'" + request.file + "' cannot be read again for the places of objects: " + error.code().message(), "");
+        throw Failure(Outcome::unexpected,
+                      "'" + request.file + "' cannot be read again for " + what + ": " + error.code().message(), "");
     }
 }
 
@@ -108,7 +116,8 @@ source::SourceMap findPlaces(const ImportRequest& request, const ModelSource& so
 class WrittenModel {
 public:
     /// Writes it. Throws a `Failure`.
-    WrittenModel(const ImportRequest& request, const Destination& destination, const source::SourceMap* places)
+    WrittenModel(const ImportRequest& request, const Destination& destination, const source::SourceMap* places,
+                 const exporter::DrawnPositions* positions)
         : destination_(destination) {
         const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
         const exporter::OptionValues options = formatOptions(request, exporter);
@@ -120,7 +129,8 @@ public:
                             .options = options,
                             .folder = *files_,
                             .omissions = omissions_,
-                            .ending = ending});
+                            .ending = ending,
+                            .positions = positions});
         });
     }
 
@@ -149,10 +159,17 @@ private:
 };
 
 /// Returns how much of the model the forms lack.
-std::uint64_t writeModel(const ImportRequest& request, const source::SourceMap* places, const OmissionTaker& take) {
+std::uint64_t writeModel(const ImportRequest& request, const ModelSource& source, const source::SourceMap* places,
+                         const OmissionTaker& take) {
+    std::optional<exporter::DrawnPositions> positions;
+    if (places != nullptr && isAnyDestination(request, &exporter::Exporter::needsPositions)) {
+        positions = readAgain(request, "the positions of classes",
+                              [&] { return findPositions(source.getTree(), keptModel(), *places); });
+    }
+
     std::deque<WrittenModel> forms;
     for (const Destination& destination : request.destinations) {
-        forms.emplace_back(request, destination, places);
+        forms.emplace_back(request, destination, places, positions ? &*positions : nullptr);
     }
     std::ranges::for_each(forms, &WrittenModel::commit);
     std::uint64_t omitted = 0;
@@ -226,10 +243,11 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     }
     std::optional<source::SourceMap> places;
     if (isPlaced) {
-        places = findPlaces(request, source, *trace);
+        places = readAgain(request, "the places of objects",
+                           [&] { return source::makeSourceMap(source.getTree(), *trace, keptModel()); });
     }
     ImportResult result;
-    result.omitted = writeModel(request, places ? &*places : nullptr, context.takeOmissions);
+    result.omitted = writeModel(request, source, places ? &*places : nullptr, context.takeOmissions);
     if (trace) {
         ledger.make(source, *trace, keptModel(), chosenEncoding(options));
     }
