@@ -22,7 +22,7 @@ struct Format {
     const char* advice;
 };
 
-constexpr const char* utf16Advice = "It is in UTF-16. Convert it to the encoding that its charSet stands for, "
+constexpr const char* utf16Advice = "It is in UTF-16. Convert it to the encoding that its charSet means, "
                                     "with iconv for example.";
 constexpr const char* archiveAdvice = "It is a compressed archive. Unpack it and name the model file in it.";
 
@@ -45,9 +45,10 @@ const char* foreignFormatAdvice(std::string_view head) {
     }
     const auto* found =
         std::ranges::find_if(formats, [head](const Format& format) { return head.starts_with(format.start); });
-    return found != formats.end() ? found->advice
-                                  : "A model file begins with \"(object Petal\". Check that this is one as its tool "
-                                    "saves it.";
+    return found != formats.end()
+               ? found->advice
+               : "A model file begins with \"(object Petal\". Check that its tool saved this file as a "
+                 "model.";
 }
 
 namespace {

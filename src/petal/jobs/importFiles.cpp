@@ -175,7 +175,7 @@ Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
     request.destinations = sharedDestination(request);
     Sources sources = findSources(jobs);
     if (sources.files.empty() && !jobs.inputs.empty()) {
-        throw Failure(Outcome::inputNotRead, "there is no model file in what was named",
+        throw Failure(Outcome::inputNotRead, "the arguments name no model file",
                       "In a folder, model files are those whose names end in '.mdl'.");
     }
     std::vector<ImportPaths> paths = planPaths(sources.files, request);
