@@ -123,8 +123,8 @@ private:
             refused_.emplace(identity, std::move(found.contents));
             return;
         }
-        dropReferencesOutside(found.contents.content,
-                              found.contents); // the rest of the file does not get into the model
+        // The rest of the file does not get into the model.
+        dropReferencesOutside(found.contents.content, found.contents);
         unit.state = UnitState::found;
         unit.file = tree_.files.size();
         add(std::move(found)); // moves the files, and `unit` with them

@@ -59,7 +59,7 @@ using notation::EventKind;
 
 constexpr std::string_view diagramSuffix = "Diagram"; // ClassDiagram, State_Diagram ...
 
-/// An object that is being read, with what makes it a controlled unit.
+/// An object that is being read, with the properties of a controlled unit.
 struct OpenObject {
     std::string kind;
     std::string name;
@@ -71,7 +71,7 @@ struct OpenObject {
 
 class Gatherer {
 public:
-    /// False when there is no point in reading on.
+    /// Returns false when the rest of the file is not needed.
     bool take(const Event& event);
     FileInfo finish();
 
@@ -84,9 +84,9 @@ private:
 
     FileInfo info_;
     notation::HeaderGatherer header_;
-    std::vector<OpenObject> open_; // those in front of `depth_`; the others keep their memory for the next
+    std::vector<OpenObject> open_; // the first `depth_`; the others keep their memory for reuse
     std::size_t depth_ = 0;
-    bool inFileName_ = false; // a further piece of the value is one of a file's name
+    bool inFileName_ = false; // further pieces belong to a file's name
 };
 
 bool Gatherer::take(const Event& event) {

@@ -46,7 +46,7 @@ void readNumber(const Value& object, const char* name, Number& number) {
     }
 }
 
-/// A single output is a text, several are a list.
+/// One output is a text, several are a list.
 void readOutputs(const Value& object, std::vector<std::string>& outputs) {
     const Value* value = find(object, "output");
     if (value == nullptr || !value->IsArray()) {
