@@ -67,8 +67,8 @@ struct OpenObject {
 };
 
 /// Merges the files' text with the steps of an import, in one pass. A step belongs to the last object's head or
-/// property that began before it. Most outcomes are decided at the end of the object or property; those of views wait
-/// for the end of the view. Contract: see `makeLedger`.
+/// property that began before it. Objects are judged after their heads, properties after their values, packages and
+/// most views at their ends. `makeLedger` has the contract.
 class LedgerMerge {
 public:
     LedgerMerge(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model, const Choices& choices,

@@ -11,7 +11,7 @@
 
 namespace units {
 
-/// A folder that a path symbol may stand for.
+/// A folder that a path symbol may mean.
 struct SymbolFolder {
     std::string symbol; ///< without "$"
     std::filesystem::path folder;
