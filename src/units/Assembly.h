@@ -19,8 +19,8 @@ public:
 
     /// Whether the text differs from that of the model's own file.
     [[nodiscard]] bool differs() const { return isWrapped() || renamedRoot_ || !tree_->files[0].units.empty(); }
-    /// The root of the packages if its name is not "Logical View". The text has that name instead, also at
-    /// the start of the paths that name classes.
+    /// The root of the packages if its name is not "Logical View". In the text its name is "Logical View", also at the
+    /// start of the paths that name classes.
     [[nodiscard]] const std::optional<RenamedRoot>& getRenamedRoot() const { return renamedRoot_; }
     /// Whether the file is a package without a Design. The text puts such a package into a logical view.
     [[nodiscard]] bool isWrapped() const;
