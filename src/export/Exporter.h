@@ -42,6 +42,9 @@ struct Exporter {
     void (*write)(const ExportContext& context);
     /// Whether `ExportContext::source` is needed, which costs reading the files once more. Null for never.
     bool (*needsSource)(const OptionValues& options) = nullptr;
+    /// Throws `WrongOption` for values that their options accept and the format does not. Called before an import. Null
+    /// for a format that takes all.
+    void (*check)(const OptionValues& options) = nullptr;
 };
 
 } // namespace exporter

@@ -2,6 +2,7 @@
 
 #include "export/json/writeJson.h"
 #include "export/outline/writeOutline.h"
+#include "export/sql/writeSql.h"
 #include "export/uml/writeUml.h"
 
 #include <algorithm>
@@ -17,6 +18,7 @@ using namespace std::string_view_literals;
 constexpr std::array jsonEndings{".json"sv};
 constexpr std::array treeEndings{".txt"sv};
 constexpr std::array umlEndings{".uml"sv};
+constexpr std::array sqlEndings{".sql"sv};
 
 bool needsPlaces(const OptionValues& options) {
     return options.isOn("places");
@@ -33,6 +35,8 @@ constexpr std::array table{
     Exporter{"tree", "an outline for people", Shape::oneFile, treeEndings, {}, writeOutline},
     Exporter{"uml", "UML 2.5 in XMI for modelling tools, such as those of Eclipse", Shape::oneFile, umlEndings,
              umlOptions, writeUml, always},
+    Exporter{"sql", "tables and keys for PostgreSQL, SQLite or Oracle", Shape::oneFile, sqlEndings, sqlOptions,
+             writeSql, always, checkSqlOptions},
     Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},
 };
 

@@ -27,6 +27,7 @@ struct Option {
     std::string_view description; ///< half a sentence for people
     Accepts accepts = Accepts::word;
     bool isRepeatable = false; ///< each setting adds a value; otherwise the last one counts
+    bool namesOutput = false;  ///< a text that is the path of a further file to write, so it is for a single model
 
     [[nodiscard]] bool isFamily() const { return name.ends_with(".WORD"); }
 };

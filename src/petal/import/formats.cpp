@@ -181,6 +181,16 @@ void checkFormatOptions(const ImportRequest& request, std::span<const Destinatio
             }
         }
     }
+    for (const Destination& destination : destinations) {
+        const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
+        try {
+            if (exporter.check != nullptr) {
+                exporter.check(formatOptions(request, exporter));
+            }
+        } catch (const exporter::WrongOption& error) {
+            throw wrongOption(destination.format, error);
+        }
+    }
 }
 
 exporter::OptionValues formatOptions(const ImportRequest& request, const exporter::Exporter& exporter) {

@@ -1,5 +1,8 @@
 #include "petal/output/OutputFiles.h"
 
+#include "petal/output/Descriptor.h"
+
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <set>
@@ -96,11 +99,18 @@ text::Output& OutputFiles::open(std::string_view name) {
     return files_.emplace_back(std::move(*target));
 }
 
-void OutputFiles::commit() {
-    if (one_ != nullptr) {
-        one_->commit();
-        return;
+text::Output& OutputFiles::openBeside(const std::string& path) {
+    if (path != "-" && namedDescriptor(path) < 0) {
+        if (auto target = fileToReplace(path)) {
+            removeAbandoned(target->parent_path(), fewNames);
+            return files_.emplace_back(std::move(*target));
+        }
     }
+    return *streams_.emplace_back(ModelOutput::open(path));
+}
+
+void OutputFiles::commit() {
+    std::ranges::for_each(streams_, [](const auto& stream) { stream->commit(); });
     std::set<fs::path> folders;
     for (const File& file : files_) {
         file.temporary.sync();
@@ -118,6 +128,9 @@ void OutputFiles::replaceAll() {
     try {
         for (File& file : files_) {
             replacement.replace(file.temporary);
+        }
+        if (one_ != nullptr) {
+            one_->commit();
         }
     } catch (...) {
         replacement.undo();

@@ -22,6 +22,8 @@ public:
     explicit OutputFiles(std::filesystem::path folder) : folder_(std::move(folder)) {}
 
     [[nodiscard]] text::Output& open(std::string_view name) override;
+    /// Opens the path as `ModelOutput::open` does.
+    [[nodiscard]] text::Output& openBeside(const std::string& path) override;
 
     /// Replaces all files or none. Called once, as the last operation. Throws `std::system_error`: regular files are
     /// then as they were, but folders that were created stay. Exceptions: if only bringing a name to the disk failed,
@@ -39,7 +41,8 @@ private:
 
     std::unique_ptr<ModelOutput> one_; // null for a folder
     std::filesystem::path folder_;
-    std::deque<File> files_;
+    std::deque<File> files_;                           // of a folder, and those beside
+    std::deque<std::unique_ptr<ModelOutput>> streams_; // beside, of what is not a regular file
 };
 
 } // namespace petal

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "export/sql/ClassTables.h"
+#include "export/sql/makeSchema.h"
+
+#include <limits>
+#include <map>
+#include <unordered_map>
+
+class KelAttribute;
+class KelCandidateKey;
+class KelForeignKey;
+class KelAssociationRole;
+
+namespace exporter::sql {
+
+inline constexpr std::uint32_t noTable = std::numeric_limits<std::uint32_t>::max();
+
+/// A column that a table is to have, or the columns of a reference, as many as the key has that it refers to.
+struct PlannedColumn {
+    Rule rule = Rule::attribute;
+    const KelObject* element = nullptr; // that it comes from
+    std::string name;                   // the model's text that names it
+    ColumnType type;
+    std::uint32_t target = noTable; // the table that it refers to; noTable: one column
+    bool isNotNull = false;
+    bool isUnique = false;
+    bool cascades = false;
+    Default byDefault;
+    const Values* values = nullptr;
+};
+
+struct PlannedKey {
+    const KelCandidateKey* key;
+    std::vector<std::uint32_t> columns; // indexes into `PlannedTable::attributes`
+};
+
+/// How a table gets its primary key.
+enum class KeyPlan : std::uint8_t { made, natural, inherited, references };
+
+struct PlannedTable {
+    Rule rule = Rule::classTable;
+    const KelObject* element = nullptr;
+    std::vector<std::uint32_t> classes; // numbers of those whose objects are rows
+    KeyPlan keyPlan = KeyPlan::made;
+    PlannedKey primary{nullptr, {}};        // of a natural key
+    std::uint32_t supertable = noTable;     // of an inherited key
+    const KelObject* inheritance = nullptr; // the generalization that says so
+    bool hasKind = false;
+    std::vector<PlannedColumn> attributes;
+    std::vector<PlannedColumn> references; // to further supertypes, then of associations
+    std::vector<PlannedKey> uniques;
+    std::unordered_map<const KelAttribute*, std::uint32_t> columnOf; // indexes into `attributes`
+};
+
+/// A foreign key of the model that becomes one of the schema.
+struct PlannedForeignKey {
+    std::uint32_t table;
+    const KelForeignKey* key;
+    const KelCandidateKey* target; // of `targetTable`, where it is the primary key or UNIQUE
+    std::uint32_t targetTable;
+    std::vector<std::uint32_t> columns;       // indexes into the attributes of the table
+    std::vector<std::uint32_t> targetColumns; // likewise of the target
+    bool cascades = false;
+};
+
+/// What the schema is made of, before its columns have names.
+struct Plan {
+    std::vector<PlannedTable> tables; // of classes in the order of the document, then of associations
+    std::vector<PlannedForeignKey> foreignKeys;
+    std::map<std::string, std::vector<std::pair<std::uint32_t, std::uint32_t>>> unknownTypes; // tables and attributes
+};
+
+/// Decides what becomes a table, a column and a reference. Adds values, decisions and omissions.
+[[nodiscard]] Plan makePlan(const KelModel& model, const ClassTables& classes, const SchemaChoices& choices,
+                            Schema& schema, Omissions& omissions);
+
+/// "Sales::Order", or for a nameless association "the association of Sales::Order and Sales::Customer".
+[[nodiscard]] std::string shownName(const KelObject& element);
+
+} // namespace exporter::sql
