@@ -25,19 +25,19 @@ struct Unstored {
 /// Kinds of classes that have no rows. Those that columns use as types are enumerations only.
 constexpr std::array unstoredKinds{
     Unstored{ClassKind::interface, {"interface", "interfaces", "an interface has no rows"}},
-    Unstored{ClassKind::datatype, {"data type", "data types", "its values have no rows"}},
-    Unstored{ClassKind::primitive, {"primitive type", "primitive types", "its values have no rows"}},
-    Unstored{ClassKind::actor, {"actor", "actors", "it is outside of what is stored"}},
-    Unstored{ClassKind::boundary, {"boundary class", "boundary classes", "it is not stored"}},
-    Unstored{ClassKind::control, {"control class", "control classes", "it is not stored"}},
-    Unstored{ClassKind::type, {"type class", "type classes", "it is not stored"}},
+    Unstored{ClassKind::datatype, {"data type", "data types", "values have no rows"}},
+    Unstored{ClassKind::primitive, {"primitive type", "primitive types", "values have no rows"}},
+    Unstored{ClassKind::actor, {"actor", "actors", "what is outside has no rows"}},
+    Unstored{ClassKind::boundary, {"boundary class", "boundary classes", "there are no rows of it"}},
+    Unstored{ClassKind::control, {"control class", "control classes", "there are no rows of it"}},
+    Unstored{ClassKind::type, {"type class", "type classes", "there are no rows of it"}},
 };
 
-constexpr Omission utility{"class utility", "class utilities", "it has no objects"};
-constexpr Omission metaclass{"metaclass", "metaclasses", "its objects are classes"};
+constexpr Omission utility{"class utility", "class utilities", "there are no objects of it"};
+constexpr Omission metaclass{"metaclass", "metaclasses", "the objects of it are classes"};
 constexpr Omission templated{"template class", "template classes", "a table has no parameters"};
-constexpr Omission transient{"class", "classes", "it is not persistent"};
-constexpr Omission ownGeneralization{"generalization", "generalizations", "no stored class is its subtype"};
+constexpr Omission transient{"class", "classes", "only persistent ones are tables"};
+constexpr Omission ownGeneralization{"generalization", "generalizations", "the subtype is no table"};
 
 const Omission* omissionOf(KelClassCategoryType category) {
     using enum KelClassCategoryType;

@@ -269,7 +269,7 @@ constexpr std::array sqliteReserved{
     "without"sv,
 };
 
-/// The reserved words of Oracle's SQL, and the pseudocolumns and functions that no column may be called without quotes.
+/// The reserved words of Oracle's SQL, its pseudocolumns, and words that begin what is not a column in a table.
 constexpr std::array oracleReserved{
     "access"sv,
     "add"sv,
@@ -289,7 +289,7 @@ constexpr std::array oracleReserved{
     "column_value"sv,
     "comment"sv,
     "compress"sv,
-    "connect"sv,
+    "connect"sv, "constraint"sv, "foreign"sv, "period"sv, "primary"sv, "ref"sv, "references"sv, "scope"sv, "supplemental"sv,
     "create"sv,
     "current"sv,
     "date"sv,

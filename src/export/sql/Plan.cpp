@@ -30,14 +30,15 @@ constexpr std::size_t mostColumns = 1'000;
 constexpr std::size_t mostKeyColumns = 32;
 constexpr std::size_t longestValue = 1'000; // bytes of a value of a CHECK
 
-constexpr Omission derived{"derived attribute", "derived attributes", "its value is computed"};
-constexpr Omission shared{"static attribute", "static attributes", "it is not of a row"};
+constexpr Omission derived{"derived attribute", "derived attributes", "the value is computed"};
+constexpr Omission shared{"static attribute", "static attributes", "the value is not one of a row"};
 constexpr Omission tooMany{"attribute", "attributes", "a table has at most 1,000 columns"};
 constexpr Omission tooManyReferences{"association", "associations", "a table has at most 1,000 columns"};
-constexpr Omission fewEnds{"association", "associations", "it has fewer than two ends"};
+constexpr Omission fewEnds{"association", "associations", "there are fewer than two ends"};
 constexpr Omission unstoredEnd{"association", "associations", "a class at an end is no table"};
+constexpr Omission unasked{"multiplicity", "multiplicities", "a table cannot demand so many rows"};
 constexpr Omission unusedEnumeration{"enumeration", "enumerations", "no column has its values"};
-constexpr Omission unusableKey{"key", "keys", "its attributes are no columns of its table"};
+constexpr Omission unusableKey{"key", "keys", "the attributes are no columns of the table"};
 
 std::string utf8(const KelString& text) {
     return text::repairedUtf8(text.view());
@@ -524,6 +525,11 @@ void Planner::addLink(const KelAssociation& association, std::span<KelAssociatio
                                             (text.empty() ? " has none" : " has '" + text + "'"));
         }
     }
+    for (std::size_t end = 0; end < 2; ++end) {
+        if (isMany[end] && (isAsked[end] || bounds[end]->upper)) {
+            omissions_.add(unasked);
+        }
+    }
     if (isMany[0] && isMany[1]) {
         addJoinTable(association, roles);
         return;
@@ -533,6 +539,9 @@ void Planner::addLink(const KelAssociation& association, std::span<KelAssociatio
         side = isMany[0] ? 0 : 1;
     } else if (isAsked[0] != isAsked[1]) {
         side = isAsked[1] ? 0 : 1;
+    }
+    if (isAsked[side] && !isMany[side]) {
+        omissions_.add(unasked);
     }
     const std::uint32_t from = classes_.numberOf(roles[side]->getAssociatedClass());
     const std::uint32_t to = classes_.numberOf(roles[1 - side]->getAssociatedClass());
@@ -603,6 +612,7 @@ std::string shownName(const KelObject& element) {
     for (const KelAssociationRole* role : static_cast<const KelAssociation&>(element).associationRoles()) {
         const KelClass* one = role->getAssociatedClass();
         name += (count++ == 0 ? "" : " and ") + (one != nullptr ? qualifiedName(*one) : "nothing");
+        name += role->getName().isEmpty() ? "" : " (" + utf8(role->getName()) + ")";
     }
     return name;
 }

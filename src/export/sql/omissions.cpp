@@ -20,7 +20,7 @@ constexpr Omission staticFlag{"static flag", "static flags", "each row has its o
 constexpr Omission navigability{"navigability", "navigabilities", "a reference is followed both ways"};
 constexpr Omission classMultiplicity{"class multiplicity", "class multiplicities", "a table has any number of rows"};
 constexpr Omission concurrency{"concurrency", "concurrencies", "the system cares for it"};
-constexpr Omission description{"description", "descriptions", "its element has no table or column of its own"};
+constexpr Omission description{"description", "descriptions", "the element is no table and no column"};
 
 class Counting final : public ModelVisitor {
 public:
