@@ -2,7 +2,6 @@
 
 #include "text/Output.h"
 
-#include <string>
 #include <string_view>
 
 namespace exporter {
@@ -21,9 +20,9 @@ public:
     /// The file `name`, which the folder owns: a relative path with "/", no part of which is empty, "." or "..". A
     /// format of one file gives "". Each name may be opened once. Throws `std::system_error`.
     [[nodiscard]] virtual text::Output& open(std::string_view name) = 0;
-    /// A further file that an option of the format names, with `Option::namesOutput`: a path as the user gave it. It
-    /// becomes final together with the others. Throws `std::system_error`.
-    [[nodiscard]] virtual text::Output& openBeside(const std::string& path) = 0;
+    /// The further file that an option of the format names, with `Option::namesOutput`; only for a format with such an
+    /// option that has a value. It becomes final together with the others.
+    [[nodiscard]] virtual text::Output& openBeside() = 0;
 };
 
 } // namespace exporter

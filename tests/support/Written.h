@@ -38,7 +38,7 @@ class FolderOfOne final : public exporter::OutputFolder {
 public:
     explicit FolderOfOne(text::Output& output) : output_(output) {}
     [[nodiscard]] text::Output& open(std::string_view /*name*/) override { return output_; }
-    [[nodiscard]] text::Output& openBeside(const std::string& /*path*/) override { return beside; }
+    [[nodiscard]] text::Output& openBeside() override { return beside; }
 
     MemoryOutput beside;
 

@@ -593,9 +593,12 @@ void Maker::tellNames() {
 void Maker::tellUnknownTypes() {
     for (const auto& [name, columns] : plan_.unknownTypes) {
         std::string text = name.empty() ? "without a type:" : name + ":";
+        bool isFirst = true;
         for (const auto& [table, attribute] : columns) {
             const std::uint32_t column = layouts_[table].attributes[attribute].first;
-            text += " " + schema_.tables[table].name.text + "." + schema_.tables[table].columns[column].name.text;
+            text += (isFirst ? " " : ", ") + schema_.tables[table].name.text + "." +
+                    schema_.tables[table].columns[column].name.text;
+            isFirst = false;
         }
         schema_.decisions.push_back({Topic::unknownType, std::move(text)});
     }

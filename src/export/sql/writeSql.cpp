@@ -44,8 +44,8 @@ void writeSql(const ExportContext& context) {
     text::BufferedOutput script(context.folder.open(""));
     sql::writeScript(schema, dialect, {context.model, options, context.omissions}, script);
     script.flush();
-    if (const std::string& map = options.get("map"); !map.empty()) {
-        text::BufferedOutput csv(context.folder.openBeside(map));
+    if (!options.get("map").empty()) {
+        text::BufferedOutput csv(context.folder.openBeside());
         sql::writeNameMap(schema, ids, csv);
         csv.flush();
     }

@@ -112,8 +112,11 @@ public:
         : destination_(destination) {
         const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
         const exporter::OptionValues options = formatOptions(request, exporter);
-        attempt([&] {
-            files_.emplace(destination.path, destination.descriptor);
+        attempt(destination.path, [&] { files_.emplace(destination.path, destination.descriptor); });
+        if (destination.beside) {
+            attempt(destination.beside, [&] { files_->addBeside(*destination.beside, destination.besideDescriptor); });
+        }
+        attempt(destination.path, [&] {
             exporter.write({.model = keptModel(),
                             .source = places,
                             .options = options,
@@ -124,18 +127,18 @@ public:
 
     /// Called once. Throws a `Failure`.
     void commit() {
-        attempt([&] { files_->commit(); });
+        attempt(destination_.path, [&] { files_->commit(); });
     }
     [[nodiscard]] const std::string& getFormat() const { return destination_.format; }
     [[nodiscard]] const exporter::Omissions& getOmissions() const { return omissions_; }
 
 private:
     template <class Step>
-    void attempt(Step step) const {
+    static void attempt(const std::optional<std::string>& path, Step step) {
         try {
             step();
         } catch (const std::system_error& error) {
-            throw outputFailure(outputName(destination_.path), error);
+            throw outputFailure(outputName(path), error);
         }
     }
 

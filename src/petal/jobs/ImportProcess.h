@@ -65,13 +65,13 @@ private:
 
 /// Where what an import makes is to be; empty where it is not to be kept.
 struct ImportPaths {
-    std::vector<std::string> models; // of the destinations, in their order
+    std::vector<std::string> models; // of the destinations, in their order, then of the files beside them
     std::string ledger;
 };
 
 /// The files that an import in a process of its own writes for its parent to keep; null where it has none.
 struct ImportFiles {
-    std::vector<std::unique_ptr<TemporaryFile>> models; // of the destinations, in their order
+    std::vector<std::unique_ptr<TemporaryFile>> models; // in the same order
     std::unique_ptr<TemporaryFile> ledger;
 
     /// Those that there are, in the order in which they take their places: where there is a ledger, so is its model.

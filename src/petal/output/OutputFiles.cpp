@@ -2,7 +2,6 @@
 
 #include "petal/output/Descriptor.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <set>
@@ -99,18 +98,22 @@ text::Output& OutputFiles::open(std::string_view name) {
     return files_.emplace_back(std::move(*target));
 }
 
-text::Output& OutputFiles::openBeside(const std::string& path) {
-    if (path != "-" && namedDescriptor(path) < 0) {
+void OutputFiles::addBeside(const std::string& path, int descriptor) {
+    if (descriptor < 0 && path != "-" && namedDescriptor(path) < 0) {
         if (auto target = fileToReplace(path)) {
             removeAbandoned(target->parent_path(), fewNames);
-            return files_.emplace_back(std::move(*target));
+            beside_ = &files_.emplace_back(std::move(*target));
+            return;
         }
     }
-    return *streams_.emplace_back(ModelOutput::open(path));
+    stream_ = ModelOutput::open(path, descriptor);
+    beside_ = stream_.get();
 }
 
 void OutputFiles::commit() {
-    std::ranges::for_each(streams_, [](const auto& stream) { stream->commit(); });
+    if (stream_ != nullptr) {
+        stream_->commit();
+    }
     std::set<fs::path> folders;
     for (const File& file : files_) {
         file.temporary.sync();
