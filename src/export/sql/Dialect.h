@@ -51,10 +51,13 @@ struct Dialect {
 /// The type as the dialect writes it. `isKey` as in `Column`.
 [[nodiscard]] std::string typeText(const ColumnType& type, bool isKey, const Dialect& dialect);
 
-/// `text`, valid UTF-8 or not, as a literal in its quotes, of which the dialect's shell acts on no line. NUL and
-/// invalid sequences become U+FFFD. In a line-sensitive dialect other controls do too, blanks and line ends between
-/// words are as the shell needs them, and the text ends with "…" where it is too long.
+/// `text`, valid UTF-8 or not, as a literal in its quotes. NUL and invalid sequences become U+FFFD; in a line-sensitive
+/// dialect all that is not printable does.
 [[nodiscard]] std::string literal(std::string_view text, const Dialect& dialect);
+
+/// The same for a comment. In a line-sensitive dialect blanks and line ends between words are as its shell needs them,
+/// and the text ends with "…" where it would be too long.
+[[nodiscard]] std::string commentLiteral(std::string_view text, const Dialect& dialect);
 
 /// The lines of a comment, without "--": in each, U+FFFD for what is not printable.
 [[nodiscard]] std::vector<std::string> commentLines(std::string_view text);

@@ -231,12 +231,12 @@ void Script::writeReferences(const Table& table) {
 
 void Script::writeComments(const Table& table) {
     const std::string tableName = name(table.name.text);
-    put("COMMENT ON TABLE " + tableName + " IS " + literal(commentOn(table), dialect_) + ";\n");
+    put("COMMENT ON TABLE " + tableName + " IS " + commentLiteral(commentOn(table), dialect_) + ";\n");
     for (const Column& column : table.columns) {
         const std::string comment = commentOn(column);
         if (!comment.empty()) {
-            put("COMMENT ON COLUMN " + tableName + "." + name(column.name.text) + " IS " + literal(comment, dialect_) +
-                ";\n");
+            put("COMMENT ON COLUMN " + tableName + "." + name(column.name.text) + " IS " +
+                commentLiteral(comment, dialect_) + ";\n");
         }
     }
 }

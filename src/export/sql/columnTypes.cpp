@@ -18,7 +18,7 @@ namespace {
 using enum Family;
 
 struct NamedFamily {
-    std::string_view name;
+    std::string_view name; // or several, with "|" around each
     Family family;
     std::uint32_t length = 0; // when the name gives none
 };
@@ -50,143 +50,34 @@ constexpr std::array dataTypes{
     NamedFamily{"SQL_WLONGVARCHAR", text},
 };
 
-/// Names of types in lower case, of languages, libraries and databases, the last part of a path.
+/// Names of types in lower case, of languages, libraries and databases: the last part of a path.
 constexpr std::array wellKnown{
-    // texts
-    NamedFamily{"string", text},
-    NamedFamily{"str", text},
-    NamedFamily{"estring", text},
-    NamedFamily{"wstring", text},
-    NamedFamily{"cstring", text},
-    NamedFamily{"qstring", text},
-    NamedFamily{"ansistring", text},
-    NamedFamily{"widestring", text},
-    NamedFamily{"stringbuffer", text},
-    NamedFamily{"stringbuilder", text},
-    NamedFamily{"charsequence", text},
-    NamedFamily{"bstr", text},
-    NamedFamily{"lpstr", text},
-    NamedFamily{"lpcstr", text},
-    NamedFamily{"lptstr", text},
-    NamedFamily{"lpctstr", text},
-    NamedFamily{"text", text},
-    NamedFamily{"memo", text},
-    NamedFamily{"clob", text},
-    NamedFamily{"nclob", text},
-    NamedFamily{"ntext", text},
-    NamedFamily{"varchar", text},
-    NamedFamily{"varchar2", text},
-    NamedFamily{"nvarchar", text},
-    NamedFamily{"nvarchar2", text},
-    NamedFamily{"character varying", text},
-    NamedFamily{"long varchar", text},
-    NamedFamily{"rowid", text},
-    NamedFamily{"char", fixedText, 1},
-    NamedFamily{"nchar", fixedText, 1},
-    NamedFamily{"wchar", fixedText, 1},
-    NamedFamily{"wchar_t", fixedText, 1},
-    NamedFamily{"tchar", fixedText, 1},
-    NamedFamily{"character", fixedText, 1},
-    NamedFamily{"echar", fixedText, 1},
-    NamedFamily{"echaracterobject", fixedText, 1},
-    NamedFamily{"uuid", fixedText, 36},
-    NamedFamily{"guid", fixedText, 36},
-    // whole numbers
-    NamedFamily{"int", integer},
-    NamedFamily{"integer", integer},
-    NamedFamily{"eint", integer},
-    NamedFamily{"eintegerobject", integer},
-    NamedFamily{"signed", integer},
-    NamedFamily{"signed int", integer},
-    NamedFamily{"int32", integer},
-    NamedFamily{"int32_t", integer},
-    NamedFamily{"uint16", integer},
-    NamedFamily{"uint16_t", integer},
-    NamedFamily{"unsigned short", integer},
-    NamedFamily{"ushort", integer},
-    NamedFamily{"word", integer},
-    NamedFamily{"short", smallInteger},
-    NamedFamily{"eshort", smallInteger},
-    NamedFamily{"eshortobject", smallInteger},
-    NamedFamily{"smallint", smallInteger},
-    NamedFamily{"tinyint", smallInteger},
-    NamedFamily{"int16", smallInteger},
-    NamedFamily{"int16_t", smallInteger},
-    NamedFamily{"int8", smallInteger},
-    NamedFamily{"int8_t", smallInteger},
-    NamedFamily{"uint8", smallInteger},
-    NamedFamily{"uint8_t", smallInteger},
-    NamedFamily{"byte", smallInteger},
-    NamedFamily{"ebyte", smallInteger},
-    NamedFamily{"ebyteobject", smallInteger},
-    NamedFamily{"sbyte", smallInteger},
-    NamedFamily{"octet", smallInteger},
-    NamedFamily{"unsigned char", smallInteger},
-    NamedFamily{"long", bigInteger},
-    NamedFamily{"elong", bigInteger},
-    NamedFamily{"elongobject", bigInteger},
-    NamedFamily{"long long", bigInteger},
-    NamedFamily{"unsigned", bigInteger},
-    NamedFamily{"unsigned int", bigInteger},
-    NamedFamily{"unsigned long", bigInteger},
-    NamedFamily{"uint", bigInteger},
-    NamedFamily{"uint32", bigInteger},
-    NamedFamily{"uint32_t", bigInteger},
-    NamedFamily{"dword", bigInteger},
-    NamedFamily{"int64", bigInteger},
-    NamedFamily{"int64_t", bigInteger},
-    NamedFamily{"__int64", bigInteger},
-    NamedFamily{"bigint", bigInteger},
-    NamedFamily{"size_t", bigInteger},
-    // other numbers
-    NamedFamily{"number", number},
-    NamedFamily{"numeric", number},
-    NamedFamily{"decimal", number},
-    NamedFamily{"dec", number},
-    NamedFamily{"bigdecimal", number},
-    NamedFamily{"ebigdecimal", number},
-    NamedFamily{"biginteger", number},
-    NamedFamily{"ebiginteger", number},
-    NamedFamily{"uint64", number},
-    NamedFamily{"uint64_t", number},
-    NamedFamily{"unsigned long long", number},
-    NamedFamily{"currency", number},
-    NamedFamily{"float", real},
-    NamedFamily{"efloat", real},
-    NamedFamily{"efloatobject", real},
-    NamedFamily{"real", doubleReal},
-    NamedFamily{"single", real},
-    NamedFamily{"double", doubleReal},
-    NamedFamily{"double precision", doubleReal},
-    NamedFamily{"long double", doubleReal},
-    NamedFamily{"edouble", doubleReal},
-    NamedFamily{"edoubleobject", doubleReal},
-    // the rest
-    NamedFamily{"bool", boolean},
-    NamedFamily{"boolean", boolean},
-    NamedFamily{"eboolean", boolean},
-    NamedFamily{"ebooleanobject", boolean},
-    NamedFamily{"bit", boolean},
-    NamedFamily{"date", date},
-    NamedFamily{"edate", timestamp},
-    NamedFamily{"localdate", date},
-    NamedFamily{"time", time},
-    NamedFamily{"localtime", time},
-    NamedFamily{"datetime", timestamp},
-    NamedFamily{"datetime2", timestamp},
-    NamedFamily{"smalldatetime", timestamp},
-    NamedFamily{"timestamp", timestamp},
-    NamedFamily{"localdatetime", timestamp},
-    NamedFamily{"instant", timestamp},
-    NamedFamily{"calendar", timestamp},
-    NamedFamily{"blob", binary},
-    NamedFamily{"bytea", binary},
-    NamedFamily{"binary", binary},
-    NamedFamily{"varbinary", binary},
-    NamedFamily{"image", binary},
-    NamedFamily{"raw", binary},
-    NamedFamily{"long raw", binary},
-    NamedFamily{"ebytearray", binary},
+    NamedFamily{"|string|str|estring|wstring|cstring|qstring|ansistring|widestring|stringbuffer|"
+                "stringbuilder|charsequence|bstr|lpstr|lpcstr|lptstr|lpctstr|text|memo|clob|"
+                "nclob|ntext|varchar|varchar2|nvarchar|nvarchar2|character varying|long varchar|"
+                "rowid|",
+                text},
+    NamedFamily{"|char|nchar|wchar|wchar_t|tchar|character|echar|echaracterobject|", fixedText, 1},
+    NamedFamily{"|uuid|guid|", fixedText, 36},
+    NamedFamily{"|int|integer|eint|eintegerobject|signed|signed int|int32|int32_t|uint16|uint16_t|"
+                "unsigned short|ushort|word|",
+                integer},
+    NamedFamily{"|short|eshort|eshortobject|smallint|tinyint|int16|int16_t|int8|int8_t|uint8|"
+                "uint8_t|byte|ebyte|ebyteobject|sbyte|octet|unsigned char|",
+                smallInteger},
+    NamedFamily{"|long|elong|elongobject|long long|unsigned|unsigned int|unsigned long|uint|uint32|"
+                "uint32_t|dword|int64|int64_t|__int64|bigint|size_t|",
+                bigInteger},
+    NamedFamily{"|number|numeric|decimal|dec|bigdecimal|ebigdecimal|biginteger|ebiginteger|uint64|"
+                "uint64_t|unsigned long long|currency|",
+                number},
+    NamedFamily{"|float|efloat|efloatobject|single|", real},
+    NamedFamily{"|real|double|double precision|long double|edouble|edoubleobject|", doubleReal},
+    NamedFamily{"|bool|boolean|eboolean|ebooleanobject|bit|", boolean},
+    NamedFamily{"|date|localdate|", date},
+    NamedFamily{"|edate|datetime|datetime2|smalldatetime|timestamp|localdatetime|instant|calendar|", timestamp},
+    NamedFamily{"|time|localtime|", time},
+    NamedFamily{"|blob|bytea|binary|varbinary|image|raw|long raw|ebytearray|", binary},
 };
 
 std::string inLowerCase(std::string_view text) {
@@ -382,8 +273,10 @@ std::optional<ColumnType> typeOfName(std::string_view name) {
         const bool isBytes = plain.words == "byte" || plain.words == "octet" || plain.words == "uint8_t";
         return isBytes ? std::optional(ColumnType{.family = binary, .length = 0, .scale = 0, .sql = {}}) : std::nullopt;
     }
-    const auto* found = std::ranges::find(wellKnown, plain.words, &NamedFamily::name);
-    if (found == wellKnown.end() || name.find('<') != std::string_view::npos) {
+    const auto* found = std::ranges::find_if(wellKnown, [&](const NamedFamily& row) {
+        return row.name.find("|" + plain.words + "|") != std::string_view::npos;
+    });
+    if (found == wellKnown.end() || plain.words.empty() || name.find_first_of("<|") != std::string_view::npos) {
         return std::nullopt;
     }
     return sized(found->family, plain.length > 0 ? plain.length : found->length, plain.scale);
