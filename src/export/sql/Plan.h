@@ -10,6 +10,7 @@
 class KelAttribute;
 class KelCandidateKey;
 class KelForeignKey;
+class KelKey;
 class KelAssociationRole;
 
 namespace exporter::sql {
@@ -66,14 +67,27 @@ struct PlannedForeignKey {
 
 /// What the schema is made of, before its columns have names.
 struct Plan {
-    std::vector<PlannedTable> tables; // of classes in the order of the document, then of associations
+    std::vector<PlannedTable> tables;   // of classes in the order of the document, then of associations
+    std::vector<std::uint32_t> tableOf; // by class: the table with its objects
+    std::vector<std::vector<std::uint32_t>> tablesBelow; // by class, concrete: those with its columns
     std::vector<PlannedForeignKey> foreignKeys;
     std::map<std::string, std::vector<std::pair<std::uint32_t, std::uint32_t>>> unknownTypes; // tables and attributes
 };
 
-/// Decides what becomes a table, a column and a reference. Adds values, decisions and omissions.
-[[nodiscard]] Plan makePlan(const KelModel& model, const ClassTables& classes, const SchemaChoices& choices,
-                            Schema& schema, Omissions& omissions);
+/// The fewest columns of a table that one of the systems has at most: Oracle.
+inline constexpr std::size_t mostColumns = 1'000;
+
+/// Decides what becomes a table, a column and a key. Adds values, decisions and omissions.
+[[nodiscard]] Plan planTables(const KelModel& model, const ClassTables& classes, const SchemaChoices& choices,
+                              Schema& schema, Omissions& omissions);
+
+/// Adds what refers from table to table: further supertypes, foreign keys and associations, some with tables of their
+/// own. Adds decisions and omissions.
+void planReferences(const ClassTables& classes, const SchemaChoices& choices, Plan& plan, Schema& schema,
+                    Omissions& omissions);
+
+/// The columns of a key; nothing if an attribute is not a column of the table, or is a reference.
+[[nodiscard]] std::optional<std::vector<std::uint32_t>> columnsOf(const KelKey& key, const PlannedTable& table);
 
 /// "Sales::Order", or for a nameless association "the association of Sales::Order and Sales::Customer".
 [[nodiscard]] std::string shownName(const KelObject& element);
