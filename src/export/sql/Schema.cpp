@@ -46,7 +46,6 @@ constexpr std::array topics{
     TopicRow{Topic::multiplicity, "Ends without a multiplicity, which count as 0..1 and are not UNIQUE"},
     TopicRow{Topic::association, "Associations"},
     TopicRow{Topic::supertype, "Inheritance"},
-    TopicRow{Topic::key, "Keys"},
     TopicRow{Topic::foreignKey, "Foreign keys of the model that are none of the schema"},
     TopicRow{Topic::name, "Changed names"},
 };

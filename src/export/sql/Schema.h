@@ -155,7 +155,6 @@ enum class Topic : std::uint8_t {
     multiplicity,
     association,
     supertype,
-    key,
     foreignKey,
     name,
 };

@@ -1,5 +1,6 @@
 #include "export/sql/SchemaNames.h"
 
+#include "host/text/KelString.h"
 #include "text/utf8.h"
 
 #include <unicode/uchar.h>
@@ -69,6 +70,10 @@ bool allowsAny(int character, bool /*isFirst*/) {
 }
 
 } // namespace
+
+std::string utf8(const KelString& text) {
+    return text::repairedUtf8(text.view());
+}
 
 std::string styled(std::string_view text, const NameStyle& style) {
     if (style.isSnake) {

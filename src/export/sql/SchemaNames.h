@@ -6,7 +6,12 @@
 #include <string>
 #include <string_view>
 
+class KelString;
+
 namespace exporter::sql {
+
+/// A text of the model as UTF-8, with U+FFFD for each invalid sequence.
+[[nodiscard]] std::string utf8(const KelString& text);
 
 /// How texts of a model become names.
 struct NameStyle {

@@ -325,7 +325,7 @@ std::optional<ColumnType> TypeMap::known(const KelType* type) {
     if (type == nullptr) {
         return std::nullopt;
     }
-    const std::optional<ColumnType> named = typeOfName(type->getName().view());
+    std::optional<ColumnType> named = typeOfName(type->getName().view());
     const auto* row = std::ranges::find(dataTypes, type->getDataType().view(), &NamedFamily::name);
     const bool isTextMeant = named && named->family == text && (row == dataTypes.end() || row->family == binary);
     if (row == dataTypes.end() || isTextMeant) {

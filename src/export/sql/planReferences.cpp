@@ -10,7 +10,6 @@
 #include "host/model/KelClass.h"
 #include "host/model/KelForeignKey.h"
 #include "host/model/KelGeneralization.h"
-#include "text/utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -24,10 +23,6 @@ constexpr Omission tooManyReferences{"association", "associations", "a table has
 constexpr Omission fewEnds{"association", "associations", "there are fewer than two ends"};
 constexpr Omission unstoredEnd{"association", "associations", "a class at an end is no table"};
 constexpr Omission unasked{"multiplicity", "multiplicities", "a table cannot demand so many rows"};
-
-std::string utf8(const KelString& text) {
-    return text::repairedUtf8(text.view());
-}
 
 class ReferencePlanner {
 public:

@@ -9,7 +9,6 @@
 #include "host/model/KelGeneralization.h"
 #include "host/model/KelModel.h"
 #include "host/model/KelTypeValue.h"
-#include "text/utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -28,10 +27,6 @@ constexpr Omission shared{"static attribute", "static attributes", "the value is
 constexpr Omission tooMany{"attribute", "attributes", "a table has at most 1,000 columns"};
 constexpr Omission unusedEnumeration{"enumeration", "enumerations", "no column has its values"};
 constexpr Omission unusableKey{"key", "keys", "the attributes are no columns of the table"};
-
-std::string utf8(const KelString& text) {
-    return text::repairedUtf8(text.view());
-}
 
 class Planner {
 public:
