@@ -39,6 +39,7 @@ struct Dialect {
     std::string_view isFalse;
     std::string_view booleanCheck; ///< the values of a CHECK of a boolean column; empty for none
     bool hasLaterReferences;       ///< FOREIGN KEYs are added when all tables are there; otherwise within the tables
+    std::string_view manyTables;   ///< what to tell of a script with thousands of tables; empty for nothing
     Comments comments;
     std::size_t longestText;   ///< bytes of a comment; 0: any number
     bool isLineSensitive;      ///< the system's shell acts on some lines even within a text

@@ -89,7 +89,8 @@ void planReferences(const ClassTables& classes, const SchemaChoices& choices, Pl
 /// The columns of a key; nothing if an attribute is not a column of the table, or is a reference.
 [[nodiscard]] std::optional<std::vector<std::uint32_t>> columnsOf(const KelKey& key, const PlannedTable& table);
 
-/// "Sales::Order", or for a nameless association "the association of Sales::Order and Sales::Customer".
+/// The qualified name of the element. For a nameless association "the association of Sales::Order and Sales::Customer",
+/// and for a nameless generalization "the inheritance of Sales::Order from Sales::Deal".
 [[nodiscard]] std::string shownName(const KelObject& element);
 
 } // namespace exporter::sql

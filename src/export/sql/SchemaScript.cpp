@@ -22,6 +22,7 @@ namespace {
 using namespace std::string_view_literals;
 
 constexpr std::string_view indent = "    ";
+constexpr std::size_t manyTables = 1'500; // PostgreSQL's default takes some 2,000 tables with few indexes
 constexpr std::array toldOptions{"dialect"sv, "tables"sv, "inheritance"sv, "key"sv, "names"sv, "name-limit"sv};
 
 class Script {
@@ -80,6 +81,9 @@ void Script::writeHead(const ScriptHead& head) {
         options.append(" ").append(option).append("=").append(head.options.get(option));
     }
     putComment(options, "");
+    if (schema_.tables.size() > manyTables) {
+        putComment(dialect_.manyTables, "");
+    }
     if (!head.omissions.isEmpty()) {
         putComment("\nLeft out", "");
         for (const Omissions::Count& row : head.omissions.getCounts()) {

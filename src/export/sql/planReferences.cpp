@@ -223,13 +223,21 @@ void ReferencePlanner::addLink(const KelAssociation& association, std::span<KelA
     std::array<bool, 2> isMany{};
     std::array<bool, 2> isAsked{};
     for (std::size_t end = 0; end < 2; ++end) {
-        const std::string text = utf8(roles[end]->multiplicity);
-        bounds[end] = boundsOf(text);
+        bounds[end] = boundsOf(utf8(roles[end]->multiplicity));
         isMany[end] = bounds[end] && (!bounds[end]->upper || *bounds[end]->upper > 1);
         isAsked[end] = bounds[end] && bounds[end]->lower > 0;
-        if (!bounds[end]) {
-            decide(Topic::multiplicity, shownName(association) + ": " + referenceName(*roles[end]) +
-                                            (text.empty() ? " has none" : " has '" + text + "'"));
+    }
+    if (!bounds[0] || !bounds[1]) {
+        const auto lack = [&](std::size_t end) {
+            const std::string text = utf8(roles[end]->multiplicity);
+            return referenceName(*roles[end]) + (text.empty() ? " has none" : " has '" + text + "'");
+        };
+        const bool isNeither =
+            !bounds[0] && !bounds[1] && roles[0]->multiplicity.isEmpty() && roles[1]->multiplicity.isEmpty();
+        decide(Topic::multiplicity,
+               shownName(association) + ": " + (isNeither ? "neither has one" : lack(bounds[0] ? 1 : 0)));
+        if (!bounds[0] && !bounds[1] && !isNeither) {
+            decide(Topic::multiplicity, shownName(association) + ": " + lack(1));
         }
     }
     for (std::size_t end = 0; end < 2; ++end) {
@@ -311,17 +319,33 @@ void planReferences(const ClassTables& classes, const SchemaChoices& choices, Pl
 }
 
 std::string shownName(const KelObject& element) {
-    if (element.elementType != KelElementType::association || !element.getName().isEmpty()) {
+    if (!element.getName().isEmpty()) {
         return qualifiedName(element);
     }
-    std::string name = "the association of ";
-    int count = 0;
-    for (const KelAssociationRole* role : static_cast<const KelAssociation&>(element).associationRoles()) {
-        const KelClass* one = role->getAssociatedClass();
-        name += (count++ == 0 ? "" : " and ") + (one != nullptr ? qualifiedName(*one) : "nothing");
-        name += role->getName().isEmpty() ? "" : " (" + utf8(role->getName()) + ")";
+    std::string name;
+    const auto add = [&](std::string_view before, const KelClass* one) {
+        name.append(name.empty() ? "" : before).append(one != nullptr ? qualifiedName(*one) : "nothing");
+    };
+    if (element.elementType == KelElementType::association) {
+        for (const KelAssociationRole* role : static_cast<const KelAssociation&>(element).associationRoles()) {
+            add(" and ", role->getAssociatedClass());
+            name += role->getName().isEmpty() ? "" : " (" + utf8(role->getName()) + ")";
+        }
+        return "the association of " + name;
     }
-    return name;
+    if (element.elementType == KelElementType::generalization) {
+        const auto& generalization = static_cast<const KelGeneralization&>(element);
+        for (const KelClass* subtype : generalization.subtypeClasses()) {
+            add(", ", subtype);
+        }
+        std::string_view before = " from ";
+        for (const KelClass* supertype : generalization.supertypeClasses()) {
+            add(before, supertype);
+            before = ", ";
+        }
+        return "the inheritance of " + name;
+    }
+    return qualifiedName(element);
 }
 
 } // namespace exporter::sql
