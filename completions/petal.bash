@@ -19,8 +19,8 @@ _petal() {
     'import:--report') words="" ;;
     'import:--types') words="" ;;
     'import:--encoding') words="" ;;
-    'import:-f'|'import:--format') words="json tree uml none" ;;
-    'import:-O') words="places= flavour= association-class= primitives= stereotype." ;;
+    'import:-f'|'import:--format') words="json tree uml sql none" ;;
+    'import:-O') words="places= flavour= association-class= primitives= stereotype. dialect= tables= inheritance= key= names= name-limit= type-map= map=" ;;
     'import:-o') words="" ;;
     'import:--log-level') words="FATAL ERROR WARNING STATUS DEBUG" ;;
     'import:--log-format') words="text json" ;;
@@ -36,11 +36,19 @@ _petal() {
     'import:association-class=') words="fold split" ;;
     'import:primitives=') words="local uml" ;;
     'import:stereotype.=') words="" ;;
+    'import:dialect=') words="postgresql sqlite oracle" ;;
+    'import:tables=') words="auto all persistent" ;;
+    'import:inheritance=') words="joined single concrete" ;;
+    'import:key=') words="natural surrogate" ;;
+    'import:names=') words="snake asis" ;;
+    'import:name-limit=') words="" ;;
+    'import:type-map=') words="" ;;
+    'import:map=') words="" ;;
     'units:--units') words="require warn skip" ;;
     'units:--path-map') words="" ;;
     'units:--unit-dir') words="" ;;
     'report merge:-o') words="" ;;
-    'formats:formats') words="json tree uml none" ;;
+    'formats:formats') words="json tree uml sql none" ;;
     'schema:schema') words="formats info ledger log model report units version" ;;
     *)
         case "$command:$current" in
