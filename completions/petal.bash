@@ -19,8 +19,8 @@ _petal() {
     'import:--report') words="" ;;
     'import:--types') words="" ;;
     'import:--encoding') words="" ;;
-    'import:-f'|'import:--format') words="json tree uml sql none" ;;
-    'import:-O') words="places= flavour= association-class= primitives= stereotype. dialect= tables= inheritance= key= names= name-limit= type-map= map=" ;;
+    'import:-f'|'import:--format') words="json tree uml plantuml mermaid dot sql none" ;;
+    'import:-O') words="places= flavour= association-class= primitives= stereotype. scope= diagram= package= members= operations= direction= max-classes= dialect= tables= inheritance= key= names= name-limit= type-map= map=" ;;
     'import:-o') words="" ;;
     'import:--log-level') words="FATAL ERROR WARNING STATUS DEBUG" ;;
     'import:--log-format') words="text json" ;;
@@ -36,6 +36,13 @@ _petal() {
     'import:association-class=') words="fold split" ;;
     'import:primitives=') words="local uml" ;;
     'import:stereotype.=') words="" ;;
+    'import:scope=') words="model packages diagrams" ;;
+    'import:diagram=') words="" ;;
+    'import:package=') words="" ;;
+    'import:members=') words="all public none" ;;
+    'import:operations=') words="true false" ;;
+    'import:direction=') words="TB LR BT RL" ;;
+    'import:max-classes=') words="" ;;
     'import:dialect=') words="postgresql sqlite oracle" ;;
     'import:tables=') words="auto all persistent" ;;
     'import:inheritance=') words="joined single concrete" ;;
@@ -48,8 +55,36 @@ _petal() {
     'units:--path-map') words="" ;;
     'units:--unit-dir') words="" ;;
     'report merge:-o') words="" ;;
-    'formats:formats') words="json tree uml sql none" ;;
-    'schema:schema') words="formats info ledger log model report units version" ;;
+    'formats:formats') words="json tree uml plantuml mermaid dot sql none" ;;
+    'schema:schema') words="diagrams formats info ledger log model report units version" ;;
+    'draw:--diagram') words="" ;;
+    'draw:-o') words="" ;;
+    'draw:--as') words="svg drawio" ;;
+    'draw:-O') words="places= flavour= association-class= primitives= stereotype. scope= diagram= package= members= operations= direction= max-classes= dialect= tables= inheritance= key= names= name-limit= type-map= map=" ;;
+    'draw:-j'|'draw:--jobs') words="" ;;
+    'draw:--units') words="require warn skip" ;;
+    'draw:--path-map') words="" ;;
+    'draw:--unit-dir') words="" ;;
+    'draw:places=') words="true false" ;;
+    'draw:flavour=') words="eclipse omg xmi21" ;;
+    'draw:association-class=') words="fold split" ;;
+    'draw:primitives=') words="local uml" ;;
+    'draw:stereotype.=') words="" ;;
+    'draw:scope=') words="model packages diagrams" ;;
+    'draw:diagram=') words="" ;;
+    'draw:package=') words="" ;;
+    'draw:members=') words="all public none" ;;
+    'draw:operations=') words="true false" ;;
+    'draw:direction=') words="TB LR BT RL" ;;
+    'draw:max-classes=') words="" ;;
+    'draw:dialect=') words="postgresql sqlite oracle" ;;
+    'draw:tables=') words="auto all persistent" ;;
+    'draw:inheritance=') words="joined single concrete" ;;
+    'draw:key=') words="natural surrogate" ;;
+    'draw:names=') words="snake asis" ;;
+    'draw:name-limit=') words="" ;;
+    'draw:type-map=') words="" ;;
+    'draw:map=') words="" ;;
     *)
         case "$command:$current" in
         ':-'*) words="-h --help --version --json" ;;
@@ -60,10 +95,11 @@ _petal() {
         'report:'*) words="merge" ;;
         'formats:-'*) words="-h --help --json" ;;
         'schema:-'*) words="-h --help" ;;
+        'draw:-'*) words="-h --help --list --json --diagram -o --as -O -j --jobs -q --quiet --units --path-map --unit-dir" ;;
         'textconv:-'*) words="-h --help" ;;
         'options:-'*) words="-h --help" ;;
         'spec:-'*) words="-h --help" ;;
-        ':'*) words="import info units report formats schema textconv options spec" ;;
+        ':'*) words="import info units report formats schema draw textconv options spec" ;;
         esac ;;
     esac
     # shellcheck disable=SC2207 # the words hold no blanks

@@ -11,6 +11,7 @@ case "${1:-}" in
     # the metamodel of UML loads what format uml writes
     packages="$packages default-jdk-headless libeclipse-emf-common-java libeclipse-emf-ecore-java"
     packages="$packages libeclipse-emf-ecore-xmi-java"
+    packages="$packages graphviz plantuml" # draw the formats dot and plantuml
     # the databases load what format sql writes
     packages="$packages postgresql libpq-dev sqlite3 libsqlite3-dev"
     ;;

@@ -27,6 +27,7 @@ struct ExportContext {
     const OptionValues& options;     ///< of the format's options
     OutputFolder& folder;            ///< opened by the format, completed by the caller
     Omissions& omissions;            ///< to which the format adds whatever of the model it has no place for
+    std::string_view ending = {};    ///< of the output's name in lower case, with the dot; empty when it is not known
 };
 
 /// A format in which models are written: a row of the table that the help, the manual, the completions, `petal

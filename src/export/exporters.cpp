@@ -1,5 +1,6 @@
 #include "export/exporters.h"
 
+#include "export/graph/writeGraphs.h"
 #include "export/json/writeJson.h"
 #include "export/outline/writeOutline.h"
 #include "export/sql/writeSql.h"
@@ -18,6 +19,9 @@ using namespace std::string_view_literals;
 constexpr std::array jsonEndings{".json"sv};
 constexpr std::array treeEndings{".txt"sv};
 constexpr std::array umlEndings{".uml"sv};
+constexpr std::array plantUmlEndings{".puml"sv, ".plantuml"sv};
+constexpr std::array mermaidEndings{".mmd"sv, ".md"sv};
+constexpr std::array dotEndings{".dot"sv, ".gv"sv};
 constexpr std::array sqlEndings{".sql"sv};
 
 bool needsPlaces(const OptionValues& options) {
@@ -35,6 +39,12 @@ constexpr std::array table{
     Exporter{"tree", "an outline for people", Shape::oneFile, treeEndings, {}, writeOutline},
     Exporter{"uml", "UML 2.5 in XMI for modelling tools, such as those of Eclipse", Shape::oneFile, umlEndings,
              umlOptions, writeUml, always},
+    Exporter{"plantuml", "class diagrams as text for PlantUML", Shape::oneFile, plantUmlEndings, plantUmlOptions,
+             writePlantUml},
+    Exporter{"mermaid", "class diagrams as text for Mermaid, alone or in Markdown", Shape::oneFile, mermaidEndings,
+             mermaidOptions, writeMermaid},
+    Exporter{"dot", "a graph of classes and packages for Graphviz", Shape::oneFile, dotEndings, dotOptions, writeDot,
+             always},
     Exporter{"sql", "tables and keys for PostgreSQL, SQLite or Oracle", Shape::oneFile, sqlEndings, sqlOptions,
              writeSql, always, checkSqlOptions},
     Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},
@@ -55,9 +65,14 @@ const Exporter* findExporter(std::string_view format) {
     return found != table.end() ? found : nullptr;
 }
 
-const Exporter* findExporterByEnding(std::string_view path) {
+std::string endingOf(std::string_view path) {
     std::string ending = std::filesystem::path(path).extension();
     std::ranges::transform(ending, ending.begin(), toLower);
+    return ending;
+}
+
+const Exporter* findExporterByEnding(std::string_view path) {
+    const std::string ending = endingOf(path);
     const auto* found = std::ranges::find_if(table, [&](const Exporter& exporter) {
         return std::ranges::find(exporter.endings, ending) != exporter.endings.end();
     });

@@ -18,7 +18,8 @@ enum class Command {
     info,
     mergeReports,
     units,
-    textconv
+    textconv,
+    draw
 };
 
 /// How to find the controlled units of a model. Texts are the bytes that the shell gave.
@@ -94,6 +95,20 @@ struct UnitsRequest {
     bool asJson = false;
 };
 
+/// The arguments of `petal draw`.
+struct DrawRequest {
+    std::vector<std::string> inputs; // files and folders
+    std::optional<std::string> output;
+    std::string writer = "svg";        // or "drawio"
+    std::vector<std::string> options;  // each "NAME=VALUE"
+    std::vector<std::string> diagrams; // names of those to draw; empty: all
+    bool lists = false;                // instead of drawing
+    bool asJson = false;               // the list
+    int parallel = 1;                  // how many files at a time
+    bool quiet = false;                // report failures only
+    UnitChoices units;
+};
+
 /// The arguments of `petal formats`.
 struct FormatsRequest {
     std::optional<std::string> format; // one of the exporters; unset: all
@@ -122,6 +137,7 @@ struct Request {
     SchemaRequest schema;
     bool isVersionJson = false; // of the command `version`
     TextconvRequest textconv;
+    DrawRequest draw;
 };
 
 } // namespace petal

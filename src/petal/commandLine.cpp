@@ -238,6 +238,38 @@ void describeTextconv(CLI::App& textconv, TextconvRequest& request) {
     textconv.add_option("FILE", request.file, "A model file")->required()->type_name("");
 }
 
+void describeDraw(CLI::App& draw, DrawRequest& request) {
+    draw.add_option("FILE", request.inputs, "Model files, and folders to search for files named *.mdl")
+        ->required()
+        ->type_name("");
+    CLI::Option* list = draw.add_flag("--list", request.lists, "Print the diagrams: kind, name, number of items");
+    draw.add_flag("--json", request.asJson, "With --list: print a JSON list with an object for each diagram")
+        ->needs(list);
+    draw.add_option("--diagram", request.diagrams,
+                    "Draw only the diagrams of this name, alone or behind its packages (A::B::Main); may be\n"
+                    "given several times")
+        ->type_name("NAME")
+        ->allow_extra_args(false);
+    draw.add_option("-o", request.output,
+                    "A file for one picture, whose name ends in .svg (default: standard output), else the\n"
+                    "folder for the pictures, which go below the names of their packages. For draw.io the\n"
+                    "file with all diagrams. With several models: the folder, which mirrors the input paths")
+        ->type_name("FILE");
+    draw.add_option("--as", request.writer, "Draw SVG pictures, or a file for draw.io with a page for each diagram")
+        ->check(oneOf({"svg", "drawio"}))
+        ->type_name("svg|drawio")
+        ->capture_default_str();
+    draw.add_option("-O", request.options, "theme=file|plain: the colours of the file (default), or black on white")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
+    draw.add_option("-j,--jobs", request.parallel, "Draw up to N files in parallel")
+        ->check(CLI::Range(1, mostJobs).description(""))
+        ->type_name("N")
+        ->capture_default_str();
+    draw.add_flag("-q,--quiet", request.quiet, "Print nothing but failures");
+    describeUnitOptions(draw, request.units);
+}
+
 /// A command, and the part of the parser that recognizes it.
 struct CommandRow {
     const CLI::App* app;
@@ -258,6 +290,7 @@ std::vector<CommandRow> describeCommands(CLI::App& app, Request& request, bool& 
     CLI::App* merge = report->require_subcommand(1)->add_subcommand("merge", "Merge several reports into one");
     CLI::App* formats = app.add_subcommand("formats", "Print the output formats, or the options of one");
     CLI::App* schema = app.add_subcommand("schema", "Print the JSON Schema of a JSON form that petal writes");
+    CLI::App* draw = app.add_subcommand("draw", "Draw the diagrams of model files, without importing them");
     CLI::App* textconv = app.add_subcommand("textconv", "Print the outline of a model file for git's textconv");
     CLI::App* options = app.add_subcommand("options", "Print the bridge's options, their values and defaults");
     CLI::App* specification = app.add_subcommand("spec", "Print the bridge's description of itself");
@@ -268,16 +301,20 @@ std::vector<CommandRow> describeCommands(CLI::App& app, Request& request, bool& 
     describeUnits(*units, request.units);
     describeFormats(*formats, request.formats);
     describeSchema(*schema, request.schema);
+    describeDraw(*draw, request.draw);
     describeTextconv(*textconv, request.textconv);
     app.require_subcommand(0, 1);
     app.footer(footer() + "\n'petal import --help' lists the options of an import.");
     import->footer(footer());
     info->footer(footer());
     units->footer(footer());
+    draw->footer(footer());
     textconv->footer(footer());
-    return {{import, Command::import},      {info, Command::info},       {units, Command::units},
-            {merge, Command::mergeReports}, {formats, Command::formats}, {schema, Command::schema},
-            {textconv, Command::textconv},  {options, Command::options}, {specification, Command::specification}};
+    return {{import, Command::import},   {info, Command::info},
+            {units, Command::units},     {merge, Command::mergeReports},
+            {formats, Command::formats}, {schema, Command::schema},
+            {draw, Command::draw},       {textconv, Command::textconv},
+            {options, Command::options}, {specification, Command::specification}};
 }
 
 OptionText textOf(const CLI::Option& option) {

@@ -11,6 +11,8 @@ namespace petal {
 [[nodiscard]] Outcome importFiles(const ImportRequest& import, const JobsRequest& jobs);
 /// Writes the outline of one file to standard output for comparisons: nothing in it comes from the file's path.
 void convertToText(const TextconvRequest& request);
+/// Draws the diagrams of one file or many, or lists them. Imports nothing.
+void drawDiagrams(const DrawRequest& request);
 void mergeReports(const MergeRequest& request);
 void printFormats(const FormatsRequest& request);
 void printInfo(const InfoRequest& request);

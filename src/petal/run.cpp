@@ -49,6 +49,9 @@ Outcome execute(const Request& request) {
     case Command::textconv:
         convertToText(request.textconv);
         break;
+    case Command::draw:
+        drawDiagrams(request.draw);
+        break;
     case Command::info:
         printInfo(request.info);
         break;

@@ -168,6 +168,7 @@ TEST_F(RealBridge, TakesOnlyModelFiles) {
                        {"-O places=perhaps m.mdl", 2, "'places=perhaps' is not one of places=true|false\n"},
                        {"m.mdl -O frob=1", 2, "format json: there is no option 'frob'; the options are places="},
                        {"m.mdl -o m.txt -O places=true", 2, "'places'; there are no options\n"},
+                       {"m.mdl -o m.puml -O diagram=None", 2, "format plantuml: there is no class diagram 'None'; the"},
                        {"m.mdl m.mdl -o out/ -O places", 2, "format json: 'places' is not NAME=VALUE; the options are"},
                    });
     const Ended link = run("ln -s $petal link; ./link --version"); // the bridge is found through links to petal
@@ -199,6 +200,8 @@ TEST_F(RealBridge, FormatsFollowFromTheOutputsName) {
         {"-o out/m.TXT", "model m\n"},
         {"-o out/m.TXT -f json", "{\n"},
         {"-o out/m.json --format tree", "model m\n"},
+        {"-o out/m.MD", "# m\n"},
+        {"-o out/m.mmd", "---\n"},
         {"-o out/m.txt.new -O places=true -O places=false", "{\n"},
         {"-o out/ -f tree", "model m\n"} // a file of that format's ending, see below
     };

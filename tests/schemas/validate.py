@@ -26,7 +26,7 @@ def main(petal, folder, *examples):
 
     def name_of(document):
         if isinstance(document, list):
-            return "info"
+            return "diagrams" if document and "picture" in document[0] else "info"
         for member, name in (("entry", "ledger"), ("severity", "log"), ("libraries", "version")):
             if member in document:
                 return name
@@ -55,6 +55,7 @@ def main(petal, folder, *examples):
     for path in sorted(pathlib.Path(folder).glob("*")):
         check_text(path.read_text(errors="replace"), path)
     commands = [("formats", "--json"), ("--version", "--json"), ("info", "--json", *examples),
+                ("draw", "--list", "--json", *examples),
                 ("units", "--json", *examples), ("import", "-q", "-f", "none", "--report", "-", *examples)]
     for example in examples:
         commands += [("import", "-q", "-f", "json", "-O", "places=true", example), ("import", "-q", example),

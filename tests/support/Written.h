@@ -48,18 +48,25 @@ private:
 
 /// Writes the model in a format, with settings of its options such as "places=true".
 inline void writeAs(std::string_view format, const KelModel& model, text::Output& output,
-                    const std::vector<std::string>& settings = {}, const source::SourceMap* source = nullptr) {
+                    const std::vector<std::string>& settings = {}, const source::SourceMap* source = nullptr,
+                    std::string_view ending = "") {
     const exporter::Exporter& exporter = *exporter::findExporter(format);
     const exporter::OptionValues options(exporter.options, settings);
     FolderOfOne folder(output);
     exporter::Omissions omissions;
-    exporter.write({.model = model, .source = source, .options = options, .folder = folder, .omissions = omissions});
+    exporter.write({.model = model,
+                    .source = source,
+                    .options = options,
+                    .folder = folder,
+                    .omissions = omissions,
+                    .ending = ending});
 }
 
 inline std::string writtenAs(std::string_view format, const KelModel& model,
-                             const std::vector<std::string>& settings = {}, const source::SourceMap* source = nullptr) {
+                             const std::vector<std::string>& settings = {}, const source::SourceMap* source = nullptr,
+                             std::string_view ending = "") {
     MemoryOutput output;
-    writeAs(format, model, output, settings, source);
+    writeAs(format, model, output, settings, source, ending);
     keepDocument(output.text);
     return output.text;
 }

@@ -1,7 +1,6 @@
 #include "petal/import/formats.h"
 
 #include "export/exporters.h"
-#include "petal/Failure.h"
 #include "petal/commands.h"
 #include "petal/output/Descriptor.h"
 #include "petal/output/ModelOutput.h"
@@ -139,12 +138,12 @@ bool isFor(const std::string& setting, const exporter::Exporter& exporter) {
                                [&](const exporter::Option& option) { return exporter::isSetBy(option, setting); });
 }
 
+} // namespace
+
 Failure wrongOption(const std::string& format, const exporter::WrongOption& error) {
     return {Outcome::wrongUsage, "-O: format " + format + ": " + error.what(),
             "'petal formats " + format + "' says more."};
 }
-
-} // namespace
 
 std::vector<Destination> destinationsOf(const ImportRequest& request) {
     std::vector<Destination> destinations;

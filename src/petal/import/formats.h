@@ -1,6 +1,7 @@
 #pragma once
 
 #include "export/Exporter.h"
+#include "petal/Failure.h"
 #include "petal/Request.h"
 
 #include <optional>
@@ -25,5 +26,8 @@ void checkFormatOptions(const ImportRequest& request, std::span<const Destinatio
 /// The values of the options of a format, from those of the request's settings that are for it. The settings must have
 /// been checked.
 [[nodiscard]] exporter::OptionValues formatOptions(const ImportRequest& request, const exporter::Exporter& exporter);
+
+/// The failure of a command whose settings the format, or the model, does not have.
+[[nodiscard]] Failure wrongOption(const std::string& format, const exporter::WrongOption& error);
 
 } // namespace petal

@@ -112,6 +112,7 @@ public:
         : destination_(destination) {
         const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
         const exporter::OptionValues options = formatOptions(request, exporter);
+        const std::string ending = exporter::endingOf(destination.path.value_or(""));
         attempt(destination.path, [&] { files_.emplace(destination.path, destination.descriptor); });
         if (destination.beside) {
             attempt(destination.beside, [&] { files_->addBeside(*destination.beside, destination.besideDescriptor); });
@@ -121,7 +122,8 @@ public:
                             .source = places,
                             .options = options,
                             .folder = *files_,
-                            .omissions = omissions_});
+                            .omissions = omissions_,
+                            .ending = ending});
         });
     }
 
@@ -134,9 +136,11 @@ public:
 
 private:
     template <class Step>
-    static void attempt(const std::optional<std::string>& path, Step step) {
+    void attempt(const std::optional<std::string>& path, Step step) const {
         try {
             step();
+        } catch (const exporter::WrongOption& error) { // the model lacks what an option names
+            throw wrongOption(destination_.format, error);
         } catch (const std::system_error& error) {
             throw outputFailure(outputName(path), error);
         }

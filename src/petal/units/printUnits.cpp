@@ -4,6 +4,7 @@
 #include "petal/output/fileFailure.h"
 #include "petal/units/UnitsForm.h"
 #include "petal/units/unitOptions.h"
+#include "petal/units/unitTrees.h"
 
 #include <algorithm>
 #include <system_error>
@@ -28,31 +29,6 @@ void note(const units::UnitTree& tree, const units::PathSymbols& symbols, UnitFi
     }
 }
 
-/// Throws a `Failure` with the outcome `inputNotRead`.
-units::UnitTree readTree(const std::string& path, units::UnitLocator& locator) {
-    try {
-        units::UnitTree tree = units::readUnitTree(path, locator);
-        if (tree.files[0].contents.isModel) {
-            return tree;
-        }
-    } catch (const std::system_error& error) {
-        throw Failure(Outcome::inputNotRead, "cannot read '" + path + "': " + error.code().message(), "");
-    }
-    throw Failure(Outcome::inputNotRead, "'" + path + "' is no model file", "");
-}
-
-units::LostUnits survey(const std::vector<std::string>& files, units::UnitLocator& locator) {
-    units::LostUnits lost;
-    for (const std::string& path : files) {
-        try {
-            lost.add(units::lossesOf(readTree(path, locator), locator.getSymbols()));
-        } catch (const Failure&) {
-            continue; // it is told of when it is to be printed
-        }
-    }
-    return lost;
-}
-
 /// Writes what can be told and reports the rest. Returns how many files nothing can be told of.
 std::size_t write(const UnitsRequest& request, UnitsForm& form, UnitFindings& findings) {
     units::UnitLocator locator = makeUnitLocator(request.units);
@@ -60,12 +36,12 @@ std::size_t write(const UnitsRequest& request, UnitsForm& form, UnitFindings& fi
     std::ranges::transform(request.files, std::back_inserter(folders), units::folderOf);
     units::SymbolSearch search({}, std::move(folders));
     if (mapsAutomatically(request.units)) {
-        findings.mapped = units::mapSymbols(locator, search, [&] { return survey(request.files, locator); });
+        findings.mapped = units::mapSymbols(locator, search, [&] { return lossesOf(request.files, locator); });
     }
     std::size_t failures = 0;
     for (const std::string& path : request.files) {
         try {
-            const units::UnitTree tree = readTree(path, locator);
+            const units::UnitTree tree = readModelTree(path, locator);
             form.write(path, tree);
             note(tree, locator.getSymbols(), findings);
         } catch (const Failure& failure) {

@@ -1,0 +1,193 @@
+#include "layout/Elements.h"
+
+#include <algorithm>
+#include <array>
+
+namespace layout {
+
+namespace {
+
+constexpr std::string_view separator = "::";
+constexpr std::uint64_t hashStart = 14695981039346656037U;
+constexpr std::uint64_t hashFactor = 1099511628211U;
+
+std::uint64_t extended(std::uint64_t hash, std::string_view text) {
+    for (const char byte : text) {
+        hash = (hash ^ static_cast<unsigned char>(byte)) * hashFactor;
+    }
+    return hash;
+}
+
+std::string upper(std::string_view text) {
+    std::string result(text);
+    std::ranges::transform(result, result.begin(), [](char byte) {
+        return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
+    });
+    return result;
+}
+
+/// Of a diagram, not of the model.
+bool isDrawn(std::string_view kind) {
+    return kind.ends_with("View") || kind.ends_with("Label") || kind.ends_with("ViewNew");
+}
+
+/// Whether it is part of the paths of what is in it.
+bool isInPaths(const Node& node) {
+    return node.kind == NodeKind::object && !node.name.empty() && node.text != "Design";
+}
+
+} // namespace
+
+Elements::Elements(const NotationTree& tree) : tree_(tree), around_(tree.size(), noNode) {
+    std::vector<std::uint64_t> hashes(tree.size(), hashStart); // of the paths that end with, or around, each node
+    NodeId id = noNode;
+    bool skips = false;
+    while ((id = tree.following(id, noNode, skips)) != noNode) {
+        const Node& node = tree[id];
+        around_[id] = isInPaths(tree[node.parent]) ? node.parent : around_[node.parent];
+        hashes[id] = hashes[node.parent];
+        skips = node.kind == NodeKind::object && isDrawn(node.text);
+        if (node.kind != NodeKind::object || skips) {
+            continue;
+        }
+        if (const std::string_view quid = tree.text(id, "quid"); !quid.empty()) {
+            quids_.emplace_back(upper(quid), id);
+        }
+        if (isInPaths(node)) {
+            const std::uint64_t before = around_[id] == noNode ? hashStart : extended(hashes[id], separator);
+            paths_.emplace_back(hashes[id] = extended(before, node.name), id);
+        }
+    }
+    std::ranges::stable_sort(quids_, {}, &std::pair<std::string, NodeId>::first);
+    std::ranges::stable_sort(paths_, {}, &std::pair<std::uint64_t, NodeId>::first);
+}
+
+NodeId Elements::withQuid(std::string_view quid) const {
+    const std::string wanted = upper(quid);
+    const auto found = std::ranges::lower_bound(quids_, wanted, {}, &std::pair<std::string, NodeId>::first);
+    return found != quids_.end() && found->first == wanted ? found->second : noNode;
+}
+
+NodeId Elements::named(std::string_view path) const {
+    constexpr int mostTries = 8; // names that share a hash are no accident
+    auto found =
+        std::ranges::lower_bound(paths_, extended(hashStart, path), {}, &std::pair<std::uint64_t, NodeId>::first);
+    for (int tries = 0; tries < mostTries && found != paths_.end(); ++tries, ++found) {
+        if (isPathOf(found->second, path)) {
+            return found->second;
+        }
+    }
+    return noNode;
+}
+
+bool Elements::isPathOf(NodeId object, std::string_view path) const {
+    while (path.ends_with(tree_[object].name)) {
+        path.remove_suffix(tree_[object].name.size());
+        object = around_[object];
+        if (object == noNode || path.empty()) {
+            return object == noNode && path.empty();
+        }
+        if (!path.ends_with(separator)) {
+            return false;
+        }
+        path.remove_suffix(separator.size());
+    }
+    return false;
+}
+
+std::string_view lastName(std::string_view path) {
+    const std::size_t brackets = path.find('<');
+    const std::size_t found = path.rfind(separator, brackets);
+    return found == std::string_view::npos ? path : path.substr(found + separator.size());
+}
+
+bool isNameless(std::string_view name) {
+    return name.empty() || name.starts_with("$UNNAMED$");
+}
+
+namespace {
+
+struct Visibility {
+    std::string_view word;
+    std::string_view sign;
+};
+
+constexpr std::array<Visibility, 4> visibilities{
+    {{"Public", "+ "}, {"Protected", "# "}, {"Private", "- "}, {"Implementation", "~ "}}};
+
+std::string_view signOf(std::string_view word, std::string_view otherwise) {
+    const auto* found = std::ranges::find(visibilities, word, &Visibility::word);
+    return found != visibilities.end() ? found->sign : otherwise;
+}
+
+/// Of a list of such objects.
+template <class Take>
+void forEach(const NotationTree& tree, NodeId element, std::string_view list, std::string_view kind, Take take) {
+    const NodeId found = tree.find(element, list);
+    for (NodeId child = tree[found].first; found != noNode && child != noNode; child = tree[child].next) {
+        if (tree[child].kind == NodeKind::object && tree[child].text == kind) {
+            take(child);
+        }
+    }
+}
+
+std::string typed(std::string_view name, std::string_view type) {
+    std::string text(name);
+    if (!type.empty()) {
+        text.append(" : ").append(lastName(type));
+    }
+    return text;
+}
+
+std::string stereotypeOf(const NotationTree& tree, NodeId member, const MemberStyle& style) {
+    const std::string_view stereotype = style.hasStereotypes ? tree.text(member, "stereotype") : std::string_view();
+    return stereotype.empty() ? std::string() : "<<" + std::string(stereotype) + ">> ";
+}
+
+} // namespace
+
+std::vector<Member> attributesOf(const NotationTree& tree, NodeId element, const MemberStyle& style) {
+    std::vector<Member> members;
+    forEach(tree, element, "class_attributes", "ClassAttribute", [&](NodeId attribute) {
+        std::string text = stereotypeOf(tree, attribute, style);
+        text += signOf(tree.text(attribute, "exportControl"), "- ");
+        text += tree.isTrue(attribute, "derived") ? "/" : "";
+        text += typed(tree[attribute].name, tree.text(attribute, "type"));
+        if (const std::string_view initial = tree.text(attribute, "initv"); !initial.empty()) {
+            text.append(" = ").append(initial);
+        }
+        members.push_back({std::move(text), tree.isTrue(attribute, "static"), false});
+    });
+    return members;
+}
+
+std::vector<Member> operationsOf(const NotationTree& tree, NodeId element, const MemberStyle& style) {
+    std::vector<Member> members;
+    forEach(tree, element, "operations", "Operation", [&](NodeId operation) {
+        std::string text = stereotypeOf(tree, operation, style);
+        text += signOf(tree.text(operation, "opExportControl"), "+ ");
+        text.append(tree[operation].name).append("(");
+        if (style.hasSignatures) {
+            bool isFirst = true;
+            forEach(tree, operation, "parameters", "Parameter", [&](NodeId parameter) {
+                text += (isFirst ? "" : ", ") + typed(tree[parameter].name, tree.text(parameter, "type"));
+                isFirst = false;
+            });
+        }
+        text += ")";
+        if (style.hasSignatures) {
+            text = typed(text, tree.text(operation, "result"));
+        }
+        members.push_back({std::move(text), tree.isTrue(operation, "static"), tree.isTrue(operation, "abstract")});
+    });
+    return members;
+}
+
+std::vector<std::string> templateParametersOf(const NotationTree& tree, NodeId element) {
+    std::vector<std::string> parameters;
+    forEach(tree, element, "parameters", "Parameter",
+            [&](NodeId parameter) { parameters.push_back(typed(tree[parameter].name, tree.text(parameter, "type"))); });
+    return parameters;
+}
+
+} // namespace layout

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "layout/NotationTree.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace layout {
+
+/// The elements of a model, by quid and by qualified name. Immutable once made; lookups take logarithmic time and the
+/// length of what is asked for. Refers to the tree.
+class Elements {
+public:
+    explicit Elements(const NotationTree& tree);
+
+    /// The object with that quid, case ignored; `noNode` when there is none.
+    [[nodiscard]] NodeId withQuid(std::string_view quid) const;
+    /// The first object with that path of names, joined with "::".
+    [[nodiscard]] NodeId named(std::string_view path) const;
+
+private:
+    [[nodiscard]] bool isPathOf(NodeId object, std::string_view path) const;
+
+    const NotationTree& tree_;
+    std::vector<NodeId> around_; // of each node the named object that it is in
+    std::vector<std::pair<std::string, NodeId>> quids_;
+    std::vector<std::pair<std::uint64_t, NodeId>> paths_; // hashes
+};
+
+/// A line of a compartment.
+struct Member {
+    std::string text;
+    bool isStatic = false;
+    bool isAbstract = false;
+};
+
+struct MemberStyle {
+    bool hasStereotypes = true;
+    bool hasSignatures = true;
+};
+
+/// The attributes, or the operations, of a class, as they are drawn. The elements they are in is the tree's.
+[[nodiscard]] std::vector<Member> attributesOf(const NotationTree& tree, NodeId element, const MemberStyle& style);
+[[nodiscard]] std::vector<Member> operationsOf(const NotationTree& tree, NodeId element, const MemberStyle& style);
+/// The names of a template's parameters with their types.
+[[nodiscard]] std::vector<std::string> templateParametersOf(const NotationTree& tree, NodeId element);
+
+/// The name behind the last "::" that is not in brackets.
+[[nodiscard]] std::string_view lastName(std::string_view path);
+/// Whether the name stands for none.
+[[nodiscard]] bool isNameless(std::string_view name);
+
+} // namespace layout

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "units/UnitTree.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace layout {
+
+using NodeId = std::uint32_t;
+inline constexpr NodeId noNode = 0; ///< the root, which is nobody's child
+
+enum class NodeKind : std::uint8_t { root, object, list, value, group, text, number, reference, location, word };
+
+/// An object, a list, a property's value. Texts are in UTF-8.
+struct Node {
+    NodeKind kind = NodeKind::root;
+    std::uint32_t file = 0;      ///< in `UnitTree::files`
+    std::string_view key;        ///< of the property that it is the value of; empty for none
+    std::string_view text;       ///< of an object or a list the word that says what it is; else the value
+    std::string_view firstName;  ///< of an object
+    std::string_view name;       ///< the last one; both are the same where there is only one
+    std::int64_t reference = -1; ///< of an object the number after "@", of a reference likewise
+    double x = 0;                ///< of a location; of a number its value
+    double y = 0;                ///< of a location
+    std::uint64_t line = 0;      ///< where it begins
+    NodeId parent = noNode;
+    NodeId first = noNode;
+    NodeId last = noNode;
+    NodeId next = noNode;
+};
+
+/// The text of a model and its units as far as pictures need it: all objects, and of their properties those of a table.
+/// The content of a unit stands where the model refers to it.
+///
+/// Owns all texts. Immutable once read, so several threads may use it. Memory is proportional to the files; a lookup of
+/// a property walks the properties of one object.
+class NotationTree {
+public:
+    /// Throws `std::system_error` when a file cannot be read.
+    explicit NotationTree(const units::UnitTree& files);
+    NotationTree(const NotationTree&) = delete;
+    NotationTree& operator=(const NotationTree&) = delete;
+    ~NotationTree();
+
+    [[nodiscard]] const Node& operator[](NodeId id) const { return nodes_[id]; }
+    [[nodiscard]] std::size_t size() const { return nodes_.size(); }
+
+    /// The value of an object's first property of that name, or `noNode`.
+    [[nodiscard]] NodeId find(NodeId object, std::string_view key) const;
+    /// The text of a property; of a "(value ...)" that in it. Empty when there is none.
+    [[nodiscard]] std::string_view text(NodeId object, std::string_view key) const;
+    [[nodiscard]] bool isTrue(NodeId object, std::string_view key) const { return text(object, key) == "TRUE"; }
+    [[nodiscard]] double number(NodeId object, std::string_view key, double otherwise) const;
+    [[nodiscard]] std::int64_t reference(NodeId object, std::string_view key) const;
+    /// The node after this one in the order of the text, within `top`; `noNode` after the last. With `skips` what is in
+    /// this one is left out.
+    [[nodiscard]] NodeId following(NodeId id, NodeId top, bool skips = false) const;
+    /// The file as outputs name it: relative to the model's folder, or only its name; empty for the model's own.
+    [[nodiscard]] const std::string& fileName(std::uint32_t file) const { return fileNames_[file]; }
+
+private:
+    class Loader;
+
+    std::vector<Node> nodes_;
+    std::vector<std::unique_ptr<char[]>> texts_;
+    std::vector<std::string> fileNames_;
+};
+
+} // namespace layout

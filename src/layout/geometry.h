@@ -1,0 +1,49 @@
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+#include <vector>
+
+namespace layout {
+
+struct Point {
+    double x = 0;
+    double y = 0;
+    bool operator==(const Point&) const = default;
+};
+
+struct Rectangle {
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+
+    bool operator==(const Rectangle&) const = default;
+    [[nodiscard]] double right() const { return x + width; }
+    [[nodiscard]] double bottom() const { return y + height; }
+    [[nodiscard]] Point centre() const { return {x + width / 2, y + height / 2}; }
+    [[nodiscard]] bool contains(const Point& point, double slack) const {
+        return point.x >= x - slack && point.x <= right() + slack && point.y >= y - slack &&
+               point.y <= bottom() + slack;
+    }
+};
+
+inline Rectangle around(const Point& centre, double width, double height) {
+    return {centre.x - width / 2, centre.y - height / 2, width, height};
+}
+
+inline double distance(const Point& a, const Point& b) {
+    return std::hypot(a.x - b.x, a.y - b.y);
+}
+
+/// What a line that goes to a box ends at.
+enum class Outline { rectangle, ellipse, rhombus };
+
+/// The point of the outline on the way from its centre to `outside`; the centre when that is where `outside` is.
+[[nodiscard]] Point clipped(const Rectangle& box, Outline outline, const Point& outside);
+
+/// The point in the middle of a line, by length. The line has a point at least.
+[[nodiscard]] Point middleOf(std::span<const Point> line);
+
+} // namespace layout

@@ -1,0 +1,370 @@
+#include "export/options.h"
+#include "layout/makeScene.h"
+#include "layout/write.h"
+#include "petal/Failure.h"
+#include "petal/commands.h"
+#include "petal/draw/pictureNames.h"
+#include "petal/jobs/Sources.h"
+#include "petal/jobs/plan.h"
+#include "petal/output/Descriptor.h"
+#include "petal/output/FileUses.h"
+#include "petal/output/ModelOutput.h"
+#include "petal/output/OutputFiles.h"
+#include "petal/output/fileFailure.h"
+#include "petal/units/lossLines.h"
+#include "petal/units/unitOptions.h"
+#include "petal/units/unitTrees.h"
+#include "text/IndentedJson.h"
+#include "text/escape.h"
+#include "units/LostUnits.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <map>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace petal {
+
+namespace {
+
+using layout::NodeId;
+
+constexpr std::size_t mostOpen = 200; // files that are written at a time, each with a descriptor
+constexpr std::string_view svgEnding = ".svg";
+constexpr std::string_view drawioEnding = ".drawio";
+
+constexpr std::array options{exporter::Option{.name = "theme",
+                                              .values = "file|plain",
+                                              .byDefault = "file",
+                                              .description = "the colours of the file, or black on white"}};
+
+layout::Theme themeOf(const DrawRequest& request) {
+    try {
+        return exporter::OptionValues(options, request.options).get("theme") == "plain" ? layout::Theme::plain
+                                                                                        : layout::Theme::file;
+    } catch (const exporter::WrongOption& wrong) {
+        throw Failure(Outcome::wrongUsage, wrong.what(), "");
+    }
+}
+
+/// A model with its diagrams, those that are asked for.
+struct Drawing {
+    units::UnitTree files;
+    layout::NotationTree tree;
+    std::vector<NodeId> diagrams;
+    std::vector<std::string> names; // of files, without ending
+
+    Drawing(units::UnitTree found, const std::vector<std::string>& wanted) : files(std::move(found)), tree(files) {
+        diagrams = layout::diagramsOf(tree);
+        names = pictureNames(tree, diagrams); // of all: each has the same name whatever is drawn with it
+        if (wanted.empty()) {
+            return;
+        }
+        std::size_t kept = 0;
+        for (std::size_t index = 0; index < diagrams.size(); ++index) {
+            const std::string qualified = qualifiedName(tree, diagrams[index]);
+            if (std::ranges::any_of(wanted, [&](const std::string& name) {
+                    return name == tree[diagrams[index]].name || name == qualified;
+                })) {
+                diagrams[kept] = diagrams[index];
+                std::swap(names[kept++], names[index]);
+            }
+        }
+        diagrams.resize(kept);
+        names.resize(kept);
+    }
+};
+
+std::unique_ptr<Drawing> readDrawing(const std::string& path, const DrawRequest& request, units::UnitLocator& locator) {
+    units::UnitTree files = request.units.mode == "skip" ? readModelAlone(path) : readModelTree(path, locator);
+    if (request.units.mode != "skip") {
+        units::LostUnits lost;
+        lost.add(units::lossesOf(files, locator.getSymbols()));
+        if (!lost.isEmpty() && request.units.mode == "require") {
+            throw Failure(Outcome::unitMissing, "controlled units of '" + path + "' are missing",
+                          "--path-map and --unit-dir say where to look for them.");
+        }
+        if (!request.quiet) {
+            const std::string notes = asNotes(lossLines(lost));
+            std::fputs(notes.c_str(), stderr);
+        }
+    }
+    try {
+        auto drawing = std::make_unique<Drawing>(std::move(files), request.diagrams);
+        if (drawing->diagrams.empty() && !request.diagrams.empty()) {
+            throw Failure(Outcome::inputNotRead,
+                          "'" + path + "' has no diagram named '" + request.diagrams.front() + "'",
+                          "'petal draw --list' prints the diagrams.");
+        }
+        return drawing;
+    } catch (const std::system_error& error) {
+        throw inputFailure(path, error);
+    }
+}
+
+/// The kinds of views that no rule is for, and how many of them there are.
+using Unknown = std::map<std::string, std::size_t>;
+
+void note(const layout::Scene& scene, Unknown& unknown) {
+    for (const layout::Item& item : scene.items) {
+        if (item.isUnknown) {
+            ++unknown[item.kind];
+        }
+    }
+}
+
+void tell(const std::string& path, const Unknown& unknown) {
+    std::string line;
+    for (const auto& [kind, count] : unknown) {
+        line += (line.empty() ? "" : ", ") + std::to_string(count) + " " + text::printableText(kind);
+    }
+    if (!line.empty()) {
+        line =
+            "petal: " + text::printableText(path) + ": views of unknown kinds, drawn as boxes or lines: " + line + "\n";
+        std::fputs(line.c_str(), stderr);
+    }
+}
+
+/// Opens an output, has it written and makes it final.
+template <class Write>
+void writeTo(const std::optional<std::string>& path, Write write) {
+    try {
+        if (path) {
+            const std::filesystem::path folder = std::filesystem::path(*path).parent_path();
+            if (!folder.empty()) {
+                std::filesystem::create_directories(folder);
+            }
+        }
+        const auto output = ModelOutput::open(path);
+        text::BufferedOutput buffered(*output);
+        write(buffered);
+        buffered.flush();
+        output->commit();
+    } catch (const std::system_error& error) {
+        throw outputFailure(outputName(path), error);
+    }
+}
+
+/// The files that are written, none of which may be one that is read.
+void checkUses(const Drawing& drawing, const std::vector<std::string>& outputs) {
+    FileUses uses;
+    for (const units::ResolvedFile& file : drawing.files.files) {
+        uses.reads(file.path);
+    }
+    std::ranges::for_each(outputs, [&](const std::string& path) { uses.writes(path); });
+}
+
+bool isFile(const DrawRequest& request) {
+    return !request.output || *request.output == "-" || namedDescriptor(*request.output) >= 0 ||
+           request.output->ends_with(svgEnding);
+}
+
+/// Draws one model; the output is a file for one picture, a folder for SVG, and a file for draw.io.
+void drawModel(const std::string& path, const DrawRequest& request, bool isSingle, units::UnitLocator& locator) {
+    const layout::Theme theme = themeOf(request);
+    const std::unique_ptr<Drawing> drawing = readDrawing(path, request, locator);
+    const layout::Elements elements(drawing->tree);
+    Unknown unknown;
+    const auto sceneOf = [&](NodeId diagram) {
+        layout::Scene scene = layout::makeScene(drawing->tree, elements, diagram);
+        note(scene, unknown);
+        return scene;
+    };
+    if (request.writer == "drawio") {
+        checkUses(*drawing, {request.output.value_or("")});
+        writeTo(request.output, [&](text::BufferedOutput& output) {
+            layout::DrawioWriter writer(theme, output);
+            for (const NodeId diagram : drawing->diagrams) {
+                writer.write(sceneOf(diagram));
+            }
+            writer.end();
+        });
+    } else if (isSingle && isFile(request)) {
+        if (drawing->diagrams.size() != 1) {
+            throw Failure(Outcome::wrongUsage,
+                          "'" + path + "' has " + std::to_string(drawing->diagrams.size()) +
+                              " diagrams to draw, and a file holds one",
+                          "Name a folder with -o, or one diagram with --diagram.");
+        }
+        checkUses(*drawing, {request.output.value_or("")});
+        writeTo(request.output, [&](text::BufferedOutput& output) {
+            layout::writeSvg(sceneOf(drawing->diagrams.front()), theme, output);
+        });
+    } else {
+        std::vector<std::string> outputs;
+        for (const std::string& name : drawing->names) {
+            outputs.push_back((std::filesystem::path(*request.output) / name).string().append(svgEnding));
+        }
+        checkUses(*drawing, outputs);
+        for (std::size_t first = 0; first < outputs.size(); first += mostOpen) {
+            const std::size_t end = std::min(outputs.size(), first + mostOpen);
+            try {
+                OutputFiles files(std::filesystem::path(*request.output));
+                for (std::size_t index = first; index < end; ++index) {
+                    text::BufferedOutput output(files.open(drawing->names[index] + std::string(svgEnding)));
+                    layout::writeSvg(sceneOf(drawing->diagrams[index]), theme, output);
+                    output.flush();
+                }
+                files.commit();
+            } catch (const std::system_error& error) {
+                throw outputFailure("the pictures in '" + *request.output + "'", error);
+            }
+        }
+    }
+    if (!request.quiet) {
+        tell(path, unknown);
+    }
+}
+
+void listDiagrams(const std::vector<Source>& sources, const DrawRequest& request, units::UnitLocator& locator) {
+    writeTo(std::nullopt, [&](text::BufferedOutput& output) {
+        text::IndentedJson json(output);
+        if (request.asJson) {
+            json.startList();
+        }
+        for (const Source& source : sources) {
+            const std::unique_ptr<Drawing> drawing = readDrawing(source.path, request, locator);
+            for (std::size_t index = 0; index < drawing->diagrams.size(); ++index) {
+                const NodeId diagram = drawing->diagrams[index];
+                const layout::Node& node = drawing->tree[diagram];
+                const std::string name = qualifiedName(drawing->tree, diagram);
+                const std::size_t count = layout::itemCount(drawing->tree, diagram);
+                if (!request.asJson) {
+                    output.put(text::printableText(node.text) + "\t" + text::printableText(name) + "\t" +
+                               std::to_string(count));
+                    output.put(sources.size() > 1 ? "\t" + text::printableText(source.path) + "\n" : "\n");
+                    continue;
+                }
+                const auto member = [&](const char* key, std::string_view value) {
+                    if (!value.empty()) {
+                        json.key(key);
+                        json.text(value);
+                    }
+                };
+                json.startObject();
+                member("model", text::validText(source.path));
+                member("kind", node.text);
+                json.key("name");
+                json.text(name);
+                json.key("items");
+                json.number(static_cast<std::int64_t>(count));
+                member("quid", drawing->tree.text(diagram, "quid"));
+                member("file", drawing->tree.fileName(node.file));
+                json.key("line");
+                json.number(static_cast<std::int64_t>(node.line));
+                member("picture", drawing->names[index] + std::string(svgEnding));
+                json.endObject();
+            }
+        }
+        if (request.asJson) {
+            json.endList();
+            output.put('\n');
+        }
+    });
+}
+
+/// Runs tasks in processes of their own, so many at a time; each ends with an exit status. Returns how many failed.
+template <class Task>
+std::size_t runApart(std::size_t count, int parallel, Task task) {
+    std::size_t failed = 0;
+    int running = 0;
+    const auto waitForOne = [&] {
+        int status = 0;
+        pid_t ended = -1;
+        do {
+            ended = ::wait(&status);
+        } while (ended < 0 && errno == EINTR);
+        --running;
+        failed += ended < 0 || !WIFEXITED(status) || WEXITSTATUS(status) != 0 ? 1 : 0;
+        if (ended >= 0 && WIFSIGNALED(status)) {
+            std::fputs("petal: a signal ended the process that drew a file\n", stderr);
+        }
+    };
+    for (std::size_t index = 0; index < count; ++index) {
+        if (running == parallel) {
+            waitForOne();
+        }
+        const pid_t process = ::fork();
+        if (process < 0) {
+            while (running > 0) {
+                waitForOne();
+            }
+            throwErrno();
+        }
+        if (process == 0) {
+            ::_exit(exitNumber(task(index)));
+        }
+        ++running;
+    }
+    while (running > 0) {
+        waitForOne();
+    }
+    return failed;
+}
+
+void drawSeveral(const std::vector<Source>& sources, DrawRequest request, units::UnitLocator& locator) {
+    if (!request.output || *request.output == "-") {
+        throw Failure(Outcome::wrongUsage, "the pictures of several models need a folder", "Name one with -o.");
+    }
+    const std::vector<std::string> outputs =
+        planOutputs(sources, *request.output, request.writer == "drawio" ? drawioEnding : std::string_view());
+    locator.listSearchFolders();
+    const std::size_t failed = runApart(sources.size(), request.parallel, [&](std::size_t index) {
+        try {
+            const Source& source = sources[index];
+            if (!source.unreadable.empty()) {
+                throw Failure(Outcome::inputNotRead,
+                              "cannot search the folder '" + source.path + "': " + source.unreadable, "");
+            }
+            request.output = outputs[index];
+            drawModel(source.path, request, false, locator);
+            return Outcome::success;
+        } catch (const Failure& failure) {
+            printFailure(failure.what(), failure.getAdvice());
+            return failure.getOutcome();
+        } catch (const std::exception& failure) {
+            printFailure(failure.what(), "");
+            return Outcome::unexpected;
+        }
+    });
+    if (failed > 0) {
+        throw Failure(Outcome::someFailed,
+                      std::to_string(failed) + " of " + std::to_string(sources.size()) + " files failed", "");
+    }
+}
+
+} // namespace
+
+void drawDiagrams(const DrawRequest& request) {
+    static_cast<void>(themeOf(request)); // refused before anything is read
+    JobsRequest jobs;
+    jobs.inputs = request.inputs;
+    Sources found = findSources(jobs);
+    if (found.files.empty()) {
+        throw Failure(Outcome::inputNotRead, "there is no model file in what was named",
+                      "In a folder, model files are those whose names end in '.mdl'.");
+    }
+    units::UnitLocator locator = makeUnitLocator(request.units);
+    if (mapsAutomatically(request.units)) {
+        std::vector<std::string> paths;
+        std::ranges::transform(found.files, std::back_inserter(paths), &Source::path);
+        units::SymbolSearch search(std::move(found.folders), std::move(found.besides));
+        const auto mapped = units::mapSymbols(locator, search, [&] { return lossesOf(paths, locator); });
+        if (!request.quiet) {
+            std::fputs(asNotes(mappingLines(mapped)).c_str(), stderr);
+        }
+    }
+    if (request.lists) {
+        listDiagrams(found.files, request, locator);
+    } else if (isSingleFile(jobs)) {
+        drawModel(found.files.front().path, request, true, locator);
+    } else {
+        drawSeveral(found.files, request, locator);
+    }
+}
+
+} // namespace petal

@@ -1,0 +1,256 @@
+#include "layout/makeScene.h"
+#include "layout/markup.h"
+#include "layout/metrics.h"
+#include "layout/write.h"
+#include "support/HostileTexts.h"
+#include "support/InFolder.h"
+#include "units/UnitLocator.h"
+
+#include <chrono>
+
+namespace {
+
+using namespace layout;
+
+/// Text that an output collects.
+class TextOutput final : public text::Output {
+public:
+    void write(std::string_view bytes) override { text.append(bytes); }
+    std::string text;
+};
+
+class Drawn : public InFolder {
+protected:
+    /// The scenes of a model, one after the other.
+    [[nodiscard]] std::vector<Scene> scenesOf(const std::string& model) const {
+        put("m.mdl", model);
+        units::UnitLocator locator(units::PathSymbols{}, {});
+        const units::UnitTree files = units::readUnitTree(pathOf("m.mdl"), locator);
+        const NotationTree tree(files);
+        const Elements elements(tree);
+        std::vector<Scene> scenes;
+        for (const NodeId diagram : diagramsOf(tree)) {
+            scenes.push_back(makeScene(tree, elements, diagram));
+        }
+        return scenes;
+    }
+    /// The only scene of a model with these elements and views.
+    [[nodiscard]] Scene sceneOf(const std::string& elements, const std::string& views) const {
+        return scenesOf(R"((object Petal version 42 charSet 0)
+(object Design "Logical View" root_category (object Class_Category "Logical View" logical_models (list l
+)" + elements + R"()
+logical_presentations (list l (object ClassDiagram "Main" quid "4D0000000001" items (list diagram_item_list
+)" + views + ")))))\n")
+            .at(0);
+    }
+};
+
+std::string numbers(const Rectangle& box) {
+    return decimal(box.x) + "," + decimal(box.y) + " " + decimal(box.width) + "x" + decimal(box.height);
+}
+
+/// A line for each item: kind, what is drawn, and where.
+std::string described(const Scene& scene) {
+    std::string lines;
+    for (const Item& item : scene.items) {
+        lines += (item.parent == noItem ? "" : "  ") + item.kind + " @" + item.reference;
+        lines += item.hasBox ? " shape " + std::to_string(static_cast<int>(item.shape)) + " " + numbers(item.box) : "";
+        lines += item.isMissing ? " missing" : "";
+        for (const Point& point : item.route) {
+            lines += " " + decimal(point.x) + "," + decimal(point.y);
+        }
+        lines += item.route.empty() ? "" : " mark " + std::to_string(static_cast<int>(item.endMark));
+        lines += item.isDashed ? " dashed" : "";
+        for (const Text& text : item.texts) {
+            lines += " '" + text.text + "'";
+        }
+        lines += "\n";
+    }
+    return lines;
+}
+
+TEST_F(Drawn, HasBoxesMembersAndLinesWhereTheFileSays) {
+    const Scene scene = sceneOf(
+        R"((object Class "A" quid "4A00000000aa" abstract TRUE
+  class_attributes (list class_attribute_list
+    (object ClassAttribute "a" type "Logical View::B" initv "0" stereotype "id" exportControl "Public")
+    (object ClassAttribute "b" static TRUE derived TRUE))
+  operations (list Operations
+    (object Operation "f" parameters (list Parameters (object Parameter "x" type "int")) result "B")))
+(object Class_Category "P" logical_models (list l (object Class "B")))
+(object Association "r" quid "4A0000000003" roles (list role_list
+  (object Role "whole" supplier "Logical View::A" is_aggregate TRUE is_navigable TRUE)
+  (object Role "part" Containment "By Value" is_navigable TRUE client_cardinality (value cardinality "0..n")))))",
+        R"((object ClassView "Class" "Logical View::A" @1 ShowCompartmentStereotypes TRUE IncludeAttribute TRUE
+  IncludeOperation TRUE ShowOperationSignature TRUE location (200, 200) line_color 255 fill_color 16711680
+  quidu "4A00000000AA" width 300 height 300)
+(object ClassView "Class" "Logical View::P::B" @2 SuppressAttribute TRUE location (800, 200) width 101 height 51
+  label (object ItemLabel label "B" location (760, 180)))
+(object ClassView "Class" "Logical View::P::C" @3 location (200, 800) quidu "4AFFFFFFFFFF" width 100 height 100)
+(object InheritView "" @4 client @2 supplier @1 line_color 0 vertices (list Points (749, 200) (500, 100) (360, 100)))
+(object UsesView "" @5 client @3 supplier @1)
+(object AssociationViewNew "r" @6 location (500, 300) quidu "4A0000000003" line_color 0 roleview_list (list RoleViews
+  (object RoleView "whole" @7 Parent_View @6 client @6 supplier @1)
+  (object RoleView "part" @8 Parent_View @6 client @6 supplier @2
+    label (object SegLabel location (700, 260) anchor_loc 1 label "+part")
+    label (object SegLabel location (700, 300) anchor_loc 1 hidden TRUE label "hidden")))))");
+    EXPECT_EQ(described(scene),
+              "ClassView @1 shape 2 50,50 300x300 'A' '<<id>> + a : B = 0' '- /b' '+ f(x : int) : B'\n"
+              "ClassView @2 shape 2 749.5,174.5 101x51 'B'\n"
+              "ClassView @3 shape 2 150,750 100x100 missing dashed 'C'\n"
+              "InheritView @4 749,200 500,100 360,100 350,100 mark 3\n"
+              "UsesView @5 200,750 200,350 mark 1 dashed\n"
+              "AssociationViewNew @6\n"
+              "  RoleView @7 500,300 350,250 mark 5 '+whole'\n"
+              "  RoleView @8 500,300 749.5,216.83 mark 0 '+part'\n");
+    const Item& item = scene.items[0];
+    EXPECT_EQ(colourText(item.lineColour) + colourText(item.fillColour), "#ff0000#0000ff");
+    EXPECT_TRUE(item.texts[0].font.isItalic && item.texts[2].font.isUnderlined);
+    EXPECT_EQ(item.texts[0].font.size, 40.625); // ten points are thirteen pixels of 1/96 inch
+    EXPECT_EQ(scene.items[3].title, "InheritView: B - A");
+    EXPECT_EQ(scene.items[6].title, "whole");
+}
+
+TEST_F(Drawn, HasTheThreeKindsThatAreNotPlacedByTheirMiddle) {
+    const Scene scene = sceneOf("(object Message \"go\" quid \"4E0000000001\" synchronization \"Return\")",
+                                R"((object InterObjView "o" @1 location (300, 200) width 200 height 900
+  Focus_Of_Control (object Focus_Of_Control "" @2 location (300, 400) height 100)
+  Focus_Of_Control (object Focus_Of_Control "" @3 location (300, 420) height 1 Nested TRUE))
+(object InterObjView "p" @4 location (900, 200) width 200 height 900 icon "Actor" icon_style "Icon")
+(object InterMessView "go" @5 location (300, 450) client @1 supplier @4 origin (316, 450) terminus (900, 450)
+  label (object SegLabel quidu "4E0000000001" location (600, 410) anchor_loc 1 label "go"))
+(object SelfMessView "self" @6 location (300, 500) client @1 supplier @1 line_color 0)
+(object Swimlane "lane" @7 width 500))");
+    EXPECT_EQ(described(scene), "InterObjView @1 shape 20 200,140 200x900 'o'\n"
+                                "InterObjView @4 shape 20 800,140 200x900 'p'\n"
+                                "InterMessView @5 316,450 900,450 mark 1 dashed 'go'\n"
+                                "SelfMessView @6 300,500 400,500 400,540 300,540 mark 1\n"
+                                "Swimlane @7 shape 21 0,0 500x1140 'lane'\n");
+    ASSERT_EQ(scene.items[0].bars.size(), 1U); // of one unit is none
+    EXPECT_EQ(numbers(scene.items[0].bars[0]), "284,400 32x100");
+}
+
+TEST_F(Drawn, FindsElementsInUnitsAndTellsTheirFile) {
+    put("sub/unit.cat", R"((object Petal version 42 charSet 0)
+(object Class_Category "U" logical_models (list l (object Class "X" quid "4F0000000001" abstract TRUE))
+logical_presentations (list l
+(object ClassDiagram "Inner" items (list diagram_item_list
+(object ClassView "Class" "Logical View::U::X" @1 quidu "4F0000000001")))))
+)");
+    const std::vector<Scene> scenes = scenesOf(R"((object Petal version 42 charSet 0)
+(object Design "Logical View" root_category (object Class_Category "Logical View" logical_models (list l
+(object Class_Category "U" is_unit TRUE is_loaded FALSE file_name "sub\\unit.cat"))
+logical_presentations (list l (object ClassDiagram "Outer" items (list diagram_item_list
+(object ClassView "Class" "Logical View::U::X" @1 location (0, 0))
+(object ClassView "Class" "Logical View::U::X" @1 location (0, 0) quidu "4f0000000001"))))))
+)");
+    ASSERT_EQ(scenes.size(), 2U);
+    EXPECT_EQ(scenes[0].packages, (std::vector<std::string>{"Logical View", "U"}));
+    EXPECT_EQ(scenes[0].file + scenes[0].items[0].file, "sub/unit.catsub/unit.cat");
+    EXPECT_EQ(scenes[0].items[0].line, 5U);
+    for (const Item& item : scenes[1].items) {
+        EXPECT_TRUE(!item.isMissing && item.file.empty() && item.texts[0].font.isItalic);
+    }
+}
+
+/// Views that refer to each other in circles, to themselves and to nothing; numbers that no page has.
+TEST_F(Drawn, IsAPictureWhateverTheFileHolds) {
+    const Scene scene = sceneOf("", R"((object ClassView "Class" "A" @1 Parent_View @1 location (1000000000, -9e300)
+  width -5 height nan)
+(object AttachView "" @2 client @2 supplier @2)
+(object AttachView "" @3 client @4 supplier @99)
+(object AttachView "" @4 client @3 supplier @1 vertices (list Points (0, 1e99) (5, 5)))
+(object InheritView "" @5 client @1 supplier @1)
+(object HologramView "H" @6 label "h")
+(object HologramLine "L" @7 client @1 supplier @6)
+(object AssociationViewNew "" @8 roleview_list (list RoleViews (object RoleView "" @9)))
+(object StateView "StartState" "" @1 width 1e12)
+(object NoteView @10 label (object ItemLabel label "a b c" max_width -1 nlines 1e9)))");
+    ASSERT_EQ(scene.items.size(), 11U);
+    for (const Item& item : scene.items) {
+        EXPECT_TRUE(item.hasBox || item.kind == "AssociationViewNew" || item.route.size() >= 2) << item.kind;
+        EXPECT_TRUE(!item.hasBox || (item.box.width > 0 && item.box.height > 0)) << item.kind;
+        EXPECT_FALSE(item.title.empty());
+    }
+    EXPECT_TRUE(scene.items[5].isUnknown && scene.items[5].hasBox && scene.items[6].isUnknown);
+    EXPECT_TRUE(std::isfinite(scene.bounds.width) && std::isfinite(scene.bounds.height));
+}
+
+TEST_F(Drawn, TakesTimeProportionalToTheViews) {
+    const auto seconds = [&](int count) {
+        std::string views = "(object AssociationViewNew \"a\" @0 roleview_list (list RoleViews\n";
+        std::string lines;
+        for (int index = 1; index <= count; ++index) {
+            const std::string number = std::to_string(index);
+            views +=
+                "(object RoleView \"r\" @" + std::to_string(index + count) + " client @0 supplier @" + number + ")\n";
+            lines += "(object ClassView \"Class\" \"C" + number + "\" @" + number + ")\n";
+            lines += "(object AttachView \"\" @" + std::to_string(index + 2 * count) + " client @" +
+                     std::to_string(index + 2 * count + 1) + " supplier @" + number + ")\n";
+        }
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_EQ(sceneOf("", views + "))\n" + lines).items.size(), static_cast<std::size_t>(3 * count + 1));
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+    static_cast<void>(seconds(100));
+    EXPECT_LT(seconds(8000), 40 * std::max(seconds(1000), 0.002)); // 64 times as much if it were quadratic
+}
+
+TEST(Metrics, MeasureAndBreakTexts) {
+    EXPECT_DOUBLE_EQ(textWidth("iW单\xFF", 1000, false), 222 + 944 + 1000 + 600);
+    EXPECT_EQ(linesOf("one two\nthree  four", 1000, false, 3600),
+              (std::vector<std::string>{"one two", "three ", "four"}));
+    EXPECT_EQ(linesOf("单单单", 10, false, 20), (std::vector<std::string>{"单单", "单"}));
+    EXPECT_EQ(linesOf("", 10, false, 0), std::vector<std::string>{""});
+}
+
+/// The content of the elements of that name, entities as they are.
+std::vector<std::string> contentsOf(const std::string& xml, const std::string& start, const std::string& end) {
+    std::vector<std::string> contents;
+    for (std::size_t at = xml.find(start); at != std::string::npos; at = xml.find(start, at)) {
+        at = xml.find('>', at) + 1;
+        contents.push_back(xml.substr(at, xml.find(end, at) - at));
+    }
+    return contents;
+}
+
+TEST_F(Drawn, LeavesHostileTextsTexts) {
+    Scene scene;
+    for (const std::string_view text : hostileTexts) {
+        Item& item = scene.items.emplace_back();
+        item.kind = text;
+        item.quid = text;
+        item.title = text;
+        item.shape = Shape::rectangle;
+        item.hasBox = true;
+        Text& line = item.texts.emplace_back();
+        line.text = line.font.face = text;
+    }
+    scene.name = longHostileText();
+    TextOutput svg;
+    TextOutput drawio;
+    for (TextOutput* output : {&svg, &drawio}) {
+        text::BufferedOutput buffered(*output);
+        if (output == &svg) {
+            writeSvg(scene, Theme::file, buffered);
+        } else {
+            DrawioWriter writer(Theme::plain, buffered);
+            writer.write(scene);
+            writer.end();
+        }
+        buffered.flush();
+        EXPECT_EQ(output->text.find("<script"), std::string::npos);
+        EXPECT_EQ(output->text.find('\x01'), std::string::npos);
+    }
+    const std::vector<std::string> texts = contentsOf(svg.text, "<text ", "</text>");
+    ASSERT_EQ(texts.size(), hostileTexts.size());
+    for (std::size_t index = 0; index < texts.size(); ++index) {
+        EXPECT_EQ(texts[index], markup(hostileTexts[index]));
+        EXPECT_NE(drawio.text.find(" value=\"" + markup(hostileTexts[index]) + "\""), std::string::npos);
+    }
+    EXPECT_EQ(markup("a<b>&\"\n\x01\xFF\xE2\x80\xAE单\uFFFF"),
+              "a&lt;b&gt;&amp;&quot;&#10;\uFFFD\uFFFD\xE2\x80\xAE单\uFFFD");
+    EXPECT_EQ(svg.text.find("font-family=\"'a'b'"), std::string::npos);
+}
+
+} // namespace
