@@ -3,6 +3,7 @@
 #include "export/graph/writeGraphs.h"
 #include "export/json/writeJson.h"
 #include "export/outline/writeOutline.h"
+#include "export/sql/writeSql.h"
 #include "export/uml/writeUml.h"
 
 #include <algorithm>
@@ -21,6 +22,7 @@ constexpr std::array umlEndings{".uml"sv};
 constexpr std::array plantUmlEndings{".puml"sv, ".plantuml"sv};
 constexpr std::array mermaidEndings{".mmd"sv, ".md"sv};
 constexpr std::array dotEndings{".dot"sv, ".gv"sv};
+constexpr std::array sqlEndings{".sql"sv};
 
 bool needsPositions(const OptionValues& options) {
     return options.get("positions") == "source";
@@ -47,6 +49,8 @@ constexpr std::array table{
              mermaidOptions, writeMermaid},
     Exporter{"dot", "a graph of classes and packages for Graphviz", Shape::oneFile, dotEndings, dotOptions, writeDot,
              always, needsPositions},
+    Exporter{"sql", "tables and keys for PostgreSQL, SQLite or Oracle", Shape::oneFile, sqlEndings, sqlOptions,
+             writeSql, always, nullptr, checkSqlOptions},
     Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},
 };
 

@@ -65,13 +65,13 @@ private:
 
 /// The paths of the outputs of an import; empty for outputs that are not kept in files.
 struct ImportPaths {
-    std::vector<std::string> models; // of the destinations, in their order
+    std::vector<std::string> models; // of the destinations, in their order, then of the files beside them
     std::string ledger;
 };
 
 /// The files that a child process writes and its parent keeps; null if there is none.
 struct ImportFiles {
-    std::vector<std::unique_ptr<TemporaryFile>> models; // of the destinations, in their order
+    std::vector<std::unique_ptr<TemporaryFile>> models; // in the same order
     std::unique_ptr<TemporaryFile> ledger;
 
     /// All files, in the order in which they must be put in place: the ledger is the last, so that its model exists.

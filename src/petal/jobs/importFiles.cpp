@@ -79,6 +79,11 @@ ImportPaths pathsOf(const ImportRequest& request) {
     ImportPaths paths{.models = {}, .ledger = pathIn(request.ledger)};
     std::ranges::transform(request.destinations, std::back_inserter(paths.models),
                            [&](const Destination& destination) { return pathIn(destination.path); });
+    for (const Destination& destination : request.destinations) {
+        if (destination.beside) {
+            paths.models.push_back(pathIn(destination.beside));
+        }
+    }
     return paths;
 }
 
@@ -158,6 +163,10 @@ std::vector<Destination> sharedDestination(const ImportRequest& request) {
                       "several models are written to one folder, and -o names " +
                           std::to_string(request.outputs.size()),
                       "Run petal once for each folder.");
+    }
+    if (const std::optional<std::string> file = furtherFile(request, exporter)) {
+        throw Failure(Outcome::wrongUsage, "-O: '" + *file + "' is one file, and there are several models",
+                      "Import the model alone to have that file.");
     }
     return destinations;
 }

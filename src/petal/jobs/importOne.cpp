@@ -56,6 +56,11 @@ ImportEnd importApart(const ImportRequest& request, const ImportContext& context
     for (const Destination& destination : request.destinations) {
         files.models.push_back(openFile(destination.path));
     }
+    for (const Destination& destination : request.destinations) {
+        if (destination.beside) {
+            files.models.push_back(openFile(destination.beside));
+        }
+    }
     files.ledger = openFile(request.ledger);
     ImportTask task{.request = request,
                     .uses = &context.uses,

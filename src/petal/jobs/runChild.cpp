@@ -134,10 +134,16 @@ void runChild(const ChildSide& side, ImportTask task, const Limits& limits) noex
     if (side.log >= 0) {
         task.request.log = "/dev/fd/" + std::to_string(side.log);
     }
-    for (std::size_t index = 0; index < task.files.models.size(); ++index) {
-        if (const auto& file = task.files.models[index]) {
-            task.request.destinations[index].descriptor = file->getDescriptor();
-        }
+    std::size_t index = 0;
+    const auto nextDescriptor = [&] {
+        const bool isThere = index < task.files.models.size() && task.files.models[index] != nullptr;
+        return isThere ? task.files.models[index++]->getDescriptor() : (++index, -1);
+    };
+    for (Destination& destination : task.request.destinations) {
+        destination.descriptor = nextDescriptor();
+    }
+    for (Destination& destination : task.request.destinations) {
+        destination.besideDescriptor = destination.beside ? nextDescriptor() : -1;
     }
     if (task.files.ledger != nullptr) {
         task.request.ledgerDescriptor = task.files.ledger->getDescriptor();
