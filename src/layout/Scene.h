@@ -102,6 +102,7 @@ struct Item {
     Mark endMark = Mark::none;
     int client = noItem;
     int supplier = noItem;
+    int tree = noItem; ///< the line that this one ends at, of a generalization, which leads on to the supplier
 
     Colour lineColour = black;
     Colour fillColour = noColour;

@@ -283,6 +283,7 @@ void SceneMaker::makeLine(std::size_t index) {
             }
             item.route = std::move(bends);
             item.endMark = Mark::none;
+            item.tree = tree;
             if (item.route.size() < 2) {
                 item.route.push_back(*trunk);
             }
