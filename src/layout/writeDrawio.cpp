@@ -104,9 +104,9 @@ private:
     void attribute(std::string_view name, std::string_view value) {
         output_.put(" ");
         output_.put(name);
-        output_.put("=\"");
+        output_.put(R"(=")");
         output_.put(markup(value));
-        output_.put("\"");
+        output_.put(R"(")");
     }
 
     void geometry(const Rectangle& box) {
@@ -125,7 +125,7 @@ private:
         attribute("value", text);
         attribute("style", style);
         attribute("parent", parent);
-        output_.put(" vertex=\"1\">");
+        output_.put(R"( vertex="1">)");
         geometry(box);
     }
 
@@ -257,7 +257,7 @@ private:
         output_.put("<mxCell");
         attribute("id", idOf(id));
         attribute("style", style);
-        output_.put(" parent=\"1\" edge=\"1\"");
+        output_.put(R"( parent="1" edge="1")");
         const auto join = [&](std::string_view name, int other) {
             if (other != noItem && other != id && hasCell(other)) {
                 attribute(name, idOf(cellOf(other)));
@@ -265,11 +265,11 @@ private:
         };
         join("source", client);
         join("target", supplier);
-        output_.put("><mxGeometry relative=\"1\" as=\"geometry\">");
+        output_.put(R"(><mxGeometry relative="1" as="geometry">)");
         point(route.front(), "sourcePoint");
         point(route.back(), "targetPoint");
         if (route.size() > 2) {
-            output_.put("<Array as=\"points\">");
+            output_.put(R"(<Array as="points">)");
             for (std::size_t index = 1; index + 1 < route.size(); ++index) {
                 point(route[index], "");
             }
@@ -308,8 +308,8 @@ private:
         for (const Text& text : item.texts) {
             const Rectangle room = text.room();
             const std::string own = idOf(id) + "-" + std::to_string(part++);
-            const bool isInBar = std::ranges::any_of(
-                item.bars, [&](const Rectangle& bar) { return bar.contains(room.centre(), 0); });
+            const bool isInBar =
+                std::ranges::any_of(item.bars, [&](const Rectangle& bar) { return bar.contains(room.centre(), 0); });
             if (parent == "1" || isInBar) {
                 vertex(own, "1", textStyle(text), text.text, room);
                 continue;
@@ -319,10 +319,10 @@ private:
             attribute("value", text.text);
             attribute("style", textStyle(text) + ";resizable=0");
             attribute("parent", parent);
-            output_.put(" vertex=\"1\" connectable=\"0\"><mxGeometry relative=\"1\"");
+            output_.put(R"( vertex="1" connectable="0"><mxGeometry relative="1")");
             attribute("width", decimal(std::max(room.width * scale, smallest), decimals));
             attribute("height", decimal(std::max(room.height * scale, smallest), decimals));
-            output_.put(" as=\"geometry\">");
+            output_.put(R"( as="geometry">)");
             point({room.x - middle.x, room.y - middle.y}, "offset");
             output_.put("</mxGeometry></mxCell>\n");
         }
@@ -340,7 +340,7 @@ DrawioWriter::DrawioWriter(Theme theme, text::BufferedOutput& output) : theme_(t
 }
 
 void DrawioWriter::write(const Scene& scene) {
-    output_.put("<diagram id=\"d" + std::to_string(pages_++) + "\" name=\"" + markup(scene.name) +
+    output_.put(R"(<diagram id="d)" + std::to_string(pages_++) + R"(" name=")" + markup(scene.name) +
                 "\"><mxGraphModel grid=\"0\" page=\"0\" math=\"0\"><root>\n"
                 "<mxCell id=\"0\"/><mxCell id=\"1\" parent=\"0\"/>\n");
     Page(scene, theme_, output_).write();
