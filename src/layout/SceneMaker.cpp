@@ -202,7 +202,7 @@ void SceneMaker::setTitles() {
                 ends += (ends.empty() || end.empty() ? "" : " - ") + end;
             }
         }
-        item.title = item.kind + (ends.empty() ? "" : ": " + ends);
+        item.title = (item.kind.empty() ? "view" : item.kind) + (ends.empty() ? "" : ": " + ends);
     }
 }
 
