@@ -39,6 +39,11 @@ void SceneMaker::makeRole(std::size_t index) {
     Item& item = scene_.items[index];
     const NodeId view = views_[index];
     std::vector<Point> bends = bendsOf(view);
+    if (item.parent == noItem) { // of no association
+        leadLine(index, std::move(bends));
+        writeLineLabels(index);
+        return;
+    }
     if (item.client == noItem) {
         item.client = item.parent;
     }

@@ -112,7 +112,7 @@ TEST_F(Drawn, HasBoxesMembersAndLinesWhereTheFileSays) {
 }
 
 TEST_F(Drawn, HasTheThreeKindsThatAreNotPlacedByTheirMiddle) {
-    const Scene scene = sceneOf("(object Message \"go\" quid \"4E0000000001\" synchronization \"Return\")",
+    const Scene scene = sceneOf(R"((object Message "go" quid "4E0000000001" synchronization "Return"))",
                                 R"((object InterObjView "o" @1 location (300, 200) width 200 height 900
   Focus_Of_Control (object Focus_Of_Control "" @2 location (300, 400) height 100)
   Focus_Of_Control (object Focus_Of_Control "" @3 location (300, 420) height 1 Nested TRUE))
@@ -164,9 +164,10 @@ TEST_F(Drawn, IsAPictureWhateverTheFileHolds) {
 (object HologramView "H" @6 label "h")
 (object HologramLine "L" @7 client @1 supplier @6)
 (object AssociationViewNew "" @8 roleview_list (list RoleViews (object RoleView "" @9)))
+(object RoleView "" @11 client @8 supplier @1 parts (list l (object RoleView "")))
 (object StateView "StartState" "" @1 width 1e12)
 (object NoteView @10 label (object ItemLabel label "a b c" max_width -1 nlines 1e9)))");
-    ASSERT_EQ(scene.items.size(), 11U);
+    ASSERT_EQ(scene.items.size(), 13U);
     for (const Item& item : scene.items) {
         EXPECT_TRUE(item.hasBox || item.kind == "AssociationViewNew" || item.route.size() >= 2) << item.kind;
         EXPECT_TRUE(!item.hasBox || (item.box.width > 0 && item.box.height > 0)) << item.kind;
@@ -178,18 +179,17 @@ TEST_F(Drawn, IsAPictureWhateverTheFileHolds) {
 
 TEST_F(Drawn, TakesTimeProportionalToTheViews) {
     const auto seconds = [&](int count) {
-        std::string views = "(object AssociationViewNew \"a\" @0 roleview_list (list RoleViews\n";
-        std::string lines;
+        std::ostringstream views;
+        std::ostringstream others;
+        views << "(object AssociationViewNew \"a\" @0 roleview_list (list RoleViews\n";
         for (int index = 1; index <= count; ++index) {
-            const std::string number = std::to_string(index);
-            views +=
-                "(object RoleView \"r\" @" + std::to_string(index + count) + " client @0 supplier @" + number + ")\n";
-            lines += "(object ClassView \"Class\" \"C" + number + "\" @" + number + ")\n";
-            lines += "(object AttachView \"\" @" + std::to_string(index + 2 * count) + " client @" +
-                     std::to_string(index + 2 * count + 1) + " supplier @" + number + ")\n";
+            views << "(object RoleView \"r\" @" << index + count << " client @0 supplier @" << index << ")\n";
+            others << "(object ClassView \"Class\" \"C\" @" << index << ")\n(object AttachView \"\" @"
+                   << index + 2 * count << " client @" << index + 2 * count + 1 << " supplier @" << index << ")\n";
         }
+        views << "))\n" << others.str();
         const auto start = std::chrono::steady_clock::now();
-        EXPECT_EQ(sceneOf("", views + "))\n" + lines).items.size(), static_cast<std::size_t>(3 * count + 1));
+        EXPECT_EQ(sceneOf("", views.str()).items.size(), static_cast<std::size_t>(3 * count + 1));
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     };
     static_cast<void>(seconds(100));
