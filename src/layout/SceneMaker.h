@@ -11,7 +11,7 @@
 
 namespace layout {
 
-/// What is written on a view, and where the file says so.
+/// The place of a label, as far as the file gives it.
 struct LabelPlace {
     std::optional<Point> at; ///< unset: the middle of the view
     bool isCentred = false;  ///< `at` is the middle of the text; else its left upper corner

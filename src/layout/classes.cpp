@@ -15,7 +15,7 @@ constexpr auto shadowed =
 
 } // namespace
 
-/// What is written into a class.
+/// The texts in the box of a class.
 struct SceneMaker::ClassTexts {
     std::string stereotype;
     std::string name;

@@ -36,7 +36,7 @@ bool hasLabelOutside(Shape shape) {
     return std::ranges::find(shapes, shape) != shapes.end();
 }
 
-/// What a message's arrow says about how it is sent.
+/// The arrow of a message by the way in which it is sent.
 struct Synchronization {
     std::string_view word;
     Mark mark;

@@ -44,7 +44,7 @@ struct Participant {
     std::string_view name;
 };
 
-/// What a lifeline may begin with in place of a box.
+/// The signs that a lifeline may begin with in place of a box.
 constexpr auto participants = std::to_array<Participant>({{Shape::actor, "umlActor"},
                                                           {Shape::boundary, "umlBoundary"},
                                                           {Shape::control, "umlControl"},
