@@ -79,19 +79,28 @@ struct Drawing {
     }
 };
 
-std::unique_ptr<Drawing> readDrawing(const std::string& path, const DrawRequest& request, units::UnitLocator& locator) {
+/// Reports missing units: the causes, or of one of many models their number. Throws a `Failure` when they are required.
+void checkUnits(const std::string& path, const units::UnitTree& files, const DrawRequest& request,
+                const units::UnitLocator& locator, bool isSingle) {
+    const units::ModelLosses losses = units::lossesOf(files, locator.getSymbols());
+    const std::uint64_t count = losses.units.size() + losses.untold;
+    if (count > 0 && request.units.mode == "require") {
+        throw Failure(Outcome::unitMissing, "controlled units of '" + path + "' are missing",
+                      "--path-map and --unit-dir say where to look for them.");
+    }
+    if (count > 0 && !request.quiet) {
+        units::LostUnits lost;
+        lost.add(losses);
+        const std::string number = text::printableText(path) + ": missing controlled units: " + std::to_string(count);
+        std::fputs(asNotes(isSingle ? lossLines(lost) : TextLines{number}).c_str(), stderr);
+    }
+}
+
+std::unique_ptr<Drawing> readDrawing(const std::string& path, const DrawRequest& request, units::UnitLocator& locator,
+                                     bool isSingle) {
     units::UnitTree files = request.units.mode == "skip" ? readModelAlone(path) : readModelTree(path, locator);
     if (request.units.mode != "skip") {
-        units::LostUnits lost;
-        lost.add(units::lossesOf(files, locator.getSymbols()));
-        if (!lost.isEmpty() && request.units.mode == "require") {
-            throw Failure(Outcome::unitMissing, "controlled units of '" + path + "' are missing",
-                          "--path-map and --unit-dir say where to look for them.");
-        }
-        if (!request.quiet) {
-            const std::string notes = asNotes(lossLines(lost));
-            std::fputs(notes.c_str(), stderr);
-        }
+        checkUnits(path, files, request, locator, isSingle);
     }
     try {
         auto drawing = std::make_unique<Drawing>(std::move(files), request.diagrams);
@@ -166,7 +175,7 @@ bool isFile(const DrawRequest& request) {
 /// Draws one model; the output is a file for one picture, a folder for SVG, and a file for draw.io.
 void drawModel(const std::string& path, const DrawRequest& request, bool isSingle, units::UnitLocator& locator) {
     const layout::Theme theme = themeOf(request);
-    const std::unique_ptr<Drawing> drawing = readDrawing(path, request, locator);
+    const std::unique_ptr<Drawing> drawing = readDrawing(path, request, locator, isSingle);
     const layout::Elements elements(drawing->tree);
     Unknown unknown;
     const auto sceneOf = [&](NodeId diagram) {
@@ -227,7 +236,7 @@ void listDiagrams(const std::vector<Source>& sources, const DrawRequest& request
             json.startList();
         }
         for (const Source& source : sources) {
-            const std::unique_ptr<Drawing> drawing = readDrawing(source.path, request, locator);
+            const std::unique_ptr<Drawing> drawing = readDrawing(source.path, request, locator, sources.size() == 1);
             for (std::size_t index = 0; index < drawing->diagrams.size(); ++index) {
                 const NodeId diagram = drawing->diagrams[index];
                 const layout::Node& node = drawing->tree[diagram];
