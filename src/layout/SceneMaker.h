@@ -4,9 +4,9 @@
 #include "layout/metrics.h"
 #include "layout/viewKinds.h"
 
+#include <map>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace layout {
@@ -81,12 +81,12 @@ private:
     const Elements& elements_;
     NodeId diagram_;
     Scene scene_;
-    std::vector<NodeId> views_;    // of the items
-    std::vector<NodeId> shown_;    // the elements that they show
-    std::vector<bool> isPlaced_;   // whether the file says where
-    std::vector<Rectangle> reach_; // of the items with a box: with their labels
-    std::unordered_map<std::int64_t, int> byReference_;
-    NodeId rolesOwner_ = noNode; // whose are in `roles_`
+    std::vector<NodeId> views_;               // of the items
+    std::vector<NodeId> shown_;               // the elements that they show
+    std::vector<bool> isPlaced_;              // whether the file says where
+    std::vector<Rectangle> reach_;            // of the items with a box: with their labels
+    std::map<std::int64_t, int> byReference_; // ordered: a file could make hashes of numbers collide
+    NodeId rolesOwner_ = noNode;              // whose are in `roles_`
     std::vector<NodeId> roles_;
     int anchored_ = noItem; // the association that `anchor_` is of
     Point anchor_;
