@@ -91,7 +91,7 @@ TEST_F(Draw, GoesThroughFolders) {
     put("models/m.mdl", model);
     const Ended ended = run("$petal draw models -o out -j 2 -q --unit-dir .");
     EXPECT_EQ(ended.status, 5);
-    EXPECT_TRUE(has(ended.errors, "'models/bad.mdl' is no model file"));
+    EXPECT_TRUE(has(ended.errors, "'models/bad.mdl' is not a model file"));
     EXPECT_TRUE(has(ended.errors, "1 of 3 files failed"));
     const Names drawn = files("out");
     EXPECT_EQ(drawn.size(), 6U);

@@ -364,7 +364,7 @@ void drawDiagrams(const DrawRequest& request) {
     jobs.inputs = request.inputs;
     Sources found = findSources(jobs);
     if (found.files.empty()) {
-        throw Failure(Outcome::inputNotRead, "there is no model file in what was named",
+        throw Failure(Outcome::inputNotRead, "the arguments name no model file",
                       "In a folder, model files are those whose names end in '.mdl'.");
     }
     units::UnitLocator locator = makeUnitLocator(request.units);
