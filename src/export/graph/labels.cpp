@@ -13,6 +13,7 @@
 #include "host/model/KelNote.h"
 #include "host/model/KelOperation.h"
 #include "host/model/KelType.h"
+#include "text/utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -30,9 +31,9 @@ bool isWordByte(char byte) {
            static_cast<unsigned char>(byte) >= firstBeyondAscii;
 }
 
-std::string formatted(const char* form, char letter) {
+std::string formatted(const char* form, int character) {
     std::array<char, 16> buffer{};
-    const int length = std::snprintf(buffer.data(), buffer.size(), form, static_cast<unsigned>(letter));
+    const int length = std::snprintf(buffer.data(), buffer.size(), form, static_cast<unsigned>(character));
     return {buffer.data(), static_cast<std::size_t>(length)};
 }
 
@@ -67,8 +68,9 @@ std::string Labels::escaped(std::string_view text) const {
         } else if (std::ranges::any_of(rules_.words,
                                        [&](std::string_view word) { return text.substr(at).starts_with(word); })) {
             put(at);
-            result += formatted(rules_.letterForm, text[at]);
-            plain = at + 1;
+            plain = at;
+            result += formatted(rules_.letterForm, text::nextCharacter(text, plain));
+            at = plain - 1;
         }
     }
     put(text.size());

@@ -53,6 +53,16 @@ constexpr LabelRules rules{
     .letterForm = "#%u;",
 };
 
+/// For the title, which is shown as it is. A text with "<" would be taken for HTML, so it is a note.
+constexpr LabelRules titleRules{
+    .escapes = {.replacements = {}, .control = "\uFFFD", .unprintable = "\uFFFD", .invalidByte = nullptr},
+    .marks = {},
+    .inWordsOnly = {},
+    .markEscapes = {.replacements = {}, .control = "", .unprintable = "", .invalidByte = nullptr},
+    .words = {},
+    .letterForm = "",
+};
+
 constexpr std::array markdownReplacements{
     Replacement{'!', "\\!"},   Replacement{'"', "\\\""},  Replacement{'#', "\\#"},  Replacement{'$', "\\$"},
     Replacement{'%', "\\%"},   Replacement{'&', "&amp;"}, Replacement{'\'', "\\'"}, Replacement{'(', "\\("},
@@ -151,11 +161,13 @@ public:
         : graph_(graph), namespaces_(namespaces), members_(members), labels_(rules), kinds_(members.getKinds()) {}
 
     void start(const Picture& picture, std::string_view direction, bool isTitled, std::string& into) const {
+        const bool isHtml = picture.name.find('<') != std::string::npos;
         into += "---\n";
-        into += isTitled ? "title: " + text::quotedJsonText(picture.name) + "\n" : "";
+        into += isTitled && !isHtml ? "title: " + text::quotedJsonText(Labels(titleRules).line(picture.name)) + "\n" : "";
         into += "config:\n  class:\n    hideEmptyMembersBox: true\n---\n";
         into += "classDiagram\n";
         into.append("direction ").append(direction) += '\n';
+        into += isTitled && isHtml ? "note \"" + labels_.line(picture.name) + "\"\n" : "";
         if (picture.notesOf != nullptr) {
             for (const KelNote* note : notesOf(*picture.notesOf)) {
                 into += "note \"" + text(*note) + "\"\n";
