@@ -40,6 +40,9 @@ ClassNames::ClassNames(const KelModel& model) {
 }
 
 const KelClass* ClassNames::find(std::string_view name) const {
+    if (name.empty()) {
+        return nullptr;
+    }
     std::string reversed(name.rbegin(), name.rend());
     const auto whole = std::ranges::lower_bound(byEnd_, reversed, {}, &ByEnd::reversed);
     const auto isWhole = [&](auto at) { return at != byEnd_.end() && at->reversed == reversed; };

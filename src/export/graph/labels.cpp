@@ -148,6 +148,7 @@ constexpr std::array categoryWords{
     CategoryWord{KelClassCategoryType::classUtility, "utility"},
     CategoryWord{KelClassCategoryType::parameterizedClassUtility, "utility"},
     CategoryWord{KelClassCategoryType::instantiatedClassUtility, "utility"},
+    CategoryWord{KelClassCategoryType::instantiatedClassUtility, "bind"},
     CategoryWord{KelClassCategoryType::metaclass, "metaclass"},
     CategoryWord{KelClassCategoryType::interface, "interface"},
 };
@@ -195,9 +196,15 @@ bool isInPrimaryKey(const KelAttribute& attribute) {
 
 std::vector<std::string_view> keywordsOf(const KelClass& one) {
     std::vector<std::string_view> words;
-    const auto* found = std::ranges::find(categoryWords, one.categoryType, &CategoryWord::category);
-    if (found != categoryWords.end() && foldedStereotype(one.stereotype.view()) != found->word) {
-        words.push_back(found->word);
+    for (const CategoryWord& row : categoryWords) {
+        if (row.category == one.categoryType && foldedStereotype(one.stereotype.view()) != row.word) {
+            words.push_back(row.word);
+        }
+    }
+    const bool isTemplate = one.categoryType == KelClassCategoryType::parameterizedClass ||
+                            one.categoryType == KelClassCategoryType::parameterizedClassUtility;
+    if (isTemplate && one.arguments().isEmpty()) { // else the arguments say so
+        words.emplace_back("template");
     }
     if (!isBlank(one.stereotype.view())) {
         words.push_back(one.stereotype.view());

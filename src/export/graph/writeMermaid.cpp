@@ -163,7 +163,8 @@ public:
     void start(const Picture& picture, std::string_view direction, bool isTitled, std::string& into) const {
         const bool isHtml = picture.name.find('<') != std::string::npos;
         into += "---\n";
-        into += isTitled && !isHtml ? "title: " + text::quotedJsonText(Labels(titleRules).line(picture.name)) + "\n" : "";
+        into +=
+            isTitled && !isHtml ? "title: " + text::quotedJsonText(Labels(titleRules).line(picture.name)) + "\n" : "";
         into += "config:\n  class:\n    hideEmptyMembersBox: true\n---\n";
         into += "classDiagram\n";
         into.append("direction ").append(direction) += '\n';
@@ -273,7 +274,7 @@ private:
             throw WrongOption("these options give " + std::to_string(pictures.size()) +
                               " pictures, and a file of Mermaid holds one; a Markdown file (NAME.md) holds any number");
         }
-        countOmissions(context_.model, context_.omissions);
+        countOmissions(context_.model, pictures, context_.omissions);
         const Picture& picture = pictures.front();
         CountedOutput counted(output_);
         {
@@ -295,7 +296,7 @@ private:
 
     void writeMarkdown() {
         const std::vector<Picture> pictures = picturesOf(graph_, context_, "diagrams");
-        countOmissions(context_.model, context_.omissions);
+        countOmissions(context_.model, pictures, context_.omissions);
         output_.put("# " + markdown_.name(context_.model.getName().view()) + "\n");
         for (const Picture& picture : pictures) {
             const std::vector<Picture> parts = split(picture);

@@ -34,8 +34,8 @@ constexpr std::array markReplacements{
     Replacement{'+', "<U+002B>"}, Replacement{'[', "<U+005B>"}, Replacement{']', "<U+005D>"},
     Replacement{'*', "<U+002A>"}, Replacement{':', "<U+003A>"}, Replacement{';', "<U+003B>"},
 };
-/// Begins a stereotype, which the label of a line is not shown with.
-constexpr std::array<std::string_view, 1> words{"«"};
+/// A text between these is taken for a stereotype, which the label of a line must not be.
+constexpr std::array<std::string_view, 2> words{"«", "»"};
 constexpr LabelRules rules{
     .escapes = {.replacements = replacements, .control = "\uFFFD", .unprintable = "\uFFFD", .invalidByte = nullptr},
     .marks = "-_/.='+[]:;*",
@@ -88,8 +88,9 @@ public:
     void startCluster(const Cluster& cluster, std::size_t level, std::string& into) override {
         into += indent(level) + "package \"" + quoted(cluster.package->getName().view()) + "\" as p" +
                 std::to_string(&cluster - graph_.getClusters().data());
-        into += cluster.package->stereotype.isEmpty() ? " {\n"
-                                                      : " <<" + shapeless(cluster.package->stereotype.view()) + ">> {\n";
+        into += cluster.package->stereotype.isEmpty()
+                    ? " {\n"
+                    : " <<" + shapeless(cluster.package->stereotype.view()) + ">> {\n";
     }
     void endCluster(std::size_t level, std::string& into) override { into += indent(level) + "}\n"; }
 
@@ -216,7 +217,7 @@ private:
 void writePlantUml(const ExportContext& context) {
     const Graph graph(context.model, context.omissions);
     const std::vector<Picture> pictures = picturesOf(graph, context, "model");
-    countOmissions(context.model, context.omissions);
+    countOmissions(context.model, pictures, context.omissions);
     const Members members(context.options);
     UniqueNames names(blockNames);
     text::BufferedOutput output(context.folder.open(""));
