@@ -166,7 +166,7 @@ void addClass(KelDesignPackage& outer, const std::string& text) {
 /// A text as a consumer shows it on one line.
 std::string shown(std::string_view text) {
     std::string flat = text::repairedUtf8(text);
-    for (const char* hidden : {"\x01", "\xE2\x80\xAE"}) {
+    for (const char* hidden : {"\x01", "\xE2\x80\xAE", "\xEF\xBF\xBF"}) {
         flat = replaced(flat, hidden, "\uFFFD");
     }
     flat = replaced(replaced(flat, "\n", " "), "\r", " ");
@@ -203,7 +203,7 @@ protected:
     HostileGraphs() {
         texts_.assign(hostileTexts.begin(), hostileTexts.end());
         texts_.push_back(longHostileText());
-        texts_.insert(texts_.end(), {"interface", "database", "«x»"});
+        texts_.insert(texts_.end(), {"interface", "database", "«x»", "“x”", "‘x’", "$", "a\xEF\xBF\xBF"});
         model_.setName("🙂"); // a title without a letter
         for (const std::string& text : texts_) {
             addClass(logical_, text);

@@ -24,6 +24,8 @@ namespace exporter::graph {
 namespace {
 
 constexpr std::size_t width = 60; // of notes, in bytes
+/// Consumers write XML, which cannot hold these: U+FFFE and U+FFFF.
+constexpr std::array<std::string_view, 2> notInXml{"\xEF\xBF\xBE", "\xEF\xBF\xBF"};
 constexpr int firstBeyondAscii = 0x80;
 
 bool isWordByte(char byte) {
@@ -83,6 +85,11 @@ std::string Labels::line(std::string_view text) const {
         const bool isSecond = text[at] == '\n' && at > 0 && text[at - 1] == '\r';
         if (!isSecond) {
             flat += text[at] == '\n' || text[at] == '\r' || text[at] == '\t' ? ' ' : text[at];
+        }
+    }
+    for (const std::string_view character : notInXml) {
+        for (std::size_t at = flat.find(character); at != std::string::npos; at = flat.find(character, at)) {
+            flat.replace(at, character.size(), "\uFFFD");
         }
     }
     return escaped(flat);

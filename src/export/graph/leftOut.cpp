@@ -75,7 +75,8 @@ private:
         for (std::size_t at = 0; at < bytes.size();) {
             const int character = text::nextCharacter(bytes, at);
             const bool isSpace = character == '\n' || character == '\r' || character == '\t';
-            add(unprintable, character < 0 || (!isSpace && !text::isPrintable(character)));
+            add(unprintable, character < 0 || (!isSpace && !text::isPrintable(character)) || character == 0xFFFE ||
+                                 character == 0xFFFF);
         }
     }
 

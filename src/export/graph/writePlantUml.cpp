@@ -34,8 +34,8 @@ constexpr std::array markReplacements{
     Replacement{'+', "<U+002B>"}, Replacement{'[', "<U+005B>"}, Replacement{']', "<U+005D>"},
     Replacement{'*', "<U+002A>"}, Replacement{':', "<U+003A>"}, Replacement{';', "<U+003B>"},
 };
-/// A text between these is taken for a stereotype, which the label of a line must not be.
-constexpr std::array<std::string_view, 2> words{"«", "»"};
+/// The characters beyond ASCII that PlantUML takes for quotes and for signs of a comment.
+constexpr std::array<std::string_view, 6> words{"«", "»", "“", "”", "‘", "’"};
 constexpr LabelRules rules{
     .escapes = {.replacements = replacements, .control = "\uFFFD", .unprintable = "\uFFFD", .invalidByte = nullptr},
     .marks = "-_/.='+[]:;*",
@@ -152,7 +152,7 @@ private:
             const bool isPlain = last == '$' || last == '\\'; // their numbers end PlantUML
             label += isPlain ? std::string(1, static_cast<char>(last)) : "&#" + std::to_string(last) + ";";
         }
-        return label;
+        return label == "$" ? "<U+200B>$" : label; // else it would begin the name of a sprite
     }
 
     // The stereotype of a package. Words such as "database" would become its shape, and "interface" ends PlantUML.
