@@ -283,9 +283,11 @@ private:
             output.flush();
         }
         if (const std::size_t full = fullCount(picture); counted.count > mostCharacters || full > mostClasses()) {
-            output_.put(Mermaid::comment(
-                "This picture may be too large for a browser: " + std::to_string(counted.count) + " characters, " +
-                std::to_string(full) + " classes. In Markdown (NAME.md) it is split into parts."));
+            const std::string remark = "This picture may be too large for a browser: " + std::to_string(counted.count) +
+                                       " characters, " + std::to_string(full) +
+                                       " classes. In Markdown (NAME.md) it is split into parts.";
+            output_.put(Mermaid::comment(remark));
+            context_.omissions.addRemark(remark);
         }
         output_.put(Mermaid::comment(countsOf(picture)));
         for (const std::string& line : linesOf(context_.omissions)) {
