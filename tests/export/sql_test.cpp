@@ -279,6 +279,12 @@ TEST(SqlTypes, FollowNamesAndLiteralsFollowTypes) {
     EXPECT_EQ(literal("40000", smallInteger), "?");
     EXPECT_EQ(literal("f()", integer), "?");
     EXPECT_EQ(literal("1.50f", real), "1.50");
+    EXPECT_EQ(literal(".5", real), "0.5");
+    EXPECT_EQ(literal("1.5E+10", doubleReal), "1.5e10");
+    EXPECT_EQ(literal("1e5", number), "?");
+    EXPECT_EQ(literal("1e400", doubleReal), "?");
+    EXPECT_EQ(literal(".", real), "?");
+    EXPECT_EQ(literal("+-5", integer), "?");
     EXPECT_EQ(literal("TRUE", boolean), "true");
     EXPECT_EQ(literal("name", text), "?");
     EXPECT_EQ(literal("\"name\"", text), "name");
@@ -359,15 +365,20 @@ TEST(SqlNameMap, TellsEachNameAndLastsWhenClassesCome) {
     const std::set<std::string> after = mapOf(trade.model);
     EXPECT_TRUE(std::ranges::includes(after, before));
     EXPECT_EQ(after.size(), before.size() + 4);
+    addElement<KelClass>(trade.package, "Order_Line"); // not of one name with OrderLine: a number tells them apart
+    EXPECT_TRUE(std::ranges::any_of(mapOf(trade.model), [](const std::string& line) {
+        return line.ends_with("class,order_line_2,,\"a table for each class; numbered, as another has the name\"");
+    }));
 }
 
 TEST(SqlTypeMap, ComesFromAFile) {
     const std::string path = testing::TempDir() + "types.map";
-    std::ofstream(path) << "# ours\nGizmo = numeric(9,3)\n\nstring = varchar(40)\n";
+    std::ofstream(path) << "\xEF\xBB\xBFGizmo = date\r\n# ours\nGizmo = numeric(9,3)\n\nstring = varchar(40)\n";
     const std::string script = writtenAs("sql", Trade().model, {"type-map=" + path});
     EXPECT_NE(script.find("odd numeric(9,3)"), std::string::npos) << script;
     EXPECT_NE(script.find("full_name varchar(40) DEFAULT 'n/a'"), std::string::npos) << script;
-    for (const char* wrong : {"Gizmo\n", "= text\n", "Gizmo = text; DROP TABLE x\n"}) {
+    for (const char* wrong : {"Gizmo\n", "= text\n", "Gizmo = text; DROP TABLE x\n", "Gizmo = int -- ours\n",
+                              "Gizmo = int /* ours\n", "Gizmo = numeric(9\n", "Gizmo = int)\n", "Gizmo = \"int\n"}) {
         std::ofstream(path) << wrong;
         EXPECT_THROW(sql::TypeMap map(path), exporter::WrongOption) << wrong;
     }

@@ -92,7 +92,9 @@ Name NameSpace::make(std::string_view styledText) {
     const std::string folded = inLowerCase(styledText.substr(0, rules_.longest));
     std::string text(styledText);
     Name name;
-    if (kind_ == Kind::columns && std::ranges::find(systemColumns, folded) != systemColumns.end()) {
+    const bool isOfSystem = std::ranges::find(systemColumns, folded) != systemColumns.end() ||
+                            styledText == "ROWID"; // in capitals no column of Oracle, even in quotes
+    if (kind_ == Kind::columns && isOfSystem) {
         static_cast<void>(names_.make(text));
     }
     if (kind_ == Kind::relations &&

@@ -194,10 +194,29 @@ std::optional<std::string> quotedText(std::string_view value) {
     return isPlain ? std::optional(std::string(content)) : std::nullopt;
 }
 
+constexpr int mostExponent = 20; // with 15 digits on each side of the point within what a `real` holds
+
+/// The digits after the "e" of a number with an exponent, which columns without exact digits may have.
+std::optional<std::string> exponentOf(std::string_view digits, const ColumnType& type) {
+    digits.remove_prefix(digits.starts_with('+') ? 1 : 0);
+    const auto exponent = digits.starts_with('+') ? std::nullopt : numberOf<int>(digits);
+    const bool isTaken = type.family != number && exponent && *exponent >= -mostExponent && *exponent <= mostExponent;
+    return isTaken ? std::optional("e" + std::to_string(*exponent)) : std::nullopt;
+}
+
 /// A decimal number without the letter that ends it in programs, as every system reads it.
 std::optional<std::string> decimalOf(std::string_view value, const ColumnType& type) {
     while (!value.empty() && std::string_view("fFdDlL").find(value.back()) != std::string_view::npos) {
         value.remove_suffix(1);
+    }
+    std::string exponent;
+    if (const std::size_t at = value.find_first_of("eE"); at != std::string_view::npos) {
+        const std::optional<std::string> found = exponentOf(value.substr(at + 1), type);
+        if (!found) {
+            return std::nullopt;
+        }
+        exponent = *found;
+        value = value.substr(0, at);
     }
     const bool isSigned = value.starts_with('-') || value.starts_with('+');
     const std::string_view digits = value.substr(isSigned ? 1 : 0);
@@ -208,11 +227,13 @@ std::optional<std::string> decimalOf(std::string_view value, const ColumnType& t
         return std::ranges::all_of(text, [](char byte) { return byte >= '0' && byte <= '9'; });
     };
     const std::size_t most = type.length > 0 ? type.length - type.scale : 15;
-    if (whole.empty() || whole.size() > most || decimals.size() > 15 || !isDigits(whole) || !isDigits(decimals)) {
+    if (whole.size() + decimals.size() == 0 || whole.size() > most || decimals.size() > 15 || !isDigits(whole) ||
+        !isDigits(decimals)) {
         return std::nullopt;
     }
     const std::string sign = value.starts_with('-') ? "-" : "";
-    return sign + std::string(whole) + (decimals.empty() ? "" : "." + std::string(decimals));
+    return sign + (whole.empty() ? "0" : std::string(whole)) + (decimals.empty() ? "" : "." + std::string(decimals)) +
+           exponent;
 }
 
 struct WholeRange {
@@ -227,7 +248,9 @@ constexpr std::array wholeRanges{
 };
 
 std::optional<std::string> wholeOf(std::string_view value, std::int64_t most) {
-    value.remove_prefix(value.starts_with('+') ? 1 : 0);
+    if (value.starts_with('+')) {
+        value.remove_prefix(value.starts_with("+-") ? value.size() : 1);
+    }
     while (!value.empty() && std::string_view("lLuU").find(value.back()) != std::string_view::npos) {
         value.remove_suffix(1);
     }
@@ -282,12 +305,34 @@ std::optional<ColumnType> typeOfName(std::string_view name) {
     return sized(found->family, plain.length > 0 ? plain.length : found->length, plain.scale);
 }
 
+namespace {
+
+/// Whether the text cannot end the column that it is the type of: another statement, a comment, an open bracket or
+/// quote.
+bool isWholeType(std::string_view type) {
+    int depth = 0;
+    for (const char byte : type) {
+        depth += byte == '(' ? 1 : byte == ')' ? -1 : 0;
+        if (depth < 0) {
+            return false;
+        }
+    }
+    const bool hasOpenQuote = std::ranges::count(type, '\'') % 2 != 0 || std::ranges::count(type, '"') % 2 != 0;
+    return !type.empty() && depth == 0 && !hasOpenQuote && type.find(';') == std::string_view::npos &&
+           type.find("--") == std::string_view::npos && type.find("/*") == std::string_view::npos;
+}
+
+} // namespace
+
 TypeMap::TypeMap(const std::string& path) {
     std::ifstream file(path);
     std::string line;
     int number = 0;
     while (std::getline(file, line)) {
         ++number;
+        if (number == 1 && line.starts_with("\xEF\xBB\xBF")) { // a mark of UTF-8
+            line.erase(0, 3);
+        }
         const std::string_view content = trimmed(line);
         if (content.empty() || content.starts_with('#')) {
             continue;
@@ -296,7 +341,7 @@ TypeMap::TypeMap(const std::string& path) {
         const std::string_view name = trimmed(content.substr(0, std::min(equals, content.size())));
         const std::string_view type =
             equals == std::string_view::npos ? std::string_view() : trimmed(content.substr(equals + 1));
-        if (name.empty() || type.empty() || type.find(';') != std::string_view::npos) {
+        if (name.empty() || !isWholeType(type)) {
             throw WrongOption("line " + std::to_string(number) + " of '" + path + "' is not NAME = SQL TYPE");
         }
         const std::optional<ColumnType> known = typeOfName(type);

@@ -88,7 +88,7 @@ void ColumnMaker::nameTables() {
         const PlannedTable& planned = plan_.tables[table];
         if (planned.rule != Rule::joinTable) {
             texts[table] = styled(utf8(planned.element->getName()), style_);
-            byName[text::repairedUtf8(texts[table])].push_back(table);
+            byName[utf8(planned.element->getName())].push_back(table);
             continue;
         }
         std::string text = utf8(planned.element->getName());
@@ -102,11 +102,11 @@ void ColumnMaker::nameTables() {
     }
     std::vector<bool> hasPackage(count, false);
     for (const auto& row : byName) {
-        const std::string& name = row.first;
         const std::vector<std::uint32_t>& tables = row.second;
         if (tables.size() < 2) {
             continue;
         }
+        const std::string name = texts[tables.front()];
         const auto withPackage = [&](std::uint32_t table) {
             const auto* package = static_cast<const KelClass*>(plan_.tables[table].element)->getDesignPackage();
             return package == nullptr ? name : styled(utf8(package->getName()), style_) + "_" + name;

@@ -22,6 +22,8 @@ namespace {
 constexpr Omission tooManyReferences{"association", "associations", "a table has at most 1,000 columns"};
 constexpr Omission fewEnds{"association", "associations", "there are fewer than two ends"};
 constexpr Omission unstoredEnd{"association", "associations", "a class at an end is no table"};
+constexpr Omission ofForeignKey{"multiplicity", "multiplicities",
+                                "the model's foreign key has columns that may be empty"};
 constexpr Omission unasked{"multiplicity", "multiplicities", "a table cannot demand so many rows"};
 
 class ReferencePlanner {
@@ -36,6 +38,7 @@ public:
             addSupertypes(table);
             addForeignKeys(table);
         }
+        tellAttributes();
         for (const KelAssociation* association : classes_.associations()) {
             addAssociation(*association);
         }
@@ -54,6 +57,8 @@ private:
     void addForeignKey(std::uint32_t table, const KelForeignKey& key);
     void addAssociation(const KelAssociation& association);
     void addLink(const KelAssociation& association, std::span<KelAssociationRole* const> roles);
+    void tellSubclasses(const std::string& element, std::uint32_t target);
+    void tellAttributes();
     void addJoinTable(const KelAssociation& association, std::span<KelAssociationRole* const> roles);
     /// The tables of the class and, when each class has its own with all inherited columns, of its subclasses.
     [[nodiscard]] std::vector<std::uint32_t> tablesWithColumnsOf(std::uint32_t number) const;
@@ -148,7 +153,8 @@ void ReferencePlanner::addForeignKey(std::uint32_t table, const KelForeignKey& k
     const std::uint32_t targetTable = owner != ClassTables::none ? plan_.tableOf[owner] : noTable;
     PlannedForeignKey planned{
         .table = table, .key = &key, .target = target, .targetTable = targetTable, .columns = {}, .targetColumns = {}};
-    bool isPossible = targetTable != noTable && target->attributes().count() == key.attributes().count();
+    const bool isWhole = target == nullptr || target->attributes().count() == key.attributes().count();
+    bool isPossible = targetTable != noTable && isWhole;
     if (isPossible) {
         const auto columns = columnsOf(*target, plan_.tables[targetTable]);
         isPossible = columns.has_value();
@@ -170,9 +176,10 @@ void ReferencePlanner::addForeignKey(std::uint32_t table, const KelForeignKey& k
         if (!told_.insert(&key).second) {
             return;
         }
-        decide(Topic::foreignKey,
-               "the foreign key of " + qualifiedName(*key.getAssociatedClass()) +
-                   (target == nullptr ? " refers to no key" : " refers to a key that is none of a table's columns"));
+        decide(Topic::foreignKey, "the foreign key of " + qualifiedName(*key.getAssociatedClass()) +
+                                      (target == nullptr ? " refers to no key"
+                                       : isWhole         ? " refers to a key that is none of a table's columns"
+                                                         : " refers to a key of another number of attributes"));
         return;
     }
     for (const KelAssociationRole* role : key.associationRoles()) {
@@ -183,7 +190,9 @@ void ReferencePlanner::addForeignKey(std::uint32_t table, const KelForeignKey& k
                                aggregationOf(*association, static_cast<std::size_t>(index)) == Aggregation::composite;
         }
     }
-    made_.insert(&key);
+    if (made_.insert(&key).second) {
+        tellSubclasses("the foreign key of " + qualifiedName(*key.getAssociatedClass()), owner);
+    }
     plan_.foreignKeys.push_back(std::move(planned));
 }
 
@@ -200,6 +209,12 @@ void ReferencePlanner::addAssociation(const KelAssociation& association) {
         }
     }
     if (isDone) {
+        for (const KelAssociationRole* role : roles) {
+            const std::optional<Bounds> bounds = boundsOf(utf8(role->multiplicity));
+            if (bounds && bounds->lower > 0) {
+                omissions_.add(ofForeignKey);
+            }
+        }
         return;
     }
     if (roles.size() < 2 || !areStored) {
@@ -210,6 +225,25 @@ void ReferencePlanner::addAssociation(const KelAssociation& association) {
         addLink(association, roles);
     } else {
         addJoinTable(association, roles);
+    }
+}
+
+/// Tables of their own leave the subclasses' objects out of what refers to the class.
+void ReferencePlanner::tellSubclasses(const std::string& element, std::uint32_t target) {
+    if (isConcrete() && plan_.tablesBelow[target].size() > 1) {
+        decide(Topic::association, element + " refers to objects of " + qualifiedName(classes_.at(target)) +
+                                       " only, not to those of its subclasses");
+    }
+}
+
+void ReferencePlanner::tellAttributes() {
+    std::unordered_set<const KelObject*> told; // several tables may have the column
+    for (const PlannedTable& table : plan_.tables) {
+        for (const PlannedColumn& attribute : table.attributes) {
+            if (attribute.target != noTable && told.insert(attribute.element).second) {
+                tellSubclasses(qualifiedName(*attribute.element), plan_.tables[attribute.target].classes.front());
+            }
+        }
     }
 }
 
@@ -273,10 +307,7 @@ void ReferencePlanner::addLink(const KelAssociation& association, std::span<KelA
     reference.isUnique = !isMany[side] && bounds[side].has_value();
     reference.cascades = aggregationOf(association, side) == Aggregation::composite;
     const std::vector<std::uint32_t> tables = tablesWithColumnsOf(from);
-    if (isConcrete() && plan_.tablesBelow[to].size() > 1) {
-        decide(Topic::association, shownName(association) + " refers to objects of " + qualifiedName(classes_.at(to)) +
-                                       " only, not to those of its subclasses");
-    }
+    tellSubclasses(shownName(association), to);
     if (tables.empty()) {
         omissions_.add(unstoredEnd);
     }
@@ -306,6 +337,7 @@ void ReferencePlanner::addJoinTable(const KelAssociation& association, std::span
             omissions_.add(unstoredEnd);
             return;
         }
+        tellSubclasses(shownName(association), classes_.numberOf(role->getAssociatedClass()));
         table.references.push_back(std::move(reference));
     }
     plan_.tables.push_back(std::move(table));
