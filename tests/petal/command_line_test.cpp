@@ -5,6 +5,7 @@
 #include "petal/exitStatus.h"
 
 #include <array>
+#include <sstream>
 
 namespace {
 
@@ -81,6 +82,19 @@ TEST_F(CommandLine, TheReadmeShowsWhatItWrites) {
     EXPECT_TRUE(has(page, "```mermaid\n" + written + "```\n"));
     const std::string outline = run("cd " PETAL_SOURCES "; $petal import -q -f tree examples/bookshop.mdl").output;
     EXPECT_TRUE(has(page, outline.substr(0, outline.find("        role buyer"))));
+}
+
+TEST_F(CommandLine, ThePageOfTablesShowsAModelAndItsSchema) {
+    const std::string page = inSources("docs/sql.md");
+    const std::string options = " " PETAL_EXAMPLES "/bookshop.mdl -O ";
+    const std::string picture = run("$petal import -q -f mermaid" + options + "operations=false").output;
+    EXPECT_TRUE(has(page, "```mermaid\n" + picture + "```\n"));
+    const std::string script = run("$petal import -q -f sql" + options + "tables=all").output;
+    const std::size_t start = page.find("```sql\n") + 7;
+    std::istringstream schema(page.substr(start, page.find("\n```", start) - start));
+    for (std::string line; std::getline(schema, line);) {
+        EXPECT_TRUE(has(script, line)) << line;
+    }
 }
 
 TEST_F(CommandLine, EveryExitStatusIsDocumented) {
