@@ -4,6 +4,7 @@
 #include "export/json/writeJson.h"
 #include "export/outline/writeOutline.h"
 #include "export/uml/writeUml.h"
+#include "html/writeHtml.h"
 
 #include <algorithm>
 #include <array>
@@ -21,6 +22,7 @@ constexpr std::array umlEndings{".uml"sv};
 constexpr std::array plantUmlEndings{".puml"sv, ".plantuml"sv};
 constexpr std::array mermaidEndings{".mmd"sv, ".md"sv};
 constexpr std::array dotEndings{".dot"sv, ".gv"sv};
+constexpr std::array htmlEndings{".html"sv, ".htm"sv};
 
 bool needsPositions(const OptionValues& options) {
     return options.get("positions") == "source";
@@ -47,6 +49,15 @@ constexpr std::array table{
              mermaidOptions, writeMermaid},
     Exporter{"dot", "a graph of classes and packages for Graphviz", Shape::oneFile, dotEndings, dotOptions, writeDot,
              always, needsPositions},
+    Exporter{"html",
+             "a report for people: a page for a browser, in one file",
+             Shape::oneFile,
+             htmlEndings,
+             {},
+             html::writeHtml,
+             always,
+             nullptr,
+             always},
     Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},
 };
 

@@ -112,12 +112,19 @@ auto readAgain(const ImportRequest& request, const char* what, Read read) {
     }
 }
 
+/// What the formats are told besides the model. Null for what none of them needs.
+struct Knowledge {
+    const units::UnitTree* files = nullptr;
+    const source::SourceMap* places = nullptr;
+    const exporter::DrawnPositions* positions = nullptr;
+    const ledger::KeptLedger* ledger = nullptr;
+};
+
 /// The model in one form. It becomes final with `commit`, after every form has been written.
 class WrittenModel {
 public:
     /// Writes it. Throws a `Failure`.
-    WrittenModel(const ImportRequest& request, const Destination& destination, const source::SourceMap* places,
-                 const exporter::DrawnPositions* positions)
+    WrittenModel(const ImportRequest& request, const Destination& destination, const Knowledge& knowledge)
         : destination_(destination) {
         const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
         const exporter::OptionValues options = formatOptions(request, exporter);
@@ -125,12 +132,14 @@ public:
         attempt([&] {
             files_.emplace(destination.path, destination.descriptor);
             exporter.write({.model = keptModel(),
-                            .source = places,
+                            .source = knowledge.places,
                             .options = options,
                             .folder = *files_,
                             .omissions = omissions_,
                             .ending = ending,
-                            .positions = positions});
+                            .positions = knowledge.positions,
+                            .files = knowledge.files,
+                            .ledger = knowledge.ledger});
         });
     }
 
@@ -159,17 +168,17 @@ private:
 };
 
 /// Returns how much of the model the forms lack.
-std::uint64_t writeModel(const ImportRequest& request, const ModelSource& source, const source::SourceMap* places,
-                         const OmissionTaker& take) {
+std::uint64_t writeModel(const ImportRequest& request, Knowledge knowledge, const OmissionTaker& take) {
     std::optional<exporter::DrawnPositions> positions;
-    if (places != nullptr && isAnyDestination(request, &exporter::Exporter::needsPositions)) {
+    if (knowledge.places != nullptr && isAnyDestination(request, &exporter::Exporter::needsPositions)) {
         positions = readAgain(request, "the positions of classes",
-                              [&] { return findPositions(source.getTree(), keptModel(), *places); });
+                              [&] { return findPositions(*knowledge.files, keptModel(), *knowledge.places); });
+        knowledge.positions = &*positions;
     }
 
     std::deque<WrittenModel> forms;
     for (const Destination& destination : request.destinations) {
-        forms.emplace_back(request, destination, places, positions ? &*positions : nullptr);
+        forms.emplace_back(request, destination, knowledge);
     }
     std::ranges::for_each(forms, &WrittenModel::commit);
     std::uint64_t omitted = 0;
@@ -221,7 +230,8 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     const ModelSource source(request, context.locator, context.takeTree);
     refuseToLoseUnits(source.getTree(), context.uses);
     source.setOptions(options);
-    LedgerReport ledger(request);
+    const bool isLedgerShown = isAnyDestination(request, &exporter::Exporter::needsLedger);
+    LedgerReport ledger(request, isLedgerShown);
     LogWriter writer(request.log, *findLogFormat(request.logFormat), chosenEncoding(options));
     if (!request.areUnitsTold) {
         writer.leaveOut(ModelSource::missingUnitCode);
@@ -246,10 +256,17 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
         places = readAgain(request, "the places of objects",
                            [&] { return source::makeSourceMap(source.getTree(), *trace, keptModel()); });
     }
+    const auto makeLedger = [&] { ledger.make(source, *trace, keptModel(), chosenEncoding(options)); };
+    if (isLedgerShown) {
+        makeLedger();
+    }
+    const std::optional<ledger::KeptLedger> kept = ledger.getKept();
     ImportResult result;
-    result.omitted = writeModel(request, source, places ? &*places : nullptr, context.takeOmissions);
-    if (trace) {
-        ledger.make(source, *trace, keptModel(), chosenEncoding(options));
+    result.omitted = writeModel(
+        request, {.files = &source.getTree(), .places = places ? &*places : nullptr, .ledger = kept ? &*kept : nullptr},
+        context.takeOmissions);
+    if (trace && !isLedgerShown) {
+        makeLedger();
     }
     writer.close();
     result.outcome = ledger.check(log.getCount(), result.omitted);

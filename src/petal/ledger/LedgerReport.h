@@ -22,8 +22,8 @@ void describeLedgerOptions(CLI::App& command, ImportRequest& request);
 class LedgerReport {
 public:
     /// Throws a `Failure` with the outcome `wrongUsage` when the request cannot be fulfilled. `request` must live as
-    /// long.
-    explicit LedgerReport(const ImportRequest& request);
+    /// long. With `isKept` the ledger is made whatever the request says, for `getKept`.
+    LedgerReport(const ImportRequest& request, bool isKept);
 
     /// Whether the import has to be traced for it.
     [[nodiscard]] bool isWanted() const;
@@ -31,6 +31,8 @@ public:
     /// is made, and the summary to standard error. `trace` has been located. Does nothing unless it is wanted. Throws
     /// a `Failure` with the outcome `outputFailed`, or `unexpected` when the files cannot be read again.
     void make(const ModelSource& source, const source::Trace& trace, const KelModel& model, const KelString& encoding);
+    /// The finished ledger with its entries; nothing unless it is kept.
+    [[nodiscard]] std::optional<ledger::KeptLedger> getKept() const;
     /// `checkTripped` when something has occurred that the request fails on, which is told on standard error; else
     /// `success`.
     [[nodiscard]] Outcome check(std::uint64_t warnings, std::uint64_t omissions) const;
@@ -40,11 +42,14 @@ public:
     [[nodiscard]] std::uint64_t getLosses() const { return ledger_ ? ledger_->losses : 0; }
 
 private:
+    [[nodiscard]] bool isNeeded() const;
     void write(const ModelSource& source, const source::Trace& trace, const KelModel& model,
                const ledger::Choices& choices);
 
     const ImportRequest& request_;
+    bool isKept_;
     bool canRead_; // the file, a second time
+    ledger::EntryKeeper keeper_;
     std::optional<ledger::Ledger> ledger_;
 };
 

@@ -1,0 +1,261 @@
+#include "html/pageData.h"
+
+#include "export/ClassKind.h"
+#include "export/ClassNames.h"
+#include "export/ElementIds.h"
+#include "export/Exporter.h"
+#include "export/modelWalk.h"
+#include "host/model/KelClass.h"
+#include "host/model/KelNumbering.h"
+#include "host/model/KelType.h"
+#include "ledger/Ledger.h"
+#include "source/SourceMap.h"
+#include "text/escape.h"
+
+#include <filesystem>
+#include <initializer_list>
+#include <map>
+
+namespace html {
+
+namespace {
+
+/// Writes JSON without blanks. Callers put the brackets and the keys.
+class CompactJson {
+public:
+    explicit CompactJson(text::BufferedOutput& output) : output_(output) {}
+
+    void open(char bracket) {
+        separate();
+        output_.put(bracket);
+        isFirst_ = true;
+    }
+    void close(char bracket) {
+        output_.put(bracket);
+        isFirst_ = false;
+    }
+    void key(std::string_view name) {
+        text(name);
+        output_.put(':');
+        isFirst_ = true;
+    }
+    void text(std::string_view value) {
+        separate();
+        output_.put(text::quotedJsonText(value));
+    }
+    void number(std::uint64_t value) {
+        separate();
+        output_.put(std::to_string(value));
+    }
+    void numbers(std::initializer_list<std::uint64_t> values) {
+        open('[');
+        for (const std::uint64_t value : values) {
+            number(value);
+        }
+        close(']');
+    }
+
+private:
+    void separate() {
+        if (!isFirst_) {
+            output_.put(',');
+        }
+        isFirst_ = false;
+    }
+
+    text::BufferedOutput& output_;
+    bool isFirst_ = true;
+};
+
+/// Numbers the elements as the JSON document does, and writes their ids.
+class IdWriter final : private exporter::ModelVisitor {
+public:
+    IdWriter(const exporter::ExportContext& context, CompactJson& json)
+        : ids_(context.model, context.source), source_(context.source), json_(json) {
+        json_.key("ids");
+        json_.open('[');
+        walkModel(context.model, exporter::documentParts, *this);
+        json_.number(plain_);
+        json_.close(']');
+    }
+
+    [[nodiscard]] std::uint32_t numberOf(const KelObject& element) const { return numbers_.numberOf(element); }
+    [[nodiscard]] const std::vector<const KelClass*>& getClasses() const { return classes_; }
+    [[nodiscard]] const std::vector<const KelType*>& getTypes() const { return types_; }
+
+private:
+    void enter(const KelObject& element) override {
+        if (numbers_.numberOf(element) != 0) { // an argument may have two owners
+            return;
+        }
+        numbers_.give(element, ++count_);
+        if (const auto* one = dynamic_cast<const KelClass*>(&element)) {
+            classes_.push_back(one);
+        } else if (const auto* type = dynamic_cast<const KelType*>(&element)) {
+            types_.push_back(type);
+        }
+        const std::string id = ids_.idOf(element);
+        const source::SourcePlace* place = source_ != nullptr ? source_->find(element) : nullptr;
+        if (place != nullptr && id.front() == 'q' && id.size() == place->quid.size() + 1) {
+            ++plain_;
+            return;
+        }
+        json_.number(plain_);
+        json_.text(id);
+        plain_ = 0;
+    }
+
+    exporter::ElementIds ids_;
+    const source::SourceMap* source_;
+    CompactJson& json_;
+    KelNumbering numbers_;
+    std::uint32_t count_ = 0;
+    std::uint64_t plain_ = 0; // ids since the last one that was written
+    std::vector<const KelClass*> classes_;
+    std::vector<const KelType*> types_;
+};
+
+void writeKinds(const IdWriter& elements, CompactJson& json) {
+    const exporter::ClassKinds kinds;
+    std::map<std::string_view, std::vector<std::uint32_t>> byWord;
+    for (const KelClass* one : elements.getClasses()) {
+        if (const exporter::ClassKind kind = kinds.kindOf(*one); kind != exporter::ClassKind::classObject) {
+            byWord[classKindWord(kind)].push_back(elements.numberOf(*one));
+        }
+    }
+    json.key("kinds");
+    json.open('{');
+    for (const auto& [word, numbers] : byWord) {
+        json.key(word);
+        json.open('[');
+        for (const std::uint32_t number : numbers) {
+            json.number(number);
+        }
+        json.close(']');
+    }
+    json.close('}');
+}
+
+void writeMeanings(const exporter::ClassNames& names, const IdWriter& elements, CompactJson& json) {
+    json.key("means");
+    json.open('[');
+    for (const KelType* type : elements.getTypes()) {
+        if (const KelClass* meant = names.find(type)) {
+            json.numbers({elements.numberOf(*type), elements.numberOf(*meant)});
+        }
+    }
+    json.close(']');
+}
+
+void writeCounts(const char* name, const ledger::Counts& counts, CompactJson& json) {
+    json.key(name);
+    json.numbers({counts.byOutcome[0], counts.byOutcome[1], counts.byOutcome[2]});
+}
+
+/// Numbers reasons by their texts.
+class Reasons {
+public:
+    std::uint64_t numberOf(const ledger::Reason& reason) {
+        const auto [found, isNew] = numbers_.try_emplace(reason.text, order_.size());
+        if (isNew) {
+            order_.push_back(reason.text);
+        }
+        return found->second;
+    }
+    void write(CompactJson& json) const {
+        json.key("reasons");
+        json.open('[');
+        for (const std::string_view reason : order_) {
+            json.text(reason);
+        }
+        json.close(']');
+    }
+
+private:
+    std::map<std::string_view, std::uint64_t> numbers_;
+    std::vector<std::string_view> order_;
+};
+
+void writeEntries(const std::vector<ledger::Entry>& entries, CompactJson& json) {
+    Reasons reasons;
+    json.key("entries");
+    json.open('[');
+    for (const ledger::Entry& entry : entries) {
+        json.open('[');
+        json.text(entry.kind->name);
+        json.text(entry.property != nullptr ? entry.property->name : "");
+        json.text(entry.name);
+        json.number(static_cast<std::uint64_t>(entry.reason->outcome));
+        json.number(entry.reason->weight == ledger::Weight::loss ? 1 : 0);
+        json.number(reasons.numberOf(*entry.reason));
+        json.text(entry.detail);
+        json.number(entry.file);
+        json.number(entry.place.line);
+        json.close(']');
+    }
+    json.close(']');
+    reasons.write(json);
+}
+
+void writeLedger(const ledger::KeptLedger& kept, const source::SourceMap* source, CompactJson& json) {
+    const ledger::Ledger& ledger = kept.ledger;
+    json.key("ledger");
+    json.open('{');
+    writeCounts("objects", ledger.objects(), json);
+    writeCounts("properties", ledger.properties(), json);
+    json.key("totals");
+    json.numbers({ledger.losses, ledger.badByteCount, ledger.damageCount});
+    json.key("files"); // without the model's own, as outputs name them
+    json.open('[');
+    for (std::size_t index = 1; source != nullptr && index < source->getFiles().size(); ++index) {
+        json.text(source->getFiles()[index]);
+    }
+    json.close(']');
+    json.key("kinds");
+    json.open('[');
+    for (const ledger::KindTally* kind : ledger.sortedKinds()) {
+        const ledger::Counts properties = kind->propertyCounts();
+        json.open('[');
+        json.text(kind->name);
+        for (const ledger::Counts& counts : {kind->objects, properties}) {
+            for (const std::uint64_t count : counts.byOutcome) {
+                json.number(count);
+            }
+        }
+        json.close(']');
+    }
+    json.close(']');
+    json.key("damages");
+    json.open('[');
+    for (const ledger::DamagedPlace& damaged : ledger.damages) {
+        json.open('[');
+        json.number(damaged.file);
+        json.number(damaged.damage.place.line);
+        json.text(notation::damageText(damaged.damage));
+        json.close(']');
+    }
+    json.close(']');
+    writeEntries(kept.entries, json);
+    json.close('}');
+}
+
+} // namespace
+
+void writePageData(const exporter::ExportContext& context, text::BufferedOutput& output) {
+    CompactJson json(output);
+    json.open('{');
+    json.key("file");
+    const bool isKnown = context.source != nullptr && !context.source->getFiles().empty();
+    json.text(isKnown ? std::filesystem::path(context.source->getFiles().front()).filename().string() : "");
+    {
+        const IdWriter elements(context, json);
+        writeKinds(elements, json);
+        writeMeanings(exporter::ClassNames(context.model), elements, json);
+    }
+    if (context.ledger != nullptr) {
+        writeLedger(*context.ledger, context.source, json);
+    }
+    json.close('}');
+}
+
+} // namespace html
