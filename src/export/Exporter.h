@@ -13,12 +13,12 @@ namespace ledger {
 struct KeptLedger;
 }
 
-namespace source {
-class SourceMap;
+namespace layout {
+class NotationTree;
 }
 
-namespace units {
-struct UnitTree;
+namespace source {
+class SourceMap;
 }
 
 namespace exporter {
@@ -37,9 +37,9 @@ struct ExportContext {
     OutputFolder& folder;            ///< opened by the format, completed by the caller
     Omissions& omissions;            ///< to which the format adds whatever of the model it has no place for
     std::string_view ending = {};    ///< of the output's name in lower case, with the dot; empty when it is not known
-    const DrawnPositions* positions = nullptr;  ///< of classes on their class diagrams; null: not known
-    const units::UnitTree* files = nullptr;     ///< that the model was read from; null: not known
-    const ledger::KeptLedger* ledger = nullptr; ///< what became of everything in the files; null: not known
+    const DrawnPositions* positions = nullptr;      ///< of classes on their class diagrams; null: not known
+    const layout::NotationTree* notation = nullptr; ///< of the files that the model was read from; null: not known
+    const ledger::KeptLedger* ledger = nullptr;     ///< what became of everything in the files; null: not known
 };
 
 /// A format in which models are written: a row of the table that the help, the manual, the completions, `petal
@@ -57,9 +57,9 @@ struct Exporter {
     bool (*needsSource)(const OptionValues& options) = nullptr;
     /// The same of `ExportContext::positions`. A format that needs them needs the source.
     bool (*needsPositions)(const OptionValues& options) = nullptr;
-    /// The same of `ExportContext::ledger`, which is then made before the model is written. A format that needs it
-    /// needs the source.
-    bool (*needsLedger)(const OptionValues& options) = nullptr;
+    /// The same of `ExportContext::notation` and `ledger`: of what is in the files besides the model. A format that
+    /// needs them needs the source.
+    bool (*needsFiles)(const OptionValues& options) = nullptr;
 };
 
 } // namespace exporter

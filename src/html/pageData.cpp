@@ -8,6 +8,8 @@
 #include "host/model/KelClass.h"
 #include "host/model/KelNumbering.h"
 #include "host/model/KelType.h"
+#include "layout/makeScene.h"
+#include "layout/write.h"
 #include "ledger/Ledger.h"
 #include "source/SourceMap.h"
 #include "text/escape.h"
@@ -15,6 +17,9 @@
 #include <filesystem>
 #include <initializer_list>
 #include <map>
+#include <optional>
+#include <tuple>
+#include <utility>
 
 namespace html {
 
@@ -176,7 +181,56 @@ private:
     std::vector<std::string_view> order_;
 };
 
-void writeEntries(const std::vector<ledger::Entry>& entries, CompactJson& json) {
+bool isDroppedObject(const ledger::Entry& entry) {
+    return entry.property == nullptr && entry.reason->outcome == ledger::Outcome::dropped;
+}
+
+/// What the notation says of dropped objects. Of several of a kind on one line only the first is found.
+class DroppedObjects {
+public:
+    struct Details {
+        std::string_view documentation;
+        std::string_view quid;
+    };
+
+    /// Without a `notation` (null) nothing is found.
+    DroppedObjects(const std::vector<ledger::Entry>& entries, const layout::NotationTree* notation) {
+        if (notation == nullptr) {
+            return;
+        }
+        for (const ledger::Entry& entry : entries) {
+            if (isDroppedObject(entry)) {
+                details_.try_emplace(keyOf(entry));
+            }
+        }
+        for (layout::NodeId id = 1; id < notation->size(); ++id) {
+            const layout::Node& node = (*notation)[id];
+            if (node.kind != layout::NodeKind::object) {
+                continue;
+            }
+            const auto found = details_.find({node.file, node.line, node.text});
+            if (found != details_.end() && !found->second) {
+                found->second = {notation->text(id, "documentation"), notation->text(id, "quid")};
+            }
+        }
+    }
+
+    /// Each object's once.
+    Details take(const ledger::Entry& entry) {
+        const auto found = details_.find(keyOf(entry));
+        return found != details_.end() && found->second ? *std::exchange(found->second, Details()) : Details();
+    }
+
+private:
+    using Key = std::tuple<std::uint32_t, std::uint64_t, std::string_view>; // file, line, kind
+
+    static Key keyOf(const ledger::Entry& entry) { return {entry.file, entry.place.line, entry.kind->name}; }
+
+    std::map<Key, std::optional<Details>> details_;
+};
+
+void writeEntries(const std::vector<ledger::Entry>& entries, const layout::NotationTree* notation, CompactJson& json) {
+    DroppedObjects objects(entries, notation);
     Reasons reasons;
     json.key("entries");
     json.open('[');
@@ -191,13 +245,35 @@ void writeEntries(const std::vector<ledger::Entry>& entries, CompactJson& json) 
         json.text(entry.detail);
         json.number(entry.file);
         json.number(entry.place.line);
+        if (isDroppedObject(entry)) {
+            const DroppedObjects::Details details = objects.take(entry);
+            json.text(details.documentation);
+            json.text(details.quid);
+        }
         json.close(']');
     }
     json.close(']');
     reasons.write(json);
 }
 
-void writeLedger(const ledger::KeptLedger& kept, const source::SourceMap* source, CompactJson& json) {
+void writePictureList(const layout::NotationTree& notation, CompactJson& json) {
+    json.key("pictures");
+    json.open('[');
+    for (const layout::NodeId diagram : layout::diagramsOf(notation)) {
+        const layout::Node& node = notation[diagram];
+        json.open('[');
+        json.text(node.text);
+        json.text(node.name);
+        json.text(notation.fileName(node.file));
+        json.number(node.line);
+        json.close(']');
+    }
+    json.close(']');
+}
+
+void writeLedger(const exporter::ExportContext& context, CompactJson& json) {
+    const ledger::KeptLedger& kept = *context.ledger;
+    const source::SourceMap* source = context.source;
     const ledger::Ledger& ledger = kept.ledger;
     json.key("ledger");
     json.open('{');
@@ -235,7 +311,7 @@ void writeLedger(const ledger::KeptLedger& kept, const source::SourceMap* source
         json.close(']');
     }
     json.close(']');
-    writeEntries(kept.entries, json);
+    writeEntries(kept.entries, context.notation, json);
     json.close('}');
 }
 
@@ -252,10 +328,23 @@ void writePageData(const exporter::ExportContext& context, text::BufferedOutput&
         writeKinds(elements, json);
         writeMeanings(exporter::ClassNames(context.model), elements, json);
     }
+    if (context.notation != nullptr) {
+        writePictureList(*context.notation, json);
+    }
     if (context.ledger != nullptr) {
-        writeLedger(*context.ledger, context.source, json);
+        writeLedger(context, json);
     }
     json.close('}');
+}
+
+void writePictures(const layout::NotationTree& notation, text::BufferedOutput& output) {
+    const layout::Elements elements(notation);
+    for (const layout::NodeId diagram : layout::diagramsOf(notation)) {
+        output.put("<script type=\"image/svg+xml\">");
+        // Its texts are escaped, so nothing in it ends the block.
+        layout::writeSvg(layout::makeScene(notation, elements, diagram), layout::Theme::file, output);
+        output.put("</script>\n");
+    }
 }
 
 } // namespace html

@@ -6,6 +6,10 @@ namespace exporter {
 struct ExportContext;
 }
 
+namespace layout {
+class NotationTree;
+}
+
 namespace html {
 
 /// Writes what a page needs besides the JSON document of its model, as one JSON object:
@@ -15,10 +19,18 @@ namespace html {
 ///   quid, then an id that is not, and so on;
 /// - `kinds`: by word the numbers of the classes that their stereotype or category makes something else than classes;
 /// - `means`: pairs of a type and the class that its name means, by their numbers;
+/// - `pictures`: the diagrams of the files in the order of `writePictures`: kind, name, file (empty for the model's
+/// own)
+///   and line;
 /// - `ledger`: totals, kinds and the entries that an `EntryKeeper` keeps, those that share a reason refer to it by its
 ///   index; left out when it is not known.
 ///
+/// An entry of a dropped object also has the object's documentation and quid.
+///
 /// Numbers the objects of the model (`KelNumbering`). Throws what the output throws.
 void writePageData(const exporter::ExportContext& context, text::BufferedOutput& output);
+
+/// Writes the diagrams of the files, each as SVG in a block that browsers do not draw. Throws what the output throws.
+void writePictures(const layout::NotationTree& notation, text::BufferedOutput& output);
 
 } // namespace html

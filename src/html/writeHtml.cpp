@@ -157,6 +157,9 @@ void writeHtml(const exporter::ExportContext& context) {
     output.put(part("body").text);
     writeModel(context, output);
     writeData(context, output);
+    if (context.notation != nullptr) {
+        writePictures(*context.notation, output);
+    }
     for (const text::Embedded& script : scripts()) {
         output.put("<script>");
         output.put(script.text);

@@ -62,6 +62,17 @@ def hostile_model():
 '''
 
 
+def long_model(count):
+    """A package of so many classes, each with an attribute of the same type."""
+    classes = " ".join(f'''(object Class "Customer{number}Record" quid "4A{number:010X}" documentation "{"Long. " * 100}"
+        class_attributes (list class_attribute_list (object ClassAttribute "kind" quid "4B{number:010X}" type "Customer0Record")))'''
+                       for number in range(count))
+    return f'''(object Petal version 42)
+(object Design "Logical View" is_unit TRUE is_loaded TRUE
+    root_category (object Class_Category "Logical View" quid "490000000001" logical_models (list unit_reference_list {classes})))
+'''
+
+
 class Page:
     """A page in the browser."""
 
@@ -167,6 +178,24 @@ def try_model(page, name):
         page.keys(Keys.ESCAPE, "t", Keys.ARROW_RIGHT, Keys.ARROW_DOWN, Keys.ENTER)
         time.sleep(0.05)
         check(page.address() != "", f"{name}: the tree by keys")
+    pictures = page.js("return document.querySelectorAll('script[type=\"image/svg+xml\"]').length")
+    page.open()
+    shown = page.js("""return [...document.querySelectorAll('main .item')].map(row => row.dataset.id)""")
+    drawn = 0
+    for address in shown:
+        page.go(address)
+        drawn += page.js("return document.querySelectorAll('figure svg').length")
+        box = page.js("""return document.querySelector(
+                         'g.target[data-view=ClassView] > rect, g.target[data-view=UseCaseView] > rect')""")
+        if box:
+            kind, title = page.js("""arguments[0].scrollIntoView({block: 'center'});
+                return [arguments[0].parentNode.dataset.view, arguments[0].parentNode.querySelector('title').textContent]""", box)
+            ActionChains(page.driver).move_to_element(box).click().perform()
+            check(page.wait(f"return location.hash !== '#{address}'"), f"{name}: a click on {title} leads nowhere")
+            time.sleep(0.05)
+            check(page.heading() == title.split("::")[-1] if kind == "ClassView" else page.heading() != "Not found",
+                  f"{name}: a click on {title} leads to {page.heading()}")
+    check(drawn == pictures > 0, f"{name}: {drawn} of {pictures} diagrams are drawn")
     page.open("!ledger")
     check("Losses" in page.text() and "properties" in page.text(), f"{name}: no ledger")
     page.quiet(name)
@@ -221,6 +250,20 @@ def try_hostile(page):
     page.quiet("hostile")
 
 
+def try_long(page, count):
+    """A packed document, and lists of which only a part is rendered."""
+    page.open()
+    check(page.js("return document.getElementById('petal-model').dataset.encoding") == "gzip+base64", "long: not packed")
+    check(page.seek(f"Customer{count - 1}Record")[:1] == ["q4a%010x" % (count - 1)], "long: the last class is not found")
+    check(len(page.seek("customer")) < 100, "long: too many hits are rendered")
+    page.go("q490000000001")
+    check(page.js("return document.querySelectorAll('main .item').length") < 100, "long: too many rows are rendered")
+    page.go("q4a%010x" % 0)
+    page.js("document.querySelector('.long').scrollTop = 1e9")
+    check(page.wait(f"return document.querySelector('main').innerText.includes('Customer{count - 1}Record')"), "long: no end")
+    page.quiet("long")
+
+
 def main(petal, models):
     options = webdriver.ChromeOptions()
     for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--no-first-run",
@@ -233,16 +276,19 @@ def main(petal, models):
         print("skipped: no browser:", str(error).splitlines()[0])
         return 77
     with tempfile.TemporaryDirectory() as folder:
-        hostile = os.path.join(folder, "hostile.mdl")
-        with open(hostile, "w", encoding="utf-8") as file:
-            file.write(hostile_model())
+        long, hostile = os.path.join(folder, "long.mdl"), os.path.join(folder, "hostile.mdl")
+        for path, text in ((long, long_model(2000)), (hostile, hostile_model())):
+            with open(path, "w", encoding="utf-8") as file:
+                file.write(text)
         try:
-            for model in [*models, hostile]:
+            for model in [*models, long, hostile]:
                 path = os.path.join(folder, os.path.basename(model) + ".html")
                 subprocess.run([petal, "import", "-q", model, "-o", path], check=True)
                 page = Page(driver, path)
                 if model == hostile:
                     try_hostile(page)
+                elif model == long:
+                    try_long(page, 2000)
                 else:
                     try_model(page, os.path.basename(model))
             try_appearance(page, "hostile", "q4a0000000001")

@@ -39,8 +39,9 @@ const LETTERS = {class: "C", package: "P", diagram: "D", attribute: "a", operati
 /** The small letter that says what an element is. */
 function badge(element) {
   const word = element.kind === "other" ? element.word : element.word || element.kind;
-  return h("span", {class: "badge k-" + element.kind, title: word, "aria-hidden": "true"},
-           LETTERS[element.kind === "class" ? element.word : element.kind] || LETTERS[element.kind]);
+  const kind = element.kind === "other" && word.endsWith("diagram") ? "diagram" : element.kind;
+  return h("span", {class: "badge k-" + kind, title: word, "aria-hidden": "true"},
+           LETTERS[kind === "class" ? element.word : kind] || LETTERS[kind]);
 }
 function link(element, text) {
   return h("a", {href: hrefOf(element), class: element.name.trim() || text ? null : "nameless"},

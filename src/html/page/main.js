@@ -4,8 +4,12 @@
 const KEYS = [
   ["/", "search"], ["Enter", "open the first hit"], ["Esc", "leave the search, or close this list"],
   ["↑ ↓", "move in the tree and among hits"], ["← →", "close and open a package in the tree"],
-  ["t", "go to the tree"], ["h", "go to the start"], ["?", "show this list"],
+  ["t", "go to the tree"], ["h", "go to the start"],
+  ["+ − 0", "in a diagram: larger, smaller, all of it; with the mouse: Ctrl and wheel, or drag"], ["?", "show this list"],
 ];
+
+/** Goes to an address as a click on a link does; set when the page starts. */
+let follow = null;
 
 async function start() {
   const [modelJson, pageJson] = await Promise.all([readBlock("petal-model"), readBlock("petal-page")]);
@@ -47,16 +51,22 @@ async function start() {
   };
   addEventListener("hashchange", show);
 
+  follow = (href) => {
+    isClicked = true;
+    if (href === location.hash) {
+      show(); // the address stays, so nothing else would
+    } else {
+      location.hash = href;
+    }
+  };
   document.addEventListener("click", (event) => {
     const target = event.target.closest("a[href]");
-    if (target) {
-      isClicked = true;
+    if (target && !event.ctrlKey && !event.metaKey && !event.shiftKey) {
+      event.preventDefault();
       if (target.closest("#hits")) {
         leaveSearch(false);
       }
-      if (target.getAttribute("href") === location.hash) {
-        show(); // the address stays, so nothing else would
-      }
+      follow(target.getAttribute("href"));
     }
   });
 
@@ -78,15 +88,9 @@ async function start() {
   field.addEventListener("keydown", (event) => {
     if (event.key === "Enter" && hits.hits.length > 0 && field.value.trim()) {
       event.preventDefault();
-      const hash = hrefOf(hits.hits[0]);
       leaveSearch(false);
       field.blur();
-      isClicked = true;
-      if (location.hash === hash) {
-        show();
-      } else {
-        location.hash = hash;
-      }
+      follow(hrefOf(hits.hits[0]));
     } else if (event.key === "ArrowDown" && hits.hits.length > 0) {
       event.preventDefault();
       focusRow(hits.list, 0);

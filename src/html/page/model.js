@@ -54,6 +54,7 @@ class Model {
     }
     this.meant = new Map(page.means);
     this.takeLedger(page.ledger);
+    this.takePictures(page.pictures || []);
   }
 
   numberElements(root) {
@@ -100,7 +101,7 @@ class Model {
     }
   }
 
-  /** What stands in the files and did not become part of the model counts as an element of the page. */
+  /** What is in the files and did not become part of the model counts as an element of the page. */
   takeLedger(ledger) {
     this.others = [];
     this.losses = [];
@@ -108,7 +109,7 @@ class Model {
     if (!ledger) {
       return;
     }
-    for (const [kind, property, name, outcome, isLoss, reason, detail, file, line] of ledger.entries) {
+    for (const [kind, property, name, outcome, isLoss, reason, detail, file, line, description, quid] of ledger.entries) {
       const entry = {kind, property, name, outcome, isLoss: isLoss === 1, file, line,
                      reason: ledger.reasons[reason] + (detail ? (ledger.reasons[reason] ? " " : "") + detail : "")};
       if (entry.isLoss) {
@@ -117,18 +118,49 @@ class Model {
         this.changes.push(entry);
       }
       if (outcome === 2 && !property && name && !/View(New)?$|Compartment$|^Swimlane$|^Focus_/.test(kind)) {
-        let id = `x${file}-${line}`;
-        while (this.byId.has(id)) {
-          id += "-";
-        }
-        const other = {kind: "other", word: kindInWords(kind), name, id, owner: null, entry, json: {line, name}};
-        if (file > 0) {
-          other.json.file = ledger.files[file - 1];
-        }
-        this.others.push(other);
-        this.byId.set(id, other);
+        this.addOther({line, name, description, quid, file: file > 0 ? ledger.files[file - 1] : ""}, kind, entry);
       }
     }
+  }
+  addOther(json, kind, entry) {
+    let id = json.quid ? "q" + json.quid.toLowerCase() : `x${json.line}`;
+    while (this.byId.has(id)) {
+      id += "-";
+    }
+    const other = {kind: "other", word: kindInWords(kind), name: json.name, id, owner: null, entry, json};
+    this.others.push(other);
+    this.byId.set(id, other);
+    return other;
+  }
+
+  /** The pictures of diagrams; those of diagrams that the model does not have come with elements of their own. */
+  takePictures(pictures) {
+    const blocks = document.querySelectorAll('script[type="image/svg+xml"]');
+    const places = new Map();
+    const key = (file, line) => `${line} ${file || ""}`;
+    for (const element of [...this.others, ...this.elements]) {
+      if (element && (element.kind === "diagram" || /diagram/.test(element.word))) {
+        places.set(key(element.json.file, element.json.line), element);
+      }
+    }
+    this.pictures = new Map();
+    pictures.forEach(([kind, name, file, line], index) => {
+      const element = places.get(key(file, line)) || this.addOther({name, file, line}, kind, {kind, reason: ""});
+      this.pictures.set(element, blocks[index]);
+    });
+  }
+  pictureOf(element) {
+    const block = this.pictures.get(element);
+    return block && new Picture(block, element.name, (group) => this.shownBy(group));
+  }
+  /** The element that a view of a picture shows: by its identifier, else by its full name. */
+  shownBy(group) {
+    const {quid} = group.dataset;
+    if (quid) {
+      return this.byId.get("q" + quid.toLowerCase());
+    }
+    const title = group.querySelector(":scope > title");
+    return title && group.querySelector(":scope > rect") ? this.named(title.textContent) : undefined;
   }
 
   at(number) {

@@ -49,7 +49,7 @@ class Pages {
       .map((kind) => h("div", {class: "tile"}, h("b", null, counts[kind].toLocaleString("en")),
                        h("span", null, KINDS[kind][counts[kind] === 1 ? 0 : 1])));
     const packages = (model.root.json.packages || []).map((json) => model.at(json.id));
-    const diagrams = model.elements.filter((element) => element && element.kind === "diagram");
+    const diagrams = [...new Set([...model.elements.filter((element) => element && element.kind === "diagram"), ...model.pictures.keys()])];
     const origin = (model.root.json.origins || [])[0] || {};
     const {ledger} = model.page;
     return [
@@ -162,7 +162,7 @@ class Pages {
 
   /** The row of an element with a page of its own. */
   elementRow(element, how) {
-    const qualified = element.kind === "other" ? element.entry.reason : this.model.qualified(element);
+    const qualified = element.kind === "other" ? [element.word, element.entry.reason].filter(Boolean).join(": ") : this.model.qualified(element);
     return h("div", {class: "item", "data-id": element.id},
       h("div", {class: "what"}, badge(element), link(element), element.json.stereotype ? h("span", {class: "stereotype"}, `«${element.json.stereotype}»`) : null,
         how ? h("span", {class: "how"}, how) : null),
@@ -286,7 +286,7 @@ class Pages {
   diagramParts(element) {
     const {model} = this;
     const shown = (element.json.elements || []).map((number) => model.at(number)).filter(Boolean);
-    return [section("Elements", shown, rows(shown, (one) => this.elementRow(one)))];
+    return [this.picture(element), section("Elements", shown, rows(shown, (one) => this.elementRow(one)))];
   }
 
   typeParts(element) {
@@ -336,7 +336,12 @@ class Pages {
   }
 
   otherParts(element) {
-    return [this.facts([["Kind", element.entry.kind], ["Why it is not imported", element.entry.reason]])];
+    return [element.entry.reason ? h("p", {class: "note"}, `Not imported: ${element.entry.reason}.`) : null, this.picture(element)];
+  }
+
+  picture(element) {
+    const picture = this.model.pictureOf(element);
+    return picture ? picture.element : null;
   }
 }
 

@@ -44,7 +44,14 @@ class Tree {
         this.top.push({kind: "folder", name: "Types", id: "!types", children: types});
       }
       if (model.others.length > 0) {
-        this.top.push({kind: "folder", name: "Not imported", id: "!left", children: model.others});
+        const byWord = new Map();
+        for (const other of model.others) {
+          if (!byWord.has(other.word)) {
+            byWord.set(other.word, {kind: "folder", name: other.word, id: "!left", children: []});
+          }
+          byWord.get(other.word).children.push(other);
+        }
+        this.top.push({kind: "folder", name: "Not imported", id: "!left", children: [...byWord.values()]});
       }
     }
     return this.top;
@@ -92,7 +99,7 @@ class Tree {
                            click: () => this.toggle(element)}, isOpen ? "▾" : "▸")
       : h("span", {class: "toggle"}),
     element.kind === "folder" ? h("span", {class: "badge k-folder", "aria-hidden": "true"}, "…") : badge(element),
-    h("a", {href: hrefOf(element), title: this.model.qualified(element)}, shownName(element)));
+    h("a", {href: hrefOf(element), title: element.kind === "folder" ? null : this.model.qualified(element)}, shownName(element)));
     row.style.paddingLeft = Math.min(level - 1, 14) * 14 + "px";
     return row;
   }

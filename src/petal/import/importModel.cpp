@@ -8,6 +8,7 @@
 #include "host/model/KelModel.h"
 #include "host/model/KelTraversalOperation.h"
 #include "host/options/KelOptionList.h"
+#include "layout/NotationTree.h"
 #include "petal/import/ModelSource.h"
 #include "petal/import/PlugIn.h"
 #include "petal/import/findPositions.h"
@@ -114,9 +115,9 @@ auto readAgain(const ImportRequest& request, const char* what, Read read) {
 
 /// What the formats are told besides the model. Null for what none of them needs.
 struct Knowledge {
-    const units::UnitTree* files = nullptr;
     const source::SourceMap* places = nullptr;
     const exporter::DrawnPositions* positions = nullptr;
+    const layout::NotationTree* notation = nullptr;
     const ledger::KeptLedger* ledger = nullptr;
 };
 
@@ -138,7 +139,7 @@ public:
                             .omissions = omissions_,
                             .ending = ending,
                             .positions = knowledge.positions,
-                            .files = knowledge.files,
+                            .notation = knowledge.notation,
                             .ledger = knowledge.ledger});
         });
     }
@@ -168,12 +169,18 @@ private:
 };
 
 /// Returns how much of the model the forms lack.
-std::uint64_t writeModel(const ImportRequest& request, Knowledge knowledge, const OmissionTaker& take) {
+std::uint64_t writeModel(const ImportRequest& request, const ModelSource& source, Knowledge knowledge,
+                         const OmissionTaker& take) {
     std::optional<exporter::DrawnPositions> positions;
     if (knowledge.places != nullptr && isAnyDestination(request, &exporter::Exporter::needsPositions)) {
         positions = readAgain(request, "the positions of classes",
-                              [&] { return findPositions(*knowledge.files, keptModel(), *knowledge.places); });
+                              [&] { return findPositions(source.getTree(), keptModel(), *knowledge.places); });
         knowledge.positions = &*positions;
+    }
+    std::optional<layout::NotationTree> notation;
+    if (knowledge.ledger != nullptr) {
+        readAgain(request, "its diagrams", [&] { notation.emplace(source.getTree()); });
+        knowledge.notation = &*notation;
     }
 
     std::deque<WrittenModel> forms;
@@ -230,7 +237,7 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     const ModelSource source(request, context.locator, context.takeTree);
     refuseToLoseUnits(source.getTree(), context.uses);
     source.setOptions(options);
-    const bool isLedgerShown = isAnyDestination(request, &exporter::Exporter::needsLedger);
+    const bool isLedgerShown = isAnyDestination(request, &exporter::Exporter::needsFiles);
     LedgerReport ledger(request, isLedgerShown);
     LogWriter writer(request.log, *findLogFormat(request.logFormat), chosenEncoding(options));
     if (!request.areUnitsTold) {
@@ -262,9 +269,9 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     }
     const std::optional<ledger::KeptLedger> kept = ledger.getKept();
     ImportResult result;
-    result.omitted = writeModel(
-        request, {.files = &source.getTree(), .places = places ? &*places : nullptr, .ledger = kept ? &*kept : nullptr},
-        context.takeOmissions);
+    result.omitted =
+        writeModel(request, source, {.places = places ? &*places : nullptr, .ledger = kept ? &*kept : nullptr},
+                   context.takeOmissions);
     if (trace && !isLedgerShown) {
         makeLedger();
     }
