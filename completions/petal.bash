@@ -19,8 +19,8 @@ _petal() {
     'import:--report') words="" ;;
     'import:--types') words="" ;;
     'import:--encoding') words="" ;;
-    'import:-f'|'import:--format') words="json tree uml plantuml mermaid dot html none" ;;
-    'import:-O') words="places= flavour= association-class= primitives= stereotype. scope= diagram= package= members= operations= direction= max-classes= positions=" ;;
+    'import:-f'|'import:--format') words="json tree uml plantuml mermaid dot sql html none" ;;
+    'import:-O') words="places= flavour= association-class= primitives= stereotype. scope= diagram= package= members= operations= direction= max-classes= positions= dialect= tables= inheritance= key= names= name-limit= type-map= map=" ;;
     'import:-o') words="" ;;
     'import:--log-level') words="FATAL ERROR WARNING STATUS DEBUG" ;;
     'import:--log-format') words="text json" ;;
@@ -44,16 +44,24 @@ _petal() {
     'import:direction=') words="TB LR BT RL" ;;
     'import:max-classes=') words="" ;;
     'import:positions=') words="source none" ;;
+    'import:dialect=') words="postgresql sqlite oracle" ;;
+    'import:tables=') words="auto all persistent" ;;
+    'import:inheritance=') words="joined single concrete" ;;
+    'import:key=') words="natural surrogate" ;;
+    'import:names=') words="snake asis" ;;
+    'import:name-limit=') words="" ;;
+    'import:type-map=') words="" ;;
+    'import:map=') words="" ;;
     'units:--units') words="require warn skip" ;;
     'units:--path-map') words="" ;;
     'units:--unit-dir') words="" ;;
     'report merge:-o') words="" ;;
-    'formats:formats') words="json tree uml plantuml mermaid dot html none" ;;
+    'formats:formats') words="json tree uml plantuml mermaid dot sql html none" ;;
     'schema:schema') words="diagrams formats info ledger log model report units version" ;;
     'draw:--diagram') words="" ;;
     'draw:-o') words="" ;;
     'draw:--as') words="svg drawio" ;;
-    'draw:-O') words="places= flavour= association-class= primitives= stereotype. scope= diagram= package= members= operations= direction= max-classes= positions=" ;;
+    'draw:-O') words="places= flavour= association-class= primitives= stereotype. scope= diagram= package= members= operations= direction= max-classes= positions= dialect= tables= inheritance= key= names= name-limit= type-map= map=" ;;
     'draw:-j'|'draw:--jobs') words="" ;;
     'draw:--units') words="require warn skip" ;;
     'draw:--path-map') words="" ;;
@@ -71,6 +79,14 @@ _petal() {
     'draw:direction=') words="TB LR BT RL" ;;
     'draw:max-classes=') words="" ;;
     'draw:positions=') words="source none" ;;
+    'draw:dialect=') words="postgresql sqlite oracle" ;;
+    'draw:tables=') words="auto all persistent" ;;
+    'draw:inheritance=') words="joined single concrete" ;;
+    'draw:key=') words="natural surrogate" ;;
+    'draw:names=') words="snake asis" ;;
+    'draw:name-limit=') words="" ;;
+    'draw:type-map=') words="" ;;
+    'draw:map=') words="" ;;
     *)
         case "$command:$current" in
         ':-'*) words="-h --help --version --json" ;;

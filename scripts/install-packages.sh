@@ -13,6 +13,8 @@ case "${1:-}" in
     packages="$packages libeclipse-emf-ecore-xmi-java"
     packages="$packages chromium chromium-driver python3-selenium" # show the format html
     packages="$packages graphviz plantuml" # draw the formats dot and plantuml
+    # the databases load what format sql writes
+    packages="$packages postgresql libpq-dev sqlite3 libsqlite3-dev"
     ;;
 --bench) packages="$packages python3 flex libhyperscan-dev linux-perf valgrind strace" ;;
 --fuzz) packages="$packages libgtest-dev clang-14 libfuzzer-14-dev libclang-rt-14-dev llvm-14 python3" ;;

@@ -12,3 +12,10 @@ rm -f build-log.txt
 model="${1:-examples/bookshop.mdl}"
 echo "$ build/bin/petal import $model --format tree"
 build/bin/petal import "$model" --format tree
+echo
+echo "$ build/bin/petal import $model -q -o build/try.uml -o build/try.md -o build/try.sql -o build/try.json"
+build/bin/petal import "$model" -q -o build/try.uml -o build/try.md -o build/try.sql -o build/try.json
+echo "$ build/bin/petal draw $model -o build/pictures"
+build/bin/petal draw "$model" -o build/pictures
+ls -l build/try.* | awk '{print $5 " bytes  " $9}'
+find build/pictures -name '*.svg' | sort

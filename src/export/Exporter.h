@@ -57,6 +57,9 @@ struct Exporter {
     bool (*needsSource)(const OptionValues& options) = nullptr;
     /// The same of `ExportContext::positions`. A format that needs them needs the source.
     bool (*needsPositions)(const OptionValues& options) = nullptr;
+    /// Throws `WrongOption` for values that their options accept and the format does not. Called before an import. Null
+    /// for a format that takes all.
+    void (*check)(const OptionValues& options) = nullptr;
     /// The same of `ExportContext::notation` and `ledger`: of what is in the files besides the model. A format that
     /// needs them needs the source.
     bool (*needsFiles)(const OptionValues& options) = nullptr;

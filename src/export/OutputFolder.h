@@ -20,6 +20,9 @@ public:
     /// The file `name`, which the folder owns: a relative path with "/", no part of which is empty, "." or "..". A
     /// format of one file gives "". Each name may be opened once. Throws `std::system_error`.
     [[nodiscard]] virtual text::Output& open(std::string_view name) = 0;
+    /// The further file that an option of the format names, with `Option::namesOutput`; only for a format with such an
+    /// option that has a value. It becomes final together with the others.
+    [[nodiscard]] virtual text::Output& openBeside() = 0;
 };
 
 } // namespace exporter

@@ -13,7 +13,7 @@ namespace exporter {
 
 /// The names that a format allows: data of the format, which must outlive its use.
 struct NameRules {
-    std::size_t longest; ///< in bytes, without quotes; at least 32
+    std::size_t longest; ///< in bytes, without quotes; at least 30
     /// Whether a name without quotes may hold the character, or begin with it. Must allow "_" anywhere, and ASCII
     /// digits after the first character.
     bool (*allows)(int character, bool isFirst);

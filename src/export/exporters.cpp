@@ -3,6 +3,7 @@
 #include "export/graph/writeGraphs.h"
 #include "export/json/writeJson.h"
 #include "export/outline/writeOutline.h"
+#include "export/sql/writeSql.h"
 #include "export/uml/writeUml.h"
 #include "html/writeHtml.h"
 
@@ -22,6 +23,7 @@ constexpr std::array umlEndings{".uml"sv};
 constexpr std::array plantUmlEndings{".puml"sv, ".plantuml"sv};
 constexpr std::array mermaidEndings{".mmd"sv, ".md"sv};
 constexpr std::array dotEndings{".dot"sv, ".gv"sv};
+constexpr std::array sqlEndings{".sql"sv};
 constexpr std::array htmlEndings{".html"sv, ".htm"sv};
 
 bool needsPositions(const OptionValues& options) {
@@ -49,15 +51,16 @@ constexpr std::array table{
              mermaidOptions, writeMermaid},
     Exporter{"dot", "a graph of classes and packages for Graphviz", Shape::oneFile, dotEndings, dotOptions, writeDot,
              always, needsPositions},
-    Exporter{"html",
-             "a report for people: a page for a browser, in one file",
-             Shape::oneFile,
-             htmlEndings,
-             {},
-             html::writeHtml,
-             always,
-             nullptr,
-             always},
+    Exporter{"sql", "tables and keys for PostgreSQL, SQLite or Oracle", Shape::oneFile, sqlEndings, sqlOptions,
+             writeSql, always, nullptr, checkSqlOptions},
+    Exporter{.format = "html",
+             .description = "a report for people: a page for a browser, in one file",
+             .shape = Shape::oneFile,
+             .endings = htmlEndings,
+             .options = {},
+             .write = html::writeHtml,
+             .needsSource = always,
+             .needsFiles = always},
     Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},
 };
 

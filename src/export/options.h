@@ -27,6 +27,8 @@ struct Option {
     std::string_view description; ///< half a sentence for people
     Accepts accepts = Accepts::word;
     bool isRepeatable = false; ///< each setting adds a value; otherwise the last one counts
+    bool namesOutput =
+        false; ///< a text that is the path of a further file to write, of one model; a format has one such option
 
     [[nodiscard]] bool isFamily() const { return name.ends_with(".WORD"); }
 };

@@ -152,6 +152,16 @@ void writeMeanings(const exporter::ClassNames& names, const IdWriter& elements, 
     json.close(']');
 }
 
+void writeFiles(const source::SourceMap* source, CompactJson& json) {
+    json.key("files");
+    json.open('[');
+    for (std::size_t index = 0; source != nullptr && index < source->getFiles().size(); ++index) {
+        const std::string& path = source->getFiles()[index];
+        json.text(index == 0 ? std::filesystem::path(path).filename().string() : path);
+    }
+    json.close(']');
+}
+
 void writeCounts(const char* name, const ledger::Counts& counts, CompactJson& json) {
     json.key(name);
     json.numbers({counts.byOutcome[0], counts.byOutcome[1], counts.byOutcome[2]});
@@ -264,7 +274,7 @@ void writePictureList(const layout::NotationTree& notation, CompactJson& json) {
         json.open('[');
         json.text(node.text);
         json.text(node.name);
-        json.text(notation.fileName(node.file));
+        json.number(node.file);
         json.number(node.line);
         json.close(']');
     }
@@ -273,7 +283,6 @@ void writePictureList(const layout::NotationTree& notation, CompactJson& json) {
 
 void writeLedger(const exporter::ExportContext& context, CompactJson& json) {
     const ledger::KeptLedger& kept = *context.ledger;
-    const source::SourceMap* source = context.source;
     const ledger::Ledger& ledger = kept.ledger;
     json.key("ledger");
     json.open('{');
@@ -281,12 +290,6 @@ void writeLedger(const exporter::ExportContext& context, CompactJson& json) {
     writeCounts("properties", ledger.properties(), json);
     json.key("totals");
     json.numbers({ledger.losses, ledger.badByteCount, ledger.damageCount});
-    json.key("files"); // without the model's own, as outputs name them
-    json.open('[');
-    for (std::size_t index = 1; source != nullptr && index < source->getFiles().size(); ++index) {
-        json.text(source->getFiles()[index]);
-    }
-    json.close(']');
     json.key("kinds");
     json.open('[');
     for (const ledger::KindTally* kind : ledger.sortedKinds()) {
@@ -320,9 +323,7 @@ void writeLedger(const exporter::ExportContext& context, CompactJson& json) {
 void writePageData(const exporter::ExportContext& context, text::BufferedOutput& output) {
     CompactJson json(output);
     json.open('{');
-    json.key("file");
-    const bool isKnown = context.source != nullptr && !context.source->getFiles().empty();
-    json.text(isKnown ? std::filesystem::path(context.source->getFiles().front()).filename().string() : "");
+    writeFiles(context.source, json);
     {
         const IdWriter elements(context, json);
         writeKinds(elements, json);

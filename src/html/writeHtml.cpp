@@ -56,6 +56,7 @@ class FolderOfOne final : public exporter::OutputFolder {
 public:
     explicit FolderOfOne(text::Output& output) : output_(output) {}
     [[nodiscard]] text::Output& open(std::string_view /*name*/) override { return output_; }
+    [[nodiscard]] text::Output& openBeside() override { return output_; } // for options that are not set here
 
 private:
     text::Output& output_;

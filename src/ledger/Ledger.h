@@ -21,11 +21,11 @@ struct TextHash {
     using is_transparent = void;
     std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>()(text); }
 };
-/// Things by a text of the file, in its bytes. Pointers to them stay good.
+/// A map from texts of a file, as bytes. Pointers to values stay valid.
 template <class Thing>
 using ByText = std::unordered_map<std::string, Thing, TextHash, std::equal_to<>>;
 
-/// How many by outcome.
+/// Numbers by outcome.
 struct Counts {
     std::array<std::uint64_t, outcomeWords.size()> byOutcome{};
 
@@ -35,26 +35,26 @@ struct Counts {
     Counts& operator+=(const Counts& other);
 };
 
-/// Properties that are not told one by one.
+/// Properties without entries.
 struct PropertyGroup {
     const Reason* reason = nullptr;
     std::uint64_t count = 0;
-    std::uint32_t file = 0; ///< where the first of them stands
+    std::uint32_t file = 0; ///< of the first of them
     notation::Place first;
 };
 
 /// The properties of one name in the objects of one kind.
 struct PropertyTally {
     std::string name;                  ///< UTF-8, as all texts here
-    const PropertyRow* row = nullptr;  ///< null when none stands for it
-    Counts counts;                     ///< those that are told one by one included
-    std::vector<PropertyGroup> groups; ///< by reason, of those that are not
+    const PropertyRow* row = nullptr;  ///< null if it has none
+    Counts counts;                     ///< including those with entries
+    std::vector<PropertyGroup> groups; ///< by reason, of those without entries
 
-    // For whoever makes the ledger.
-    std::string_view bytes;            ///< the name as it stands in the file
+    // Used while the ledger is made.
+    std::string_view bytes;            ///< the name as in the file
     bool isPlain = true;               ///< it is ASCII
-    bool isLookedAt = false;           ///< the beginning of its value is compared with something
-    PropertyTally* follower = nullptr; ///< that came behind it the last time
+    bool isLookedAt = false;           ///< the start of its value is needed
+    PropertyTally* follower = nullptr; ///< the one that followed it the last time
 };
 
 /// The objects of one kind and their properties.
@@ -64,17 +64,17 @@ struct KindTally {
     Counts objects;
     ByText<PropertyTally> properties;
 
-    // For whoever makes the ledger.
-    std::string_view bytes;         ///< the name as it stands in the file
-    PropertyTally* first = nullptr; ///< that an object of this kind began with the last time
-    KindTally* follower = nullptr;  ///< that came behind it the last time
+    // Used while the ledger is made.
+    std::string_view bytes;         ///< the name as in the file
+    PropertyTally* first = nullptr; ///< the first property of the last object of this kind
+    KindTally* follower = nullptr;  ///< the one that followed it the last time
 
     /// By name.
     [[nodiscard]] std::vector<const PropertyTally*> sortedProperties() const;
     [[nodiscard]] Counts propertyCounts() const;
 };
 
-/// An object, or a property that is told by itself.
+/// An object, or a property that has its entry.
 struct Entry {
     const KindTally* kind = nullptr;
     const PropertyTally* property = nullptr; ///< null for an object
@@ -82,24 +82,24 @@ struct Entry {
     notation::Place place;
     std::string name; ///< of the object
     const Reason* reason = nullptr;
-    std::string detail; ///< what the reason is about; may be empty
+    std::string detail; ///< the subject of the reason; may be empty
 };
 
 struct Ledger;
 
-/// Something wrong with the notation of a file, whose reader may have skipped text for it.
+/// A damage and its file. The reader may have skipped text because of it.
 struct DamagedPlace {
     std::uint32_t file = 0;
     notation::Damage damage;
 };
-/// How many damages are told one by one.
+/// The number of damages with entries; further ones are only counted.
 inline constexpr std::size_t mostDamages = 1000;
 
-/// Bytes of a text that the encoding of its file does not have.
+/// Bytes of a text that are invalid in the encoding of its file.
 struct BadBytes {
     std::uint32_t file = 0;
     notation::Place place;
-    std::string bytes; ///< as they stand
+    std::string bytes; ///< as in the file
 };
 
 /// Takes the entries of a ledger in the order of the files' text, each as soon as its outcome is known.
@@ -110,7 +110,7 @@ public:
     EntrySink& operator=(const EntrySink&) = delete;
     virtual ~EntrySink() = default;
 
-    /// What it throws ends the making of the ledger. `ledger` has the files' names.
+    /// `ledger` has the files' names already. Exceptions end the making of the ledger.
     virtual void take(const Ledger& ledger, const Entry& entry) = 0;
 };
 
@@ -126,15 +126,15 @@ private:
     std::vector<Entry> entries_;
 };
 
-/// How many objects of one type the finished model holds, by what the ledger tells them with.
+/// The number of objects of one type in the finished model, by the part of the ledger that explains them.
 struct Accounts {
-    std::uint64_t byObject = 0;   ///< an object of the files became it
-    std::uint64_t byProperty = 0; ///< it came with an object or a property of the files
-    std::uint64_t byRepair = 0;   ///< it was made to complete the model
-    std::uint64_t byNothing = 0;  ///< nothing tells of it: 0 unless the import has made it unseen
+    std::uint64_t byObject = 0;   ///< made from an object of the files
+    std::uint64_t byProperty = 0; ///< caused by an object or a property of the files
+    std::uint64_t byRepair = 0;   ///< made to complete the model
+    std::uint64_t byNothing = 0;  ///< not explained; always 0 unless the bridge did not report the object
 };
 
-/// What became of everything that a model file, with its units, holds.
+/// The outcomes of all objects and properties of a model file and its units.
 struct Ledger {
     Ledger() = default;
     Ledger(const Ledger&) = delete; // its parts point to each other
@@ -144,10 +144,10 @@ struct Ledger {
 
     std::vector<std::string> files; ///< paths
     ByText<KindTally> kinds;
-    std::vector<DamagedPlace> damages; ///< the first of them
+    std::vector<DamagedPlace> damages; ///< the first `mostDamages`
     std::uint64_t damageCount = 0;
     std::uint64_t badByteCount = 0;
-    std::uint64_t losses = 0; ///< how many objects and properties
+    std::uint64_t losses = 0; ///< of objects and properties
     std::map<KelElementType, Accounts> accounts;
 
     [[nodiscard]] Counts objects() const;

@@ -17,15 +17,15 @@ using notation::EventKind;
 
 namespace {
 
-constexpr std::size_t longestLookedAt = 256; // of a plain value; only its beginning matters
+constexpr std::size_t longestLookedAt = 256; // of a plain value; only its start matters
 
-/// What is looked up by the tally that came after the last one the time before: files repeat themselves.
+/// Whether a guess is right: the tally that followed the last one the time before. Files repeat themselves.
 template <class Tally>
 bool isGuessed(const Tally* guess, std::string_view bytes) {
     return guess != nullptr && guess->bytes == bytes;
 }
 
-/// Whether the beginning of a property's value is compared with something.
+/// Whether the start of a property's value is needed.
 bool isLookedAt(const PropertyRow* row, std::string_view name) {
     static constexpr auto names =
         std::to_array<std::string_view>({"is_unit", "is_loaded", "file_name", "client", "supplier", "type", "result"});
@@ -100,7 +100,7 @@ void LedgerMerge::take(const Event& event) {
     }
 }
 
-// Of the property that began last, if this belongs to it: what stands in a list has no property.
+// Takes a value of the property that began last. Values in lists belong to no property.
 void LedgerMerge::takeValue(const Event& event) {
     if (property_.tally == nullptr) {
         return;
@@ -259,7 +259,7 @@ std::uint64_t LedgerMerge::addEntry(const OpenObject& object) {
     return number;
 }
 
-// Tells the outcome of an object, which is known by now.
+// Records the outcome of an object, which must be known.
 void LedgerMerge::tell(OpenObject& object) {
     if (!std::exchange(object.isWaiting, false) || object.isImplied) {
         return;
@@ -327,7 +327,7 @@ void LedgerMerge::group(PropertyTally& tally, const Reason& reason, std::uint32_
     ++found->count;
 }
 
-// Gives out the entries up to the first whose outcome is not known.
+// Passes on the entries before the first with an unknown outcome.
 void LedgerMerge::flush() {
     while (!waiting_.empty() && waiting_.front().reason != nullptr) {
         sink_->take(ledger_, waiting_.front());
@@ -344,7 +344,7 @@ std::string LedgerMerge::taken(std::string_view bytes, std::uint32_t file) {
     return textOf(file).toUtf8(takenOfQuoted(bytes));
 }
 
-// Counts the objects of the model by what has told of them.
+// Counts the objects of the model by the part of the ledger that explains them.
 void LedgerMerge::account() {
     const std::span<const source::Fate> fates = trace_.getFates();
     std::vector<bool> isOfText(fates.size());

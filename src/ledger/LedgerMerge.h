@@ -16,13 +16,13 @@
 
 namespace ledger {
 
-/// The name of an object of the model as reasons tell it, in quotes; of a nameless one what it is and whose.
+/// The name of an object of the model in quotes; of an object without a name its type and owner.
 [[nodiscard]] std::string quoted(const KelObject& object);
-/// Whether an object of the subject is judged at its end, by the steps of what stands in it.
+/// Whether objects of the subject are judged at their end, from the steps of their contents.
 [[nodiscard]] bool isLate(Subject subject);
-/// The name of the type of something that has one, in quotes.
+/// The name in quotes of the type of an attribute, argument or operation.
 [[nodiscard]] std::string typeName(const KelObject& typed);
-/// The beginning of a text in quotes.
+/// The start of a text in quotes.
 [[nodiscard]] std::string shown(std::string_view text);
 
 /// A property whose outcome depends on that of its object.
@@ -30,44 +30,45 @@ struct WaitingProperty {
     PropertyTally* tally = nullptr;
     notation::Place place;
     const Reason* ifImported = nullptr;
-    std::uint64_t entry = 0; ///< the number of its entry, if it has one
+    std::uint64_t entry = 0; ///< the number of its entry, if `hasEntry`
     bool hasEntry = false;
 };
 
-/// An object of the files that has begun and not ended.
+/// An object of the files that is being read.
 struct OpenObject {
     KindTally* kind = nullptr;
-    std::string key;        ///< the property that it is the value of
-    std::string name;       ///< bytes as they stand
-    std::string secondName; ///< likewise; of a view what it shows
-    std::string fileName;   ///< likewise; of the unit that it stands for
-    std::string reference;  ///< the number behind its "@"
+    std::string key;        ///< the name of the property that has it as its value
+    std::string name;       ///< unchanged bytes
+    std::string secondName; ///< likewise; of a view the element it shows
+    std::string fileName;   ///< likewise; of the unit that it refers to
+    std::string reference;  ///< the number after its "@"
     std::string client;     ///< of an attachment: the numbers of the views that it joins
     std::string supplier;
-    KelObject* own = nullptr;        ///< what it became; null when nothing, or while that is not known
-    const Reason* dropped = nullptr; ///< why nothing in it is imported; null when that may be
+    KelObject* own = nullptr;        ///< the object of the model; null if there is none, or none is known yet
+    const Reason* dropped = nullptr; ///< why its contents are not imported; null if they may be
     Verdict verdict;
     std::uint32_t file = 0;
     notation::Place place;
-    bool isImplied = false; ///< the file lacks its beginning: it is not counted
-    bool isWaiting = false; ///< its outcome is not told yet
+    bool isImplied = false; ///< its start is missing from the file: it is not counted
+    bool isWaiting = false; ///< its outcome is not recorded yet
     bool isUnit = false;
     bool isLoaded = true;
-    const units::Unit* unit = nullptr; ///< that it stands for, or null
+    const units::Unit* unit = nullptr; ///< that it refers to, or null
     std::uint64_t entry = 0;           ///< the number of its entry
     PropertyTally* lastProperty = nullptr;
 
-    // Of a view, which steps of its properties decide about.
-    const KelObject* holder = nullptr;               ///< the diagram or element that has what the view shows
+    // Of a view, which is decided by the steps of its properties.
+    const KelObject* holder = nullptr;               ///< the diagram or element that holds the shown element
     KelImportReason refusal = KelImportReason::none; ///< the first one
-    source::ObjectNumber note = 0;                   ///< that an attachment has placed
-    std::vector<WaitingProperty> properties;         ///< those that are imported if the view is
+    source::ObjectNumber note = 0;                   ///< the note that an attachment placed
+    std::vector<WaitingProperty> properties;         ///< imported if the view is
 
     [[nodiscard]] Subject subject() const { return kind->row->subject; }
 };
 
-/// The merge of the files' text with the steps of an import. Steps belong to the object's head or the property that
-/// began last before them.
+/// Merges the files' text with the steps of an import, in one pass. A step belongs to the last object's head or
+/// property that began before it. Objects are judged after their heads, properties after their values, packages and
+/// most views at their ends. `makeLedger` has the contract.
 class LedgerMerge {
 public:
     LedgerMerge(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model, const Choices& choices,
@@ -78,18 +79,18 @@ public:
 private:
     using Effects = std::span<const source::Effect>;
 
-    /// A property that has begun and not been settled.
+    /// The property that is being read.
     struct OpenProperty {
         PropertyTally* tally = nullptr; ///< null: none
         notation::Place place;
-        bool hasBegun = false;        ///< its value has
-        bool isOver = false;          ///< what follows is not its value
+        bool hasBegun = false;        ///< its value has begun
+        bool isOver = false;          ///< its value has ended
         bool isJudged = false;        ///< its outcome may depend on its value
-        std::uint64_t valueBegin = 0; ///< where its text begins; 0 without a text
+        std::uint64_t valueBegin = 0; ///< the offset of its text; 0 without a text
         bool isQuoted = false;        ///< the text is in quotes, not in "|" lines
         bool hasValue = false;        ///< it is neither empty nor FALSE
-        bool hasEscape = false;       ///< the quoted text holds a backslash or a quote
-        bool isOdd = false;           ///< it is not ASCII from some point on
+        bool hasEscape = false;       ///< the quoted text contains a backslash or a quote
+        bool isOdd = false;           ///< `odd` has begun
         bool isWaiting = false;       ///< its outcome depends on that of its object
         std::string start;            ///< the first bytes of the value
         std::string odd;              ///< the value from the first piece on that is not ASCII
@@ -155,23 +156,23 @@ private:
     source::TracedText text_;
     Ledger ledger_;
     std::vector<std::shared_ptr<SourceText>> texts_; // by file
-    std::vector<OpenObject> objects_; // those in front of `depth_` are open; the others keep their memory
+    std::vector<OpenObject> objects_;                // the first `depth_` are open; the others keep their memory
     std::size_t depth_ = 0;
-    bool isHeadPending_ = false; // the head of the innermost object has not been settled
+    bool isHeadPending_ = false; // the head of the innermost object has not been judged yet
     OpenProperty property_;
     KindTally* lastKind_ = nullptr;
 
-    std::deque<Entry> waiting_;      // from the first whose outcome is not known
-    std::uint64_t firstWaiting_ = 0; // its number
+    std::deque<Entry> waiting_;      // from the first with an unknown outcome on
+    std::uint64_t firstWaiting_ = 0; // the number of the first one
 
     KelImportReason gate_ = KelImportReason::none;
     std::string gateDetail_;
-    std::vector<std::uint64_t> lines_; // of the objects of the files, by the number of what they became
+    std::vector<std::uint64_t> lines_; // lines in the files, by the number of the object of the model
     static constexpr std::uint8_t severalAdditions = 2;
-    std::vector<std::uint8_t> additions_; // how many texts were put into a description, by the object's number
-    tsl::robin_map<source::ObjectNumber, std::string> noteNumbers_; // of the views that the notes' texts stand in
+    std::vector<std::uint8_t> additions_; // the number of texts in a description, by the object's number
+    tsl::robin_map<source::ObjectNumber, std::string> noteNumbers_; // the view numbers of the notes with the texts
     tsl::robin_set<std::string> onlyNamed_; // the classes without a definition in the logical view
-    std::vector<bool> isTold_;              // by number: an object of the files became it
+    std::vector<bool> isTold_;              // by number: made from an object of the files
 };
 
 } // namespace ledger

@@ -6,28 +6,28 @@
 
 namespace ledger {
 
-/// What became of an object or a property of a model file.
+/// The outcome of an object or a property of a model file.
 enum class Outcome : std::uint8_t { imported, changed, dropped };
 inline constexpr std::array outcomeWords{"imported", "changed", "dropped"};
 
-/// How much it matters to a reader.
+/// How much an outcome matters to a reader.
 enum class Weight : std::uint8_t {
     bulk,   ///< counted by property
-    listed, ///< told one by one
-    loss,   ///< likewise, and something that the import takes did not come through
+    listed, ///< has an entry
+    loss,   ///< likewise, and the import supports it: a loss
 };
 
-/// Why something was imported, changed or dropped. Reasons are constants, and each is told from others by its address.
+/// Why an object or property was imported, changed or dropped. Reasons are constants, identified by their address.
 struct Reason {
     Outcome outcome;
     Weight weight;
-    const char* text; ///< half a sentence for people; a detail may follow it; empty when there is nothing to explain
+    const char* text; ///< half a sentence for people, which a detail may follow; may be empty
 };
 
-/// What became of something.
+/// An outcome with its explanation.
 struct Verdict {
     const Reason* reason = nullptr;
-    std::string detail; ///< what the reason is about; may be empty
+    std::string detail; ///< the subject of the reason; may be empty
 };
 
 } // namespace ledger

@@ -16,7 +16,7 @@ SourceText::SourceText(const KelString& encoding) : decoder_(encoding) {
 
 bool isPlain(std::string_view bytes) {
     constexpr std::uint64_t highBits = 0x8080'8080'8080'8080;
-    std::uint64_t word = 0; // eight bytes at a time, since all texts come through here
+    std::uint64_t word = 0; // eight bytes at a time: all texts are checked
     for (; bytes.size() >= sizeof word; bytes.remove_prefix(sizeof word)) {
         std::memcpy(&word, bytes.data(), sizeof word);
         if ((word & highBits) != 0) {

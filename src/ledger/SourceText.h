@@ -7,7 +7,7 @@
 
 namespace ledger {
 
-/// What the import makes of the texts of a file: UTF-8, but for texts in UTF-8, whose bytes it keeps, valid or not.
+/// Converts the texts of a file as the import does: to UTF-8. Bytes of files in UTF-8 are kept, valid or not.
 class SourceText {
 public:
     /// `encoding` is that of the file, as `KelTextDecoder` takes it.
@@ -22,13 +22,14 @@ private:
     bool isKept_;
 };
 
-/// Whether there is nothing but ASCII.
+/// Whether all bytes are ASCII.
 [[nodiscard]] bool isPlain(std::string_view bytes);
 
-/// What the import takes of a text in quotes: what stands in front of the first quote within it, escapes as they are.
+/// The part of a quoted text that the import takes: the bytes before the first inner quote, with escapes.
 [[nodiscard]] std::string_view takenOfQuoted(std::string_view bytes);
 
-/// The class that a text names to the import: without the packages in front, when it begins at the logical view.
+/// The class name that the import reads from a text: without the packages before it, if the path begins at the logical
+/// view.
 [[nodiscard]] std::string_view classNamed(std::string_view text);
 
 } // namespace ledger

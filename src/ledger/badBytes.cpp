@@ -1,4 +1,4 @@
-// Bytes that the encoding of their file lacks.
+// Finds bytes that are invalid in the encoding of their file.
 
 #include "host/encoding/KelTextDecoder.h"
 #include "ledger/SourceText.h"
@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t pieceSize = std::size_t{64} * 1024;
 
-/// Moves a place over bytes.
+/// Advances a place by bytes.
 void pass(notation::Place& place, std::string_view bytes) {
     const std::size_t lastEnd = bytes.rfind('\n');
     place.offset += bytes.size();
@@ -22,8 +22,8 @@ void pass(notation::Place& place, std::string_view bytes) {
     place.column = lastEnd != std::string_view::npos ? bytes.size() - lastEnd : place.column + bytes.size();
 }
 
-/// Where the first byte from an offset on is that is not ASCII; the length without one. No character begins before it:
-/// all bytes before it on its line stand for themselves.
+/// The offset of the first byte from `from` on that is not ASCII; the length if there is none. All bytes before it on
+/// its line are characters, so that a multi-byte character cannot begin earlier.
 std::size_t firstOdd(std::string_view bytes, std::size_t from) {
     constexpr std::size_t step = 256;
     while (from < bytes.size() && isPlain(bytes.substr(from, step))) {
@@ -35,13 +35,13 @@ std::size_t firstOdd(std::string_view bytes, std::size_t from) {
         bytes.data());
 }
 
-/// Lines that are read from a file, whole ones where they are not very long.
+/// Reads a file in runs of whole lines, unless lines are very long.
 class Lines {
 public:
     explicit Lines(const std::filesystem::path& path) : source_(path), buffer_(pieceSize, '\0') {}
 
-    /// The next bytes, up to the end of a line if there is one among them; empty at the end of the file. A line feed is
-    /// no part of a longer character in any encoding that files have.
+    /// The next bytes, up to a line end if they contain one; empty at the end of the file. A line feed is never part of
+    /// a longer character in the encodings of model files.
     std::string_view next() {
         held_.erase(0, given_);
         given_ = 0;

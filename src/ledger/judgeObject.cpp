@@ -29,7 +29,7 @@ using source::ObjectNumber;
 
 namespace {
 
-/// The reason for each of the plug-in's.
+/// The ledger's reason for each reason of the plug-in.
 struct ReasonRow {
     KelImportReason why;
     const Reason* reason;
@@ -64,7 +64,7 @@ const Reason& reasonFor(KelImportReason why) {
     return row != reasonRows.end() ? *row->reason : reasons::notRecognised;
 }
 
-/// The type of the objects that those of a subject become.
+/// The type of the model's objects that are made from objects of a subject.
 KelElementType typeOf(Subject subject) {
     struct Row {
         Subject subject;
@@ -96,7 +96,7 @@ const Kind& as(const OpenObject& object) {
     return static_cast<const Kind&>(*object.own);
 }
 
-/// The class that a relationship goes out from.
+/// The class at the start of a relationship.
 const KelObject* clientOf(const OpenObject& relationship) {
     switch (relationship.subject()) {
     case Subject::generalization:
@@ -108,7 +108,7 @@ const KelObject* clientOf(const OpenObject& relationship) {
     }
 }
 
-/// What holds the object in the model; for one that files place in a package that is it.
+/// The container of the object in the model; for objects that files place in packages, the package.
 const KelObject* holderOf(const OpenObject& object) {
     switch (object.subject()) {
     case Subject::package: {
@@ -137,7 +137,7 @@ const KelObject* holderOf(const OpenObject& object) {
     }
 }
 
-/// What should hold the object by where it stands in the file; null where that holds nothing of the kind.
+/// The container that the object should have by its place in the file; null if there is none.
 const KelObject* expectedHolder(const OpenObject& object, const OpenObject* parent) {
     if (parent == nullptr || parent->own == nullptr) {
         return nullptr;
@@ -188,7 +188,7 @@ void LedgerMerge::judgeHead(OpenObject& object, OpenObject* parent, Effects effe
     if (object.verdict.reason == &reasons::kept && takenOfQuoted(object.name) != object.name && !isLate(row.subject)) {
         object.verdict = {&reasons::nameCut, taken(object.name, object.file)};
     }
-    // The properties of a package may say that its content is elsewhere.
+    // The outcome of a package depends on properties: its content may be elsewhere.
     if ((!isLate(row.subject) || object.dropped != nullptr) && row.subject != Subject::package) {
         tell(object);
     }
@@ -224,7 +224,7 @@ void LedgerMerge::judgeGone(OpenObject& object, const OpenObject* parent, Object
     drop(object, *verdict.reason, verdict.detail);
 }
 
-// Whether the model has the object where it stands in the file, and as it is there.
+// Decides whether the model has the object at its place in the file, and unchanged.
 void LedgerMerge::judgePlace(OpenObject& object, const OpenObject* parent, const Fate& fate) {
     const KelObject* holder = holderOf(object);
     const KelObject* expected = expectedHolder(object, parent);
@@ -251,7 +251,7 @@ void LedgerMerge::judgePlace(OpenObject& object, const OpenObject* parent, const
     }
 }
 
-// The import made nothing of the object.
+// The import made no object.
 void LedgerMerge::judgeUnmade(OpenObject& object, const OpenObject* parent, Effects effects) {
     for (const Effect& effect : effects) {
         if (effect.why == KelImportReason::definedTwice && object.subject() == Subject::classObject) {
@@ -316,7 +316,7 @@ void LedgerMerge::judgeClassView(OpenObject& view, const OpenObject* parent, Eff
     }
 }
 
-// Takes a step of one of the view's properties that decides about the view; whether it was one.
+// Takes a step of one of the view's properties if it decides the outcome of the view; returns whether it does.
 bool LedgerMerge::hear(OpenObject& view, const Effect& effect) {
     if (!isLate(view.subject()) || view.dropped != nullptr) {
         return false;
@@ -356,7 +356,7 @@ bool LedgerMerge::hear(OpenObject& view, const Effect& effect) {
     return false;
 }
 
-// The text of a note has come into the model.
+// Records that the text of a note is in the model.
 void LedgerMerge::noteText(OpenObject& owner, ObjectNumber number) {
     KelObject* const first = owner.own; // attached several times, a text becomes several notes
     claim(owner, number);
@@ -436,7 +436,7 @@ void LedgerMerge::judgeNote(OpenObject& note, const OpenObject* parent) {
     }
 }
 
-// The properties that decide about their object: of a package where its content is, of an attachment what it joins.
+// Records properties that decide the outcome of their object: the content of a package, the ends of an attachment.
 void LedgerMerge::noteValue(OpenObject& owner) {
     const std::string& name = property_.tally->name;
     const std::string& value = property_.start;
@@ -483,7 +483,7 @@ void LedgerMerge::drop(OpenObject& object, const Reason& reason, std::string det
     object.verdict = {&reason, std::move(detail)};
 }
 
-// Drops an object for the reason that its container is dropped, or else for another.
+// Drops an object because its container was dropped, otherwise for another reason.
 void LedgerMerge::missing(OpenObject& object, const OpenObject* parent, const Reason& otherwise) {
     if (parent != nullptr && parent->dropped != nullptr) {
         return drop(object, parent->dropped->weight == Weight::loss ? *parent->dropped : reasons::within,
@@ -516,7 +516,7 @@ std::string LedgerMerge::lineOf(ObjectNumber number) const {
     return line != 0 ? std::to_string(line) : std::string("?");
 }
 
-// Keywords have no effect from the object on that is being read, or have again.
+// Keywords have no effect from the current object on, or have effect again.
 void LedgerMerge::noteGate(const Effect& effect) {
     gate_ = effect.why;
     gateDetail_.clear();

@@ -30,7 +30,7 @@ bool isNoteText(Subject subject) {
     return subject == Subject::noteView || subject == Subject::label;
 }
 
-/// The type that something of the model has; null for what has none.
+/// The type of an object of the model; null if it has none.
 const KelType* typeOf(const KelObject& typed) {
     switch (typed.elementType) {
     case KelElementType::attribute:
@@ -44,7 +44,7 @@ const KelType* typeOf(const KelObject& typed) {
     }
 }
 
-/// Of something without a name: the word for its type and whose it is.
+/// The word for an object without a name, and its owner.
 struct Nameless {
     KelElementType type;
     const char* word;
@@ -97,7 +97,7 @@ std::string shown(std::string_view text) {
     return '"' + std::string(start) + (start.size() < text.size() ? "...\"" : "\"");
 }
 
-// A step that a keyword within the value has caused.
+// Whether a keyword within the property's text caused the step.
 bool LedgerMerge::isInText(const Effect& effect) const {
     return property_.valueBegin != 0 && effect.begin > property_.valueBegin;
 }
@@ -105,7 +105,7 @@ bool LedgerMerge::isInText(const Effect& effect) const {
 Verdict LedgerMerge::judgeProperty(OpenObject& owner, Effects effects) {
     const Effect* own = nullptr;
     const KelObject* other = nullptr;
-    const KelObject* added = nullptr; // a class that nothing else has named before
+    const KelObject* added = nullptr; // a class that is named for the first time
     bool isNoteAdded = false;
     for (const Effect& effect : effects) {
         if (effect.kind == EffectKind::gate) {
@@ -204,7 +204,7 @@ Verdict LedgerMerge::judgeChange(const OpenObject& owner, const Effect& effect) 
 Verdict LedgerMerge::judgeType(const Effect& effect) {
     const KelType* type = typeOf(*trace_.find(effect.object));
     const KelObject* given = trace_.find(effect.other);
-    // One that nothing refers to any more, since attributes by reference have others, is gone.
+    // A type without references was deleted: attributes by reference get other types.
     bool isRenamed = given == nullptr
                          ? std::string(classNamed(taken(property_.start, innermost()->file))) != type->getName().view()
                          : !(given->getName() == type->getName());
@@ -216,7 +216,7 @@ Verdict LedgerMerge::judgeType(const Effect& effect) {
                      : Verdict{&reasons::kept, {}};
 }
 
-// Of a property that has changed nothing.
+// Judges a property without a step.
 Verdict LedgerMerge::withoutEffect(const OpenObject& owner, Effects effects) {
     const PropertyRow* row = property_.tally->row;
     if (owner.verdict.reason == &reasons::readFromUnit) {

@@ -7,9 +7,9 @@
 
 namespace ledger {
 
-/// What an object of a model file is to the import. Those of one subject have the same properties.
+/// The meaning of an object of a model file for the import. Objects of one subject have the same properties.
 enum class Subject : std::uint8_t {
-    none, ///< nothing: it is dropped
+    none, ///< no meaning: it is dropped
     header,
     design,
     package,
@@ -36,17 +36,17 @@ enum class Subject : std::uint8_t {
     diagramLabel,
 };
 
-/// What an object means to the import's reading of the objects behind it.
+/// The effect of an object on the import of the objects after it.
 enum class Gate : std::uint8_t { leaves, mutes, unmutes };
 
 struct KindRow {
     std::string_view kind;
     Subject subject;
-    Reason reason; ///< of the subject `none` why it is dropped, otherwise what it is imported as
+    Reason reason; ///< of the subject `none` why it is dropped, otherwise how it is imported
     Gate gate = Gate::leaves;
 };
 
-/// The row of a kind; one of its own for kinds that are not known.
+/// The row of a kind; unknown kinds share one.
 [[nodiscard]] const KindRow& kindRow(std::string_view kind);
 [[nodiscard]] std::span<const KindRow> kindRows();
 

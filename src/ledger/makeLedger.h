@@ -12,26 +12,27 @@ class KelModel;
 
 namespace ledger {
 
-/// What is told one by one: nothing, objects and the properties that matter, or all of them.
+/// The entries of a ledger: none, objects and the properties that matter, or all of them.
 enum class Detail : std::uint8_t { counts, named, all };
 
 struct Choices {
-    KelString encoding;          ///< of the files' texts, as the import was told
+    KelString encoding;          ///< of the files' texts, as given to the import
     bool encodingByFile = false; ///< each file is in the encoding that its charSet means instead
     Detail detail = Detail::named;
-    const units::RenamedRoot* root = nullptr; ///< the root category that the import got under another name, if any
+    const units::RenamedRoot* root = nullptr; ///< the root category that was renamed for the import, if any
 };
 
-/// Merges the text of a model's files with the steps that an import took because of it.
+/// Decides the outcome of every object and property of a model's files from the steps that an import took.
 ///
-/// Every object and property that the reader of the notation tells of is counted once. `trace` has been located, and
-/// `model` is what the import made. `entries` gets what is told one by one; null when the detail is `counts`. Costs
-/// time in proportion to the files, and memory in proportion to the trace, however many lines there are. Throws
-/// `std::system_error` when a file cannot be read, and what `entries` throws.
+/// Every object and property that the notation reader reports is counted once. `model` must be the one that the import
+/// made, and `trace` must have been located. `entries` receives the entries; it may be null with the detail `counts`.
+/// Throws `std::system_error` when a file cannot be read, and what `entries` throws. Reads the files once for the
+/// outcomes and once for invalid bytes; time is proportional to the files, memory to the trace, not to the entries.
 [[nodiscard]] Ledger makeLedger(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model,
                                 const Choices& choices, EntrySink* entries);
 
-/// Calls `take` for every run of bytes that the encoding of its file lacks, in the order of the files.
+/// Calls `take` for every run of bytes that is invalid in the encoding of its file, in the order of the files. Throws
+/// as `makeLedger` does.
 void forEachBadBytes(const units::UnitTree& tree, const Choices& choices,
                      const std::function<void(const BadBytes&)>& take);
 

@@ -85,7 +85,7 @@ constexpr auto rows = std::to_array<PropertyRow>({
 
     {header, "charSet", always, kept},
     {header, "version", always, bulkOf("the version of the notation is not kept")},
-    {header, "_written", always, bulkOf("what wrote the file is not kept")},
+    {header, "_written", always, bulkOf("the name of the writing tool is not kept")},
     {design, "root_category", always, kept},
     {design, "root_usecase_package", always, bulkOf("only the logical view is imported")},
     {design, "root_subsystem", always, bulkOf("components are not imported")},
@@ -156,7 +156,7 @@ constexpr auto rows = std::to_array<PropertyRow>({
     {dependency, "label", taken, kept},
 
     {classDiagram, "items", always, kept},
-    {classDiagram, "title", always, bulkOf("the diagram's name stands for its title")},
+    {classDiagram, "title", always, bulkOf("the model has the diagram's name instead of a title")},
     {noteView, "label", taken, kept},
     {label, "label", taken, kept},
     {diagramLabel, "label", taken, kept},

@@ -2,8 +2,8 @@
 
 #include "ledger/Reason.h"
 
-/// The reasons that several kinds of objects and properties share. Those that belong to one kind or property stand in
-/// its row (kindTable.cpp, propertyTable.cpp).
+/// The reasons that several kinds of objects and properties share. A reason of one kind or property alone is in its row
+/// (kindTable.cpp, propertyTable.cpp).
 namespace ledger::reasons {
 
 using enum Outcome;
@@ -11,9 +11,9 @@ using enum Weight;
 
 inline constexpr Reason kept{imported, bulk, ""};
 inline constexpr Reason noteText{imported, bulk, "as the text of a note"};
-inline constexpr Reason readFromUnit{imported, bulk, "it stands for the content of a unit"};
+inline constexpr Reason readFromUnit{imported, bulk, "its content was read from the unit"};
 
-// By what the import is made for.
+// Outside of the purpose of the import.
 inline constexpr Reason withObject{dropped, bulk, "its object is not imported"};
 inline constexpr Reason within{dropped, listed, "its container is not imported"};
 inline constexpr Reason layout{dropped, bulk, "layout is not imported"};
@@ -26,7 +26,7 @@ inline constexpr Reason noPlace{dropped, listed, "the model has no place for it"
 inline constexpr Reason unknownKind{dropped, listed, "the import does not know objects of this kind"};
 inline constexpr Reason outsideLogicalView{dropped, listed, "only the logical view is imported"};
 
-// What the import takes, but not here.
+// Of a type that the import supports, but dropped here.
 inline constexpr Reason notRecognised{dropped, loss, "the import does not recognize it in this form"};
 inline constexpr Reason nothingActive{dropped, loss,
                                       "read as a property of the preceding element, which does not have it:"};
@@ -34,7 +34,7 @@ inline constexpr Reason refusedByOwner{dropped, loss, "its package refused it"};
 inline constexpr Reason takesNoArguments{dropped, loss, "only template classes have arguments"};
 inline constexpr Reason inNoAssociation{dropped, loss, "it is not within an association"};
 inline constexpr Reason withAssociation{dropped, loss, "it belongs to an association that is not imported"};
-inline constexpr Reason valueUnknown{dropped, loss, "its value is none of those that the import knows"};
+inline constexpr Reason valueUnknown{dropped, loss, "the import does not know its value"};
 inline constexpr Reason packageClosed{dropped, loss, "the import closed its package before it"};
 inline constexpr Reason rootRenamed{dropped, loss,
                                     "the import takes only a root category that is named \"Logical View\""};
@@ -52,7 +52,7 @@ inline constexpr Reason endNotDrawn{dropped, loss, "one of its ends is not a cla
 inline constexpr Reason nothingToShow{dropped, loss, "the element it shows is not on the model's diagram"};
 inline constexpr Reason attachedToNothing{dropped, loss, "only attached notes are imported"};
 
-// What the import takes and does not leave as it was.
+// Imported, but not as the file has it.
 inline constexpr Reason unitNotRead{changed, loss, "its content is in a file that was not read:"};
 inline constexpr Reason unitRepeated{changed, listed, "its content is in the model where its file is named first:"};
 inline constexpr Reason nameCut{changed, loss, "the name is cut at its first inner quote, and backslashes are kept:"};
@@ -67,11 +67,11 @@ inline constexpr Reason amongNamed{changed, listed,
                                    "its class is not defined in the logical view; the model has it in the package "
                                    "\"Use Case Classes in Class Diagrams\""};
 inline constexpr Reason noteOnDiagram{changed, loss,
-                                      "what it is attached to is not on the diagram, which has the note"};
+                                      "the note is on the diagram, but the element it is attached to is not"};
 inline constexpr Reason typeDefaulted{changed, listed, "no type is given; the model has"};
 inline constexpr Reason typeDiffers{changed, listed, "the model's type is"};
 inline constexpr Reason attributeSplit{changed, listed, "split into one copy per key; the first copy is"};
-inline constexpr Reason associationClass{changed, listed, "two associations with that class stand for it"};
+inline constexpr Reason associationClass{changed, listed, "replaced by two associations with the class"};
 inline constexpr Reason drawnTwice{changed, listed, "the diagram in the model shows it once"};
 inline constexpr Reason onAssociationOnly{changed, listed, "only the association is marked as an aggregation"};
 inline constexpr Reason textCut{changed, loss, "the text was cut after"};

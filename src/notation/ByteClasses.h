@@ -5,9 +5,9 @@
 
 namespace notation {
 
-/// What a byte means where a token may begin.
+/// The meaning of a byte at the start of a token.
 enum class ByteClass : std::uint8_t {
-    control, ///< nothing; NUL is one of them and marks the end of the buffered text as well
+    control, ///< no meaning; includes NUL, which also marks the end of the buffered text
     blank,
     lineEnd,
     open,
@@ -19,11 +19,11 @@ enum class ByteClass : std::uint8_t {
     word, ///< all others: letters, digits, signs, and every byte of a character beyond ASCII
 };
 
-/// Where runs of bytes stop, as bits of `runStops`.
+/// The kinds of runs that a byte ends, as bits of `ByteTables::stops`.
 enum RunStop : std::uint8_t {
     stopsQuoted = 1, ///< quote, backslash, line end, NUL
     stopsLine = 2,   ///< line end, NUL
-    stopsWord = 4,   ///< whatever cannot be within a word
+    stopsWord = 4,   ///< all bytes that cannot be within a word
 };
 
 namespace detail {
@@ -69,7 +69,7 @@ constexpr ByteClass classOf(char byte) {
     return detail::byteTables.classes[static_cast<unsigned char>(byte)];
 }
 
-/// The first byte at or after `text` that stops such a run. There must be one: NUL stops them all.
+/// Returns the first byte at or after `text` that ends such a run. Requires one: NUL ends all of them.
 template <RunStop stop>
 const char* endOfRun(const char* text) {
     const auto stops = [](char byte) {

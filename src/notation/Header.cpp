@@ -22,13 +22,13 @@ bool HeaderGatherer::takeEarly(const Event& event) {
     if (part_ == Part::within) {
         if (event.kind == EventKind::end && event.depth == 0) {
             header_.isClosed = !event.isImplied;
-            part_ = Part::behind;
+            part_ = Part::after;
         } else if (event.depth == 1) {
             takeProperty(event);
         }
     } else if (event.kind == EventKind::start) {
         header_.isModel = event.construct == Construct::object && event.text == headerKind;
-        part_ = header_.isModel ? Part::within : Part::behind;
+        part_ = header_.isModel ? Part::within : Part::after;
         return header_.isModel;
     }
     return true;
@@ -43,7 +43,7 @@ void HeaderGatherer::takeProperty(const Event& event) {
         return;
     }
     if (!event.isProperty()) {
-        return; // a value without a key, say
+        return; // such as a value without a key
     }
     inWritten_ = event.key == "_written" && (event.kind == EventKind::text || event.kind == EventKind::line);
     if (inWritten_) {

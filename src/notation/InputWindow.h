@@ -7,12 +7,13 @@
 
 namespace notation {
 
-/// The part of the input that is in memory: a buffer of fixed size that moves over it, followed by a NUL.
+/// The part of the input that is in memory: a buffer of fixed size that moves over the input, followed by a NUL.
+/// Pointers into it are valid until `refill`.
 class InputWindow {
 public:
     static constexpr std::size_t usualCapacity = std::size_t{256} * 1024;
 
-    /// Reads nothing yet. `source` must live as long.
+    /// `source` must live as long. Reads nothing yet.
     explicit InputWindow(ByteSource& source, std::size_t capacity = usualCapacity)
         : source_(source), capacity_(capacity), buffer_(std::make_unique_for_overwrite<char[]>(capacity + 1)),
           limit_(buffer_.get()) {
@@ -21,18 +22,18 @@ public:
 
     /// The first buffered byte.
     [[nodiscard]] const char* begin() const { return buffer_.get(); }
-    /// Behind the last buffered byte; a NUL stands there.
+    /// The end of the buffered bytes; it points to a NUL.
     [[nodiscard]] const char* limit() const { return limit_; }
-    /// How many bytes of the input stand in front of `place`, which lies within the buffered text.
+    /// The offset in the input of `place`, which must be within the buffered text.
     [[nodiscard]] std::uint64_t offsetOf(const char* place) const {
         return origin_ + static_cast<std::uint64_t>(place - buffer_.get());
     }
 
-    /// Drops what stands in front of `keep`, moves the rest to the front, where it begins at `begin`, and reads on
-    /// behind it. False when there is no more input, or when the kept text fills the buffer (`isFull`). Throws what
-    /// the source throws; then the text is moved but as it was.
+    /// Drops the bytes before `keep`, moves the others to `begin`, and appends more of the input. Returns false when
+    /// there is no more input, or when the kept text fills the buffer (`isFull`). Throws what the source throws; the
+    /// kept text has been moved then, but is complete.
     bool refill(const char* keep);
-    /// Whether `keep` and all behind it leave no room for more.
+    /// Whether the bytes from `keep` on fill the buffer.
     [[nodiscard]] bool isFull(const char* keep) const { return static_cast<std::size_t>(limit_ - keep) == capacity_; }
 
 private:

@@ -91,7 +91,7 @@ void Lexer::skipToToken() {
     }
 }
 
-// Goes on behind spaces and tabs, and counts the columns that they take.
+// Skips spaces and tabs, and counts their columns.
 void Lexer::skipBlanks() {
     const char* at = at_;
     std::uint32_t columns = blanks_;
@@ -138,7 +138,7 @@ void Lexer::endLine() {
     blanks_ = 0;
 }
 
-// Reads on behind the buffered text; false when there is no more input or no more room.
+// Appends input to the buffered text; returns false when there is no more input or room.
 bool Lexer::more() {
     const auto done = at_ - textBegin_;
     const bool has = window_.refill(textBegin_);
@@ -147,7 +147,7 @@ bool Lexer::more() {
     return has;
 }
 
-// Whether the LF or CR here ends the line. What the first one is decides what a CR means.
+// Whether the LF or CR here ends the line. The first of them decides the meaning of a CR.
 bool Lexer::atLineEnd() {
     if (*at_ == '\n') {
         lineEnds_ = lineEnds_ == LineEnds::unknown ? LineEnds::lf : lineEnds_;

@@ -62,8 +62,8 @@ void Lexer::endPiece(const char* textEnd) {
     isPiece_ = true;
 }
 
-// Goes on behind a NUL within a text, or reads on where the NUL marks the end of the buffered text. False when that
-// cannot be: the token is then at its end, or at the end of a piece.
+// Skips a NUL within a text, or reads more input if the NUL marks the end of the buffered text. Returns false when
+// neither is possible: the token, or a piece of it, ends here.
 bool Lexer::passNul() {
     if (at_ == window_.limit()) {
         return more();
@@ -99,7 +99,7 @@ void Lexer::readText() {
     }
 }
 
-// Goes on behind a backslash, and the quote or backslash that it escapes. False when there is no room to see the next
+// Skips a backslash, and the quote or backslash that it escapes. Returns false when there is no room to read the next
 // byte.
 bool Lexer::passEscape() {
     const bool isLast = at_ + 1 == window_.limit() && !more();
@@ -110,7 +110,7 @@ bool Lexer::passEscape() {
     return true;
 }
 
-// A text that the end of the file ends is not told: neither is what it stands in closed.
+// A text that ends with the file is not reported as unclosed: the constructs around it are not closed either.
 void Lexer::endUnclosedText(bool lineEnds) {
     const std::string_view rest(textBegin_, static_cast<std::size_t>(at_ - textBegin_));
     const TextEnd end = lineEnds ? endOfUnclosedText(rest) : TextEnd{rest.size(), rest.size(), true};

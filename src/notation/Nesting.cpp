@@ -1,6 +1,6 @@
-// Two constructs that cannot follow each other show that a parenthesis is missing or surplus somewhere in front, but
-// not which. Files as their tool writes them tell by their indentation, since what a construct holds stands further
-// to the right than the line that the construct begins on. Other files are taken to lack a parenthesis.
+// Two constructs that cannot follow each other show that an earlier parenthesis is missing or surplus, but not which.
+// In files that the tool wrote, indentation shows it: the content of a construct is indented further than the
+// construct's first line. In other files, a parenthesis is assumed to be missing.
 
 #include "notation/Nesting.h"
 
@@ -13,7 +13,7 @@ bool Nesting::tellsBy(std::uint32_t indent) const {
     return indent != noIndent && std::max(indent, open_.back().indent) > open_.front().indent;
 }
 
-// How many of the innermost constructs begin as far to the right as the line, or further.
+// The number of innermost constructs that are indented as far as the line, or further.
 std::size_t Nesting::endsByIndent(std::uint32_t indent) const {
     const auto holder =
         std::find_if(open_.rbegin(), open_.rend(), [indent](const Open& open) { return open.indent < indent; });

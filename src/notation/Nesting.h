@@ -6,12 +6,12 @@
 
 namespace notation {
 
-/// The constructs that are open, and where something belongs that cannot stand where it does.
+/// The open constructs, and the repair for an object or property at a place where it is not allowed.
 class Nesting {
 public:
     struct Open {
         Place place;
-        std::uint32_t indent = 0; // of the line that it begins on
+        std::uint32_t indent = 0; // of its first line
         Construct construct = Construct::object;
     };
 
@@ -24,16 +24,16 @@ public:
         return !open_.empty() && open_.back().construct == construct;
     }
 
-    /// What makes a misplaced thing fit: this many constructs end in front of it, then perhaps one is opened again
-    /// that a surplus parenthesis had closed.
+    /// The repair for a misplaced object or property: `ends` constructs end before it; then, with `reopens`, one that a
+    /// surplus parenthesis closed is opened again.
     struct Repair {
         std::size_t ends = 0;
         bool reopens = false;
     };
-    /// Of an object that has no key within an object. `indent` is that of its line when it is the first there,
+    /// For an object without a key within an object. `indent` is that of its line if it is the first token there,
     /// otherwise `noIndent`.
     [[nodiscard]] Repair forObject(std::uint32_t indent) const;
-    /// Of a property within something that is no object. It has neither ends nor an opening when no object is open.
+    /// For a property within a construct that is not an object. The repair is empty when no object is open.
     [[nodiscard]] Repair forProperty(std::uint32_t indent) const;
 
     static constexpr std::uint32_t noIndent = UINT32_MAX;

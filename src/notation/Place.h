@@ -4,8 +4,8 @@
 
 namespace notation {
 
-/// Where something stands in a file. Lines and columns count from 1, columns in bytes; the offset counts the bytes in
-/// front of it.
+/// A place in a file. Lines and columns count from 1, columns in bytes; the offset is the number of bytes before
+/// it.
 struct Place {
     std::uint64_t offset = 0;
     std::uint64_t line = 1;

@@ -15,8 +15,8 @@ constexpr std::size_t mostWaiting = 64; // a head never needs as many
 Reader::Reader(ByteSource& source, const Settings& settings)
     : settings_(settings), window_(source, std::max(settings.window, smallestWindow)), lexer_(window_) {}
 
-// What to do with a token, by what it stands in: outside of all, in an object where a property's name or its value may
-// follow, or in another construct.
+// The action for a token, by its container: none, an object where the name of a property or its value may follow, or
+// another construct.
 Reader::Step Reader::stepFor(Row row, TokenKind token) {
     using R = Reader;
     static constexpr auto rows = std::to_array<std::array<Step, 6>>({
@@ -44,7 +44,7 @@ Reader::Row Reader::row() const {
 }
 
 bool Reader::next() {
-    static constexpr Event nothing; // copied in wide moves, where a fresh one is made byte by byte
+    static constexpr Event nothing; // copying it is faster than making a new one
     event_ = nothing;
     if (std::exchange(consumes_, false)) {
         advance();
@@ -76,7 +76,7 @@ bool Reader::next() {
                 return true;
             }
         } else if (token().continues) {
-            advance(); // of a text that was skipped
+            advance(); // of a skipped text
         } else if ((this->*stepFor(row(), token().kind))()) {
             return true;
         } else if (finished_) {
@@ -85,7 +85,7 @@ bool Reader::next() {
     }
 }
 
-// Goes on to the next token, and notes what is wrong with it.
+// Advances to the next token and reports its damages.
 void Reader::advance() {
     for (;;) {
         const Token& token = lexer_.next();
@@ -108,7 +108,7 @@ void Reader::report(DamageKind kind, const Place& place) {
     damages_.insert(damages_.begin(), Damage{kind, place, {}, 0});
 }
 
-// Reports what is incomplete, but not where the file ends: that is told as a damage of its own.
+// Reports an incomplete part, except at the end of the file, which is reported as `truncated`.
 void Reader::reportUnlessCut(DamageKind kind, const Place& place) {
     if (token().kind != TokenKind::end) {
         report(kind, place);

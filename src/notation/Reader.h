@@ -13,31 +13,31 @@ namespace notation {
 
 /// Reads a file in the notation of nested objects, one event at a time.
 ///
-/// Every construct that starts ends, in the right order, and every property belongs to the innermost object, whatever
-/// the file holds: what cannot be is told as a damage and reading goes on with what can be made of the rest
-/// (docs/notation.md). Memory is bounded by the settings, however large the file and its texts are; a text that does
-/// not fit comes in pieces. One thread uses a reader at a time.
+/// For every file, each construct that starts also ends, in the right order, and each property belongs to the innermost
+/// object. Errors in the notation are reported as damages and repaired (docs/notation.md). Used by one thread at a
+/// time. Memory is limited by the settings, also for large files and texts: a text that does not fit comes in pieces.
+/// Time is proportional to the file.
 class Reader {
 public:
     struct Settings {
         std::size_t window = InputWindow::usualCapacity;  ///< bytes in memory at a time; 256 at least
-        std::size_t longestName = std::size_t{64} * 1024; ///< of names, keys and kinds; what is longer is cut
-        std::size_t deepest = 100'000;                    ///< what is nested deeper is skipped
+        std::size_t longestName = std::size_t{64} * 1024; ///< of names, keys and kinds; longer ones are cut
+        std::size_t deepest = 100'000;                    ///< deeper constructs are skipped
     };
-    /// An object's texts beyond these are values without a key.
+    /// Further texts of an object's head are values without a key.
     static constexpr std::size_t mostNames = 16;
 
     /// `source` must live as long. Reads nothing yet.
     explicit Reader(ByteSource& source) : Reader(source, Settings{}) {}
     Reader(ByteSource& source, const Settings& settings);
 
-    /// Goes on to the next event; false at the end of the file. Throws what the source throws; the reader is then good
-    /// for nothing more.
+    /// Advances to the next event; returns false at the end of the file. Throws what the source throws; the reader must
+    /// not be used after that.
     bool next();
     [[nodiscard]] const Event& event() const { return event_; }
 
 private:
-    struct Head { // of a construct whose start is not told yet
+    struct Head { // of a construct whose start has not been reported yet
         Construct construct = Construct::group;
         Place place;
         std::uint32_t indent = 0;
@@ -46,7 +46,7 @@ private:
     };
     enum class Row : std::uint8_t { top, object, keyed, list, value, group };
     enum class Column : std::uint8_t { open, close, comma, scalar, word, end };
-    using Step = bool (Reader::*)(); // whether it made an event
+    using Step = bool (Reader::*)(); // returns whether it made an event
     static Step stepFor(Row row, TokenKind token);
 
     [[nodiscard]] const Token& token() const { return lexer_.token(); }
@@ -90,23 +90,23 @@ private:
     Nesting nesting_;
     Event event_;
 
-    bool consumes_ = true;    // the current token is done with
-    bool continuing_ = false; // the last event was a value whose text may go on
+    bool consumes_ = true;    // the current token has been processed
+    bool continuing_ = false; // the last event was a value whose text may continue
     bool isKeyed_ = false;    // `key_` waits for its value
-    bool straying_ = false;   // something outside of any object was told already
+    bool straying_ = false;   // stray text before this token was reported
     bool tooDeepTold_ = false;
     bool finished_ = false;
-    std::uint64_t controlsLine_ = 0; // the last line whose control bytes were told
+    std::uint64_t controlsLine_ = 0; // the last line whose control bytes were reported
     Damage told_;                    // of the current event
-    std::vector<Damage> damages_;    // to be told, the last one first
-    std::size_t ends_ = 0;           // constructs to end before going on
+    std::vector<Damage> damages_;    // to be reported, the last one first
+    std::size_t ends_ = 0;           // constructs to end next
     bool reopens_ = false;           // and then one to open again
     std::optional<Head> held_;       // and then one to start
 
     std::string key_;
     Place keyPlace_;
-    std::uint32_t keyIndent_ = 0; // of its line when it is the first there
-    std::uint64_t wordEnd_ = 0;   // the offset behind the last word taken
+    std::uint32_t keyIndent_ = 0; // of its line if it is the first token there
+    std::uint64_t wordEnd_ = 0;   // the offset after the last word taken
     Head head_;
     std::string kind_;
     std::string x_;

@@ -24,7 +24,7 @@ bool isNumber(TokenKind kind) {
 
 } // namespace
 
-// From "(" on: a location, or a construct whose head goes to `head_` and `kind_`.
+// Reads a location, or the head of a construct into `head_` and `kind_`, from "(" on.
 bool Reader::openConstruct() {
     straying_ = false;
     head_ = {Construct::group, token().place, token().indent, token().isFirst, token().end};
@@ -36,7 +36,7 @@ bool Reader::openConstruct() {
     return start();
 }
 
-// An object, or something else, where a property's name is expected.
+// A "(" where a property's name is expected.
 bool Reader::openUnnamed() {
     head_ = {Construct::group, token().place, token().indent, token().isFirst, token().end};
     advance();
@@ -54,7 +54,7 @@ bool Reader::openUnnamed() {
     return false;
 }
 
-// Takes the word that says which construct begins, and the one that says what it is.
+// Takes the word that names the construct, and the one that names its kind.
 void Reader::takeHead() {
     kind_.clear();
     if (token().kind != TokenKind::word) {
@@ -76,7 +76,7 @@ void Reader::takeHead() {
     }
 }
 
-// Takes the word at the current token, which may come in pieces, and goes on behind it.
+// Takes the word at the current token, which may come in pieces, and advances after it.
 void Reader::takeWord(std::string& word) {
     word.clear();
     do {
@@ -143,7 +143,7 @@ void Reader::addToName(const Token& piece) {
     add(piece.text);
 }
 
-// Opens the list, or the object, that a surplus parenthesis had closed.
+// Opens the list or object again that a surplus parenthesis closed.
 bool Reader::startAgain() {
     const Construct construct = isKeyed_ ? Construct::object : Construct::list;
     const Place place = isKeyed_ ? keyPlace_ : held_->place;
@@ -157,7 +157,7 @@ bool Reader::startAgain() {
     return true;
 }
 
-// Goes on behind a construct that is nested too deep.
+// Skips a construct that is nested too deep.
 void Reader::skipConstruct() {
     if (!std::exchange(tooDeepTold_, true)) {
         report(DamageKind::tooDeep, head_.place);
@@ -187,7 +187,7 @@ bool Reader::end(bool isImplied) {
     return true;
 }
 
-// Has constructs ended and opened in front of what stands at `place`, and tells why.
+// Schedules the ends and the opening of constructs before the part at `place`, and reports the damage.
 void Reader::repair(const Nesting::Repair& repair, const Place& place) {
     ends_ = repair.ends;
     reopens_ = repair.reopens;

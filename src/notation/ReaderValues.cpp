@@ -7,7 +7,7 @@ namespace notation {
 
 namespace {
 
-// As in `TokenKind`; only those of values are looked up.
+// In the order of `TokenKind`; only the kinds of values are looked up.
 constexpr std::array eventKinds{
     EventKind::damage,  EventKind::damage, EventKind::damage,    EventKind::text, EventKind::line,
     EventKind::integer, EventKind::real,   EventKind::reference, EventKind::word,
@@ -32,7 +32,7 @@ bool Reader::key() {
     return false;
 }
 
-// Hands the key over to the event that its value begins in.
+// Moves the key to the event in which its value begins.
 void Reader::giveKey() {
     if (std::exchange(isKeyed_, false)) {
         event_.key = key_;
@@ -63,7 +63,7 @@ bool Reader::unnamedScalar() {
     return scalar();
 }
 
-// A word behind the name of a property: its value, or the name of the next one.
+// A word after the name of a property: its value, or the name of the next property.
 bool Reader::wordValue() {
     if (token().place.line != keyPlace_.line) {
         return noValue();
@@ -75,7 +75,7 @@ bool Reader::wordInGroup() {
     return makeValue(isFlag(token().text) ? EventKind::flag : EventKind::word);
 }
 
-// A word among values. With a value behind it, it is the name of a property: the list has ended somewhere in front.
+// A word among values. If a value follows, the word is the name of a property, and the list ended before it.
 bool Reader::wordInList() {
     if (isFlag(token().text)) {
         return makeValue(EventKind::flag);
@@ -109,7 +109,7 @@ bool Reader::noValue() {
     return true;
 }
 
-// From behind "(", where a number stands.
+// From a number after "(" on.
 bool Reader::location() {
     const auto takeNumber = [this](std::string& number) {
         number.clear();

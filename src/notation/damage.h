@@ -6,7 +6,7 @@
 
 namespace notation {
 
-/// What can be wrong with a text in the notation.
+/// The kinds of errors in the notation of a file.
 enum class DamageKind : std::uint8_t {
     unclosedText,
     nulInText,
@@ -24,17 +24,17 @@ enum class DamageKind : std::uint8_t {
     truncated,
 };
 
-/// One damage, told once however much of the file it puts out of place.
+/// An error in the notation, reported once however much of the file it affects.
 struct Damage {
     DamageKind kind = DamageKind::strayText;
     Place place;
-    Place opened;            ///< of `missingClose` and `truncated`: where the innermost construct left open begins
-    std::uint64_t count = 0; ///< of these two: how many constructs were left open
+    Place opened;            ///< of `missingClose` and `truncated`: the start of the innermost open construct
+    std::uint64_t count = 0; ///< of these two: the number of missing parentheses
 };
 
-/// The word for a damage that programs read: "unclosedText" ...
+/// The name of a kind of damage for programs: "unclosedText" ...
 [[nodiscard]] const char* damageWord(DamageKind kind);
-/// What is wrong, in half a sentence without the place; ASCII.
+/// A description for people, without the place; half a sentence in ASCII.
 [[nodiscard]] std::string damageText(const Damage& damage);
 /// "line 12, column 5: " and `damageText`.
 [[nodiscard]] std::string damageLine(const Damage& damage);

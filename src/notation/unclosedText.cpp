@@ -6,7 +6,7 @@ namespace notation {
 
 TextEnd endOfUnclosedText(std::string_view rest) {
     const std::size_t last = rest.find_last_not_of(") \t\r\v\f");
-    const std::size_t tail = last + 1; // 0 without any
+    const std::size_t tail = last + 1; // 0 if there are no others
     if (tail > 1 && rest[last] == '"') {
         return {last, tail, true};
     }

@@ -12,7 +12,7 @@ constexpr bool isDigit(char byte) {
     return byte >= '0' && byte <= '9';
 }
 
-/// Takes digits off the front; whether there were any.
+/// Removes digits from the start; returns whether there were any.
 bool takeDigits(std::string_view& run) {
     const auto count = static_cast<std::size_t>(std::ranges::find_if_not(run, isDigit) - run.begin());
     run.remove_prefix(count);

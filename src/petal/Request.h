@@ -31,9 +31,11 @@ struct UnitChoices {
 
 /// A form in which an import writes the model, and where.
 struct Destination {
-    std::string format;              // of an exporter that writes something
-    std::optional<std::string> path; // unset or "-": standard output
-    int descriptor = -1;             // unless negative, where to write; the path then only names it
+    std::string format;                               // of an exporter that writes something
+    std::optional<std::string> path;                  // unset or "-": standard output
+    int descriptor = -1;                              // unless negative, where to write; the path then only names it
+    std::optional<std::string> beside = std::nullopt; // a further file, which an option of the format names
+    int besideDescriptor = -1;                        // likewise, of `beside`
 };
 
 /// What one import is to do. Texts are the bytes that the shell gave.

@@ -16,14 +16,14 @@ std::uint32_t bounded(std::uint64_t number) {
     return static_cast<std::uint32_t>(std::min<std::uint64_t>(number, std::numeric_limits<std::uint32_t>::max()));
 }
 
-/// Whether objects of the type have one link to what their lines name: a second line replaces the first.
+/// Whether objects of the type have one link to the element that a line names, so that a second line replaces it.
 bool isLinkedOnce(KelElementType of) {
     using enum KelElementType;
     return of == associationRole || of == realization || of == dependency || of == attribute || of == argument ||
            of == operation;
 }
 
-/// Of an object's number and a rule.
+/// A hash of an object's number and a rule.
 struct FieldHash {
     std::size_t operator()(std::uint64_t key) const noexcept {
         constexpr std::uint64_t golden = 0x9E3779B97F4A7C15ULL;
@@ -144,7 +144,7 @@ void Trace::deleting(KelObject& object) noexcept {
     Fate& fate = fates_[found->second];
     fate.object = nullptr;
     if (!fate.isReplaced) {
-        // What is deleted with its owner shares the owner's reason.
+        // Objects that are deleted with their owner share the owner's reason.
         fate.end = isRemoved || removed_ == nullptr ? removal_ : KelImportReason::withOwner;
     }
     numbers_.erase(found);
@@ -154,7 +154,7 @@ void Trace::deleting(KelObject& object) noexcept {
 }
 
 ObjectNumber Trace::heirOf(ObjectNumber number) const {
-    // Heirs are found in the order of time, so there are no circles.
+    // An heir outlives the object that it replaces, so there are no cycles.
     while (fates_[number].object == nullptr && number != 0) {
         number = fates_[number].heir;
     }
@@ -172,7 +172,7 @@ void Trace::locate(const units::PieceMap* pieces) {
             return isPutIn;
         });
     }
-    // Only the texts of notes are told later than others that stand behind them.
+    // Only the texts of notes are reported later than effects of text after them.
     if (!std::ranges::is_sorted(effects_, {}, &Effect::begin)) {
         std::ranges::stable_sort(effects_, {}, &Effect::begin);
     }

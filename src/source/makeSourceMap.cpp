@@ -15,17 +15,17 @@ using notation::Construct;
 using notation::Event;
 using notation::EventKind;
 
-/// How sure it is that a place is that of an object.
+/// The strength of an object's claim to a place.
 enum class Claim : std::uint8_t {
     none,
-    caused, ///< an object or property of the file has brought it along
+    caused, ///< an object or property of the file caused it
     own,    ///< the object of the file became it
 };
 
-/// An object of the files that has begun and not ended.
+/// An object of the files that is being read.
 struct OpenObject {
     SourcePlace place;
-    std::vector<std::pair<ObjectNumber, Claim>> made = {}; // those that have its place
+    std::vector<std::pair<ObjectNumber, Claim>> made = {}; // the objects that have this place
     bool isDesign = false;
 };
 
@@ -84,7 +84,7 @@ private:
         }
     }
 
-    // Gives the steps to the object that is being read.
+    // Assigns the steps to the object that is being read.
     void settle(std::span<const Effect> effects) {
         if (open_.empty()) {
             return;
@@ -111,13 +111,13 @@ private:
         OpenObject& object = open_.back();
         object.place.end = end;
         for (const auto& [number, claim] : object.made) {
-            if (claims_[number] == claim) { // nothing within it has a better one
+            if (claims_[number] == claim) { // no inner object has a stronger claim
                 places_[number] = object.place;
                 places_[number].quid = claim == Claim::own ? object.place.quid : std::string();
             }
         }
         if (open_.size() == 1 && object.place.file == 0 && (object.isDesign || !isPlaced(modelNumber_))) {
-            places_[modelNumber_] = object.place; // the design's or, without one, the header's
+            places_[modelNumber_] = object.place; // that of the design or, without one, of the header
             claims_[modelNumber_] = object.isDesign ? Claim::own : Claim::caused;
         }
         open_.pop_back();
@@ -133,8 +133,8 @@ private:
         }
     }
 
-    // Heirs get the places of those that they replace, and what repairs have made those of their causes. A cause is
-    // often older than what it has caused, so that few rounds are needed.
+    // Heirs get the places of the objects that they replaced, and objects made by repairs those of their causes. Causes
+    // are mostly older than their effects, so chains are short.
     void inherit() {
         for (ObjectNumber number = 1; number < places_.size(); ++number) {
             give(number, trace_.getFate(number).heir);
@@ -155,13 +155,13 @@ private:
     static constexpr std::size_t longestChain = 16;
 
     const Trace& trace_;
-    const ObjectNumber modelNumber_; // the bridge has told of the model, whose origin it has added
+    const ObjectNumber modelNumber_; // the bridge has reported the model, to which it added an origin
     TracedText text_;
     std::vector<SourcePlace> places_; // by number
     std::vector<Claim> claims_;       // likewise
     SourceMap map_;
     std::vector<OpenObject> open_;
-    bool isInHead_ = false; // nothing but the head of the innermost object has been read, and it has made nothing
+    bool isInHead_ = false; // only the head of the innermost object has been read, and it has made no object
 };
 
 } // namespace

@@ -8,9 +8,9 @@ class KelModel;
 
 namespace source {
 
-/// The places that the objects of a finished model come from. `trace` has been located. Reads the files of the tree
-/// once more, and takes memory in proportion to the objects that the import made. Throws `std::system_error` when a
-/// file cannot be read.
+/// Makes the map of a finished model. Requires that `trace` has been located. Throws `std::system_error` when a file
+/// cannot be read. Reads the files of the tree once more; memory is proportional to the number of objects that the
+/// import made.
 [[nodiscard]] SourceMap makeSourceMap(const units::UnitTree& tree, const Trace& trace, const KelModel& model);
 
 } // namespace source

@@ -24,13 +24,13 @@ constexpr std::string_view wrapping = "\n(object Design \"Logical View\"\n"
                                       "\tlogical_models \t(list unit_reference_list\n";
 constexpr std::string_view closing = "\n\tlogical_presentations \t(list unit_reference_list)";
 
-/// The first part of `text`, up to its line end, which is included.
+/// The first line of `text`, with its line end.
 std::string_view firstLine(std::string_view text) {
     const std::size_t end = text.find_first_of("\r\n");
     return end == std::string_view::npos ? text : text.substr(0, end + 1);
 }
 
-/// How many bytes in front are ASCII, and the same in both.
+/// The number of leading bytes that are ASCII and equal in both.
 std::size_t sharedAscii(std::string_view first, std::string_view second) {
     const auto [end, other] = std::ranges::mismatch(first, second, [](char one, char two) {
         return one == two && static_cast<unsigned char>(one) < 0x80; // of ASCII
@@ -38,7 +38,7 @@ std::size_t sharedAscii(std::string_view first, std::string_view second) {
     return static_cast<std::size_t>(end - first.begin());
 }
 
-/// Writes ranges of files, in their bytes or in UTF-8, and notes where they come from.
+/// Writes ranges of files, unchanged or converted to UTF-8, and records their origin.
 class Writer {
 public:
     Writer(const UnitTree& tree, bool toUtf8, const std::function<void(std::string_view)>& write)
@@ -59,11 +59,11 @@ public:
             convert(file, begin, whole);
         }
     }
-    /// Puts text in the place of a range of a file, which may be empty.
+    /// Writes text in place of a range of a file, which may be empty.
     void replace(std::size_t file, const Range& range, std::string_view text) {
         put(file, range.begin, range.end - range.begin, text, false);
     }
-    /// To be called at the end.
+    /// Called once, as the last operation.
     PieceMap finish() {
         flush();
         return std::move(pieces_);
@@ -73,7 +73,7 @@ private:
     static constexpr std::size_t largestPart = std::size_t{256} * 1024;
     static constexpr std::size_t smallestRead = std::size_t{16} * 1024; // the next range is often nearby
 
-    /// The first bytes of a range, good until the next are read; none where the file ends before it.
+    /// The first bytes of a range, valid until the next call; none if the file ends before the range.
     std::string_view read(std::size_t file, const Range& range) {
         if (source_ == nullptr || file != openIndex_) {
             source_ = std::make_unique<OpenFile>(tree_.files[file].path);
@@ -107,7 +107,7 @@ private:
         written_.clear();
     }
 
-    // As a whole: a part might end within a character.
+    // Takes a whole range: a part might end within a character.
     void convert(std::size_t file, std::uint64_t offset, const std::string& bytes) {
         const char* encoding = encodingOf(tree_.files[file].contents.charSet);
         const std::string text = decoders_.try_emplace(encoding, encoding).first->second.toUtf8(bytes);
@@ -115,8 +115,8 @@ private:
         noteConverted(file, offset, bytes, text);
     }
 
-    // The lines of both texts are the same ones: in no encoding that a charSet means is a line end part of a character,
-    // and none is made from anything else.
+    // Both texts have the same lines: in the encodings that a charSet can mean, a line end is never part of a
+    // character, and conversion does not create line ends.
     void noteConverted(std::size_t file, std::uint64_t offset, std::string_view bytes, std::string_view text) {
         while (!bytes.empty() || !text.empty()) {
             const std::string_view from = firstLine(bytes);
@@ -135,23 +135,23 @@ private:
     const std::function<void(std::string_view)>& write_;
     PieceMap pieces_;
     std::map<std::string_view, KelTextDecoder> decoders_; // by the names of their encodings
-    std::string written_;                                 // that was not handed over yet
+    std::string written_;                                 // not passed on yet
     std::unique_ptr<OpenFile> source_;
     std::size_t openIndex_ = 0;
     std::string buffer_;
     Range buffered_; // of the open file
 };
 
-/// A range of a file that is being written, as far as the unit that comes next in it.
+/// A range of a file that is being written, and the position of the next unit and root name in it.
 struct Writing {
     std::size_t file;
     Range rest;
-    std::vector<Range> rootNames; // that become "Logical View"
+    std::vector<Range> rootNames; // to be replaced by "Logical View"
     std::size_t nextUnit = 0;
     std::size_t nextRootName = 0;
 };
 
-/// Writes the contents of files within each other, without taking stack.
+/// Writes nested contents of files. Uses no recursion: units may nest deep.
 class NestedWriter {
 public:
     NestedWriter(const UnitTree& tree, const std::optional<RenamedRoot>& root, bool toUtf8, Writer& writer)
@@ -190,7 +190,7 @@ private:
         }
     }
 
-    /// The bytes that the root's name has in a file; none when its encoding lacks a character of it.
+    /// The root's name in the encoding of a file; none if the encoding lacks a character of it.
     [[nodiscard]] std::optional<std::string> rootNameIn(std::size_t file) const {
         const auto encoding = [&](std::size_t index) { return encodingOf(tree_.files[index].contents.charSet); };
         KelEncodingConverter from(encoding(root_->file));
@@ -210,7 +210,7 @@ private:
             at.rest.begin = place.end;
             begin(unit.file, tree_.files[unit.file].contents.content);
         } else if (unit.reference.kind == packageKind) {
-            copyTo(unit.reference.isClosed ? place.end - 1 : place.end); // in front of the parenthesis
+            copyTo(unit.reference.isClosed ? place.end - 1 : place.end); // before the parenthesis
             writer_.replace(at.file, {at.rest.begin, at.rest.begin}, closing);
         } else {
             copyTo(place.end);
@@ -221,7 +221,7 @@ private:
         Writing& at = open_.back();
         while (at.nextRootName < at.rootNames.size() && at.rootNames[at.nextRootName].end <= end) {
             const Range& name = at.rootNames[at.nextRootName++];
-            if (name.begin >= at.rest.begin) { // it is not in a reference that a unit took the place of
+            if (name.begin >= at.rest.begin) { // it is not in a reference that was replaced by a unit
                 writer_.copy(at.file, {at.rest.begin, name.begin});
                 writer_.replace(at.file, name, logicalView);
                 at.rest.begin = name.end;

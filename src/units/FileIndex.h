@@ -10,9 +10,9 @@
 
 namespace units {
 
-/// The regular files below some folders, by name. Each folder is listed once, and what changes on the disk afterwards
-/// is not seen. Links to folders are not followed; a folder that cannot be listed is one without files. A file takes
-/// about 50 bytes.
+/// Looks up the regular files below some folders by name. Each folder is listed once; later changes on the disk are not
+/// seen. Links to folders are not followed, and a folder that cannot be listed counts as empty. Used by one thread. A
+/// file takes about 50 bytes; lookups take logarithmic time.
 class FileIndex {
 public:
     static constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
@@ -22,12 +22,12 @@ public:
         std::uint32_t folder;
     };
 
-    /// Adds what is below the folder, but for folders that were listed before, and returns the number of entries. With
-    /// more than `most` of them it adds nothing and returns a greater number.
+    /// Adds the files below the folder, except in folders that are listed already, and returns the number of entries
+    /// read. If there are more than `most`, it stops, adds nothing and returns `most` + 1.
     std::size_t add(const std::filesystem::path& folder, std::size_t most = unlimited);
-    /// The files whose name is `name` but for case. Valid until more is added.
+    /// The files whose name differs from `name` at most in case. Valid until `add`.
     [[nodiscard]] std::span<const File> find(const std::string& name);
-    /// The path of a file's folder: absolute and without links, in the case of the disk.
+    /// The path of a file's folder: absolute, without links, with the case that it has on the disk.
     [[nodiscard]] const std::string& folderOf(const File& file) const { return folders_[file.folder]; }
 
 private:

@@ -17,12 +17,12 @@ namespace units {
 /// The folder of a file; "." when its path names none.
 [[nodiscard]] std::filesystem::path folderOf(const std::filesystem::path& file);
 
-/// Finds files by names that were written on a system where case does not matter. Each folder is listed once, and
-/// what changes on the disk afterwards is not seen. A folder that cannot be listed is one without files.
+/// Finds files by names that were written on a system that ignores case. Each folder is listed once; later changes on
+/// the disk are not seen. A folder that cannot be listed counts as empty. Used by one thread.
 class Folders {
 public:
-    /// The regular file that `parts` lead to from `folder`, links followed. Each part is taken as it is written where
-    /// that exists, else as the first by name that differs in case alone.
+    /// The regular file at the path `parts` from `folder`; links are followed. A part that does not exist as written is
+    /// replaced by the first name that differs only in case.
     [[nodiscard]] std::optional<std::filesystem::path> find(const std::filesystem::path& folder,
                                                             std::span<const std::string> parts);
     /// Every file below `folder` whose name differs from `name` at most in case, by path. Links to folders are not

@@ -9,14 +9,14 @@ namespace units {
 
 namespace {
 
-constexpr std::size_t mostTold = std::size_t{4} << 20; // bytes of a model's units
+constexpr std::size_t mostTold = std::size_t{4} << 20; // bytes of the texts of a model's units
 constexpr std::string_view separators = "/\\";
 
 bool isSoughtByName(UnitFault fault) {
     return fault == UnitFault::symbolUnset || fault == UnitFault::absent;
 }
 
-/// What an absolute name begins with: a drive or a root, and the folder below it.
+/// The start of an absolute name: the drive or root, and the folder below it.
 std::string rootOf(const std::string& fileName) {
     const std::size_t drive = fileName.find(':') == 1 ? 2 : 0;
     const std::size_t first = fileName.find_first_not_of(separators, drive);
@@ -24,7 +24,7 @@ std::string rootOf(const std::string& fileName) {
     return fileName.substr(0, end != std::string::npos ? end : std::min(first, fileName.size()));
 }
 
-/// What the cause of the loss is about; empty where the fault says it all.
+/// The symbol, folder or error that the cause is about; empty if the fault is enough.
 std::string subjectOf(const LostUnit& unit, const UnitName& name) {
     const std::string symbol(pathSymbol(name));
     switch (unit.fault) {

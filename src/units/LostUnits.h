@@ -10,41 +10,41 @@
 
 namespace units {
 
-/// A unit whose content a model lacks: why, and what there is to look for.
+/// A unit whose content is missing from a model: the cause, and the name to search for.
 struct LostUnit {
     UnitFault fault = UnitFault::none;
     std::string fileName; ///< as the model names it, in the local encoding
     std::string folder;   ///< of the file that names it
-    std::string place;    ///< what its path symbol stands for, or the path of a file that is of no use; may be empty
+    std::string place;    ///< the folder of its path symbol, or the path of a file that was refused; may be empty
     std::string remark;   ///< of the unit
 };
 
-/// What is lost of one model.
+/// The lost units of one model.
 struct ModelLosses {
     std::vector<LostUnit> units;
-    std::uint64_t untold = 0;            ///< how many more there are: the texts of a model's units end at 4 MB
+    std::uint64_t untold = 0;            ///< the number of further ones: the texts of `units` are limited to 4 MB
     std::set<std::string> provenSymbols; ///< path symbols in lower case by which a unit was found
 };
 
 [[nodiscard]] ModelLosses lossesOf(const UnitTree& tree, const PathSymbols& symbols);
 
-/// What units of any number of models share that are lost for one cause.
+/// The lost units of all models that share a cause.
 struct LossCause {
-    UnitFault fault = UnitFault::none; ///< `none` for those that are not told of one by one
-    std::string subject;               ///< "$X", a folder, "F:\a" ..., as the cause is about one
+    UnitFault fault = UnitFault::none; ///< `none` for the units in `ModelLosses::untold`
+    std::string subject;               ///< "$X", a folder, "F:\a" ..., if the cause has one
     std::uint64_t units = 0;
     std::uint64_t models = 0;
-    std::string example; ///< of the units' files, the first by its bytes
+    std::string example; ///< the first of the files' names by its bytes
 };
 
-/// The units of any number of models that are lost. What it tells does not depend on the order in which the models
-/// come. Costs, time and memory, what the different names of units come to.
+/// Groups the lost units of many models by cause and by path symbol. The result does not depend on the order of the
+/// models. Time is proportional to the lost units, memory to the different names.
 class LostUnits {
 public:
     /// The lost units of a path symbol.
     struct OfSymbol {
         struct Unit {
-            std::vector<std::string> parts; ///< of the name, behind the symbol
+            std::vector<std::string> parts; ///< of the name, after the symbol
             std::uint64_t count = 0;
             std::set<std::string> folders; ///< of the files that name it
         };
@@ -57,8 +57,8 @@ public:
     [[nodiscard]] bool isEmpty() const { return causes_.empty(); }
     /// The causes with the most units first; among equals by fault and subject.
     [[nodiscard]] std::vector<LossCause> causes() const;
-    /// The path symbols, without "$", by which no unit of any model was found and some were looked for in vain; the one
-    /// with the most units first, then by name.
+    /// The path symbols that led to no unit in any model and have lost units, the one with the most first, then by
+    /// name. Valid until `add`.
     [[nodiscard]] std::vector<const OfSymbol*> vainSymbols() const;
 
 private:

@@ -10,7 +10,7 @@
 namespace units {
 
 OpenFile::OpenFile(const std::filesystem::path& path)
-    // Not waiting, since what the name leads to may be a pipe that nobody writes to.
+    // O_NONBLOCK: the name may be that of a pipe without a writer.
     : descriptor_(::open(path.c_str(), O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)) {
     struct stat status {};
     int error = descriptor_ < 0 || ::fstat(descriptor_, &status) != 0 ? errno : 0;

@@ -7,17 +7,17 @@
 
 namespace units {
 
-/// What the path symbols in the file names of controlled units stand for.
+/// The folders that the path symbols in the file names of controlled units mean.
 ///
-/// A symbol is first looked for among those that were mapped, in any case, and then among the environment variables,
-/// as it is written.
+/// A symbol is searched first among the mapped ones, ignoring case, and then among the environment variables, as
+/// written.
 class PathSymbols {
 public:
-    /// Makes the symbol, with or without its "$", stand for a folder; the last mapping counts.
+    /// Maps the symbol, with or without its "$", to a folder. The last mapping counts.
     void map(std::string_view symbol, std::filesystem::path folder);
-    /// Whether that was done for the symbol, without "$".
+    /// Whether the symbol, without "$", was mapped.
     [[nodiscard]] bool isMapped(std::string_view symbol) const;
-    /// The folder that the symbol, without "$", stands for.
+    /// The folder of the symbol, without "$".
     [[nodiscard]] std::optional<std::filesystem::path> find(const std::string& symbol) const;
 
 private:

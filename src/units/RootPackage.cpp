@@ -14,7 +14,7 @@ using notation::Event;
 using notation::EventKind;
 
 constexpr std::string_view classViewKind = "ClassView";
-constexpr std::size_t classViewPath = 1; // which of its names; the one in front is the kind of view
+constexpr std::size_t classViewPath = 1; // the index of the name; the first name is the kind of view
 constexpr std::array<std::string_view, 3> pathKeys{"supplier", "type", "AssociationClass"};
 constexpr std::string_view separator = "::";
 
@@ -22,7 +22,7 @@ bool isPathFrom(std::string_view root, std::string_view text) {
     return text.starts_with(root) && text.substr(root.size()).starts_with(separator);
 }
 
-/// The offset of the path in quotes that begins with the event, if one does.
+/// The offset of the quoted path that begins in the event, if one does.
 std::optional<std::uint64_t> pathFrom(std::string_view root, const Event& event) {
     if (event.kind == EventKind::start && event.text == classViewKind && event.names.size() > classViewPath) {
         const notation::Name& name = event.names[classViewPath];

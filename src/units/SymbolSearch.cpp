@@ -13,10 +13,10 @@ namespace {
 
 constexpr std::size_t mostBeside = 100'000; // entries
 constexpr std::size_t mostSymbols = 100;
-constexpr std::size_t mostLookedAbove = 1000; // units of a symbol that look at the folders above; all are counted then
+constexpr std::size_t mostLookedAbove = 1000; // units of a symbol for which the folders above are searched
 constexpr int mostSurveys = 8;
 
-/// The parts of a name without ".."; empty when that goes up from where the name starts.
+/// The parts of a name with each ".." resolved; empty if one leads above the name's start.
 std::vector<std::string> straightened(const std::vector<std::string>& parts) {
     std::vector<std::string> straight;
     for (const std::string& part : parts) {
@@ -31,7 +31,7 @@ std::vector<std::string> straightened(const std::vector<std::string>& parts) {
     return straight;
 }
 
-/// Whether "SYMBOL=FOLDER" can say what the symbol stands for.
+/// Whether "SYMBOL=FOLDER" can express the symbol.
 bool canBeMapped(const std::string& symbol) {
     return !symbol.empty() && !symbol.starts_with('$') && symbol.find('=') == std::string::npos;
 }
@@ -43,7 +43,7 @@ bool isBetter(const SymbolFolder& one, const SymbolFolder& other) {
            std::tuple(one.found, otherPath.size(), std::string_view(otherPath));
 }
 
-/// Names of units behind their symbols, by which files are recognised that they may lead to.
+/// The names of units without their symbols, to recognize files that they may refer to.
 class Endings {
 public:
     void add(const std::vector<std::string>& parts, std::size_t symbol, std::uint64_t count) {
@@ -55,8 +55,8 @@ public:
         units_[path].push_back({symbol, count});
     }
 
-    /// Hands on each folder that units speak for with a file of that name in that folder: the symbol, the folder and
-    /// the number of units.
+    /// Calls `take` with each folder that units suggest because of a file of that name in `folder`: with the symbol,
+    /// the suggested folder and the number of units.
     template <class Take>
     void match(const std::string& name, const std::string& folder, Take take) const {
         const std::string lower = lowerCase(folder) + "/" + name;
@@ -77,7 +77,7 @@ public:
         }
     }
 
-    /// Calls `take` with each name that a file must have, in lower case.
+    /// Calls `take` with each file name of a unit, in lower case.
     template <class Take>
     void eachName(Take take) const {
         for (const auto& [name, depths] : depths_) {
@@ -91,8 +91,8 @@ private:
         std::uint64_t count;
     };
 
-    // No hash tables: strangers choose the names.
-    std::map<std::string, std::set<std::size_t>> depths_; // how many parts names have, by the last part
+    // No hash tables: an attacker may choose the names.
+    std::map<std::string, std::set<std::size_t>> depths_; // the numbers of parts of the names, by the last part
     std::map<std::string, std::vector<Units>> units_;     // by "/" and the parts, joined by "/"
 };
 
@@ -187,7 +187,7 @@ SymbolFolder SymbolSearch::best(const LostUnits::OfSymbol& units, const Votes& v
             folder = voted;
         }
     }
-    best.found = 0; // what the folder itself says is what counts
+    best.found = 0; // count the files that exist, not the suggestions
     for (const auto& [lower, unit] : units.units) {
         best.found += !folder.empty() && disk_.find(folder, unit.parts) ? unit.count : 0;
     }

@@ -11,34 +11,33 @@
 
 namespace units {
 
-/// A folder that a path symbol may stand for.
+/// A folder that a path symbol may mean.
 struct SymbolFolder {
     std::string symbol; ///< without "$"
     std::filesystem::path folder;
-    std::uint64_t found = 0; ///< how many of the lost units are where their names then lead
-    std::uint64_t units = 0; ///< how many there are
+    std::uint64_t found = 0; ///< the number of lost units that exist with that folder
+    std::uint64_t units = 0; ///< the number of lost units of the symbol
 };
 
-/// Finds out what path symbols must stand for: a unit "$X\a\b.cat" for which there is a file "F/a/b.cat" says that X is
-/// F, and of the folders that the units of X speak for the one counts with which most of them are found. Among equals
-/// it is the one with the shortest path, then the first by its bytes.
+/// Infers the folders that path symbols mean. A unit "$X\a\b.cat" and a file "F/a/b.cat" suggest that X is F. Of the
+/// suggested folders, the one wins that has most of the symbol's lost units; then the one with the shortest path, then
+/// the first by its bytes.
 ///
-/// It looks through the given folders with all below them, each listed once whatever is asked for how often, and at the
-/// folders above each file that names a unit. Costs what there are files and units. What comes out depends on nothing
-/// else.
+/// Two sources suggest folders: the files below the given folders, each folder listed once for all calls, and the
+/// folders above each file that names a lost unit. The result depends on the disk and the lost units alone. Used by one
+/// thread. Cost grows with the number of files and units.
 class SymbolSearch {
 public:
-    /// `folders` were given to be searched. `besides` are searched as well unless they hold more than 100,000 entries
-    /// together, counted in their order.
+    /// Searches `folders` completely, and `besides` in their order until they have more than 100,000 entries together.
     SymbolSearch(std::vector<std::filesystem::path> folders, std::vector<std::filesystem::path> besides)
         : folders_(std::move(folders)), besides_(std::move(besides)) {}
 
-    /// What the symbols must stand for by which nothing was found. At most 100 are looked for, those with the most
-    /// units. Symbols for which nothing fits, or that no path map can name, are left out.
+    /// A folder for each symbol that has led to no unit yet, the symbol with the most lost units first. Omits symbols
+    /// without a fitting folder, symbols that "SYMBOL=FOLDER" cannot express, and all beyond the first 100.
     [[nodiscard]] std::vector<SymbolFolder> find(const LostUnits& lost);
 
 private:
-    using Votes = std::map<std::string, std::uint64_t>; // how many units speak for a folder
+    using Votes = std::map<std::string, std::uint64_t>; // the number of units that suggest a folder
 
     void list();
     [[nodiscard]] std::vector<Votes> votesOfFiles(const std::vector<const LostUnits::OfSymbol*>& symbols);
@@ -59,9 +58,9 @@ private:
     bool isListed_ = false;
 };
 
-/// Maps, in `locator`, each path symbol to what it must stand for, unless it is mapped, and returns those that it
-/// mapped. `survey` tells what is lost with the locator as it is; it is asked again as long as that helps, since units
-/// that are found may name more, but 8 times at most.
+/// Maps the inferred symbols in `locator`, except those that are mapped already, and returns the new ones. `survey`
+/// must return the units that are lost with the current locator. It is called again as long as new symbols are mapped,
+/// since units that are found then may name others; at most 8 times.
 [[nodiscard]] std::vector<SymbolFolder> mapSymbols(UnitLocator& locator, SymbolSearch& search,
                                                    const std::function<LostUnits()>& survey);
 

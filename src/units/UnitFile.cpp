@@ -24,14 +24,14 @@ constexpr std::string_view logicalViewHead = "(object Class_Category \"Logical V
 struct OpenObject {
     UnitReference reference;
     bool isUnit = false;
-    bool isLoaded = true; // without the property there is nothing to load
+    bool isLoaded = true; // an object without the property is complete
 };
 
 class Gatherer {
 public:
     explicit Gatherer(Extent extent) : extent_(extent) {}
 
-    /// False when there is no point in reading on.
+    /// Returns false when the rest of the file is not needed.
     bool take(const Event& event);
     [[nodiscard]] UnitFile& file() { return file_; }
     [[nodiscard]] const notation::Header& header() const { return header_.header(); }
@@ -46,9 +46,9 @@ private:
     UnitFile file_;
     notation::HeaderGatherer header_;
     std::size_t topObjects_ = 0;
-    std::vector<OpenObject> open_; // those in front of `depth_`; the others keep their memory for the next
+    std::vector<OpenObject> open_; // the first `depth_`; the others keep their memory for reuse
     std::size_t depth_ = 0;
-    bool inFileName_ = false; // a further piece of the value is one of a file's name
+    bool inFileName_ = false; // further pieces belong to a file's name
 };
 
 bool Gatherer::take(const Event& event) {
@@ -140,22 +140,22 @@ void Gatherer::takeProperty(const Event& event) {
     }
 }
 
-/// As `text.find`, but quick.
+/// As `text.find`, but faster.
 std::size_t find(std::string_view text, std::string_view wanted) {
     const void* found = ::memmem(text.data(), text.size(), wanted.data(), wanted.size());
     return found == nullptr ? std::string_view::npos
                             : static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
 }
 
-bool startsBehindBlanks(std::string_view text, std::string_view wanted) {
-    const std::size_t behind = text.find_first_not_of(" \t\r\n\v\f");
-    return behind != std::string_view::npos && text.substr(behind).starts_with(wanted);
+bool startsAfterBlanks(std::string_view text, std::string_view wanted) {
+    const std::size_t begin = text.find_first_not_of(" \t\r\n\v\f");
+    return begin != std::string_view::npos && text.substr(begin).starts_with(wanted);
 }
 
 bool says(std::string_view text, std::string_view key, std::string_view value) {
     for (std::size_t at = 0; (at = find(text, key)) != std::string_view::npos;) {
         text.remove_prefix(at + key.size());
-        if (startsBehindBlanks(text, value)) {
+        if (startsAfterBlanks(text, value)) {
             return true;
         }
     }
@@ -191,7 +191,7 @@ UnitFile readUnitFile(const std::filesystem::path& path, Extent extent) {
 }
 
 bool mayNeedAssembly(const std::filesystem::path& path) {
-    constexpr std::size_t longest = 256; // of a key, blanks and what is behind them
+    constexpr std::size_t longest = 256; // length of a key, blanks and the text after them
     constexpr std::size_t windowSize = std::size_t{256} * 1024;
     OpenFile file(path);
     std::string window(windowSize, '\0');
@@ -204,7 +204,7 @@ bool mayNeedAssembly(const std::filesystem::path& path) {
         }
         const std::size_t root = knowsRoot ? std::string_view::npos : find(text, rootKey);
         if (root != std::string_view::npos && (count == 0 || text.size() - root >= longest)) {
-            if (!startsBehindBlanks(text.substr(root + rootKey.size()), logicalViewHead)) {
+            if (!startsAfterBlanks(text.substr(root + rootKey.size()), logicalViewHead)) {
                 return true;
             }
             knowsRoot = true;

@@ -18,53 +18,53 @@ struct Range {
 };
 
 inline constexpr std::string_view packageKind = "Class_Category";
-/// The name by which the import knows the root of the packages; it takes nothing outside of that.
+/// The name that the import requires of the root of the packages. It ignores everything outside of that root.
 inline constexpr std::string_view logicalView = "Logical View";
 
-/// The head of a package that has its name in quotes.
+/// The head of a package whose name is in quotes.
 struct PackageHead {
     std::string name; ///< bytes in the file's encoding, with escapes
     Range nameRange;  ///< without the quotes
     notation::Place place;
 };
 
-/// An object that stands for one whose content is in another file: is_unit is TRUE and is_loaded is not. One within
-/// another is none: its place goes when the other's content comes.
+/// An object whose content is in another file: is_unit is TRUE and is_loaded is FALSE. An object within such an object
+/// does not count, since the outer one is replaced as a whole.
 struct UnitReference {
     std::string kind;
     std::string name;     ///< bytes in the file's encoding, without escapes
-    std::string fileName; ///< likewise; empty when it names none
+    std::string fileName; ///< likewise; empty if there is none
     notation::Place place;
     Range range;
     bool isClosed = true; ///< the range ends with its parenthesis
 };
 
-/// A file as far as controlled units matter.
+/// The parts of a file that matter for controlled units.
 struct UnitFile {
-    bool isModel = false; ///< it begins with the header of a model file; if not, nothing else is told
+    bool isModel = false; ///< it begins with the header of a model file; if not, the rest is empty
     std::optional<std::int64_t> charSet;
     bool isHeaderClosed = false;     ///< if not, the file may end within the header's numbers
-    std::string kind;                ///< of the object behind the header; empty when there is none
+    std::string kind;                ///< of the object after the header; empty if there is none
     std::string name;                ///< of the same
     Range content;                   ///< that object
     std::optional<PackageHead> head; ///< of that object when it is a package
-    /// The root_category of that object when it is a Design: one that is named "Logical View" if there is one,
-    /// otherwise the first. A package of that name in front of it counts as the root, since the import begins with it.
+    /// The root_category of that object if it is a Design: one with the name "Logical View" if there is one, otherwise
+    /// the first. A package of that name before it counts as the root, since the import begins with it.
     std::optional<PackageHead> root;
     std::vector<UnitReference> references;
 };
 
-/// Whether a model is a package by itself, without a Design: its file is a unit of some other model.
+/// Whether a model is a package without a Design: its file is a unit of another model.
 [[nodiscard]] bool isLonePackage(const UnitFile& model);
 
-/// Reads a file to its end, or to its content when neither `root` nor `references` are asked for. Throws
+/// Reads a file: `whole` to its end, `headAndKind` only to its content, without `root` and `references`. Throws
 /// `std::system_error` when it cannot be read.
 enum class Extent { headAndKind, whole };
 [[nodiscard]] UnitFile readUnitFile(const std::filesystem::path& path, Extent extent);
 
-/// Whether a file may hold references, or a root of another name than "Logical View": whether it says "is_loaded FALSE"
-/// anywhere, or something else than that name behind its first "root_category". Costs much less than reading it. Throws
-/// `std::system_error`.
+/// Whether a file may have references or a root with another name than "Logical View": it contains "is_loaded FALSE",
+/// or its first "root_category" is followed by anything but that name. Throws `std::system_error`. Costs much less than
+/// `readUnitFile`.
 [[nodiscard]] bool mayNeedAssembly(const std::filesystem::path& path);
 
 } // namespace units

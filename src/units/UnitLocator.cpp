@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// How many of the last parts of a path and a name are the same but for case.
+/// The number of last parts that a path and a name share, ignoring case.
 std::size_t sharedEnding(const fs::path& path, const std::vector<std::string>& parts) {
     auto at = path.end();
     std::size_t count = 0;

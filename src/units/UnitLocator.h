@@ -12,46 +12,47 @@
 
 namespace units {
 
-/// Why the content of a unit cannot be had.
+/// The reasons for the loss of a unit's content.
 enum class UnitFault : std::uint8_t {
     none,
-    unnamed,     ///< it names no file
-    symbolUnset, ///< nothing says what its path symbol stands for
+    unnamed,     ///< the reference names no file
+    symbolUnset, ///< its path symbol has no folder
     absent,      ///< there is no such file
     unreadable,
-    noModel,   ///< the file is no model file
+    noModel,   ///< the file is not a model file
     otherKind, ///< the file holds another kind of object
-    cycle,     ///< it stands in itself
+    cycle,     ///< the unit contains itself
 };
 
 inline constexpr UnitFault lastFault = UnitFault::cycle;
 
-/// Where a unit's file was found, or why not.
+/// The file of a unit, or the reason why it was not found.
 struct Located {
     std::optional<std::filesystem::path> file;
-    std::string remark; ///< half a sentence for people: how it was found when not where it is named, or why it was not
+    std::string remark; ///< half a sentence for people: how it was found, if not by its path, or why it was not
     UnitFault fault = UnitFault::none;
     bool isWhereNamed = false;
 };
 
-/// Finds the files of controlled units, whose names often lead to folders of another machine.
+/// Finds the files of controlled units, whose names often refer to folders of another machine. Used by one thread.
+/// Lists each folder once.
 class UnitLocator {
 public:
-    /// `searchFolders` are looked through, with all below them, for files that are not where they are named.
+    /// Files that are not at their place are searched below `searchFolders`.
     UnitLocator(PathSymbols symbols, std::vector<std::filesystem::path> searchFolders)
         : symbols_(std::move(symbols)), searchFolders_(std::move(searchFolders)) {}
 
-    /// The file of that name, named by a file in `folder` ($CURDIR) that belongs to the model in `modelFolder`. It is
-    /// looked for, in this order, where it is named; at the longest ending of its name that there is beside the file
-    /// that names it, then beside the model; and below the search folders, where the one counts whose path shares the
-    /// longest ending with the name, the first by path among equals.
+    /// Finds the file of a unit that is named by a file in `folder` ($CURDIR), which belongs to the model in
+    /// `modelFolder`. Searches, in this order: the path that the name means; the longest ending of the name that exists
+    /// below `folder`, then below `modelFolder`; and the files below the search folders, where the path with the
+    /// longest common ending wins, then the first by path. Does not throw if a folder cannot be read.
     [[nodiscard]] Located locate(const UnitName& name, const std::filesystem::path& folder,
                                  const std::filesystem::path& modelFolder);
 
-    /// Lists what is below the search folders, which is otherwise done when a unit is first looked for there. A process
-    /// that does so before it forks spares its children the time.
+    /// Lists the files below the search folders now, instead of on the first search there. A process that forks should
+    /// call it before, so that its children need not.
     void listSearchFolders();
-    /// Makes a path symbol stand for a folder from now on.
+    /// Maps a path symbol to a folder for later searches.
     void map(std::string_view symbol, std::filesystem::path folder) { symbols_.map(symbol, std::move(folder)); }
     [[nodiscard]] const PathSymbols& getSymbols() const { return symbols_; }
 

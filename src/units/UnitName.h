@@ -6,18 +6,18 @@
 
 namespace units {
 
-/// The name under which a model names the file of a controlled unit, taken apart. Both "\" and "/" separate.
+/// The parts of a unit's file name in a model. Both "\" and "/" are separators.
 struct UnitName {
     std::string symbol;             ///< "CURDIR" of "$CURDIR\a.cat"; empty without a path symbol
     bool isAbsolute = false;        ///< it begins with a separator, or with a drive such as "C:"
-    std::vector<std::string> parts; ///< folders and file, without empty ones and "."; a drive is left out
+    std::vector<std::string> parts; ///< folders and file, without empty parts, "." and the drive
 };
 
-/// The path symbol of the name, without "$", that has to be told; empty when there is none, or $CURDIR, which stands
-/// for the folder of the file that names the unit.
+/// The path symbol of the name, without "$". Empty if there is none, and for $CURDIR, which always means the folder of
+/// the file that names the unit.
 [[nodiscard]] std::string_view pathSymbol(const UnitName& name);
 
-/// `text` without the escapes of the notation.
+/// Parses a name. `text` must not contain the escapes of the notation any more.
 [[nodiscard]] UnitName parseUnitName(std::string_view text);
 
 } // namespace units

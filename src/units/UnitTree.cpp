@@ -15,14 +15,14 @@ namespace {
 
 constexpr std::uint64_t toTheEnd = std::numeric_limits<std::uint64_t>::max();
 
-/// Which file a path leads to, whatever the path.
+/// A path that all paths of the same file share.
 fs::path identityOf(const fs::path& path) {
     std::error_code error;
     fs::path canonical = fs::canonical(path, error);
     return error ? path : canonical;
 }
 
-/// Why a file cannot be the content of a unit of that kind.
+/// The reason why a file cannot be the content of a unit of that kind, if any.
 UnitFault refusalOf(const UnitFile& file, const std::string& kind) {
     if (!file.isModel) {
         return UnitFault::noModel;
@@ -57,7 +57,7 @@ public:
     }
 
 private:
-    // Content goes to the first reference to it: that must be one that the import reads.
+    // The first reference to a file gets its content: it must be one that the import reads.
     static UnitFile readModel(const fs::path& path) {
         UnitFile model = readUnitFile(path, Extent::whole);
         dropReferencesOutside({model.content.begin, isLonePackage(model) ? model.content.end : toTheEnd}, model);
@@ -77,7 +77,7 @@ private:
         tree_.files.push_back(std::move(file));
     }
 
-    // Resolves the last unit of the file; one that is found becomes the file to go on with.
+    // Resolves the last unit of the file. A file that is found is processed next.
     void resolve(std::size_t index) {
         ResolvedFile& file = tree_.files[index];
         Unit& unit = file.units.back();
@@ -123,7 +123,8 @@ private:
             refused_.emplace(identity, std::move(found.contents));
             return;
         }
-        dropReferencesOutside(found.contents.content, found.contents); // nothing else of the file gets into the model
+        // The rest of the file does not get into the model.
+        dropReferencesOutside(found.contents.content, found.contents);
         unit.state = UnitState::found;
         unit.file = tree_.files.size();
         add(std::move(found)); // moves the files, and `unit` with them
@@ -132,9 +133,9 @@ private:
     UnitLocator& locator_;
     UnitTree tree_;
     std::map<fs::path, std::size_t> known_;
-    std::map<fs::path, UnitFile> refused_; // without references; so that none is read each time that it is named
-    std::vector<bool> isOpen_;             // which files are among those below
-    std::vector<std::size_t> open_;        // whose units are being resolved, the innermost last
+    std::map<fs::path, UnitFile> refused_; // without references; avoids reading a file each time it is named
+    std::vector<bool> isOpen_;             // by file: it is in `open_`
+    std::vector<std::size_t> open_;        // files whose units are being resolved, the innermost last
 };
 
 } // namespace

@@ -156,11 +156,10 @@ TEST(PlantedRelations, AreTold) {
              RelationRow{association("ab\"\n AssociationClass \"Logical View::C\"", "a\"\n supplier \"A\")",
                                      "b\"\n supplier \"B\")"),
                          "4 Association ab.AssociationClass: LOST an association needs two ends\n"},
-             RelationRow{
-                 std::string(twoClasses) + "  (object Association \"ab\"\n roles (list l\n  (object Role "
-                                           "\"a\"\n supplier \"A\")\n  (object Role \"b\"\n supplier \"B\"))\n"
-                                           " AssociationClass \"Logical View::C\")",
-                 "9 Association ab.AssociationClass: changed two associations with that class stand for it C\n"},
+             RelationRow{std::string(twoClasses) + "  (object Association \"ab\"\n roles (list l\n  (object Role "
+                                                   "\"a\"\n supplier \"A\")\n  (object Role \"b\"\n supplier \"B\"))\n"
+                                                   " AssociationClass \"Logical View::C\")",
+                         "9 Association ab.AssociationClass: changed replaced by two associations with the class C\n"},
              RelationRow{std::string(twoClasses) +
                              "  (object Association \"one\"\n roles (list l\n  (object Role \"a\"\n supplier \"A\")))",
                          "3 Association one: LOST an association needs two ends\n"
@@ -253,7 +252,7 @@ TEST(PlantedNotes, AreToldByWhereTheyAre) {
              NoteRow{note(2, "same") + note(3, "same") + attachment(2, 1) + other + note(3, "same"),
                      std::string("11") + unattached + "21" + unattached},
              NoteRow{note(2, "a") + note(3, "b") + attachment(2, 1) + attachment(3, 1) + attachment(3, 99),
-                     "20 AttachView: changed what it is attached to is not on the diagram, which has the note\n"},
+                     "20 AttachView: changed the note is on the diagram, but the element it is attached to is not\n"},
              // the second diagram's note has the number of the first one's, whose text goes to both classes
              NoteRow{note(2, "first") + attachment(2, 1) + other + note(2, "second") + attachment(2, 1),
                      std::string("18") + unattached + "21" + ofOther + "15\n"},

@@ -120,8 +120,8 @@ TEST(Events, DamageIsToldInWordsAndWithItsPlace) {
     while (reader.next() && reader.event().kind != notation::EventKind::damage) {
     }
     EXPECT_EQ(notation::damageLine(*reader.event().damage),
-              "line 4, column 1: the file ends too early: closing parentheses are missing: 3, the innermost for what "
-              "begins at line 3, column 6");
+              "line 4, column 1: the file ends early: 3 closing parentheses are missing; the innermost open construct "
+              "starts at line 3, column 6");
     EXPECT_EQ(damagesOf("(object A\r\n  k \"x\r\n  l 1 2)"),
               (std::vector<std::string>{"2:5 unclosedText", "3:7 unnamedValue"}));
 }

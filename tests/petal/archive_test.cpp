@@ -101,7 +101,7 @@ TEST_F(Archive, RefusesWhatWouldLoseAFile) {
             {"b.mdl -o /dev/null --report /dev/full", 6, "cannot write the report '/dev/full'"},
             {"--files-from missing -o out", 1, "cannot read 'missing'"},
             {"missing.mdl -o alone/", 1, "1 of 1 files failed"}, // its own status
-            {"empty -o out", 1, "there is no model file in what was named"},
+            {"empty -o out", 1, "the arguments name no model file"},
         });
 }
 

@@ -75,6 +75,14 @@ TEST_F(CommandLine, OffersInBashWhatFits) {
                                          "places=\ntrue false\ntrue\n");
 }
 
+TEST_F(CommandLine, TheReadmeShowsWhatItWrites) {
+    const std::string page = inSources("README.md");
+    const std::string written = run("$petal import -q -f mermaid " PETAL_EXAMPLES "/bookshop.mdl").output;
+    EXPECT_TRUE(has(page, "```mermaid\n" + written + "```\n"));
+    const std::string outline = run("cd " PETAL_SOURCES "; $petal import -q -f tree examples/bookshop.mdl").output;
+    EXPECT_TRUE(has(page, outline.substr(0, outline.find("        role buyer"))));
+}
+
 TEST_F(CommandLine, EveryExitStatusIsDocumented) {
     std::set<petal::Outcome> outcomes;
     std::set<std::string_view> words;

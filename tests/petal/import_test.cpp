@@ -245,6 +245,25 @@ TEST_F(RealBridge, TellsWhatAFormatLeavesOut) {
     EXPECT_TRUE(has(several.output, "\"omitted\": 2") && has(several.output, "\"omitted\": 4")) << several.output;
 }
 
+TEST_F(RealBridge, AnOptionNamesAFurtherFile) {
+    for (const char* also : {"", " --report r.json"}) { // in this process, and in one of its own
+        const Ended ended = run("rm -f a.sql a.csv; $petal import m.mdl -q -o a.sql -O map=a.csv"s + also + "; ls a.*");
+        EXPECT_EQ(ended.output, "a.csv\na.sql\n") << also << ended.errors;
+        const Ended failed =
+            run("echo > a.csv; $petal import m.mdl -q -o none/a.sql -O map=a.csv"s + also + "; cat a.csv");
+        EXPECT_EQ(failed.output, "\n") << also << "both are replaced or none";
+        EXPECT_TRUE(has(failed.errors, "none/a.sql")) << failed.errors;
+    }
+    expectRefusals("$petal import ",
+                   {{"m.mdl -f sql -O map=-", 2, "would both go to standard output"},
+                    {"m.mdl -o a.sql -O map=a.sql", 2, "writing 'a.sql' would overwrite"},
+                    {"m.mdl -o a.sql -O map=m.mdl", 2, "writing 'm.mdl' would overwrite"},
+                    {"m.mdl -o a.sql -O map=none/a.csv", 6, "none/a.csv"},
+                    {"m.mdl -f sql -O name-limit=29", 2, "name-limit is a number from 30 to 63"},
+                    {"m.mdl -f sql -O type-map=none", 2, "type map 'none' cannot be read"},
+                    {"m.mdl m.mdl -o out/ -f sql -O map=a.csv", 2, "is one file, and there are several"}});
+}
+
 TEST_F(RealBridge, FormatsAreListedWithTheirOptions) {
     const std::string table = "\n" + run("$petal formats").output;
     rapidjson::Document listed;

@@ -50,7 +50,7 @@ TEST_F(Info, TellsTheSameInBothForms) {
     ClassDiagram Main
     State_Diagram 中
   damages: 1
-    line 9, column 32: the file ends too early: closing parentheses are missing: 2, the innermost for what begins at line 8, column 9
+    line 9, column 32: the file ends early: 2 closing parentheses are missing; the innermost open construct starts at line 8, column 9
 )");
     const Ended json = run("$petal info --json missing u m | tr -d '\\n' | sed 's/  */ /g'");
     EXPECT_EQ(
@@ -63,7 +63,7 @@ TEST_F(Info, TellsTheSameInBothForms) {
         R"( "name": "second", "loaded": true, "line": 5, "column": 13, "offset": 233 }, { "kind": "SubSystem",)"
         R"( "line": 7, "column": 5, "offset": 367 } ], "diagrams": [ { "kind": "ClassDiagram", "name": "Main" }, {)"
         R"( "kind": "State_Diagram", "name": "中" } ], "damages": 1, "firstDamages": [ { "kind": "truncated",)"
-        R"( "text": "the file ends too early: closing parentheses are missing: 2, the innermost for what begins at)"
+        R"( "text": "the file ends early: 2 closing parentheses are missing; the innermost open construct starts at)"
         R"( line 8, column 9", "line": 9, "column": 32, "offset": 488 } ])");
     EXPECT_TRUE(has(json.output, R"({ "file": "m", "version": 42, "release": "98/98i", "objects": 2,)"));
 }
@@ -113,7 +113,7 @@ TEST_F(Info, AModelBeginsWithItsHeader) {
         {"(object Design)", "A model file begins with \"(object Petal\"."},
         {"(list Petal)", "A model file begins with"},
         {"k (list (object Petal))", "A model file begins with"},
-        {"", "petal: 'm' is no model file\npetal: It is empty."},
+        {"", "petal: 'm' is not a model file\npetal: It is empty."},
         {"<xml/>", "It is XML"},
         {"(\0o\0b\0"s, "It is in UTF-16. Convert it"},
         {"\x1F\x8B\x08", "Unpack it"},

@@ -25,10 +25,9 @@ protected:
     }
 };
 
-constexpr const char* summary =
-    "petal: objects: 4 imported, 1 changed, 1 dropped\n"
-    "petal: properties: 4 imported, 1 changed, 3 dropped\n"
-    "petal: losses: 2, bytes that are not in the encoding: 1, damages: 1; --ledger FILE tells of each\n";
+constexpr const char* summary = "petal: objects: 4 imported, 1 changed, 1 dropped\n"
+                                "petal: properties: 4 imported, 1 changed, 3 dropped\n"
+                                "petal: losses: 2, invalid byte sequences: 1, damages: 1; --ledger FILE lists them\n";
 
 TEST_F(LedgerCommand, WritesLinesAndASummary) {
     const Ended ended = run("$petal import m --format none --ledger l");
@@ -42,7 +41,7 @@ TEST_F(LedgerCommand, WritesLinesAndASummary) {
             R"({"entry":"property","file":"m","line":9,"column":4,"kind":"Class","name":"A","property":"documentation","outcome":"changed","loss":true,"reason":"bytes invalid in the file's encoding were replaced by U+FFFD"})",
             R"({"entry":"object","file":"m","line":13,"column":5,"kind":"ClassAttribute","name":"x","outcome":"dropped","loss":true,"reason":"its class already has an attribute of that name, from line 11"})",
             R"({"entry":"bytes","file":"m","line":9,"column":19,"bytes":"b7"})",
-            R"({"entry":"damage","file":"m","line":15,"column":1,"damage":"surplusClose","text":"there is a closing parenthesis too many here or further up"})",
+            R"({"entry":"damage","file":"m","line":15,"column":1,"damage":"surplusClose","text":"one closing parenthesis too many, here or earlier"})",
             R"({"entry":"properties","count":1,"file":"m","line":12,"column":6,"kind":"ClassAttribute","property":"quid","outcome":"dropped","reason":"identifiers are not kept"})",
             R"({"entry":"kind","kind":"ClassAttribute","objects":{"imported":0,"changed":1,"dropped":1},"properties":{"imported":0,"changed":0,"dropped":2}})",
             R"({"entry":"total","objects":{"imported":4,"changed":1,"dropped":1},"properties":{"imported":4,"changed":1,"dropped":3},"losses":2,"badBytes":1,"damages":1})",
@@ -101,7 +100,7 @@ TEST_F(LedgerCommand, TellsOfUnitsByTheirFiles) {
     const std::string lines = run("$petal import u.mdl --format none --ledger -").output;
     for (
         const char* line : {
-            R"("file":"u.mdl","line":7,"column":3,"kind":"Class_Category","name":"P","outcome":"imported","reason":"it stands for the content of a unit ./p.cat"})",
+            R"("file":"u.mdl","line":7,"column":3,"kind":"Class_Category","name":"P","outcome":"imported","reason":"its content was read from the unit ./p.cat"})",
             R"("file":"./p.cat","line":4,"column":1,"kind":"Class_Category","name":"P","outcome":"imported","reason":"as a package"})",
             R"("file":"./p.cat","line":6,"column":3,"kind":"UseCase","name":"U","outcome":"dropped","reason":"use cases are not imported"})",
             R"("file":"u.mdl","line":11,"column":3,"kind":"Class_Category","name":"Q","outcome":"changed","loss":true,"reason":"its content is in a file that was not read: q.cat"})",

@@ -48,20 +48,21 @@ TEST_F(Report, PartsMergeToTheWhole) {
     EXPECT_EQ(ended.output, "");
     EXPECT_TRUE(has(get("merged"), "\"file\": \"\\\\xe9.mdl\"")) << "no byte that is not UTF-8";
     const std::pair<std::string, const char*> rows[] = {
-        {"", "it is no JSON object"},
-        {"[]", "it is no JSON object"},
+        {"", "it is not a JSON object"},
+        {"[]", "it is not a JSON object"},
         {"{}", "its format is not version 1 of petal-report"},
         {R"({"format":"petal-report","formatVersion":2,"files":[]})", "its format is not version 1"},
-        {start + R"({}]})", "an element of files has no name"},
-        {start + R"({"file":1,"state":"failed"}]})", "file is no text"},
-        {start + R"({"file":"a","state":"x"}]})", "there is no state 'x'"},
-        {start + R"({"file":"a","state":"failed","signal":-1}]})", "signal is no number"},
-        {start + R"({"file":"a","state":"failed","objects":9223372036854775808}]})", "objects is no number"},
+        {start + R"({}]})", "an element of files has no file name"},
+        {start + R"({"file":1,"state":"failed"}]})", "file is not a text"},
+        {start + R"({"file":"a","state":"x"}]})", "unknown state 'x'"},
+        {start + R"({"file":"a","state":"failed","signal":-1}]})", "signal is not a number in the allowed range"},
+        {start + R"({"file":"a","state":"failed","objects":9223372036854775808}]})",
+         "objects is not a number in the allowed range"},
     };
     for (const auto& [contents, errors] : rows) {
         put("bad", contents);
         expectRefusals("$petal report merge whole bad ",
-                       {{"-o new", 1, "petal: 'bad' is no report: "}, {"", 1, errors}});
+                       {{"-o new", 1, "petal: 'bad' is not a report: "}, {"", 1, errors}});
     }
 }
 

@@ -110,12 +110,12 @@ TEST_F(Units, TheRootMayHaveAnotherName) {
 TEST_F(Units, AreListed) {
     const Ended listed = run("$petal units m.mdl shop/sales.cat --path-map SHOP=shop");
     EXPECT_EQ(listed.status, 0);
-    EXPECT_EQ(listed.output, "m.mdl: 2 controlled units, 1 of them missing\n"
+    EXPECT_EQ(listed.output, "m.mdl: 2 controlled units, 1 missing\n"
                              "  Class_Category sales (m.mdl line 5): $SHOP\\Sales.CAT\n"
                              "    found: shop/sales.cat\n"
                              "  Class_Category gone (m.mdl line 6): $SHOP\\gone.cat\n"
                              "    missing: there is no such file\n"
-                             "shop/sales.cat: 0 controlled units, 0 of them missing\n");
+                             "shop/sales.cat: 0 controlled units, 0 missing\n");
     const Ended suggesting = run("$petal units m.mdl --units require");
     EXPECT_EQ(suggesting.status, 4);
     EXPECT_TRUE(has(suggesting.output, "\n--path-map SHOP=shop would find 1 of 2\n"));
@@ -169,7 +169,7 @@ protected:
 TEST_F(SeveralModels, AreToldOfByCause) {
     const std::string told = "petal: $SHOP is not set: 4 units in 2 models\n"
                              "petal: not found under C:\\old: 1 unit in 1 model, such as C:\\old\\x.cat\n"
-                             "petal: no model file: 1 unit in 1 model, such as a/bad.cat\n"
+                             "petal: not a model file: 1 unit in 1 model, such as a/bad.cat\n"
                              "petal: --path-map 'SHOP=a/my code' would find 2 of 4\n";
     struct Row {
         const char* options;
@@ -237,12 +237,12 @@ TEST(LossLines, AreTheSameInAnyOrderAndEnd) {
     std::ranges::for_each(models.rbegin(), models.rend(), [&](const units::ModelLosses& model) { back.add(model); });
     const petal::TextLines lines = petal::lossLines(there);
     EXPECT_EQ(lines, petal::lossLines(back));
-    const petal::TextLines first{"not told one by one: 30 units in 30 models",
+    const petal::TextLines first{"not listed: 30 units in 30 models",
                                  "$COMMON is not set: 30 units in 30 models",
                                  "not found beside the file that names it: 3 units in 3 models, such as near$S0.cat",
                                  "not found under \\\\server: 3 units in 3 models, such as \\\\server\\a\\b.cat",
                                  "cannot be read (why): 3 units in 3 models, such as p",
-                                 "stands in itself: 3 units in 3 models, such as p$S0\\x1b",
+                                 "contains itself: 3 units in 3 models, such as p$S0\\x1b",
                                  "$S0 is not set: 1 unit in 1 model"};
     ASSERT_EQ(lines.size(), 21U);
     EXPECT_TRUE(std::ranges::equal(first, std::span(lines).first(first.size()))) << testing::PrintToString(lines);

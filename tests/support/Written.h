@@ -38,6 +38,9 @@ class FolderOfOne final : public exporter::OutputFolder {
 public:
     explicit FolderOfOne(text::Output& output) : output_(output) {}
     [[nodiscard]] text::Output& open(std::string_view /*name*/) override { return output_; }
+    [[nodiscard]] text::Output& openBeside() override { return beside; }
+
+    MemoryOutput beside;
 
 private:
     text::Output& output_;

@@ -160,7 +160,20 @@ std::vector<Destination> destinationsOf(const ImportRequest& request) {
     }
     checkFormatOptions(request, destinations);
     std::erase_if(destinations, writesNothing);
+    for (Destination& destination : destinations) {
+        destination.beside = furtherFile(request, *exporter::findExporter(destination.format));
+    }
     return destinations;
+}
+
+std::optional<std::string> furtherFile(const ImportRequest& request, const exporter::Exporter& exporter) {
+    const exporter::OptionValues values = formatOptions(request, exporter);
+    for (const exporter::Option& option : exporter.options) {
+        if (option.namesOutput && !values.get(option.name).empty()) {
+            return values.get(option.name);
+        }
+    }
+    return std::nullopt;
 }
 
 void checkFormatOptions(const ImportRequest& request, std::span<const Destination> destinations) {
@@ -178,6 +191,16 @@ void checkFormatOptions(const ImportRequest& request, std::span<const Destinatio
             } catch (const exporter::WrongOption& error) {
                 throw wrongOption(destination.format, error);
             }
+        }
+    }
+    for (const Destination& destination : destinations) {
+        const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
+        try {
+            if (exporter.check != nullptr) {
+                exporter.check(formatOptions(request, exporter));
+            }
+        } catch (const exporter::WrongOption& error) {
+            throw wrongOption(destination.format, error);
         }
     }
 }

@@ -4,7 +4,9 @@
 #include "petal/Failure.h"
 #include "petal/Request.h"
 
+#include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace petal {
@@ -17,6 +19,9 @@ namespace petal {
 /// Throws a `Failure` with the outcome `wrongUsage` that lists the options when one of the request's settings is for
 /// none of the destinations' formats, or has a value that one of them does not accept.
 void checkFormatOptions(const ImportRequest& request, std::span<const Destination> destinations);
+
+/// The file that an option of the format names for it to write, besides its output; nothing without such a setting.
+[[nodiscard]] std::optional<std::string> furtherFile(const ImportRequest& request, const exporter::Exporter& exporter);
 
 /// The values of the options of a format, from those of the request's settings that are for it. The settings must have
 /// been checked.

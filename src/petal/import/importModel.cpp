@@ -130,8 +130,11 @@ public:
         const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
         const exporter::OptionValues options = formatOptions(request, exporter);
         const std::string ending = exporter::endingOf(destination.path.value_or(""));
-        attempt([&] {
-            files_.emplace(destination.path, destination.descriptor);
+        attempt(destination.path, [&] { files_.emplace(destination.path, destination.descriptor); });
+        if (destination.beside) {
+            attempt(destination.beside, [&] { files_->addBeside(*destination.beside, destination.besideDescriptor); });
+        }
+        attempt(destination.path, [&] {
             exporter.write({.model = keptModel(),
                             .source = knowledge.places,
                             .options = options,
@@ -146,20 +149,20 @@ public:
 
     /// Called once. Throws a `Failure`.
     void commit() {
-        attempt([&] { files_->commit(); });
+        attempt(destination_.path, [&] { files_->commit(); });
     }
     [[nodiscard]] const std::string& getFormat() const { return destination_.format; }
     [[nodiscard]] const exporter::Omissions& getOmissions() const { return omissions_; }
 
 private:
     template <class Step>
-    void attempt(Step step) const {
+    void attempt(const std::optional<std::string>& path, Step step) const {
         try {
             step();
         } catch (const exporter::WrongOption& error) { // the model lacks what an option names
             throw wrongOption(destination_.format, error);
         } catch (const std::system_error& error) {
-            throw outputFailure(outputName(destination_.path), error);
+            throw outputFailure(outputName(path), error);
         }
     }
 

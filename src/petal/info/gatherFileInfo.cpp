@@ -22,7 +22,7 @@ struct Format {
     const char* advice;
 };
 
-constexpr const char* utf16Advice = "It is in UTF-16. Convert it to the encoding that its charSet stands for, "
+constexpr const char* utf16Advice = "It is in UTF-16. Convert it to the encoding that its charSet means, "
                                     "with iconv for example.";
 constexpr const char* archiveAdvice = "It is a compressed archive. Unpack it and name the model file in it.";
 
@@ -45,9 +45,10 @@ const char* foreignFormatAdvice(std::string_view head) {
     }
     const auto* found =
         std::ranges::find_if(formats, [head](const Format& format) { return head.starts_with(format.start); });
-    return found != formats.end() ? found->advice
-                                  : "A model file begins with \"(object Petal\". Check that this is one as its tool "
-                                    "saves it.";
+    return found != formats.end()
+               ? found->advice
+               : "A model file begins with \"(object Petal\". Check that its tool saved this file as a "
+                 "model.";
 }
 
 namespace {
@@ -58,7 +59,7 @@ using notation::EventKind;
 
 constexpr std::string_view diagramSuffix = "Diagram"; // ClassDiagram, State_Diagram ...
 
-/// An object that is being read, with what makes it a controlled unit.
+/// An object that is being read, with the properties of a controlled unit.
 struct OpenObject {
     std::string kind;
     std::string name;
@@ -70,7 +71,7 @@ struct OpenObject {
 
 class Gatherer {
 public:
-    /// False when there is no point in reading on.
+    /// Returns false when the rest of the file is not needed.
     bool take(const Event& event);
     FileInfo finish();
 
@@ -83,9 +84,9 @@ private:
 
     FileInfo info_;
     notation::HeaderGatherer header_;
-    std::vector<OpenObject> open_; // those in front of `depth_`; the others keep their memory for the next
+    std::vector<OpenObject> open_; // the first `depth_`; the others keep their memory for reuse
     std::size_t depth_ = 0;
-    bool inFileName_ = false; // a further piece of the value is one of a file's name
+    bool inFileName_ = false; // further pieces belong to a file's name
 };
 
 bool Gatherer::take(const Event& event) {

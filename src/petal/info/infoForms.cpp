@@ -106,7 +106,7 @@ namespace {
 
 using text::IndentedJson;
 
-/// Writes the members of an object, without those that say nothing.
+/// Writes the members of an object, except empty ones.
 class Members {
 public:
     explicit Members(IndentedJson& json) : json_(json) {}
@@ -161,7 +161,7 @@ void writeObjects(const FileInfo& info, IndentedJson& json) {
     json.key("objectsByKind");
     json.startObject();
     for (const auto& [kind, count] : info.objects) {
-        json.text(kind); // not a key: a kind may hold what JSON escapes
+        json.text(kind); // not `key`: a kind may contain characters that JSON escapes
         json.number(static_cast<std::int64_t>(count));
     }
     json.endObject();

@@ -7,13 +7,13 @@
 
 namespace petal {
 
-/// The release of Rose that writes files of this version, for people ("4.0"); null when it is not known.
+/// The release of Rose that writes files of this version, for people ("4.0"); null if it is unknown.
 [[nodiscard]] const char* roseRelease(std::int64_t version);
 
-/// The lines that tell a person of the model file at `path`. They drive no terminal, whatever the file holds.
+/// Describes the model file at `path` for people, in lines without control characters.
 [[nodiscard]] std::string infoText(const std::string& path, const FileInfo& info);
 
-/// Writes the same as a JSON object. What the file does not say, and what is false or empty, is left out.
+/// Writes the same as a JSON object, without false, empty and missing values. Throws what the output throws.
 void writeInfoJson(const std::string& path, const FileInfo& info, text::IndentedJson& json);
 
 } // namespace petal

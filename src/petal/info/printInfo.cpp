@@ -11,7 +11,7 @@ namespace petal {
 
 namespace {
 
-/// Where the files' infos go, in the form that was asked for.
+/// Writes the infos of the files in the requested form.
 class Form {
 public:
     Form(text::BufferedOutput& output, bool asJson) : output_(output), json_(output), asJson_(asJson) {
@@ -56,12 +56,12 @@ FileInfo infoOf(const std::string& path) {
     InputFile file(path);
     FileInfo info = gatherFileInfo(file);
     if (!info.isModel) {
-        throw Failure(Outcome::inputNotRead, "'" + path + "' is no model file", foreignFormatAdvice(file.getHead()));
+        throw Failure(Outcome::inputNotRead, "'" + path + "' is not a model file", foreignFormatAdvice(file.getHead()));
     }
     return info;
 }
 
-/// Writes what can be told and reports the rest. Returns how many files nothing can be told of.
+/// Writes the infos of all files, and reports the files that cannot be read. Returns how many those are.
 std::size_t write(const InfoRequest& request, Form& form) {
     std::size_t failures = 0;
     for (const std::string& path : request.files) {

@@ -58,7 +58,7 @@ void ArchiveRun::run() {
     try {
         importAll(signals);
     } catch (...) {
-        ended_.clear(); // while no further signal can keep it from going
+        ended_.clear(); // removes the files while further signals are held back
         throw;
     }
     console_.clear();
@@ -82,7 +82,7 @@ void ArchiveRun::importAll(const StopSignals& signals) {
         }
         console_.show({settled_, sources_.size(), failed_});
     }
-    ended_.clear(); // the rest comes behind a failure
+    ended_.clear(); // the rest is after a failure
 }
 
 void ArchiveRun::startMore(ProcessPool& pool) {

@@ -17,37 +17,38 @@
 
 namespace petal {
 
-/// One go through many files: each is imported in a process of its own, several at a time.
+/// Imports many files, each in its own process, several in parallel.
 ///
-/// What it leaves behind, outputs and reports, is the same however many run at a time: each file has an output of its
-/// own, and after a failure that ends the run nothing is kept of the files behind the one that failed.
+/// Outputs and reports do not depend on the number of parallel imports: every file has separate outputs, and after a
+/// failure that ends the run, nothing is kept of the files after the one that failed. This process must have one
+/// thread.
 class ArchiveRun {
 public:
-    /// `paths` says for each source where what it gives is to be; `uses` are those of the whole command, and `locator`
-    /// finds units. Both must live as long. Throws a `Failure` when the log cannot be opened.
+    /// `paths` has the outputs of each source, `uses` the files of the whole command; `locator` finds units. `uses` and
+    /// `locator` must live as long. Throws a `Failure` when the log cannot be opened.
     ArchiveRun(std::vector<Source> sources, std::vector<ImportPaths> paths, const FileUses& uses,
                units::UnitLocator& locator, const ImportRequest& import, const JobsRequest& jobs);
 
-    /// Has the path symbols mapped that must stand for something, and returns them. Called before `run`, if at all.
-    /// Throws `Stopped`.
+    /// Maps the path symbols whose folders can be inferred (`units::mapSymbols`), and returns them. If called, then
+    /// before `run`. Throws `Stopped`, and `std::system_error` when no process can be started.
     [[nodiscard]] std::vector<units::SymbolFolder> mapUnitSymbols(units::SymbolSearch& search);
 
-    /// Imports them all; called once. Throws `Stopped`, and a `Failure` when the log could not be written or when it is
-    /// not known that the outputs have reached the disk.
+    /// Imports all files; called once. Throws `Stopped`, and a `Failure` when the log cannot be written or the outputs
+    /// cannot be brought to the disk. A failed import is not thrown: `getFiles` has it.
     void run();
-    /// What became of each source, in their order.
+    /// The outcomes of the sources, in their order.
     [[nodiscard]] const std::vector<FileReport>& getFiles() const { return files_; }
-    /// What the outputs lack of the models.
+    /// The parts of the models that the outputs omit.
     [[nodiscard]] const OmissionCounts& getOmissions() const { return omissions_; }
-    /// The units that they lack.
+    /// The units that are missing from the models.
     [[nodiscard]] const units::LostUnits& getLostUnits() const { return lostUnits_; }
 
 private:
-    /// An import whose end has not had its effects yet.
+    /// An import that has ended and is not settled yet.
     struct Ended {
         ImportEnd end;
         ImportFiles files;
-        bool isUpToDate = false; // and there was no import
+        bool isUpToDate = false; // there was no import
     };
 
     void importAll(const StopSignals& signals);
@@ -75,14 +76,14 @@ private:
     OmissionCounts omissions_;
     units::LostUnits lostUnits_;
     std::map<std::size_t, Ended> ended_; // by number
-    std::size_t next_ = 0;               // the first that has not been started
-    std::size_t end_;                    // nothing from here on is imported
-    std::size_t settled_ = 0;            // how many are
+    std::size_t next_ = 0;               // the first source that has not been started
+    std::size_t end_;                    // sources from here on are not imported
+    std::size_t settled_ = 0;            // the number of settled sources
     std::size_t failed_ = 0;
-    std::set<std::filesystem::path> folders_; // whose names have yet to reach the disk
+    std::set<std::filesystem::path> folders_; // with new names that must be brought to the disk
 };
 
-/// What stands in a report for an import of the file that ended so.
+/// The entry of a report for an import of the file that ended with `end`.
 [[nodiscard]] FileReport fileReport(const std::string& file, const ImportPaths& paths, const ImportEnd& end);
 
 } // namespace petal

@@ -19,7 +19,7 @@ void put(std::string_view text) {
     try {
         writeFully(STDERR_FILENO, text);
     } catch (const std::system_error&) {
-        return; // there is no other place to say so
+        return; // there is no other place to report it
     }
 }
 

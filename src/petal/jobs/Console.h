@@ -7,33 +7,33 @@
 
 namespace petal {
 
-/// Whether standard error takes colours: it is a terminal that knows more than text, and NO_COLOR is not set.
+/// Whether to use colours on standard error: it is a terminal that supports them, and NO_COLOR is not set.
 [[nodiscard]] bool takesColours();
 
-/// How far a run through many files has come.
+/// The progress of a run through many files.
 struct ProgressCounts {
     std::size_t done;
     std::size_t total;
     std::size_t failed;
 };
 
-/// A line that tells how far a run has come `seconds` after its start.
+/// A line with the progress of a run, `seconds` after its start.
 [[nodiscard]] std::string progressText(const ProgressCounts& counts, double seconds);
 
-/// Standard error during a run through many files: whole lines, and on a terminal a line of progress that is always
-/// the last. What cannot be written there is lost.
+/// Standard error during a run through many files: whole lines and, on a terminal, a last line with the progress. Used
+/// by one thread. Failures to write are ignored.
 class Console {
 public:
-    /// Without `showsProgress` there is no such line, nor is there unless standard error is a terminal.
+    /// The progress is shown if `showsProgress` is true and standard error is a terminal.
     explicit Console(bool showsProgress);
     Console(const Console&) = delete;
     Console& operator=(const Console&) = delete;
-    /// Takes the line of progress away.
+    /// Removes the line with the progress.
     ~Console() { clear(); }
 
-    /// Writes lines, which end with a line's end.
+    /// Writes lines, each with its line end.
     void write(std::string_view lines);
-    /// Shows the progress, unless that was done a moment ago.
+    /// Shows the progress, unless the line is less than 200 ms old.
     void show(const ProgressCounts& counts);
     void clear();
 

@@ -14,13 +14,13 @@ namespace petal {
 
 namespace {
 
-/// What stands ahead of the texts of an end.
+/// The fixed part of an encoded end; its texts follow.
 struct EndHead {
     Outcome outcome;
     ImportResult result;
 };
 
-/// What begins a part of a message.
+/// The first value of a part of a message.
 enum class Part : std::uint8_t { losses, omissions, end };
 
 class Writer {
@@ -40,7 +40,7 @@ private:
     std::string bytes_;
 };
 
-/// Reads what a `Writer` has written; once the bytes have come to their end, nothing but zeros and empty texts.
+/// Reads the bytes of a `Writer`; after their end it returns zeros and empty texts.
 class Reader {
 public:
     explicit Reader(std::string_view bytes) : bytes_(bytes) {}
@@ -55,7 +55,7 @@ public:
     }
     std::string text() { return std::string(next(plain<std::uint64_t>())); }
     [[nodiscard]] bool isAtEnd() const { return bytes_.empty(); }
-    /// Whether there were fewer bytes than were asked for.
+    /// Whether more bytes were requested than there are.
     [[nodiscard]] bool isCut() const { return isCut_; }
 
 private:
@@ -135,7 +135,7 @@ void OmissionCounts::add(const OmissionCounts& others) {
 
 std::vector<std::string> OmissionCounts::lines() const {
     std::vector<std::string> lines;
-    const std::string* last = nullptr; // the rows of a format are together only if each format has come once
+    const std::string* last = nullptr; // rows of a format that was added twice may be apart
     for (const Row& row : rows) {
         if (last == nullptr || *last != row.format) {
             lines.push_back(row.format + ": left out: ");

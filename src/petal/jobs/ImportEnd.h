@@ -11,7 +11,7 @@
 
 namespace petal {
 
-/// How many parts of models formats have left out, by format and kind.
+/// The numbers of parts of models that formats omitted, by format and kind.
 struct OmissionCounts {
     struct Row {
         std::string format;
@@ -19,38 +19,38 @@ struct OmissionCounts {
         std::string many;
         std::uint64_t count = 0;
     };
-    std::vector<Row> rows; // in the order in which they were first added
+    std::vector<Row> rows; // in the order of their first addition
 
     void add(const OmissionCounts& others);
     /// A line for each format: "uml: left out: 12 class diagrams, 1 friend flag".
     [[nodiscard]] std::vector<std::string> lines() const;
 };
 
-/// How an import ended.
+/// The result of an import in another process, or of a failed one.
 struct ImportEnd {
-    Outcome outcome = Outcome::success; // or `checkTripped`, when the model was written
-    ImportResult result;                // nothing but zeros when it was not
-    std::string text;                   // what went wrong, as in a `Failure`
+    Outcome outcome = Outcome::success; // this or `checkTripped` if the model was written
+    ImportResult result;                // all zero if it was not
+    std::string text;                   // the failure, as in a `Failure`
     std::string advice;
-    int exitStatus = 0;                     // unless 0, the status with which something ended the process of the import
-    int signal = 0;                         // unless 0, the signal that ended it
-    std::vector<units::ModelLosses> losses; // of each model whose units were looked for, whatever came of it
+    int exitStatus = 0;                     // unless 0, the status with which the bridge ended the process
+    int signal = 0;                         // unless 0, the signal that ended the process
+    std::vector<units::ModelLosses> losses; // of each model whose units were searched, also if the import failed
     OmissionCounts omissions;
 
     [[nodiscard]] bool isDone() const { return outcome == Outcome::success || outcome == Outcome::checkTripped; }
 };
 
 [[nodiscard]] ImportEnd endWith(const ImportResult& result);
-/// What stands for the exception that an import ended with.
+/// The end for an exception that an import threw.
 [[nodiscard]] ImportEnd endWith(const std::exception_ptr& failure);
 
-/// The bytes in which an end, but for its losses and omissions, goes to another process of the same program; and the
-/// losses of one model and the omissions of one format, which go before it.
+/// Encode parts of a message to another process of the same program: the losses of a model, the omissions of a format
+/// and, last, the end without these.
 [[nodiscard]] std::string encoded(const ImportEnd& end);
 [[nodiscard]] std::string encoded(const units::ModelLosses& losses);
 [[nodiscard]] std::string encoded(std::string_view format, const exporter::Omissions& omissions);
 
-/// What is in such bytes, which may have been cut.
+/// The parts of such a message. If the message was cut, incomplete parts are missing.
 struct ImportMessage {
     std::optional<ImportEnd> end; // without the losses and omissions
     std::vector<units::ModelLosses> losses;

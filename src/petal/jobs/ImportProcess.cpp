@@ -54,7 +54,7 @@ int waitFor(pid_t process) {
     return status;
 }
 
-/// Whether the other end is closed. Reads no more than a piece, so that no process keeps the others waiting.
+/// Returns whether the other end is closed. Reads at most one piece, so that no child delays the others.
 bool takePiece(int descriptor, const Lines::Taker& taker) {
     static std::array<char, pieceLength> piece;
     const ssize_t count = ::read(descriptor, piece.data(), piece.size());
@@ -70,7 +70,7 @@ ImportProcess::ImportProcess(ImportTask task, const Limits& limits,
                              std::span<const std::unique_ptr<ImportProcess>> siblings)
     : task_(std::move(task)), limits_(limits) {
     openChannels();
-    std::fflush(nullptr); // what is buffered is written once, by this process
+    std::fflush(nullptr); // otherwise both processes would write buffered output
     const pid_t parent = ::getpid();
     process_ = ::fork();
     if (process_ < 0) {

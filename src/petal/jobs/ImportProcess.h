@@ -23,7 +23,7 @@
 
 namespace petal {
 
-/// What one import may take. Holds for the process that it runs in.
+/// The limits of one import and its process.
 struct Limits {
     std::optional<std::chrono::milliseconds> time;
     std::optional<std::uint64_t> memory; // bytes of writable memory
@@ -37,22 +37,22 @@ struct Limits {
     return limits;
 }
 
-/// Cuts bytes that arrive in pieces into lines and hands each on when it is whole, its end included. What has no line's
-/// end for a megabyte is cut there.
+/// Splits bytes that arrive in pieces into lines, and passes on each complete line with its line end. Lines longer than
+/// a megabyte are split.
 class Lines {
 public:
-    /// Called with each line, which lives only during the call.
+    /// Called with each line, which is valid during the call only.
     using Taker = std::function<void(std::string_view line)>;
 
-    /// With an empty taker nobody may add.
+    /// With an empty taker, `add` must not be called.
     explicit Lines(Taker taker = {}) : taker_(std::move(taker)) {}
 
     [[nodiscard]] bool isTaken() const { return static_cast<bool>(taker_); }
 
     void add(std::string_view bytes);
-    /// Hands on the last line if it has no end, with one.
+    /// Passes on the last line, if it is incomplete, with a line end.
     void end();
-    /// The last line handed on, without its end; empty when there was none.
+    /// The last line that was passed on, without its line end; empty if there was none.
     [[nodiscard]] const std::string& getLast() const { return last_; }
 
 private:
@@ -63,18 +63,18 @@ private:
     std::string last_;
 };
 
-/// Where what an import makes is to be; empty where it is not to be kept.
+/// The paths of the outputs of an import; empty for outputs that are not kept in files.
 struct ImportPaths {
-    std::vector<std::string> models; // of the destinations, in their order
+    std::vector<std::string> models; // of the destinations, in their order, then of the files beside them
     std::string ledger;
 };
 
-/// The files that an import in a process of its own writes for its parent to keep; null where it has none.
+/// The files that a child process writes and its parent keeps; null if there is none.
 struct ImportFiles {
-    std::vector<std::unique_ptr<TemporaryFile>> models; // of the destinations, in their order
+    std::vector<std::unique_ptr<TemporaryFile>> models; // in the same order
     std::unique_ptr<TemporaryFile> ledger;
 
-    /// Those that there are, in the order in which they take their places: where there is a ledger, so is its model.
+    /// All files, in the order in which they must be put in place: the ledger is the last, so that its model exists.
     [[nodiscard]] std::vector<TemporaryFile*> inOrder() const {
         std::vector<TemporaryFile*> files;
         std::ranges::transform(models, std::back_inserter(files), &std::unique_ptr<TemporaryFile>::get);
@@ -84,53 +84,52 @@ struct ImportFiles {
     }
 };
 
-/// What an import in a process of its own is to do.
+/// The arguments of an import in a child process.
 struct ImportTask {
     ImportRequest request;
     const FileUses* uses;        // of the whole command; must live as long
-    units::UnitLocator* locator; // likewise; what the import finds with it, it has for itself
+    units::UnitLocator* locator; // likewise; the child has a copy
     std::function<ImportResult(const ImportRequest&, const ImportContext&)> run = importModel;
-    /// What stands in place of the request's output and ledger. They are this process's: the import only writes to
-    /// them, so whatever becomes of the import, nobody but their owner replaces or removes a file.
+    /// The files to write instead of the request's outputs and ledger. This process owns them and the child only writes
+    /// to them: only their owner replaces or removes a file, also if the import crashes.
     ImportFiles files;
-    /// Who takes the lines that the import writes to standard error, standard output included, and to its log. When one
-    /// is empty, the import has that stream of this process, or the log that the request names.
+    /// Callbacks for the lines that the import writes to standard error and standard output, and to its log. If one is
+    /// empty, the import uses the streams of this process, or the log of the request.
     Lines::Taker errors;
     Lines::Taker log;
 };
 
-/// An import in a forked process, which needs no program to be loaded again. This process must have one thread.
-///
-/// The import ends with this object, and with this process.
+/// An import in a forked child process. The destructor ends the child, and so does the end of this process. This
+/// process must have one thread.
 class ImportProcess {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// Starts it. `siblings` are the imports under way, whose files are none of its business. The process ends by
-    /// itself when the import does. Throws `std::system_error`.
+    /// Starts the import. `siblings` are the imports that run already; the child closes their descriptors. The child
+    /// ends after the import. Throws `std::system_error`.
     ImportProcess(ImportTask task, const Limits& limits, std::span<const std::unique_ptr<ImportProcess>> siblings);
     ImportProcess(const ImportProcess&) = delete;
     ImportProcess& operator=(const ImportProcess&) = delete;
     ~ImportProcess();
 
-    /// Appends what to wait for.
+    /// Appends the descriptors to wait for.
     void addTo(std::vector<pollfd>& waiting) const;
-    /// Takes what has arrived, without waiting. Returns whether the process has nothing more to say.
+    /// Takes the bytes that have arrived, without waiting. Returns whether the child has closed all channels.
     bool takeArrived();
-    /// When its time is up; nothing without a limit.
+    /// The time at which the time limit is reached; nothing without a limit.
     [[nodiscard]] const std::optional<Clock::time_point>& getDeadline() const { return deadline_; }
-    /// Ends the import because its time is up.
+    /// Ends the import because its time limit is reached.
     void timeOut();
-    /// Waits for the process, which has nothing more to say. Called once.
+    /// Waits for the end of the child, after `takeArrived` has returned true. Called once.
     ImportEnd finish();
-    /// The task's files, for whoever decides what becomes of them.
+    /// Gives the task's files to the caller, who keeps or removes them.
     [[nodiscard]] ImportFiles takeFiles() { return std::move(task_.files); }
 
 private:
     /// A pipe from the import.
     struct Channel {
         Descriptor reading;
-        Descriptor writing; // of the import; closed here once it runs
+        Descriptor writing; // of the child; closed here after its start
         Lines lines;
     };
     enum : std::size_t { result, errors, log, channelCount };
@@ -142,8 +141,8 @@ private:
     ImportTask task_;
     Limits limits_;
     std::array<Channel, channelCount> channels_;
-    std::string message_; // what came through the channel of the result
-    pid_t process_ = -1;  // -1 once it has been waited for
+    std::string message_; // the bytes from the channel `result`
+    pid_t process_ = -1;  // -1 after its end
     bool timedOut_ = false;
     std::optional<Clock::time_point> deadline_;
 };

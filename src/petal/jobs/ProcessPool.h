@@ -8,26 +8,26 @@
 
 namespace petal {
 
-/// An import that has ended, by the number it was started with.
+/// An import that has ended, with the number that it was started with.
 struct EndedImport {
     std::size_t number;
     ImportEnd end;
     ImportFiles files; // the task's
 };
 
-/// The imports under way. Those that have not ended by then end with the pool.
+/// The imports that run at a time. The destructor ends them. Used by one thread.
 class ProcessPool {
 public:
     /// `signals` must outlive the pool.
     ProcessPool(const Limits& limits, const StopSignals& signals) : limits_(limits), signals_(signals) {}
 
     [[nodiscard]] std::size_t getCount() const { return processes_.size(); }
-    /// Throws `std::system_error` when no process can be made.
+    /// Starts an import. Throws `std::system_error` when no process can be started.
     void start(std::size_t number, ImportTask task);
-    /// Waits until an import has something to say or time is up, but not longer than `atMost`, and passes on what the
-    /// imports say. Returns those that have ended meanwhile. Throws `Stopped`.
+    /// Waits until an import sends something or reaches its time limit, for at most `atMost`, and passes on the lines
+    /// of the imports. Returns the imports that have ended. Throws `Stopped`.
     [[nodiscard]] std::vector<EndedImport> wait(std::chrono::milliseconds atMost);
-    /// Ends the imports with a higher number, which are not heard of again.
+    /// Ends the imports with a higher number, without a result.
     void dropAfter(std::size_t number);
 
 private:

@@ -14,14 +14,14 @@ namespace petal {
 
 std::string normalName(const std::string& given) {
     const std::filesystem::path path(given);
-    // What ".." leads to depends on the links before it, so only the file system can tell.
+    // The target of ".." depends on the links before it: ask the file system.
     const bool goesUp = std::find(path.begin(), path.end(), "..") != path.end();
     return goesUp ? std::filesystem::weakly_canonical(std::filesystem::absolute(path)) : path.lexically_normal();
 }
 
 namespace {
 
-/// The name in a line that may have come from Windows.
+/// The name in a line that may be from Windows.
 std::string_view nameIn(std::string_view line) {
     const bool isCut = line.ends_with('\r') && ::access(std::string(line).c_str(), F_OK) != 0;
     return line.substr(0, line.size() - (isCut ? 1 : 0));
@@ -55,15 +55,15 @@ bool isModelName(const fs::path& name) {
     return extension == ".mdl";
 }
 
-/// A link that leads nowhere counts: that its model is missing must show.
+/// A broken link counts, so that its missing model is reported.
 bool isModelFile(const fs::directory_entry& entry) {
     std::error_code error;
     const fs::file_type type = entry.status(error).type();
     return isModelName(entry.path().filename()) && (type == fs::file_type::regular || type == fs::file_type::not_found);
 }
 
-/// Appends the model files that stand right in the folder and returns the folders in it. What cannot be read on the
-/// way is a source as well.
+/// Appends the model files of the folder, without those below, and returns its subfolders. A folder that cannot be read
+/// is appended as a source.
 std::vector<fs::path> searchFolder(const fs::path& folder, std::vector<Source>& found) {
     std::vector<fs::path> inner;
     std::error_code error;

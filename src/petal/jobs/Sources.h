@@ -14,28 +14,28 @@ struct Source {
     std::string unreadable; // why the folder cannot be searched; empty for a file
 };
 
-/// What is to be imported, and where it was found.
+/// The files to import, and the folders around them.
 struct Sources {
     std::vector<Source> files;                  // each once
-    std::vector<std::filesystem::path> folders; // that were searched for files
-    std::vector<std::filesystem::path> besides; // of the files that were named one by one; each once
+    std::vector<std::filesystem::path> folders; // the folders that were searched for files
+    std::vector<std::filesystem::path> besides; // the folders of files that were named; each once
 };
 
-/// What the arguments and the list of files stand for, in that order. A folder stands for the files below it whose name
-/// ends in ".mdl", in any case, in the order of their names' bytes; links to folders are not followed. Throws a
-/// `Failure` when the list cannot be read.
+/// Finds the files of the arguments, then of the list of files. A folder means the files below it whose name ends in
+/// ".mdl", in any case, sorted by the bytes of their paths; links to folders are not followed. Throws a `Failure` when
+/// the list cannot be read.
 [[nodiscard]] Sources findSources(const JobsRequest& request);
 
-/// Whether it is one file, and the request leaves no other choice.
+/// Whether the request names exactly one file, and no folder or list.
 [[nodiscard]] bool isSingleFile(const JobsRequest& request);
 
-/// A name for the file at `path` that every spelling of the path without links shares: without "." and doubled
-/// separators, and, where the path has "..", absolute and without links.
+/// A name for the file at `path` that all spellings of the path share, except through links: without "." and repeated
+/// separators and, if the path has "..", absolute and without links.
 [[nodiscard]] std::string normalName(const std::string& path);
 
-/// The names in a list of files, bytes as they stand, without empty ones: one to a line, or each ended by a NUL. "-" is
-/// standard input. Where no file has the name of a line that ends with a carriage return, the name is without it.
-/// Throws a `Failure` with the outcome `inputNotRead`.
+/// Reads the names in a list of files as unchanged bytes: one per line, or each ended by a NUL; empty ones are skipped.
+/// "-" is standard input. A carriage return at the end of a line is removed unless a file has that name. Throws a
+/// `Failure` with the outcome `inputNotRead`.
 [[nodiscard]] std::vector<std::string> readFileList(const std::string& list, bool nulSeparated);
 
 } // namespace petal

@@ -6,28 +6,28 @@
 
 namespace petal {
 
-/// A signal that asks the program to end, on its way out of the functions that have something to put away.
+/// Thrown after a signal that asks the program to end, so that destructors clean up.
 struct Stopped {
     int signal;
 };
 
-/// Holds back the signals that ask a program to end (interrupt, quit, hang-up, termination), but for those it was
-/// started to ignore, so that it can put away what it has under way. One at a time.
+/// Holds back the signals that ask the program to end (interrupt, quit, hang-up, termination), so that it can clean up
+/// first. Signals that were ignored when it started stay ignored. At most one object at a time.
 class StopSignals {
 public:
     /// Throws `std::system_error`.
     StopSignals();
     StopSignals(const StopSignals&) = delete;
     StopSignals& operator=(const StopSignals&) = delete;
-    /// Lets them take their usual effect again.
+    /// Lets the signals have their usual effect again.
     ~StopSignals();
 
-    /// Readable once a signal has come.
+    /// A descriptor that becomes readable when a signal has arrived.
     [[nodiscard]] int getDescriptor() const { return descriptor_.get(); }
-    /// Throws `Stopped` when a signal has come.
+    /// Throws `Stopped` if a signal has arrived.
     void check() const;
 
-    /// Lets them through in a forked process.
+    /// Lets the signals through in a forked process.
     static void unblock();
 
 private:

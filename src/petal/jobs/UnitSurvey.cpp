@@ -9,9 +9,8 @@ namespace petal {
 
 namespace {
 
-constexpr std::size_t mostForOne = 32; // models to a process
-constexpr std::size_t sharesForEach =
-    4; // at least, of the processes that run at a time, while there are so many models
+constexpr std::size_t mostForOne = 32;   // models per child
+constexpr std::size_t sharesForEach = 4; // children per parallel process, at least, if there are enough models
 
 } // namespace
 
@@ -49,7 +48,7 @@ units::LostUnits UnitSurvey::survey() {
     ProcessPool pool(limitsOf(jobs_), signals_);
     units::LostUnits lost;
     std::vector<std::size_t> losing;
-    std::vector<Numbers> parts = shared(); // grows by what failed processes leave behind
+    std::vector<Numbers> parts = shared(); // grows by the rest of failed children
     for (std::size_t next = 0; next < parts.size() || pool.getCount() > 0;) {
         for (; next < parts.size() && pool.getCount() < static_cast<std::size_t>(jobs_.parallel); ++next) {
             pool.start(next, taskFor(parts[next]));
@@ -63,7 +62,8 @@ units::LostUnits UnitSurvey::survey() {
                     losing.push_back(part[index]);
                 }
             }
-            // The model it failed at may only have come too late in it, unless it came first.
+            // A child may fail because of the time and memory for earlier models: try the model again, unless it was
+            // the first.
             if (const std::size_t begin = std::max(done, std::size_t{1}); begin < part.size()) {
                 parts.push_back(part.subspan(begin));
             }

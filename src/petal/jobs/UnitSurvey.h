@@ -10,16 +10,17 @@
 
 namespace petal {
 
-/// Looks for the units of many models without importing them, in processes that take up to 32 models each. A process
-/// that fails costs the model at which it did: the others are given to another one.
+/// Finds the lost units of many models without importing them, in child processes that read up to 32 models each. If a
+/// child fails, a new one continues with the model at which it failed or, if that was the child's first model, with the
+/// next one. Used by one thread.
 class UnitSurvey {
 public:
     /// All but the request must live as long.
     UnitSurvey(std::span<const Source> sources, ImportRequest request, const FileUses& uses,
                units::UnitLocator& locator, const JobsRequest& jobs, const StopSignals& signals);
 
-    /// What is lost of the models: the first time of all of them, from then on of those of which some was lost the
-    /// time before. Throws `Stopped`, and `std::system_error` when no process can be made.
+    /// Returns the lost units: the first call of all models, each later one of those that lost units in the call
+    /// before. Throws `Stopped`, and `std::system_error` when no process can be started.
     [[nodiscard]] units::LostUnits survey();
 
 private:

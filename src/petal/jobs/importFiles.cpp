@@ -24,7 +24,7 @@ namespace petal {
 
 namespace {
 
-/// Opened before the imports, so that they are not in vain; left out unless asked for.
+/// The report, if one is requested. It is opened before the imports: a failure must not waste them.
 class ReportOutput {
 public:
     explicit ReportOutput(const std::optional<std::string>& path) : path_(path) {
@@ -56,17 +56,17 @@ private:
     std::unique_ptr<ModelOutput> output_;
 };
 
-/// Whether anybody is told how much was dropped.
+/// Whether the numbers of dropped objects and losses are printed or reported.
 bool isCounted(const JobsRequest& jobs) {
     return !jobs.quiet || jobs.report;
 }
 
-/// Whether the log of several files holds each event: for people it has what they share instead.
+/// Whether the log of several files has each event; for people, events about units are summarized instead.
 bool isEachEventKept(const ImportRequest& request) {
     return request.log.value_or("-") != "-" || request.logFormat != "text";
 }
 
-/// Whether standard error has a line for each cause for which units are lost.
+/// Whether to print a line for each cause of lost units.
 bool areLossesTold(const ImportRequest& request, const JobsRequest& jobs) {
     const bool isWanted = severityLevel(request.logLevel.c_str()) >= severityLevel("WARNING");
     return isWanted && !(jobs.quiet && isEachEventKept(request));
@@ -79,6 +79,11 @@ ImportPaths pathsOf(const ImportRequest& request) {
     ImportPaths paths{.models = {}, .ledger = pathIn(request.ledger)};
     std::ranges::transform(request.destinations, std::back_inserter(paths.models),
                            [&](const Destination& destination) { return pathIn(destination.path); });
+    for (const Destination& destination : request.destinations) {
+        if (destination.beside) {
+            paths.models.push_back(pathIn(destination.beside));
+        }
+    }
     return paths;
 }
 
@@ -95,7 +100,7 @@ Outcome importSingle(const ImportRequest& request, const JobsRequest& jobs) {
     const ImportContext context{uses, locator};
     const ImportEnd end =
         isWatched && !jobs.inProcess ? importApart(request, context, limitsOf(jobs)) : importHere(request, context);
-    if (end.outcome != Outcome::wrongUsage) { // such as a report that would overwrite a controlled unit
+    if (end.outcome != Outcome::wrongUsage) { // such as when the report would overwrite a controlled unit
         report.write({fileReport(request.file, paths.front(), end)});
     }
     if (!end.isDone()) {
@@ -115,7 +120,7 @@ void makeFolder(const std::string& folder) {
     }
 }
 
-/// Where what each source gives goes.
+/// Plans the outputs of the sources and makes their folders.
 std::vector<ImportPaths> planPaths(std::span<const Source> sources, const ImportRequest& request) {
     std::vector<ImportPaths> paths(sources.size());
     const auto plan = [&](const std::string& folder, std::string_view ending, auto take) {
@@ -132,15 +137,14 @@ std::vector<ImportPaths> planPaths(std::span<const Source> sources, const Import
     }
     if (request.ledger) {
         if (*request.ledger == "-") {
-            throw Failure(Outcome::wrongUsage, "several ledgers need a folder to be written to",
-                          "Give one with --ledger.");
+            throw Failure(Outcome::wrongUsage, "several ledgers need a folder", "Give one with --ledger.");
         }
         plan(*request.ledger, ".ledger", [](ImportPaths& one, std::string path) { one.ledger = std::move(path); });
     }
     return paths;
 }
 
-/// The one form in which all models are written, if any.
+/// The one format and folder for all models; empty if none are written.
 std::vector<Destination> sharedDestination(const ImportRequest& request) {
     const exporter::Exporter& exporter = *exporter::findExporter(request.format.value_or("json"));
     const std::vector<Destination> destinations{
@@ -151,7 +155,7 @@ std::vector<Destination> sharedDestination(const ImportRequest& request) {
         return {};
     }
     if (request.outputs.empty() || request.outputs.front() == "-") {
-        throw Failure(Outcome::wrongUsage, "several models need a folder to be written to",
+        throw Failure(Outcome::wrongUsage, "several models need a folder",
                       "Give one with -o, or write no models with '--format none'.");
     }
     if (request.outputs.size() > 1) {
@@ -159,6 +163,10 @@ std::vector<Destination> sharedDestination(const ImportRequest& request) {
                       "several models are written to one folder, and -o names " +
                           std::to_string(request.outputs.size()),
                       "Run petal once for each folder.");
+    }
+    if (const std::optional<std::string> file = furtherFile(request, exporter)) {
+        throw Failure(Outcome::wrongUsage, "-O: '" + *file + "' is one file, and there are several models",
+                      "Import the model alone to have that file.");
     }
     return destinations;
 }
@@ -175,13 +183,13 @@ Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
     request.destinations = sharedDestination(request);
     Sources sources = findSources(jobs);
     if (sources.files.empty() && !jobs.inputs.empty()) {
-        throw Failure(Outcome::inputNotRead, "there is no model file in what was named",
+        throw Failure(Outcome::inputNotRead, "the arguments name no model file",
                       "In a folder, model files are those whose names end in '.mdl'.");
     }
     std::vector<ImportPaths> paths = planPaths(sources.files, request);
     const FileUses uses = planUses(sources.files, paths, request, jobs);
     refuseModelFiles(uses);
-    static_cast<void>(PlugIn::load()); // once; every process of an import has it from this one
+    static_cast<void>(PlugIn::load()); // once; the child processes inherit it
     ReportOutput report(jobs.report);
     locator.listSearchFolders();
     units::SymbolSearch search(std::move(sources.folders), std::move(sources.besides));
@@ -226,7 +234,7 @@ Outcome importFiles(const ImportRequest& import, const JobsRequest& jobs) {
         request.isCounted = isCounted(jobs);
         return importSingle(request, jobs);
     } catch (const Stopped& stopped) {
-        std::signal(stopped.signal, SIG_DFL); // everything has been put away
+        std::signal(stopped.signal, SIG_DFL); // everything has been cleaned up
         static_cast<void>(std::raise(stopped.signal));
         return Outcome::unexpected;
     }

@@ -10,7 +10,7 @@ namespace petal {
 
 namespace {
 
-/// The file that this process keeps for the import; null where the import itself writes to what is there.
+/// Opens the file that the import writes and this process puts in place; null if the import writes to the path itself.
 std::unique_ptr<TemporaryFile> openFile(const std::optional<std::string>& path) {
     if (!path || *path == "-" || namedDescriptor(*path) >= 0) {
         return nullptr;
@@ -50,11 +50,16 @@ void keep(TemporaryFile& file) {
 } // namespace
 
 ImportEnd importApart(const ImportRequest& request, const ImportContext& context, const Limits& limits) {
-    static_cast<void>(PlugIn::load()); // here, where no limit holds
+    static_cast<void>(PlugIn::load()); // in this process, which has no limits
     const StopSignals signals;
     ImportFiles files;
     for (const Destination& destination : request.destinations) {
         files.models.push_back(openFile(destination.path));
+    }
+    for (const Destination& destination : request.destinations) {
+        if (destination.beside) {
+            files.models.push_back(openFile(destination.beside));
+        }
     }
     files.ledger = openFile(request.ledger);
     ImportTask task{.request = request,

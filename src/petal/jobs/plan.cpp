@@ -70,9 +70,11 @@ bool isModelFile(const std::string& path) {
 
 /// Refuses more than one output to standard output.
 void refuseSharedStandardOutput(const ImportRequest& request, const JobsRequest& jobs, bool isSingle) {
-    const auto models = !isSingle ? 0 : std::ranges::count_if(request.destinations, [](const Destination& destination) {
-        return destination.path.value_or("-") == "-";
-    });
+    int models = 0;
+    for (const Destination& destination : request.destinations) {
+        models += isSingle && destination.path.value_or("-") == "-" ? 1 : 0;
+        models += destination.beside == "-" ? 1 : 0;
+    }
     const bool hasLedger = request.ledger == "-";
     const bool hasReport = jobs.report == "-";
     if (models > 1) {

@@ -22,7 +22,7 @@ namespace petal {
 
 namespace {
 
-/// The parent decides what a signal means for its imports; when it is gone, nobody waits for them.
+/// Leaves signals to the parent, and ends this process with it.
 void followParent(pid_t parent) {
     RemovedOnSignal::forgetAll();
     for (const int signal : {SIGINT, SIGQUIT, SIGHUP}) {
@@ -35,7 +35,7 @@ void followParent(pid_t parent) {
     }
 }
 
-/// Holds while the import runs; afterwards there must be memory to tell how it ended.
+/// Limits the memory of the import. The limit ends before the result is sent, which needs memory.
 class MemoryLimit {
 public:
     explicit MemoryLimit(const std::optional<std::uint64_t>& most) {
@@ -60,7 +60,7 @@ public:
 
 std::atomic<bool> memoryRanOut{false};
 
-/// Notes that there was no memory, whatever becomes of the exception: a bridge may know it only as unexpected.
+/// Records the lack of memory: the bridge may turn the exception into an unexpected error.
 void noteNoMemory() {
     memoryRanOut = true;
     throw std::bad_alloc();
@@ -72,12 +72,12 @@ void tell(const ImportEnd& end) {
     try {
         writeFully(resultDescriptor, encoded(end));
     } catch (const std::system_error&) {
-        ::_exit(1); // nobody is left to be told
+        ::_exit(1); // the parent is gone
     }
 }
 
-/// Tells of a shortage when the bridge has ended the process, as it does when its input buffer cannot grow: the reason
-/// is the last error then.
+/// Reports a lack of memory when the bridge ends the process, as it does when its input buffer cannot grow. `errno` has
+/// the reason then.
 void tellOfShortageAtExit() {
     if (errno == ENOMEM) {
         MemoryLimit::lift();
@@ -115,7 +115,7 @@ ImportEnd run(const ImportTask& task, const Limits& limits) {
     try {
         return endWith(runWithin(limits, task));
     } catch (...) {
-        const bool isLastError = errno == ENOMEM; // of a library that does without exceptions
+        const bool isLastError = errno == ENOMEM; // of a library without exceptions
         ImportEnd end = endWith(std::current_exception());
         const bool isShortage = memoryRanOut || (isLastError && end.outcome == Outcome::importFailed);
         return isShortage ? endWith(std::make_exception_ptr(std::bad_alloc())) : end;
@@ -134,10 +134,16 @@ void runChild(const ChildSide& side, ImportTask task, const Limits& limits) noex
     if (side.log >= 0) {
         task.request.log = "/dev/fd/" + std::to_string(side.log);
     }
-    for (std::size_t index = 0; index < task.files.models.size(); ++index) {
-        if (const auto& file = task.files.models[index]) {
-            task.request.destinations[index].descriptor = file->getDescriptor();
-        }
+    std::size_t index = 0;
+    const auto nextDescriptor = [&] {
+        const bool isThere = index < task.files.models.size() && task.files.models[index] != nullptr;
+        return isThere ? task.files.models[index++]->getDescriptor() : (++index, -1);
+    };
+    for (Destination& destination : task.request.destinations) {
+        destination.descriptor = nextDescriptor();
+    }
+    for (Destination& destination : task.request.destinations) {
+        destination.besideDescriptor = destination.beside ? nextDescriptor() : -1;
     }
     if (task.files.ledger != nullptr) {
         task.request.ledgerDescriptor = task.files.ledger->getDescriptor();

@@ -8,8 +8,8 @@ namespace petal {
 
 struct ImportTask;
 
-/// What a forked process has of the one that made it. Descriptors are -1 where the process keeps the streams that
-/// it was born with.
+/// The child's side of the connection to its parent. A descriptor of -1 means that the child keeps the inherited
+/// stream.
 struct ChildSide {
     pid_t parent;
     int result; // for the encoded `ImportEnd`
@@ -17,8 +17,9 @@ struct ChildSide {
     int log;    // in place of the log that the request names
 };
 
-/// Runs one import in a process made for it, and ends the process: without the clean-up that belongs to its parent,
-/// unless the bridge ends it. The task's files are brought to the disk.
+/// Runs one import in a forked child and brings the task's files to the disk. Ends the process without the clean-up
+/// that is the parent's, such as removing temporary files; if the bridge ends the process itself, handlers of `exit`
+/// run.
 [[noreturn]] void runChild(const ChildSide& side, ImportTask task, const Limits& limits) noexcept;
 
 } // namespace petal

@@ -43,7 +43,7 @@ void describeLedgerOptions(CLI::App& command, ImportRequest& request) {
 
 namespace {
 
-/// What is counted besides the ledger.
+/// Counts of conditions that the ledger does not have.
 struct OtherCounts {
     std::uint64_t warnings;
     std::uint64_t omissions;
@@ -53,24 +53,27 @@ struct Condition {
     const char* name;
     bool needsLedger;
     std::uint64_t (*count)(const ledger::Ledger* ledger, const OtherCounts& others);
-    const char* what;
+    const char* one;
+    const char* many;
     const char* advice;
 };
 
-constexpr const char* ledgerAdvice = "--ledger tells of each.";
+constexpr const char* ledgerAdvice = "--ledger lists them.";
 
 constexpr std::array conditions{
-    Condition{"loss", true, [](const ledger::Ledger* ledger, const OtherCounts&) { return ledger->losses; }, "losses",
-              ledgerAdvice},
+    Condition{"loss", true, [](const ledger::Ledger* ledger, const OtherCounts&) { return ledger->losses; }, "loss",
+              "losses", ledgerAdvice},
     Condition{"damage", true, [](const ledger::Ledger* ledger, const OtherCounts&) { return ledger->damageCount; },
-              "damages of the notation", ledgerAdvice},
+              "damage of the notation", "damages of the notation", ledgerAdvice},
     Condition{"warning", false, [](const ledger::Ledger*, const OtherCounts& others) { return others.warnings; },
-              "warnings", ""},
+              "warning", "warnings", ""},
     Condition{"encoding", true,
               [](const ledger::Ledger* ledger, const OtherCounts&) -> std::uint64_t { return ledger->badByteCount; },
-              "byte sequences that the encoding does not have", ledgerAdvice},
+              "byte sequence that is invalid in the encoding", "byte sequences that are invalid in the encoding",
+              ledgerAdvice},
     Condition{"omission", false, [](const ledger::Ledger*, const OtherCounts& others) { return others.omissions; },
-              "parts of the model that the output has no place for", "The format json leaves nothing out."},
+              "part of the model that the output has no place for",
+              "parts of the model that the output has no place for", "The format json omits nothing."},
 };
 
 bool isAsked(const ImportRequest& request, const Condition& condition) {
@@ -88,8 +91,8 @@ ledger::Detail detailOf(const ImportRequest& request, bool isKept) {
     return request.ledger && request.ledgerListsAll ? all : request.ledger || isKept ? named : counts;
 }
 
-/// Writes a ledger where it was asked for, and passes its entries on unless `keeper` is null. Throws a `Failure` with
-/// the outcome `outputFailed`.
+/// Writes a ledger to the requested output, and passes its entries to `keeper` unless that is null. Throws a `Failure`
+/// with the outcome `outputFailed`.
 class LedgerOutput final : public ledger::EntrySink {
 public:
     LedgerOutput(const ImportRequest& request, ledger::EntrySink* keeper)
@@ -177,7 +180,7 @@ void LedgerReport::make(const ModelSource& source, const source::Trace& trace, c
         }
     } catch (const std::system_error& error) {
         if (!isNeeded()) {
-            return; // the import is done, whatever has become of the file since
+            return; // the import is done; the file may have changed since
         }
         throw Failure(Outcome::unexpected, "the ledger cannot be made: " + error.code().message(), "");
     }
@@ -208,8 +211,8 @@ Outcome LedgerReport::check(std::uint64_t warnings, std::uint64_t omissions) con
         }
         const std::uint64_t count = condition.count(ledger_ ? &*ledger_ : nullptr, {warnings, omissions});
         if (count > 0) {
-            const std::string text = std::string("--fail-on ") + condition.name + ": there are " +
-                                     std::to_string(count) + " " + condition.what;
+            const std::string text = std::string("--fail-on ") + condition.name + ": " + std::to_string(count) + " " +
+                                     (count == 1 ? condition.one : condition.many);
             printFailure(text.c_str(), condition.advice);
             outcome = Outcome::checkTripped;
         }

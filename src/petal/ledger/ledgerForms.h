@@ -8,26 +8,27 @@
 
 namespace petal {
 
-/// A form in which a ledger is written, one piece after the other in the order of the functions.
+/// An output form of a ledger. The functions are called in their order: all entries, then all bytes, then the end. They
+/// throw what `output` throws.
 struct LedgerForm {
     void (*writeEntry)(const ledger::Ledger& ledger, const ledger::Entry& entry, text::BufferedOutput& output);
     void (*writeBytes)(const ledger::Ledger& ledger, const ledger::BadBytes& bytes, text::BufferedOutput& output);
-    /// Damages and totals.
+    /// Writes the damages and the totals.
     void (*writeEnd)(const ledger::Ledger& ledger, text::BufferedOutput& output);
 };
-/// JSON objects, one a line (docs/ledger.md).
+/// JSON objects, one per line (docs/ledger.md).
 extern const LedgerForm ledgerLines;
-/// For a person, without what was imported as it is. It drives no terminal.
+/// A table for people, without the imported objects and properties. It contains no control characters.
 extern const LedgerForm ledgerTable;
-/// Three lines that say how much was imported, changed and dropped.
+/// The summary for people: three lines of totals.
 [[nodiscard]] std::string ledgerSummary(const ledger::Ledger& ledger);
 
-/// What the last line of a ledger begins with.
+/// The start of the last line of a complete ledger in JSON lines.
 constexpr std::string_view ledgerEnd = R"({"entry":"total")";
 
-/// What a reason says, with its detail.
+/// The text of a reason, followed by its detail.
 [[nodiscard]] std::string reasonText(const ledger::Reason& reason, const std::string& detail);
-/// "c3 28".
+/// Bytes in hexadecimal: "c3 28".
 [[nodiscard]] std::string hexText(const std::string& bytes);
 
 } // namespace petal

@@ -9,7 +9,7 @@ using ledger::Counts;
 using ledger::Entry;
 using ledger::Ledger;
 
-/// One line, whose members that say nothing are left out.
+/// One line. Empty texts are omitted.
 class Line {
 public:
     explicit Line(const char* entry) { text("entry", entry); }

@@ -24,7 +24,7 @@ std::string placeText(const Ledger& ledger, std::uint32_t file, const notation::
            std::to_string(place.column);
 }
 
-std::string whatText(const ledger::Entry& entry) {
+std::string subjectText(const ledger::Entry& entry) {
     std::string text = text::printableText(entry.kind->name);
     text += entry.name.empty() ? "" : " " + text::printableText(entry.name);
     return text + (entry.property != nullptr ? ", " + text::printableText(entry.property->name) : "");
@@ -38,13 +38,13 @@ const char* wordOf(const ledger::Reason& reason) {
 void writeEntry(const Ledger& ledger, const ledger::Entry& entry, text::BufferedOutput& output) {
     if (entry.reason->outcome != Outcome::imported) {
         output.put(std::string(wordOf(*entry.reason)) + "\t" + placeText(ledger, entry.file, entry.place) + "\t" +
-                   whatText(entry) + ": " + text::printableText(reasonText(*entry.reason, entry.detail)) + "\n");
+                   subjectText(entry) + ": " + text::printableText(reasonText(*entry.reason, entry.detail)) + "\n");
     }
 }
 
 void writeBytes(const Ledger& ledger, const ledger::BadBytes& bad, text::BufferedOutput& output) {
     output.put("bytes\t" + placeText(ledger, bad.file, bad.place) + "\t" + hexText(bad.bytes) +
-               ": the encoding does not have them\n");
+               ": invalid in the encoding\n");
 }
 
 void writeEnd(const Ledger& ledger, text::BufferedOutput& output) {
@@ -87,8 +87,8 @@ std::string ledgerSummary(const Ledger& ledger) {
     return "petal: objects: " + countsText(ledger.objects()) +
            "\npetal: properties: " + countsText(ledger.properties()) +
            "\npetal: losses: " + std::to_string(ledger.losses) +
-           ", bytes that are not in the encoding: " + std::to_string(ledger.badByteCount) +
-           ", damages: " + std::to_string(ledger.damageCount) + "; --ledger FILE tells of each\n";
+           ", invalid byte sequences: " + std::to_string(ledger.badByteCount) +
+           ", damages: " + std::to_string(ledger.damageCount) + "; --ledger FILE lists them\n";
 }
 
 } // namespace petal

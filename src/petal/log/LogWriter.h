@@ -14,14 +14,14 @@
 
 namespace petal {
 
-/// A log that goes to a file. Each line is there at once, whatever becomes of the process.
+/// A log file. Each line is written at once, so that the log is complete if the process crashes. Used by one thread.
 class LogFile {
 public:
-    /// Empties the file, unless it is open already under a path such as "/dev/fd/3". Throws a `Failure` with the
-    /// outcome `outputFailed` when it cannot be opened.
+    /// Creates or empties the file; a path such as "/dev/fd/3" means an open descriptor, which is duplicated. Throws a
+    /// `Failure` with the outcome `outputFailed` when the file cannot be opened.
     explicit LogFile(std::string path);
 
-    /// Writes a line, its end included. A failure is kept for `close`.
+    /// Writes a line, which must include its line end. `close` reports a failure.
     void write(std::string_view line);
     /// Throws a `Failure` with the outcome `outputFailed` when a line could not be written.
     void close();
@@ -36,35 +36,35 @@ private:
     int error_ = 0; // the first failure, as in errno
 };
 
-/// Writes the events of an import to standard error or to a file, each as soon as it is recorded: a bridge may end
-/// the process.
+/// Writes the events of an import to standard error or to a file. Each is written when it is recorded, because a bridge
+/// may end the process.
 class LogWriter final : public KelLog {
 public:
-    /// No path, or "-", stands for standard error; otherwise a `LogFile`, which may throw. `encoding` is the one that
-    /// the events quote names in.
+    /// Without a path, or with "-", it writes to standard error, otherwise to a `LogFile`, which may throw. `encoding`
+    /// is the one of names in events. `format` must live as long.
     LogWriter(const std::optional<std::string>& path, const LogFormat& format, const KelString& encoding);
 
-    /// Events of that code are from now on counted only.
+    /// Later events with that code are only counted, not written.
     void leaveOut(std::string_view code) { leftOut_ = code; }
-    /// A failure to write is kept for `close`: it must not end the import.
+    /// `close` reports a failure to write: it must not end the import.
     void record(const KelLogEvent& event) override;
     /// Throws a `Failure` with the outcome `outputFailed` when a part of the log could not be written to its file.
     void close();
-    /// How many events of each severity were recorded.
+    /// The number of recorded events by severity.
     [[nodiscard]] const EventCounts& getCounts() const { return counts_; }
 
 private:
-    std::optional<LogFile> file_; // none for standard error
+    std::optional<LogFile> file_; // empty for standard error
     const LogFormat& format_;
     KelTextDecoder decoder_;
     std::string leftOut_;
     EventCounts counts_{};
 };
 
-/// Counts the warnings and what is more severe, and hands on to another log what that is to report.
+/// Counts events that are warnings or more severe, and passes events on to another log.
 class WarningCount final : public KelLog {
 public:
-    /// `reported` is the highest severity level to hand on. `log` must live as long.
+    /// `reported` is the highest severity level to pass on. `log` must live as long.
     WarningCount(KelLog& log, int reported);
 
     void record(const KelLogEvent& event) override;

@@ -7,12 +7,13 @@
 
 namespace petal {
 
-/// A way to write one log event, whose text is given in UTF-8 (or in bytes of an unknown encoding).
+/// A format of log lines.
 struct LogFormat {
     std::string_view name;
-    /// One line, its end included; valid UTF-8 that drives no terminal.
+    /// The line of an event with its line end: valid UTF-8 without control characters. `text` is in UTF-8 or, in an
+    /// unknown encoding, any bytes.
     std::string (*line)(const KelLogEvent& event, std::string_view text);
-    /// Such a line, with the file that it is about.
+    /// A line of `line` with the name of the file that it is about.
     std::string (*lineOf)(std::string_view line, std::string_view file);
 };
 

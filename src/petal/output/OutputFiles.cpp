@@ -1,5 +1,7 @@
 #include "petal/output/OutputFiles.h"
 
+#include "petal/output/Descriptor.h"
+
 #include <cerrno>
 #include <csignal>
 #include <set>
@@ -96,10 +98,21 @@ text::Output& OutputFiles::open(std::string_view name) {
     return files_.emplace_back(std::move(*target));
 }
 
+void OutputFiles::addBeside(const std::string& path, int descriptor) {
+    if (descriptor < 0 && path != "-" && namedDescriptor(path) < 0) {
+        if (auto target = fileToReplace(path)) {
+            removeAbandoned(target->parent_path(), fewNames);
+            beside_ = &files_.emplace_back(std::move(*target));
+            return;
+        }
+    }
+    stream_ = ModelOutput::open(path, descriptor);
+    beside_ = stream_.get();
+}
+
 void OutputFiles::commit() {
-    if (one_ != nullptr) {
-        one_->commit();
-        return;
+    if (stream_ != nullptr) {
+        stream_->commit();
     }
     std::set<fs::path> folders;
     for (const File& file : files_) {
@@ -118,6 +131,9 @@ void OutputFiles::replaceAll() {
     try {
         for (File& file : files_) {
             replacement.replace(file.temporary);
+        }
+        if (one_ != nullptr) {
+            one_->commit();
         }
     } catch (...) {
         replacement.undo();

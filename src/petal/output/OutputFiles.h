@@ -22,6 +22,10 @@ public:
     explicit OutputFiles(std::filesystem::path folder) : folder_(std::move(folder)) {}
 
     [[nodiscard]] text::Output& open(std::string_view name) override;
+    /// The file that `addBeside` has opened.
+    [[nodiscard]] text::Output& openBeside() override { return *beside_; }
+    /// Opens the further file as `ModelOutput::open` does. Called once. Throws as it does.
+    void addBeside(const std::string& path, int descriptor);
 
     /// Replaces all files or none. Called once, as the last operation. Throws `std::system_error`: regular files are
     /// then as they were, but folders that were created stay. Exceptions: if only bringing a name to the disk failed,
@@ -39,7 +43,9 @@ private:
 
     std::unique_ptr<ModelOutput> one_; // null for a folder
     std::filesystem::path folder_;
-    std::deque<File> files_;
+    std::deque<File> files_;              // of a folder, and those beside
+    std::unique_ptr<ModelOutput> stream_; // beside, if it is not a regular file
+    text::Output* beside_ = nullptr;
 };
 
 } // namespace petal

@@ -10,8 +10,8 @@
 
 namespace petal {
 
-/// What became of a file of many. For `imported`, its model was written; `upToDate`, that had been done before and
-/// was left; `notStarted`, it comes after a failure after which nothing more was to be imported.
+/// The outcome of one of many files. `imported`: its model was written. `upToDate`: its outputs were complete already.
+/// `notStarted`: with --fail-fast, an earlier file failed.
 enum class FileState { imported, upToDate, failed, notStarted };
 
 [[nodiscard]] std::string_view stateWord(FileState state);
@@ -19,13 +19,13 @@ enum class FileState { imported, upToDate, failed, notStarted };
 /// One file in a report. Texts are bytes: paths need not be UTF-8.
 struct FileReport {
     std::string file;
-    std::vector<std::string> outputs; // where the model is, in each format; empty where none is written
-    std::string ledger;               // where that is; likewise
+    std::vector<std::string> outputs; // the model in each format; empty if none is written
+    std::string ledger;               // likewise
     FileState state = FileState::notStarted;
     std::string reason; // the word of an outcome, unless that is `success`
-    std::string text;   // what went wrong
-    int exitStatus = 0; // unless 0, with which the process of the import was ended
-    int signal = 0;     // unless 0, which ended it
+    std::string text;   // the failure, for people
+    int exitStatus = 0; // unless 0, the status with which the bridge ended the process
+    int signal = 0;     // unless 0, the signal that ended the process
     ImportResult counts;
 };
 
@@ -45,17 +45,17 @@ struct ReportTotals {
     std::uint64_t omitted = 0;
 };
 
-/// What is beyond `mostCounted` is that.
+/// Adds up the files. Totals do not exceed `mostCounted`.
 [[nodiscard]] ReportTotals totalsOf(const std::vector<FileReport>& files);
 
-/// Writes a report of the files, in their order; does not commit. Throws `std::system_error`.
+/// Writes a report of the files, in their order, without a commit. Throws `std::system_error`.
 void writeReport(const std::vector<FileReport>& files, ModelOutput& output);
 
-/// Reads a report. Throws a `Failure` with the outcome `inputNotRead`, also for what is no report.
+/// Reads a report. Throws a `Failure` with the outcome `inputNotRead`, also if the file is not a report.
 [[nodiscard]] std::vector<FileReport> readReport(const std::string& path);
 
-/// The files of all reports, each once and in the order of first mention: with what the last report says of it that
-/// imported it or failed to, if there is one.
+/// The files of all reports, each once, in the order of first mention. Of several entries of a file, the last one that
+/// is `imported` or `failed` wins; if there is none, the last entry.
 [[nodiscard]] std::vector<FileReport> merged(const std::vector<std::vector<FileReport>>& reports);
 
 } // namespace petal

@@ -18,7 +18,7 @@ namespace {
 
 using rapidjson::Value;
 
-/// What is wrong with a report, for people.
+/// The fault of a file that is not a report; its text is for people.
 using NoReport = std::runtime_error;
 
 const Value* find(const Value& object, const char* name) {
@@ -29,7 +29,7 @@ const Value* find(const Value& object, const char* name) {
 void readText(const Value& object, const char* name, std::string& text) {
     if (const Value* value = find(object, name)) {
         if (!value->IsString()) {
-            throw NoReport(std::string(name) + " is no text");
+            throw NoReport(std::string(name) + " is not a text");
         }
         text.assign(value->GetString(), value->GetStringLength());
     }
@@ -40,13 +40,13 @@ void readNumber(const Value& object, const char* name, Number& number) {
     if (const Value* value = find(object, name)) {
         const auto most = std::min(static_cast<std::uint64_t>(std::numeric_limits<Number>::max()), mostCounted);
         if (!value->IsUint64() || value->GetUint64() > most) {
-            throw NoReport(std::string(name) + " is no number that may stand there");
+            throw NoReport(std::string(name) + " is not a number in the allowed range");
         }
         number = static_cast<Number>(value->GetUint64());
     }
 }
 
-/// A single output is a text, several are a list.
+/// One output is a text, several are a list.
 void readOutputs(const Value& object, std::vector<std::string>& outputs) {
     const Value* value = find(object, "output");
     if (value == nullptr || !value->IsArray()) {
@@ -57,7 +57,7 @@ void readOutputs(const Value& object, std::vector<std::string>& outputs) {
     }
     for (const Value& output : value->GetArray()) {
         if (!output.IsString()) {
-            throw NoReport("an element of output is no text");
+            throw NoReport("an element of output is not a text");
         }
         outputs.emplace_back(output.GetString(), output.GetStringLength());
     }
@@ -72,12 +72,12 @@ FileState readState(const Value& object) {
             return state;
         }
     }
-    throw NoReport("there is no state '" + word + "'");
+    throw NoReport("unknown state '" + word + "'");
 }
 
 FileReport readFile(const Value& object) {
     if (!object.IsObject() || find(object, "file") == nullptr) {
-        throw NoReport("an element of files has no name");
+        throw NoReport("an element of files has no file name");
     }
     FileReport file;
     readText(object, "file", file.file);
@@ -104,7 +104,7 @@ std::vector<FileReport> readFiles(const std::string& contents) {
     rapidjson::Document document;
     document.Parse<rapidjson::kParseIterativeFlag>(contents.data(), contents.size());
     if (document.HasParseError() || !document.IsObject()) {
-        throw NoReport("it is no JSON object");
+        throw NoReport("it is not a JSON object");
     }
     std::string format;
     std::int64_t version = 0;
@@ -126,8 +126,8 @@ std::vector<FileReport> readReport(const std::string& path) {
     try {
         return readFiles(contents);
     } catch (const NoReport& reason) {
-        throw Failure(Outcome::inputNotRead, "'" + path + "' is no report: " + reason.what(),
-                      "Name files that 'petal import --report' has written.");
+        throw Failure(Outcome::inputNotRead, "'" + path + "' is not a report: " + reason.what(),
+                      "Name files that 'petal import --report' wrote.");
     }
 }
 

@@ -11,7 +11,7 @@ namespace petal {
 constexpr const char* reportFormat = "petal-report";
 constexpr std::int64_t reportVersion = 1;
 
-/// A member of a file in a report, in the order in which they are written. What is empty or 0 is left out.
+/// The optional members of a file in a report, in the order of the tables below. Empty and 0 are omitted.
 struct TextMember {
     const char* name;
     std::string FileReport::*text;

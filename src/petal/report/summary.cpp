@@ -10,7 +10,7 @@ namespace petal {
 
 namespace {
 
-constexpr std::size_t mostFailures = 20; // told one by one
+constexpr std::size_t mostFailures = 20; // listed
 constexpr const char* red = "\x1B[31m";
 constexpr const char* plain = "\x1B[0m";
 
@@ -42,15 +42,15 @@ std::string row(std::string label, std::uint64_t number) {
     return label + std::string(numberWidth - std::min(numberWidth, digits.size()), ' ') + digits + "\n";
 }
 
-/// How many files failed for each reason, and the first of them.
+/// The number of failures for each reason, and the first failed files.
 std::string failures(const std::vector<FileReport>& files, std::size_t count) {
     std::map<std::string, std::uint64_t> reasons;
     std::string lines;
-    std::size_t told = 0;
+    std::size_t listed = 0;
     for (const FileReport& file : files) {
         if (file.state == FileState::failed) {
             ++reasons[file.reason];
-            if (told++ < mostFailures) {
+            if (listed++ < mostFailures) {
                 lines += "  " + text::printableText(file.file + ": " + file.text) + "\n";
             }
         }

@@ -7,7 +7,7 @@
 
 namespace petal {
 
-/// A table for people of what became of the files, with colours when wanted.
+/// A table of the outcomes of the files for people. It contains no control characters except colours.
 [[nodiscard]] std::string summary(const std::vector<FileReport>& files, bool withColours);
 
 } // namespace petal

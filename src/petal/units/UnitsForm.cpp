@@ -19,7 +19,7 @@ struct StateWords {
     const char* text;
     const char* json;
 };
-/// What is said of a unit in each state, in the order of `UnitState`.
+/// The words for the state of a unit, in the order of `UnitState`.
 constexpr std::array stateWords{StateWords{"found", "found"}, StateWords{"missing", "missing"},
                                 StateWords{"unusable", "unusable"}, StateWords{"found already", "repeated"},
                                 StateWords{"cycle", "cycle"}};
@@ -54,8 +54,8 @@ std::string modelLines(const std::string& path, const units::UnitTree& tree) {
             lost += units::isLost(unit) ? 1 : 0;
         }
     }
-    return text::printableText(path) + ": " + std::to_string(count) + " controlled units, " + std::to_string(lost) +
-           " of them missing\n" + lines;
+    return text::printableText(path) + ": " + counted(count, "controlled unit") + ", " + std::to_string(lost) +
+           " missing\n" + lines;
 }
 
 class TextForm final : public UnitsForm {
@@ -80,7 +80,7 @@ private:
     text::BufferedOutput& output_;
 };
 
-/// Writes the JSON form, as docs/units.md lays it down.
+/// Writes the JSON form, as docs/units.md defines it.
 class JsonForm final : public UnitsForm {
 public:
     explicit JsonForm(text::BufferedOutput& output) : output_(output), json_(output) {

@@ -9,38 +9,34 @@ namespace petal {
 
 namespace {
 
-constexpr std::size_t mostCauses = 20; // told one by one
+constexpr std::size_t mostCauses = 20; // with a line each
 
-/// How a cause is told, in the order of `UnitFault`.
+/// The texts of a cause, in the order of `UnitFault`.
 struct CauseText {
     const char* before;  // the subject
-    const char* behind;  // it
-    const char* without; // in place of all that when there is none
-    bool hasExample;     // the subject does not say where to look
+    const char* after;   // it
+    const char* without; // the whole text if the cause has no subject
+    bool hasExample;     // the subject does not say where to search
 };
 constexpr std::array causeTexts{
-    CauseText{"", "", "not told one by one", false},
+    CauseText{"", "", "not listed", false},
     CauseText{"", "", "no file is named", false},
     CauseText{"", " is not set", "", false},
     CauseText{"not found under ", "", "not found beside the file that names it", true},
     CauseText{"cannot be read (", ")", "cannot be read", true},
-    CauseText{"", "", "no model file", true},
+    CauseText{"", "", "not a model file", true},
     CauseText{"", "", "another kind of object", true},
-    CauseText{"", "", "stands in itself", true},
+    CauseText{"", "", "contains itself", true},
 };
-
-std::string counted(std::uint64_t count, const char* what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
 
 std::string causeLine(const units::LossCause& cause) {
     const CauseText& text = causeTexts.at(static_cast<std::size_t>(cause.fault));
-    std::string line = cause.subject.empty() ? text.without : text.before + cause.subject + text.behind;
+    std::string line = cause.subject.empty() ? text.without : text.before + cause.subject + text.after;
     line += ": " + counted(cause.units, "unit") + " in " + counted(cause.models, "model");
     return text::printableText(text.hasExample ? line + ", such as " + cause.example : line);
 }
 
-/// A word that a shell takes for `text`.
+/// `text`, quoted for a shell where necessary.
 std::string shellWord(const std::string& text) {
     constexpr std::string_view plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./=:@%+,-";
     const bool isPlain = std::ranges::all_of(text, [&](char byte) {
@@ -67,6 +63,10 @@ TextLines linesOf(const std::vector<units::SymbolFolder>& folders, const char* v
 }
 
 } // namespace
+
+std::string counted(std::uint64_t count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
 
 TextLines lossLines(const units::LostUnits& lost) {
     TextLines lines;

@@ -3,24 +3,28 @@
 #include "units/LostUnits.h"
 #include "units/SymbolSearch.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace petal {
 
-/// Lines for people, without their ends, that drive no terminal.
+/// Lines for people, without line ends and control characters.
 using TextLines = std::vector<std::string>;
 
-/// What is lost: a line for each cause, the one with the most units first, and one for the rest when there are more
-/// than 20.
+/// "1 unit", "2 units".
+[[nodiscard]] std::string counted(std::uint64_t count, const std::string& noun);
+
+/// The lost units: a line for each cause, the one with the most units first, and a line for the others if there are
+/// more than 20 causes.
 [[nodiscard]] TextLines lossLines(const units::LostUnits& lost);
 
-/// Which path maps would find units, as they can be given to a shell.
+/// The path maps that would find units, as options for a shell.
 [[nodiscard]] TextLines suggestionLines(const std::vector<units::SymbolFolder>& folders);
-/// Which path maps "--path-map auto" has come to.
+/// The path maps that "--path-map auto" inferred, as options for a shell.
 [[nodiscard]] TextLines mappingLines(const std::vector<units::SymbolFolder>& folders);
 
-/// The lines as petal's own on standard error.
+/// The lines as messages of petal on standard error, each after "petal: ".
 [[nodiscard]] std::string asNotes(const TextLines& lines);
 
 } // namespace petal

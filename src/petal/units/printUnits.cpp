@@ -3,6 +3,7 @@
 #include "petal/output/ModelOutput.h"
 #include "petal/output/fileFailure.h"
 #include "petal/units/UnitsForm.h"
+#include "petal/units/lossLines.h"
 #include "petal/units/unitOptions.h"
 #include "petal/units/unitTrees.h"
 
@@ -29,7 +30,7 @@ void note(const units::UnitTree& tree, const units::PathSymbols& symbols, UnitFi
     }
 }
 
-/// Writes what can be told and reports the rest. Returns how many files nothing can be told of.
+/// Writes the units of all files, and reports the files that cannot be read. Returns how many those are.
 std::size_t write(const UnitsRequest& request, UnitsForm& form, UnitFindings& findings) {
     units::UnitLocator locator = makeUnitLocator(request.units);
     std::vector<std::filesystem::path> folders;
@@ -75,8 +76,10 @@ void printUnits(const UnitsRequest& request) {
             std::to_string(failures) + " of " + std::to_string(request.files.size()) + " files could not be read", "");
     }
     if (findings.lostCount > 0 && request.units.mode == "require") {
-        throw Failure(Outcome::unitMissing, std::to_string(findings.lostCount) + " controlled units are missing",
-                      "--path-map and --unit-dir say where to look for them.");
+        throw Failure(Outcome::unitMissing,
+                      counted(findings.lostCount, "controlled unit") + (findings.lostCount == 1 ? " is" : " are") +
+                          " missing",
+                      "--path-map and --unit-dir say where to search.");
     }
 }
 

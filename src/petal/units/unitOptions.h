@@ -9,16 +9,17 @@ class App;
 
 namespace petal {
 
-/// Adds the options that say how controlled units are followed to a command.
+/// Adds the options about controlled units to a command. `choices` must live until the command is parsed.
 void describeUnitOptions(CLI::App& command, UnitChoices& choices);
 
-/// The path map that stands for those that petal finds out by itself.
+/// The value of --path-map that makes petal infer the folders.
 inline constexpr const char* automaticPathMap = "auto";
 
-/// Whether that one is among the choices.
+/// Whether the choices include it.
 [[nodiscard]] bool mapsAutomatically(const UnitChoices& choices);
 
-/// What finds the units' files. Throws a `Failure` with the outcome `wrongUsage` for a path map that is none.
+/// Makes a locator with the folders and path maps of the choices. Throws a `Failure` with the outcome `wrongUsage` for
+/// an invalid path map.
 [[nodiscard]] units::UnitLocator makeUnitLocator(const UnitChoices& choices);
 
 } // namespace petal

@@ -42,7 +42,7 @@ units::LostUnits lossesOf(std::span<const std::string> files, units::UnitLocator
         try {
             lost.add(units::lossesOf(readModelTree(path, locator), locator.getSymbols()));
         } catch (const Failure&) {
-            continue; // it is told of when it is to be used
+            continue; // the caller reports it when it uses the model
         }
     }
     return lost;

@@ -9,14 +9,14 @@
 
 namespace petal {
 
-/// The model at `path` with its units. Throws a `Failure` with the outcome `inputNotRead` when it cannot be read or is
-/// no model.
+/// Reads the model at `path` with its units. Throws a `Failure` with the outcome `inputNotRead` when it cannot be read
+/// or is not a model.
 [[nodiscard]] units::UnitTree readModelTree(const std::string& path, units::UnitLocator& locator);
 
-/// The model at `path` as if it had no units. Throws likewise.
+/// Reads the model at `path` without its units. Throws likewise.
 [[nodiscard]] units::UnitTree readModelAlone(const std::string& path);
 
-/// What is lost of models; those that cannot be read are left out.
+/// The lost units of the models that can be read. Ignores the others.
 [[nodiscard]] units::LostUnits lossesOf(std::span<const std::string> files, units::UnitLocator& locator);
 
 } // namespace petal
