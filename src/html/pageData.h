@@ -19,9 +19,7 @@ namespace html {
 ///   quid, then an id that is not, and so on;
 /// - `kinds`: by word the numbers of the classes that their stereotype or category makes something else than classes;
 /// - `means`: pairs of a type and the class that its name means, by their numbers;
-/// - `pictures`: the diagrams of the files in the order of `writePictures`: kind, name, file (empty for the model's
-/// own)
-///   and line;
+/// - `pictures`: the diagrams of the files in the order of `writePictures`: kind, name, index of the file, and line;
 /// - `ledger`: totals, kinds and the entries that an `EntryKeeper` keeps, those that share a reason refer to it by its
 ///   index; left out when it is not known.
 ///

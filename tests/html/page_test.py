@@ -156,7 +156,7 @@ def try_model(page, name):
         missing = [member["name"] for member in one.get("attributes", []) + one.get("operations", [])
                    if member["name"] not in page.text()]
         check(not missing, f"{name}: {qualified} lacks {missing}")
-        check(f":{one['line']}" in page.text(), f"{name}: {qualified} has no line")
+        check(f"{name}:{one['line']}" in page.text(), f"{name}: {qualified} has no line")
     if len(classes) > 1:
         ids = [page.js("return document.querySelector('#tree .current a').getAttribute('href').slice(1)")
                for _, qualified in classes[:2] if page.open("/" + qualified) is None]

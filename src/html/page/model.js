@@ -41,7 +41,7 @@ class Model {
   constructor(document, page) {
     this.document = document;
     this.page = page;
-    this.file = page.file;
+    this.file = page.files[0] || "";
     const count = page.ids.reduce((sum, entry) => sum + (typeof entry === "string" ? 1 : entry), 1);
     this.elements = new Array(count).fill(null); // by number, from 1: {json, kind, owner, id, name, word}
     this.byId = new Map();
@@ -118,7 +118,7 @@ class Model {
         this.changes.push(entry);
       }
       if (outcome === 2 && !property && name && !/View(New)?$|Compartment$|^Swimlane$|^Focus_/.test(kind)) {
-        this.addOther({line, name, description, quid, file: file > 0 ? ledger.files[file - 1] : ""}, kind, entry);
+        this.addOther({line, name, description, quid, file: this.unit(file)}, kind, entry);
       }
     }
   }
@@ -145,7 +145,8 @@ class Model {
     }
     this.pictures = new Map();
     pictures.forEach(([kind, name, file, line], index) => {
-      const element = places.get(key(file, line)) || this.addOther({name, file, line}, kind, {kind, reason: ""});
+      const unit = this.unit(file);
+      const element = places.get(key(unit, line)) || this.addOther({name, file: unit, line}, kind, {kind, reason: ""});
       this.pictures.set(element, blocks[index]);
     });
   }
@@ -330,13 +331,18 @@ class Model {
     return [...found];
   }
 
+  /** The file with that number, which the JSON document names too; nothing for the model's own. */
+  unit(file) {
+    return file > 0 ? this.page.files[file] : "";
+  }
+
   /** "file:line" of an element, as far as it is known. */
   place(element) {
     const {file, line} = element.json;
     return line ? `${file || this.file}:${line}` : "";
   }
   entryPlace(entry) {
-    return `${entry.file > 0 ? this.page.ledger.files[entry.file - 1] : this.file}:${entry.line}`;
+    return `${this.page.files[entry.file]}:${entry.line}`;
   }
 }
 
