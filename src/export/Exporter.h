@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 class KelModel;
@@ -42,6 +43,17 @@ struct ExportContext {
     const ledger::KeptLedger* ledger = nullptr;     ///< what became of everything in the files; null: not known
 };
 
+/// A model of several, for the index of their outputs.
+struct IndexedOutput {
+    std::string file;   ///< as it was named; any bytes
+    std::string output; ///< the path of what was written; empty for nothing
+    std::string link;   ///< that relative to the index, as a part of an address
+    std::string_view state;
+    std::string text; ///< why it failed; may be empty
+    std::uint64_t objects = 0;
+    std::uint64_t losses = 0;
+};
+
 /// A format in which models are written: a row of the table that the help, the manual, the completions, `petal
 /// formats`, the fuzz targets and the tests go through.
 struct Exporter {
@@ -63,6 +75,9 @@ struct Exporter {
     /// The same of `ExportContext::notation` and `ledger`: of what is in the files besides the model. A format that
     /// needs them needs the source.
     bool (*needsFiles)(const OptionValues& options) = nullptr;
+    /// Writes the index of a folder of outputs, the file "index" with the first ending. Throws what the output throws.
+    /// Null for a format without one.
+    void (*writeIndex)(std::span<const IndexedOutput> models, text::Output& output) = nullptr;
 };
 
 } // namespace exporter

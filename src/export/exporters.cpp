@@ -60,7 +60,8 @@ constexpr std::array table{
              .options = {},
              .write = html::writeHtml,
              .needsSource = always,
-             .needsFiles = always},
+             .needsFiles = always,
+             .writeIndex = html::writeIndex},
     Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},
 };
 

@@ -75,8 +75,8 @@ private:
 /// Numbers the elements as the JSON document does, and writes their ids.
 class IdWriter final : private exporter::ModelVisitor {
 public:
-    IdWriter(const exporter::ExportContext& context, CompactJson& json)
-        : ids_(context.model, context.source), source_(context.source), json_(json) {
+    IdWriter(const exporter::ExportContext& context, const exporter::ElementIds& ids, CompactJson& json)
+        : ids_(ids), source_(context.source), json_(json) {
         json_.key("ids");
         json_.open('[');
         walkModel(context.model, exporter::documentParts, *this);
@@ -110,7 +110,7 @@ private:
         plain_ = 0;
     }
 
-    exporter::ElementIds ids_;
+    const exporter::ElementIds& ids_;
     const source::SourceMap* source_;
     CompactJson& json_;
     KelNumbering numbers_;
@@ -320,12 +320,13 @@ void writeLedger(const exporter::ExportContext& context, CompactJson& json) {
 
 } // namespace
 
-void writePageData(const exporter::ExportContext& context, text::BufferedOutput& output) {
+void writePageData(const exporter::ExportContext& context, const exporter::ElementIds& ids,
+                   text::BufferedOutput& output) {
     CompactJson json(output);
     json.open('{');
     writeFiles(context.source, json);
     {
-        const IdWriter elements(context, json);
+        const IdWriter elements(context, ids, json);
         writeKinds(elements, json);
         writeMeanings(exporter::ClassNames(context.model), elements, json);
     }
@@ -336,6 +337,63 @@ void writePageData(const exporter::ExportContext& context, text::BufferedOutput&
         writeLedger(context, json);
     }
     json.close('}');
+}
+
+namespace {
+
+class ClassNameWriter final : private exporter::ModelVisitor {
+public:
+    ClassNameWriter(const KelModel& model, const exporter::ElementIds& ids, text::BufferedOutput& output)
+        : ids_(ids), output_(output) {
+        output_.put('[');
+        walkModel(model, exporter::documentParts, *this);
+        output_.put(']');
+    }
+
+private:
+    /// Longer paths would make a deep model's page grow faster than the model.
+    static constexpr std::size_t longestPath = 1000;
+
+    void enter(const KelObject& element) override {
+        if (element.elementType == KelElementType::designPackage) {
+            starts_.push_back(path_.size());
+            path_.append(element.getName().view()).append("::");
+        } else if (element.elementType == KelElementType::classObject) {
+            put("[\"" + ids_.idOf(element) + "\",");
+            std::string path = path_.size() <= longestPath ? path_ : "...::";
+            put(text::quotedJsonText(path.append(element.getName().view())) + "]");
+        }
+    }
+    void leave(const KelObject& element) override {
+        if (element.elementType == KelElementType::designPackage) {
+            path_.resize(starts_.back());
+            starts_.pop_back();
+        }
+    }
+
+    void put(std::string_view json) {
+        output_.put(json.front() == '[' && !std::exchange(isFirst_, false) ? ",\n" : "");
+        for (const char byte : json) {
+            if (byte == '<') {
+                output_.put("\\u003c");
+            } else {
+                output_.put(byte);
+            }
+        }
+    }
+
+    const exporter::ElementIds& ids_;
+    text::BufferedOutput& output_;
+    std::string path_;
+    std::vector<std::size_t> starts_; // of the packages' names in it
+    bool isFirst_ = true;
+};
+
+} // namespace
+
+void writeClassNames(const exporter::ExportContext& context, const exporter::ElementIds& ids,
+                     text::BufferedOutput& output) {
+    const ClassNameWriter writer(context.model, ids, output);
 }
 
 void writePictures(const layout::NotationTree& notation, text::BufferedOutput& output) {

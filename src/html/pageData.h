@@ -3,8 +3,9 @@
 #include "text/Output.h"
 
 namespace exporter {
+class ElementIds;
 struct ExportContext;
-}
+} // namespace exporter
 
 namespace layout {
 class NotationTree;
@@ -14,7 +15,7 @@ namespace html {
 
 /// Writes what a page needs besides the JSON document of its model, as one JSON object:
 ///
-/// - `file`: the name of the model's file;
+/// - `files`: the name of the model's file, and the files of its units as the JSON document names them;
 /// - `ids`: the element ids in the order of the document's numbers: a number of elements whose id is "q" and their
 ///   quid, then an id that is not, and so on;
 /// - `kinds`: by word the numbers of the classes that their stereotype or category makes something else than classes;
@@ -26,7 +27,13 @@ namespace html {
 /// An entry of a dropped object also has the object's documentation and quid.
 ///
 /// Numbers the objects of the model (`KelNumbering`). Throws what the output throws.
-void writePageData(const exporter::ExportContext& context, text::BufferedOutput& output);
+void writePageData(const exporter::ExportContext& context, const exporter::ElementIds& ids,
+                   text::BufferedOutput& output);
+
+/// Writes the classes as JSON, a list of pairs of element id and qualified name, without "<", for the index of several
+/// pages. Throws what the output throws.
+void writeClassNames(const exporter::ExportContext& context, const exporter::ElementIds& ids,
+                     text::BufferedOutput& output);
 
 /// Writes the diagrams of the files, each as SVG in a block that browsers do not draw. Throws what the output throws.
 void writePictures(const layout::NotationTree& notation, text::BufferedOutput& output);

@@ -1,5 +1,6 @@
 #include "html/writeHtml.h"
 
+#include "export/ElementIds.h"
 #include "export/Exporter.h"
 #include "export/Omissions.h"
 #include "export/json/writeJson.h"
@@ -11,17 +12,28 @@
 #include "text/Embedded.h"
 #include "text/escape.h"
 
+#include <rapidjson/reader.h>
+
 #include <algorithm>
 #include <array>
+#include <fstream>
+#include <initializer_list>
 #include <span>
+#include <string>
 
 namespace html {
 
 /// Made by `embed_texts`.
 std::span<const text::Embedded> parts();
 std::span<const text::Embedded> scripts();
+std::span<const text::Embedded> indexScripts();
 
 namespace {
+
+/// Begins the block of class names, which stands on lines of its own.
+constexpr std::string_view classesStart = "<script type=\"application/json\" id=\"petal-classes\">";
+/// The first scripts of a page, which its index has, too.
+constexpr std::size_t sharedScripts = 3;
 
 constexpr std::array replacements{text::Escapes::Replacement{'&', "&amp;"}, text::Escapes::Replacement{'<', "&lt;"},
                                   text::Escapes::Replacement{'>', "&gt;"},  text::Escapes::Replacement{'"', "&quot;"},
@@ -121,38 +133,119 @@ void writeModel(const exporter::ExportContext& context, text::BufferedOutput& ou
 }
 
 void writeData(const exporter::ExportContext& context, text::BufferedOutput& output) {
+    const exporter::ElementIds ids(context.model, context.source);
+    output.put(classesStart);
+    writeClassNames(context, ids, output);
+    output.put("</script>\n");
     DataBlock block(output, "petal-page");
     text::BufferedOutput buffered(block);
-    writePageData(context, buffered);
+    writePageData(context, ids, buffered);
     buffered.flush();
     block.finish();
 }
 
-void writeHead(const KelModel& model, text::BufferedOutput& output) {
+/// The scripts that a page runs, in their order.
+using Scripts = std::span<const text::Embedded>;
+
+void writeHead(std::string_view title, std::initializer_list<Scripts> scripts, text::BufferedOutput& output) {
     output.put("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
                "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; script-src");
-    for (const text::Embedded& script : scripts()) {
-        output.put(" 'sha256-");
-        output.put(script.hash);
-        output.put('\'');
+    for (const Scripts& some : scripts) {
+        for (const text::Embedded& script : some) {
+            output.put(" 'sha256-");
+            output.put(script.hash);
+            output.put('\'');
+        }
     }
     output.put("; style-src 'sha256-");
     output.put(part("style").hash);
     output.put("'; img-src data:; base-uri 'none'; form-action 'none'\">\n"
                "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
                "<meta name=\"color-scheme\" content=\"light dark\">\n<title>");
-    const std::string name = text::escaped(model.getName().view(), markup);
+    const std::string name = text::escaped(title, markup);
     output.put(name.find_first_not_of(" \n\t") == std::string::npos ? "A model" : name);
     output.put("</title>\n<link rel=\"icon\" href=\"data:,\">\n<style>");
     output.put(part("style").text);
     output.put("</style>\n</head>\n");
 }
 
+void writeScripts(std::initializer_list<Scripts> scripts, text::BufferedOutput& output) {
+    for (const Scripts& some : scripts) {
+        for (const text::Embedded& script : some) {
+            output.put("<script>");
+            output.put(script.text);
+            output.put("</script>\n");
+        }
+    }
+}
+
+/// The block of class names in a page, a JSON text; an empty list when there is none.
+std::string readClassNames(const std::string& page) {
+    std::ifstream file(page, std::ios::binary);
+    std::string line;
+    while (std::getline(file, line)) {
+        if (!line.starts_with(classesStart)) {
+            continue;
+        }
+        std::string names = line.substr(classesStart.size());
+        constexpr std::string_view end = "</script>";
+        while (!names.ends_with(end) && std::getline(file, line)) {
+            names += '\n' + line;
+        }
+        names.resize(names.size() - (names.ends_with(end) ? end.size() : 0));
+        rapidjson::Reader reader;
+        rapidjson::BaseReaderHandler<> nobody;
+        rapidjson::StringStream stream(names.c_str());
+        const bool isWhole = !reader.Parse<rapidjson::kParseIterativeFlag>(stream, nobody).IsError();
+        return isWhole && names.find('<') == std::string::npos ? names : "[]";
+    }
+    return "[]";
+}
+
+void writeIndexData(std::span<const exporter::IndexedOutput> models, text::BufferedOutput& output) {
+    const auto text = [&](std::string_view value) { output.put(text::quotedJsonText(text::validText(value)) + ","); };
+    output.put('[');
+    for (const exporter::IndexedOutput& model : models) {
+        output.put(&model == models.data() ? "\n[" : ",\n[");
+        text(model.file);
+        text(model.link);
+        text(model.state);
+        text(model.text);
+        output.put(std::to_string(model.objects) + "," + std::to_string(model.losses) + ",");
+        output.put(model.output.empty() ? "[]" : readClassNames(model.output));
+        output.put(']');
+    }
+    output.put(']');
+}
+
 } // namespace
+
+void writeIndex(std::span<const exporter::IndexedOutput> models, text::Output& to) {
+    text::BufferedOutput output(to);
+    // of the scripts of pages those that only define
+    const std::initializer_list<Scripts> all{scripts().first(sharedScripts), indexScripts()};
+    writeHead("Models", all, output);
+    output.put("<body>\n<noscript><main><h1>Models</h1><ul>\n");
+    for (const exporter::IndexedOutput& model : models) {
+        const std::string name = text::escaped(text::validText(model.file), markup);
+        output.put(model.output.empty() ? "<li>" + name : "<li><a href=\"" + model.link + "\">" + name + "</a>");
+        output.put(": " + std::string(model.state) + " " + text::escaped(model.text, markup) + "</li>\n");
+    }
+    output.put("</ul></main></noscript>\n");
+    output.put(part("index").text);
+    DataBlock block(output, "petal-index");
+    text::BufferedOutput buffered(block);
+    writeIndexData(models, buffered);
+    buffered.flush();
+    block.finish();
+    writeScripts(all, output);
+    output.put("</body>\n</html>\n");
+    output.flush();
+}
 
 void writeHtml(const exporter::ExportContext& context) {
     text::BufferedOutput output(context.folder.open(""));
-    writeHead(context.model, output);
+    writeHead(context.model.getName().view(), {scripts()}, output);
     output.put("<body>\n");
     writeOutline(context, output);
     output.put(part("body").text);
@@ -161,11 +254,7 @@ void writeHtml(const exporter::ExportContext& context) {
     if (context.notation != nullptr) {
         writePictures(*context.notation, output);
     }
-    for (const text::Embedded& script : scripts()) {
-        output.put("<script>");
-        output.put(script.text);
-        output.put("</script>\n");
-    }
+    writeScripts({scripts()}, output);
     output.put("</body>\n</html>\n");
     output.flush();
 }

@@ -1,8 +1,13 @@
 #pragma once
 
+#include "text/Output.h"
+
+#include <span>
+
 namespace exporter {
 struct ExportContext;
-}
+struct IndexedOutput;
+} // namespace exporter
 
 namespace html {
 
@@ -12,5 +17,10 @@ namespace html {
 ///
 /// Throws what the output throws. One thread may write a model at a time (`KelNumbering`).
 void writeHtml(const exporter::ExportContext& context);
+
+/// Writes the page of a folder: it lists the models with what became of them, links to their pages, and finds classes
+/// by name in all of them. Reads the names from the pages; those of a page that cannot be read are left out. Throws
+/// what the output throws.
+void writeIndex(std::span<const exporter::IndexedOutput> models, text::Output& output);
 
 } // namespace html

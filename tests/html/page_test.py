@@ -264,6 +264,30 @@ def try_long(page, count):
     page.quiet("long")
 
 
+def try_folder(driver, petal, folder, models):
+    """A page for each model, one of which fails, and an index."""
+    archive, site = os.path.join(folder, "archive"), os.path.join(folder, "site")
+    os.makedirs(os.path.join(archive, "a #1"))
+    for model in models:
+        shutil.copy(model, os.path.join(archive, "a #1"))
+    with open(os.path.join(archive, "<b>.mdl"), "w", encoding="utf-8") as file:
+        file.write("nothing")
+    run = subprocess.run([petal, "import", "-q", "archive", "-f", "html", "-o", "site"], cwd=folder, check=False, capture_output=True)
+    check(run.returncode == 5, f"folder: status {run.returncode}")
+    index = Page(driver, os.path.join(site, "index.html"))
+    index.open()
+    for model in [*models, "<b>.mdl"]:
+        check(os.path.basename(model) in index.text(), f"folder: the index lacks {model}")
+    hits = index.seek("TruckPool")
+    check(len(hits) == 1, f"folder: TruckPool is found {len(hits)} times")
+    index.keys(Keys.ENTER)
+    page = Page(driver, "")
+    check(page.wait("return location.hash && document.querySelector('h1')") and page.heading() == "TruckPool",
+          f"folder: no way from the index to the class, but to {driver.current_url}")
+    messages = [entry["message"] for entry in driver.get_log("browser")]
+    check(not messages, f"folder: console: {messages[:2]}")
+
+
 def main(petal, models):
     options = webdriver.ChromeOptions()
     for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--no-first-run",
@@ -292,10 +316,11 @@ def main(petal, models):
                 else:
                     try_model(page, os.path.basename(model))
             try_appearance(page, "hostile", "q4a0000000001")
+            try_folder(driver, petal, folder, models)
         finally:
             driver.quit()
     return 1 if faults else 0
 
 
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1], sys.argv[2:]))
+    sys.exit(main(os.path.abspath(sys.argv[1]), sys.argv[2:]))

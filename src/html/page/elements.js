@@ -34,7 +34,7 @@ const shownName = (element) => element.name.trim() ? element.name : "(no name)";
 const LETTERS = {class: "C", package: "P", diagram: "D", attribute: "a", operation: "o", type: "T", association: "↔",
                  role: "r", key: "k", argument: "p", generalization: "△", realization: "△", dependency: "⇢",
                  interface: "I", enumeration: "E", datatype: "D", primitive: "T", actor: "A", boundary: "B",
-                 control: "K", other: "×"};
+                 control: "K", other: "×", model: "M"};
 
 /** The small letter that says what an element is. */
 function badge(element) {
