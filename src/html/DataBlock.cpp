@@ -97,7 +97,7 @@ DataBlock::DataBlock(text::BufferedOutput& output, std::string_view id) : output
 DataBlock::~DataBlock() = default;
 
 void DataBlock::start(std::string_view attributes) {
-    output_.put("<script type=\"application/json\" id=\"");
+    output_.put(R"(<script type="application/json" id=")");
     output_.put(id_);
     output_.put(attributes);
     output_.put("\">");

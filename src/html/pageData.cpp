@@ -173,7 +173,7 @@ public:
     std::uint64_t numberOf(const ledger::Reason& reason) {
         const auto [found, isNew] = numbers_.try_emplace(reason.text, order_.size());
         if (isNew) {
-            order_.push_back(reason.text);
+            order_.emplace_back(reason.text);
         }
         return found->second;
     }

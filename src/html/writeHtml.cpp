@@ -31,7 +31,7 @@ std::span<const text::Embedded> indexScripts();
 namespace {
 
 /// Begins the block of class names, which stands on lines of its own.
-constexpr std::string_view classesStart = "<script type=\"application/json\" id=\"petal-classes\">";
+constexpr std::string_view classesStart = R"(<script type="application/json" id="petal-classes">)";
 /// The first scripts of a page, which its index has, too.
 constexpr std::size_t sharedScripts = 3;
 
