@@ -97,7 +97,7 @@ constexpr FileOption fileOptions[] = {
     {"-o",
      [](const petal::Request& request) {
          return std::ranges::all_of(request.import.outputs, [](const std::string& path) { return isStream(path); }) &&
-                isStream(request.merge.output);
+                isStream(request.merge.output) && isStream(request.draw.output);
      }},
     {"--log", [](const petal::Request& request) { return isStream(request.import.log); }},
     {"--ledger", [](const petal::Request& request) { return isStream(request.import.ledger); }},
@@ -105,17 +105,19 @@ constexpr FileOption fileOptions[] = {
     {"--files-from", [](const petal::Request& request) { return isHarmless(request.jobs.filesFrom.value_or("-")); }},
     {"--path-map",
      [](const petal::Request& request) {
-         return areHarmlessMaps(request.import.units.pathMaps) && areHarmlessMaps(request.units.units.pathMaps);
+         return areHarmlessMaps(request.import.units.pathMaps) && areHarmlessMaps(request.units.units.pathMaps) &&
+                areHarmlessMaps(request.draw.units.pathMaps);
      }},
     {"--unit-dir",
      [](const petal::Request& request) {
-         return areHarmless(request.import.units.folders) && areHarmless(request.units.units.folders);
+         return areHarmless(request.import.units.folders) && areHarmless(request.units.units.folders) &&
+                areHarmless(request.draw.units.folders);
      }},
     {"",
      [](const petal::Request& request) {
          return areHarmless(request.jobs.inputs) && areHarmless(request.merge.reports) &&
                 areHarmless(request.info.files) && areHarmless(request.units.files) &&
-                isHarmless(request.textconv.file);
+                areHarmless(request.draw.inputs) && isHarmless(request.textconv.file);
      }},
 };
 
@@ -150,7 +152,7 @@ bool staysInProcess(const petal::JobsRequest& jobs) {
 }
 
 bool mayRun(const petal::Request& request) {
-    return staysInProcess(request.jobs) &&
+    return staysInProcess(request.jobs) && request.draw.inputs.size() <= 1 &&
            std::ranges::all_of(fileOptions, [&](const FileOption& option) { return option.isFree(request); });
 }
 
@@ -171,7 +173,7 @@ struct Statuses {
 };
 constexpr Statuses statuses[] = {
     {petal::Command::import, "01234"}, {petal::Command::textconv, "012"},    {petal::Command::info, "015"},
-    {petal::Command::units, "01245"},  {petal::Command::mergeReports, "01"},
+    {petal::Command::units, "01245"},  {petal::Command::mergeReports, "01"}, {petal::Command::draw, "0124"},
 };
 
 bool mayEndWith(int status, const std::optional<petal::Request>& request) {

@@ -13,6 +13,7 @@ case "${1:-}" in
     packages="$packages libeclipse-emf-ecore-xmi-java"
     packages="$packages chromium chromium-driver python3-selenium" # show the format html
     packages="$packages graphviz plantuml" # draw the formats dot and plantuml
+    packages="$packages libxml2-utils librsvg2-bin" # read the pictures of petal draw
     # the databases load what format sql writes
     packages="$packages postgresql libpq-dev sqlite3 libsqlite3-dev"
     ;;

@@ -8,8 +8,10 @@
 
 namespace layout {
 
-/// The elements of a model, by quid and by qualified name. Immutable once made; lookups take logarithmic time and the
-/// length of what is asked for. Refers to the tree.
+/// The elements of a model, by quid and by qualified name.
+///
+/// Refers to the tree, which must outlive it. Immutable, so several threads may use it. Takes memory proportional to
+/// the tree; a lookup takes logarithmic time.
 class Elements {
 public:
     explicit Elements(const NotationTree& tree);
@@ -40,13 +42,13 @@ struct MemberStyle {
     bool hasSignatures = true;
 };
 
-/// The attributes, or the operations, of a class, as they are drawn. The elements they are in is the tree's.
+/// The attributes, or the operations, of a class, as they are drawn.
 [[nodiscard]] std::vector<Member> attributesOf(const NotationTree& tree, NodeId element, const MemberStyle& style);
 [[nodiscard]] std::vector<Member> operationsOf(const NotationTree& tree, NodeId element, const MemberStyle& style);
 /// The names of a template's parameters with their types.
 [[nodiscard]] std::vector<std::string> templateParametersOf(const NotationTree& tree, NodeId element);
 
-/// The name behind the last "::" that is not in brackets.
+/// The name after the last "::" that is not in brackets.
 [[nodiscard]] std::string_view lastName(std::string_view path);
 /// Whether the name stands for none.
 [[nodiscard]] bool isNameless(std::string_view name);

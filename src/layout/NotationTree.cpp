@@ -95,14 +95,14 @@ const std::array<std::string_view, wantedKeys.size()>& sortedKeys() {
     return keys;
 }
 
-/// What a property's name is called in the tree; empty for one that is not wanted.
+/// The property's name as the tree has it; empty for one that is not wanted.
 std::string_view wantedKey(std::string_view key) {
     const auto& keys = sortedKeys();
     const auto* found = std::ranges::lower_bound(keys, key);
     return found != keys.end() && *found == key ? *found : std::string_view();
 }
 
-/// Sets of properties that tools keep for themselves.
+/// The lists of properties that belong to other tools.
 constexpr std::string_view toolProperties = "attributes";
 
 constexpr double farthest = 1e12;

@@ -11,7 +11,7 @@
 namespace layout {
 
 using NodeId = std::uint32_t;
-inline constexpr NodeId noNode = 0; ///< the root, which is nobody's child
+inline constexpr NodeId noNode = 0; ///< the root, which has no owner
 
 enum class NodeKind : std::uint8_t { root, object, list, value, group, text, number, reference, location, word };
 
@@ -36,8 +36,8 @@ struct Node {
 /// The text of a model and its units as far as pictures need it: all objects, and of their properties those of a table.
 /// The content of a unit stands where the model refers to it.
 ///
-/// Owns all texts. Immutable once read, so several threads may use it. Memory is proportional to the files; a lookup of
-/// a property walks the properties of one object.
+/// Owns all texts. Immutable, so several threads may use it. Takes time and memory proportional to the files, about 3.5
+/// times their size; a lookup of a property walks the properties of one object.
 class NotationTree {
 public:
     /// Throws `std::system_error` when a file cannot be read.

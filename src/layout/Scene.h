@@ -9,7 +9,7 @@
 
 namespace layout {
 
-/// What a view looks like. Writers have a row for each.
+/// The shape of a view. Each writer has a row for each shape.
 enum class Shape : std::uint8_t {
     line, ///< no box
     none, ///< texts only
@@ -37,7 +37,7 @@ enum class Shape : std::uint8_t {
 };
 inline constexpr std::size_t shapeCount = 23;
 
-/// What a line has at an end.
+/// The sign at an end of a line.
 enum class Mark : std::uint8_t { none, arrow, filledArrow, triangle, diamond, filledDiamond };
 
 using Colour = std::int32_t; // red·65536 + green·256 + blue
@@ -77,7 +77,7 @@ inline constexpr int noItem = -1;
 struct Item {
     std::string kind;
     std::string quid;
-    std::string reference; ///< the number behind "@"; empty for none
+    std::string reference; ///< the number after "@"; empty for none
     std::uint64_t line = 0;
     std::string file; ///< of a unit; empty for the model's own
     std::string title;
@@ -102,6 +102,7 @@ struct Item {
     Mark endMark = Mark::none;
     int client = noItem;
     int supplier = noItem;
+    int tree = noItem; ///< the line that this one ends at, of a generalization, which leads on to the supplier
 
     Colour lineColour = black;
     Colour fillColour = noColour;

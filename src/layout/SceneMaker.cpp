@@ -11,7 +11,6 @@ constexpr double unitsPerPixel = 300.0 / 96; // fonts were laid out in whole pix
 constexpr double pixelsPerPoint = 96.0 / 72;
 constexpr double usualSize = 10; // points
 constexpr double largestSize = 1000;
-constexpr double baseLine = 0.77; // of a line's height
 constexpr double margin = 30;
 constexpr std::string_view itemList = "diagram_item_list";
 
@@ -48,6 +47,14 @@ NodeId nextItem(const NotationTree& tree, NodeId id, NodeId list) {
 }
 
 } // namespace
+
+Font fitting(Font font, std::string_view text, double width) {
+    const double wanted = textWidth(text, font.size, font.isBold) * faceSpare;
+    if (wanted > width && width > 0) {
+        font.size *= std::max(smallestScale, width / wanted);
+    }
+    return font;
+}
 
 double lineHeight(double size) {
     return size + 3 * unitsPerPixel;
@@ -195,7 +202,7 @@ void SceneMaker::setTitles() {
                 ends += (ends.empty() || end.empty() ? "" : " - ") + end;
             }
         }
-        item.title = item.kind + (ends.empty() ? "" : ": " + ends);
+        item.title = (item.kind.empty() ? "view" : item.kind) + (ends.empty() ? "" : ": " + ends);
     }
 }
 

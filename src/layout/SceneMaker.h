@@ -4,14 +4,14 @@
 #include "layout/metrics.h"
 #include "layout/viewKinds.h"
 
+#include <map>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace layout {
 
-/// What is written on a view, and where the file says so.
+/// The place of a label, as far as the file gives it.
 struct LabelPlace {
     std::optional<Point> at; ///< unset: the middle of the view
     bool isCentred = false;  ///< `at` is the middle of the text; else its left upper corner
@@ -46,7 +46,7 @@ private:
     void writeLine(Item& item, std::string text, const Font& font, Point at, Anchor anchor);
     void writeLabel(Item& item, NodeId view, NodeId label);
 
-    // Boxes (boxes.cpp)
+    // Boxes (boxes.cpp; of classes: classes.cpp)
     struct ClassTexts;
     void makeBox(std::size_t index);
     [[nodiscard]] Rectangle boxOf(NodeId view, const Item& item, double width, double height) const;
@@ -61,7 +61,7 @@ private:
     void placeUnplaced();
     void stretchSwimlanes();
 
-    // Lines (lines.cpp)
+    // Lines (lines.cpp; of associations: associations.cpp)
     void makeLine(std::size_t index);
     void makeMessage(std::size_t index);
     void makeAssociation(std::size_t index);
@@ -81,16 +81,24 @@ private:
     const Elements& elements_;
     NodeId diagram_;
     Scene scene_;
-    std::vector<NodeId> views_;    // of the items
-    std::vector<NodeId> shown_;    // the elements that they show
-    std::vector<bool> isPlaced_;   // whether the file says where
-    std::vector<Rectangle> reach_; // of the items with a box: with their labels
-    std::unordered_map<std::int64_t, int> byReference_;
-    NodeId rolesOwner_ = noNode; // whose are in `roles_`
+    std::vector<NodeId> views_;               // of the items
+    std::vector<NodeId> shown_;               // the elements that they show
+    std::vector<bool> isPlaced_;              // whether the file says where
+    std::vector<Rectangle> reach_;            // of the items with a box: with their labels
+    std::map<std::int64_t, int> byReference_; // ordered: a file could make hashes of numbers collide
+    NodeId rolesOwner_ = noNode;              // whose are in `roles_`
     std::vector<NodeId> roles_;
     int anchored_ = noItem; // the association that `anchor_` is of
     Point anchor_;
 };
+
+inline constexpr double padding = 12;        ///< between an outline and the text in it
+inline constexpr double baseLine = 0.77;     ///< of the height of a line of text: where its base line is
+inline constexpr double faceSpare = 1.08;    ///< faces that take the place of the usual one are wider
+inline constexpr double smallestScale = 0.4; ///< of texts that are made to fit
+
+/// The font in which a line of text fits into a width, as far as `smallestScale` allows.
+[[nodiscard]] Font fitting(Font font, std::string_view text, double width);
 
 /// How high a line of text is in a font of that size, with what is between two.
 [[nodiscard]] double lineHeight(double size);

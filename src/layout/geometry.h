@@ -37,7 +37,7 @@ inline double distance(const Point& a, const Point& b) {
     return std::hypot(a.x - b.x, a.y - b.y);
 }
 
-/// What a line that goes to a box ends at.
+/// The outline of a box, at which lines end.
 enum class Outline { rectangle, ellipse, rhombus };
 
 /// The point of the outline on the way from its centre to `outside`; the centre when that is where `outside` is.

@@ -8,7 +8,8 @@
 
 namespace layout {
 
-/// Any text as the content of an XML element, or of an attribute in double quotes. What XML cannot hold becomes U+FFFD.
+/// Any text as the content of an XML element, or of an attribute in double quotes. A character that XML cannot hold
+/// becomes U+FFFD.
 [[nodiscard]] std::string markup(std::string_view text);
 
 /// A number with at most that many decimals, without zeros at its end.

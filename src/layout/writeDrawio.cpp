@@ -20,19 +20,19 @@ constexpr std::array<std::string_view, shapeCount> shapes{
     "rounded=0;shadow=1",
     "shape=folder;tabWidth=50;tabHeight=11;tabPosition=left",
     "shape=note;size=12",
-    "ellipse",
+    "shape=ellipse;perimeter=ellipsePerimeter",
     "shape=umlActor",
     "shape=umlBoundary",
-    "ellipse;shape=umlControl",
-    "ellipse;shape=umlEntity",
-    "ellipse",
+    "shape=umlControl",
+    "shape=umlEntity",
+    "shape=ellipse;perimeter=ellipsePerimeter",
     "shape=module;jettyWidth=20;jettyHeight=10",
     "shape=cube;size=12;direction=east;flipH=1",
     "shape=cube;size=12;direction=east;flipH=1",
     "rounded=1;arcSize=30",
-    "ellipse;fillColor=#000000",
-    "ellipse;shape=endState",
-    "rhombus",
+    "shape=ellipse;perimeter=ellipsePerimeter;fillColor=#000000",
+    "shape=endState;perimeter=ellipsePerimeter",
+    "shape=rhombus;perimeter=rhombusPerimeter",
     "rounded=0;fillColor=#000000",
     "shape=umlLifeline;perimeter=lifelinePerimeter",
     "rounded=0;fillColor=none",
@@ -44,7 +44,7 @@ struct Participant {
     std::string_view name;
 };
 
-/// What a lifeline may begin with in place of a box.
+/// The signs that a lifeline may begin with in place of a box.
 constexpr auto participants = std::to_array<Participant>({{Shape::actor, "umlActor"},
                                                           {Shape::boundary, "umlBoundary"},
                                                           {Shape::control, "umlControl"},
@@ -95,7 +95,7 @@ public:
             } else if (item.kind == "AssociationViewNew") {
                 association(id, item);
             } else if (item.kind != "RoleView" || !isOfPair(item.parent)) {
-                edge(id, item, item.route, item.client, item.supplier);
+                edge(id, item, wayOf(item), item.client, item.supplier);
             }
         }
     }
@@ -104,9 +104,9 @@ private:
     void attribute(std::string_view name, std::string_view value) {
         output_.put(" ");
         output_.put(name);
-        output_.put("=\"");
+        output_.put(R"(=")");
         output_.put(markup(value));
-        output_.put("\"");
+        output_.put(R"(")");
     }
 
     void geometry(const Rectangle& box) {
@@ -125,7 +125,7 @@ private:
         attribute("value", text);
         attribute("style", style);
         attribute("parent", parent);
-        output_.put(" vertex=\"1\">");
+        output_.put(R"( vertex="1">)");
         geometry(box);
     }
 
@@ -145,7 +145,7 @@ private:
             const auto* participant = std::ranges::find(participants, item.icon, &Participant::icon);
             style += participant != participants.end() ? std::string(";participant=").append(participant->name) : "";
         }
-        vertex(idOf(id), "1", style + ";html=0", "", item.box);
+        vertex(idOf(id), "1", style + ";html=0;collapsible=0", "", item.box);
         int part = 0;
         const auto partId = [&] { return idOf(id) + "-" + std::to_string(part++); };
         const auto within = [&](Rectangle inner) {
@@ -188,6 +188,19 @@ private:
         return association != noItem && isRole(first) && isRole(first + 1) && !isRole(first + 2);
     }
 
+    /// Where the line goes; one to a tree goes on along the tree.
+    [[nodiscard]] std::vector<Point> wayOf(const Item& item) const {
+        std::vector<Point> way = item.route;
+        if (item.tree != noItem && !way.empty()) {
+            const std::vector<Point>& rest = scene_.items[static_cast<std::size_t>(item.tree)].route;
+            constexpr std::size_t longest = 16; // each of many lines repeats it
+            if (!rest.empty() && rest.size() <= longest) {
+                way.insert(way.end(), rest.begin() + (distance(rest.front(), way.back()) < 1 ? 1 : 0), rest.end());
+            }
+        }
+        return way;
+    }
+
     void association(int id, const Item& item) {
         if (!isOfPair(id)) {
             // a point that the lines of the roles meet at
@@ -195,7 +208,7 @@ private:
                                             scene_.items[static_cast<std::size_t>(id) + 1].parent == id
                                         ? around(scene_.items[static_cast<std::size_t>(id) + 1].route.front(), 3, 3)
                                         : around({}, 3, 3);
-            vertex(idOf(id), "1", "ellipse;fillColor=none;strokeColor=none", "", point);
+            vertex(idOf(id), "1", "shape=ellipse;fillColor=none;strokeColor=none", "", point);
             labels(id, item, "1", {point.x, point.y});
             return;
         }
@@ -244,7 +257,7 @@ private:
         output_.put("<mxCell");
         attribute("id", idOf(id));
         attribute("style", style);
-        output_.put(" parent=\"1\" edge=\"1\"");
+        output_.put(R"( parent="1" edge="1")");
         const auto join = [&](std::string_view name, int other) {
             if (other != noItem && other != id && hasCell(other)) {
                 attribute(name, idOf(cellOf(other)));
@@ -252,11 +265,11 @@ private:
         };
         join("source", client);
         join("target", supplier);
-        output_.put("><mxGeometry relative=\"1\" as=\"geometry\">");
+        output_.put(R"(><mxGeometry relative="1" as="geometry">)");
         point(route.front(), "sourcePoint");
         point(route.back(), "targetPoint");
         if (route.size() > 2) {
-            output_.put("<Array as=\"points\">");
+            output_.put(R"(<Array as="points">)");
             for (std::size_t index = 1; index + 1 < route.size(); ++index) {
                 point(route[index], "");
             }
@@ -295,8 +308,10 @@ private:
         for (const Text& text : item.texts) {
             const Rectangle room = text.room();
             const std::string own = idOf(id) + "-" + std::to_string(part++);
-            if (parent == "1") {
-                vertex(own, parent, textStyle(text), text.text, room);
+            const bool isInBar =
+                std::ranges::any_of(item.bars, [&](const Rectangle& bar) { return bar.contains(room.centre(), 0); });
+            if (parent == "1" || isInBar) {
+                vertex(own, "1", textStyle(text), text.text, room);
                 continue;
             }
             output_.put("<mxCell");
@@ -304,10 +319,10 @@ private:
             attribute("value", text.text);
             attribute("style", textStyle(text) + ";resizable=0");
             attribute("parent", parent);
-            output_.put(" vertex=\"1\" connectable=\"0\"><mxGeometry relative=\"1\"");
+            output_.put(R"( vertex="1" connectable="0"><mxGeometry relative="1")");
             attribute("width", decimal(std::max(room.width * scale, smallest), decimals));
             attribute("height", decimal(std::max(room.height * scale, smallest), decimals));
-            output_.put(" as=\"geometry\">");
+            output_.put(R"( as="geometry">)");
             point({room.x - middle.x, room.y - middle.y}, "offset");
             output_.put("</mxGeometry></mxCell>\n");
         }
@@ -325,7 +340,7 @@ DrawioWriter::DrawioWriter(Theme theme, text::BufferedOutput& output) : theme_(t
 }
 
 void DrawioWriter::write(const Scene& scene) {
-    output_.put("<diagram id=\"d" + std::to_string(pages_++) + "\" name=\"" + markup(scene.name) +
+    output_.put(R"(<diagram id="d)" + std::to_string(pages_++) + R"(" name=")" + markup(scene.name) +
                 "\"><mxGraphModel grid=\"0\" page=\"0\" math=\"0\"><root>\n"
                 "<mxCell id=\"0\"/><mxCell id=\"1\" parent=\"0\"/>\n");
     Page(scene, theme_, output_).write();

@@ -14,7 +14,7 @@ constexpr std::string_view faces = "Arial, 'Liberation Sans', Helvetica, 'DejaVu
                                    "Sans', 'Noto Sans CJK SC', 'Microsoft YaHei', "
                                    "'MS Gothic', 'Malgun Gothic', sans-serif";
 constexpr std::string_view usualFace = "Arial";
-constexpr std::string_view dashes = " stroke-dasharray=\"14 9\"";
+constexpr std::string_view dashes = R"( stroke-dasharray="14 9")";
 constexpr double noteCorner = 36;
 constexpr double folderTab = 34;
 constexpr double cubeAcross = 70; // how far the sides of a cube go
@@ -30,9 +30,9 @@ public:
     void attribute(std::string_view name, std::string_view value) {
         raw(" ");
         raw(name);
-        raw("=\"");
+        raw(R"(=")");
         raw(markup(value));
-        raw("\"");
+        raw(R"(")");
     }
     void number(std::string_view name, double value) { attribute(name, decimal(value)); }
 
@@ -67,7 +67,7 @@ public:
     void points(std::string_view element, const Points& points, std::string_view more = "") {
         raw("<");
         raw(element);
-        raw(" points=\"");
+        raw(R"( points=")");
         bool isFirst = true;
         for (const Point& point : points) {
             raw(isFirst ? "" : " ");
@@ -76,7 +76,7 @@ public:
             raw(decimal(point.y));
             isFirst = false;
         }
-        raw("\"");
+        raw(R"(")");
         raw(more);
         raw("/>");
     }
@@ -87,10 +87,10 @@ private:
     text::BufferedOutput& output_;
 };
 
-constexpr std::string_view invisible = " fill=\"none\" stroke=\"none\"";
-constexpr std::string_view noFill = " fill=\"none\"";
-constexpr std::string_view black_ = " fill=\"#000000\"";
-constexpr std::string_view white_ = " fill=\"#ffffff\"";
+constexpr std::string_view invisible = R"( fill="none" stroke="none")";
+constexpr std::string_view noFill = R"( fill="none")";
+constexpr std::string_view black_ = R"( fill="#000000")";
+constexpr std::string_view white_ = R"( fill="#ffffff")";
 
 void drawNothing(Svg& svg, const Item& item) {
     if (item.shape == Shape::none) {
@@ -209,13 +209,13 @@ void drawCube(Svg& svg, const Item& item) {
     svg.polygon(
         {{box.x, box.y + up}, {box.x + across, box.y}, {box.right(), box.y}, {box.right() - across, box.y + up}});
     const Point low{box.right() - across, box.bottom()};
-    const std::string_view side = !isShaded ? "" : svg.theme() == Theme::plain ? black_ : " fill=\"#808080\"";
+    const std::string_view side = !isShaded ? "" : svg.theme() == Theme::plain ? black_ : R"( fill="#808080")";
     svg.polygon({{low.x, box.y + up}, {box.right(), box.y}, {box.right(), box.bottom() - up}, low}, side);
 }
 
 void drawRounded(Svg& svg, const Item& item) {
     const double radius = std::min({40.0, item.box.width / 2, item.box.height / 2});
-    svg.rectangle(item.box, " rx=\"" + decimal(radius) + "\"");
+    svg.rectangle(item.box, R"( rx=")" + decimal(radius) + R"(")");
 }
 
 void drawStart(Svg& svg, const Item& item) {
@@ -349,8 +349,8 @@ void drawMark(Svg& svg, Mark mark, const std::vector<Point>& route, Colour colou
         corners.push_back(
             {end.x + along.x * corner.x - along.y * corner.y, end.y + along.y * corner.x + along.x * corner.y});
     }
-    const std::string fill = shape.fill.empty() ? " fill=\"" + colourText(colour) + "\"" : std::string(shape.fill);
-    svg.points(shape.isClosed ? "polygon" : "polyline", corners, fill + " stroke-dasharray=\"none\"");
+    const std::string fill = shape.fill.empty() ? R"( fill=")" + colourText(colour) + R"(")" : std::string(shape.fill);
+    svg.points(shape.isClosed ? "polygon" : "polyline", corners, fill + R"( stroke-dasharray="none")");
 }
 
 void drawText(Svg& svg, const Text& text) {
@@ -366,15 +366,15 @@ void drawText(Svg& svg, const Text& text) {
     if (const std::string face = faceText(font.face); !face.empty() && face != usualFace) {
         svg.attribute("font-family", "'" + face + "', " + std::string(faces));
     }
-    svg.raw(font.isBold ? " font-weight=\"bold\"" : "");
-    svg.raw(font.isItalic ? " font-style=\"italic\"" : "");
+    svg.raw(font.isBold ? R"( font-weight="bold")" : "");
+    svg.raw(font.isItalic ? R"( font-style="italic")" : "");
     if (font.isUnderlined || font.isStruck) {
         svg.attribute("text-decoration", font.isUnderlined && font.isStruck ? "underline line-through"
                                          : font.isUnderlined                ? "underline"
                                                                             : "line-through");
     }
     svg.attribute("fill", colourText(svg.theme() == Theme::plain ? black : font.colour));
-    svg.raw(" stroke=\"none\" stroke-dasharray=\"none\">");
+    svg.raw(R"( stroke="none" stroke-dasharray="none">)");
     svg.raw(markup(text.text));
     svg.raw("</text>");
 }
@@ -392,7 +392,7 @@ void startGroup(Svg& svg, const Item& item) {
     optional("data-ref", item.reference);
     svg.attribute("data-line", std::to_string(item.line));
     optional("data-file", item.file);
-    svg.raw(item.isMissing ? " class=\"missing\"" : "");
+    svg.raw(item.isMissing ? R"( class="missing")" : "");
     svg.attribute("stroke", colourText(colours.line));
     svg.attribute("fill", colourText(colours.fill));
     svg.raw(item.isDashed || item.isMissing ? dashes : "");
@@ -427,7 +427,7 @@ void drawItem(Svg& svg, const Item& item) {
 void writeSvg(const Scene& scene, Theme theme, text::BufferedOutput& output) {
     Svg svg(theme, output);
     const Rectangle& bounds = scene.bounds;
-    svg.raw("<svg xmlns=\"http://www.w3.org/2000/svg\"");
+    svg.raw(R"(<svg xmlns="http://www.w3.org/2000/svg")");
     svg.attribute("viewBox", decimal(bounds.x) + " " + decimal(bounds.y) + " " + decimal(bounds.width) + " " +
                                  decimal(bounds.height));
     svg.attribute("data-view", scene.kind);
@@ -439,12 +439,12 @@ void writeSvg(const Scene& scene, Theme theme, text::BufferedOutput& output) {
         svg.attribute("data-file", scene.file);
     }
     svg.attribute("font-family", faces);
-    svg.raw(" stroke-width=\"3\" stroke-linejoin=\"round\" xml:space=\"preserve\"><title>");
+    svg.raw(R"( stroke-width="3" stroke-linejoin="round" xml:space="preserve"><title>)");
     for (const std::string& package : scene.packages) {
         svg.raw(markup(package) + "::");
     }
     svg.raw(markup(scene.name) + "</title>\n");
-    svg.rectangle(bounds, " fill=\"#ffffff\" stroke=\"none\""); // pages around it may be dark
+    svg.rectangle(bounds, R"( fill="#ffffff" stroke="none")"); // pages around it may be dark
     svg.raw("\n");
     const std::vector<Item>& items = scene.items;
     for (std::size_t index = 0; index < items.size(); ++index) {

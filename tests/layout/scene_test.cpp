@@ -112,7 +112,7 @@ TEST_F(Drawn, HasBoxesMembersAndLinesWhereTheFileSays) {
 }
 
 TEST_F(Drawn, HasTheThreeKindsThatAreNotPlacedByTheirMiddle) {
-    const Scene scene = sceneOf("(object Message \"go\" quid \"4E0000000001\" synchronization \"Return\")",
+    const Scene scene = sceneOf(R"((object Message "go" quid "4E0000000001" synchronization "Return"))",
                                 R"((object InterObjView "o" @1 location (300, 200) width 200 height 900
   Focus_Of_Control (object Focus_Of_Control "" @2 location (300, 400) height 100)
   Focus_Of_Control (object Focus_Of_Control "" @3 location (300, 420) height 1 Nested TRUE))
@@ -153,6 +153,80 @@ logical_presentations (list l (object ClassDiagram "Outer" items (list diagram_i
     }
 }
 
+TEST_F(Drawn, PutsTextsWhereLabelsAreAndMakesThemFit) {
+    const std::string element = R"((object Class "A" quid "4A0000000001" class_attributes (list class_attribute_list
+(object ClassAttribute "WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW") (object ClassAttribute "b"))))";
+    const Scene scene =
+        sceneOf(element, R"((object UseCaseView "U" @1 location (500, 500) height 118 label (object ItemLabel
+  location (500, 638) anchor_loc 1 nlines 2 max_width 200 label "one two three"))
+(object StateView "Normal" "S" @2 location (900, 500) width 300 height 200 label (object SegLabel
+  location (760, 410) justify 1 max_width 280 label "left"))
+(object NoteView @3 location (500, 1000) width 200 height 60 label (object ItemLabel justify 1 label
+|a text that is far too long for so small a note
+))
+(object ClassView "Class" "A" @4 IncludeAttribute TRUE location (900, 1000) width 200 height 130
+  quidu "4A0000000001")
+(object ActivityStateView "wide" @5 location (0, 0) label (object ItemLabel label "a name that needs a wider box than others")))");
+    const auto& oval = scene.items[0].texts;
+    ASSERT_EQ(oval.size(), 2U); // lines are 50 units high, the block is round the place
+    EXPECT_EQ(oval[0].text + "|" + oval[1].text, "one two|three");
+    EXPECT_NEAR(oval[1].at.y - oval[0].at.y, 50, 0.01);
+    EXPECT_NEAR((oval[0].room().y + oval[1].room().bottom()) / 2, 638, 5);
+    EXPECT_TRUE(oval[0].at.x == 500 && oval[0].anchor == Anchor::middle);
+    const Text& state = scene.items[1].texts.at(0);
+    EXPECT_TRUE(state.at.x == 760 && state.anchor == Anchor::start && state.at.y > 410 && state.at.y < 460);
+    for (const std::size_t index : {2U, 3U}) {
+        const Item& item = scene.items[index];
+        EXPECT_GT(item.texts.size(), 1U);
+        for (const Text& text : item.texts) {
+            EXPECT_LT(text.font.size, text.text == "A" ? 41 : 40) << text.text;
+            EXPECT_TRUE(item.box.contains(text.room().centre(), 5)) << text.text;
+        }
+    }
+    const std::vector<Text>& members = scene.items[3].texts;
+    EXPECT_EQ(members[1].font.size, members[2].font.size); // one size in a class
+    EXPECT_GT(scene.items[4].box.width, scene.items[4].texts.at(0).width);
+}
+
+TEST_F(Drawn, IsTheSameForDrawio) {
+    const Scene scene = sceneOf(R"((object Association "r" quid "4A0000000003" roles (list role_list
+  (object Role "x" is_aggregate TRUE) (object Role "y"))))",
+                                R"((object ClassView "Class" "A" @1 location (150, 150) width 300 height 300)
+(object ClassView "Class" "B" @2 location (1200, 150) width 300 height 300)
+(object AssociationViewNew "r" @3 location (600, 150) quidu "4A0000000003" line_color 0 label (object SegLabel
+  location (600, 120) anchor_loc 1 label "r") roleview_list (list RoleViews
+  (object RoleView "x" @4 client @3 supplier @1) (object RoleView "y" @5 client @3 supplier @2)))
+(object AttachView "" @6 client @1 supplier @3 line_color 0 vertices (list Points (150, 600) (600, 600)))
+(object InheritTreeView "" @7 location (700, 500) supplier @2 vertices (list Points (700, 500) (1200, 500) (1200, 300)))
+(object InheritView "" @8 client @1 supplier @2 line_color 0 line_style 3 origin_attachment (200, 300)
+  terminal_attachment (200, 500) drawSupplier @7))");
+    TextOutput output;
+    text::BufferedOutput buffered(output);
+    DrawioWriter writer(Theme::file, buffered);
+    writer.write(scene);
+    writer.write(Scene{});
+    writer.end();
+    buffered.flush();
+    const auto cell = [&](const std::string& id) {
+        const std::size_t at = output.text.find(R"(<mxCell id=")" + id + '"');
+        return at == std::string::npos ? "" : output.text.substr(at, output.text.find("</mxCell>", at) - at);
+    };
+    EXPECT_NE(cell("v0").find(R"(vertex="1"><mxGeometry x="0" y="0" width="100" height="100" as="geometry"/>)"),
+              std::string::npos);
+    const std::string association = cell("v2"); // both roles in one
+    EXPECT_NE(association.find(R"(edge="1" source="v0" target="v1">)"), std::string::npos) << association;
+    EXPECT_NE(association.find(R"(<mxPoint x="100" y="50" as="sourcePoint"/><mxPoint x="350" y="50" as="targetPoint"/>)"
+                               R"(<Array as="points"><mxPoint x="200" y="50"/></Array>)"),
+              std::string::npos);
+    EXPECT_NE(association.find("startArrow=diamondThin;startSize=18;startFill=0"), std::string::npos);
+    EXPECT_EQ(cell("v3") + cell("v4"), "");
+    EXPECT_NE(cell("v2-0").find(R"(value="r")"), std::string::npos);
+    EXPECT_NE(cell("v5").find(R"(source="v0" target="v2")"), std::string::npos);
+    EXPECT_NE(cell("v7").find(R"(source="v0" target="v1")"), std::string::npos);
+    EXPECT_NE(cell("v7").find(R"(<mxPoint x="400" y="166.6667"/></Array>)"), std::string::npos); // along the tree
+    EXPECT_NE(output.text.find(R"(<diagram id="d1" name="">)"), std::string::npos);
+}
+
 /// Views that refer to each other in circles, to themselves and to nothing; numbers that no page has.
 TEST_F(Drawn, IsAPictureWhateverTheFileHolds) {
     const Scene scene = sceneOf("", R"((object ClassView "Class" "A" @1 Parent_View @1 location (1000000000, -9e300)
@@ -164,9 +238,10 @@ TEST_F(Drawn, IsAPictureWhateverTheFileHolds) {
 (object HologramView "H" @6 label "h")
 (object HologramLine "L" @7 client @1 supplier @6)
 (object AssociationViewNew "" @8 roleview_list (list RoleViews (object RoleView "" @9)))
+(object RoleView "" @11 client @8 supplier @1 parts (list l (object RoleView "")))
 (object StateView "StartState" "" @1 width 1e12)
 (object NoteView @10 label (object ItemLabel label "a b c" max_width -1 nlines 1e9)))");
-    ASSERT_EQ(scene.items.size(), 11U);
+    ASSERT_EQ(scene.items.size(), 13U);
     for (const Item& item : scene.items) {
         EXPECT_TRUE(item.hasBox || item.kind == "AssociationViewNew" || item.route.size() >= 2) << item.kind;
         EXPECT_TRUE(!item.hasBox || (item.box.width > 0 && item.box.height > 0)) << item.kind;
@@ -178,18 +253,17 @@ TEST_F(Drawn, IsAPictureWhateverTheFileHolds) {
 
 TEST_F(Drawn, TakesTimeProportionalToTheViews) {
     const auto seconds = [&](int count) {
-        std::string views = "(object AssociationViewNew \"a\" @0 roleview_list (list RoleViews\n";
-        std::string lines;
+        std::ostringstream views;
+        std::ostringstream others;
+        views << "(object AssociationViewNew \"a\" @0 roleview_list (list RoleViews\n";
         for (int index = 1; index <= count; ++index) {
-            const std::string number = std::to_string(index);
-            views +=
-                "(object RoleView \"r\" @" + std::to_string(index + count) + " client @0 supplier @" + number + ")\n";
-            lines += "(object ClassView \"Class\" \"C" + number + "\" @" + number + ")\n";
-            lines += "(object AttachView \"\" @" + std::to_string(index + 2 * count) + " client @" +
-                     std::to_string(index + 2 * count + 1) + " supplier @" + number + ")\n";
+            views << "(object RoleView \"r\" @" << index + count << " client @0 supplier @" << index << ")\n";
+            others << "(object ClassView \"Class\" \"C\" @" << index << ")\n(object AttachView \"\" @"
+                   << index + 2 * count << " client @" << index + 2 * count + 1 << " supplier @" << index << ")\n";
         }
+        views << "))\n" << others.str();
         const auto start = std::chrono::steady_clock::now();
-        EXPECT_EQ(sceneOf("", views + "))\n" + lines).items.size(), static_cast<std::size_t>(3 * count + 1));
+        EXPECT_EQ(sceneOf("", views.str()).items.size(), static_cast<std::size_t>(3 * count + 1));
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     };
     static_cast<void>(seconds(100));

@@ -91,12 +91,14 @@ TEST_F(Draw, GoesThroughFolders) {
     put("models/m.mdl", model);
     const Ended ended = run("$petal draw models -o out -j 2 -q --unit-dir .");
     EXPECT_EQ(ended.status, 5);
-    EXPECT_TRUE(has(ended.errors, "'models/bad.mdl' is no model file"));
+    EXPECT_TRUE(has(ended.errors, "'models/bad.mdl' is not a model file"));
     EXPECT_TRUE(has(ended.errors, "1 of 3 files failed"));
     const Names drawn = files("out");
     EXPECT_EQ(drawn.size(), 6U);
     EXPECT_EQ(drawn.count("models/sub/n.mdl/a_b/In.svg") + drawn.count("models/m.mdl/Logical View/Main.svg"), 2U);
     EXPECT_EQ(run("$petal draw models/sub models/m.mdl --as drawio -o io -q --unit-dir .").status, 0);
+    EXPECT_EQ(run("$petal draw models/m.mdl b.cat --list").errors,
+              "petal: models/m.mdl: missing controlled units: 1\n");
     EXPECT_EQ(files("io"), (Names{"models/m.mdl.drawio", "models/sub/n.mdl.drawio"}));
     EXPECT_TRUE(has(get("io/models/m.mdl.drawio"), "<diagram id=\"d1\" name=\"Main\">"));
 }

@@ -3,7 +3,6 @@
 #include "export/Omissions.h"
 #include "export/asItsClass.h"
 #include "export/modelWalk.h"
-#include "host/model/KelNote.h"
 
 #include <algorithm>
 #include <array>

@@ -6,7 +6,6 @@
 #include "host/model/KelClass.h"
 #include "host/model/KelClassDiagram.h"
 #include "host/model/KelDesignPackage.h"
-#include "host/model/KelGeneralization.h"
 #include "host/model/KelModel.h"
 #include "text/utf8.h"
 

@@ -79,19 +79,28 @@ struct Drawing {
     }
 };
 
-std::unique_ptr<Drawing> readDrawing(const std::string& path, const DrawRequest& request, units::UnitLocator& locator) {
+/// Reports missing units: the causes, or of one of many models their number. Throws a `Failure` when they are required.
+void checkUnits(const std::string& path, const units::UnitTree& files, const DrawRequest& request,
+                const units::UnitLocator& locator, bool isSingle) {
+    const units::ModelLosses losses = units::lossesOf(files, locator.getSymbols());
+    const std::uint64_t count = losses.units.size() + losses.untold;
+    if (count > 0 && request.units.mode == "require") {
+        throw Failure(Outcome::unitMissing, "controlled units of '" + path + "' are missing",
+                      "--path-map and --unit-dir say where to look for them.");
+    }
+    if (count > 0 && !request.quiet) {
+        units::LostUnits lost;
+        lost.add(losses);
+        const std::string number = text::printableText(path) + ": missing controlled units: " + std::to_string(count);
+        std::fputs(asNotes(isSingle ? lossLines(lost) : TextLines{number}).c_str(), stderr);
+    }
+}
+
+std::unique_ptr<Drawing> readDrawing(const std::string& path, const DrawRequest& request, units::UnitLocator& locator,
+                                     bool isSingle) {
     units::UnitTree files = request.units.mode == "skip" ? readModelAlone(path) : readModelTree(path, locator);
     if (request.units.mode != "skip") {
-        units::LostUnits lost;
-        lost.add(units::lossesOf(files, locator.getSymbols()));
-        if (!lost.isEmpty() && request.units.mode == "require") {
-            throw Failure(Outcome::unitMissing, "controlled units of '" + path + "' are missing",
-                          "--path-map and --unit-dir say where to look for them.");
-        }
-        if (!request.quiet) {
-            const std::string notes = asNotes(lossLines(lost));
-            std::fputs(notes.c_str(), stderr);
-        }
+        checkUnits(path, files, request, locator, isSingle);
     }
     try {
         auto drawing = std::make_unique<Drawing>(std::move(files), request.diagrams);
@@ -166,7 +175,7 @@ bool isFile(const DrawRequest& request) {
 /// Draws one model; the output is a file for one picture, a folder for SVG, and a file for draw.io.
 void drawModel(const std::string& path, const DrawRequest& request, bool isSingle, units::UnitLocator& locator) {
     const layout::Theme theme = themeOf(request);
-    const std::unique_ptr<Drawing> drawing = readDrawing(path, request, locator);
+    const std::unique_ptr<Drawing> drawing = readDrawing(path, request, locator, isSingle);
     const layout::Elements elements(drawing->tree);
     Unknown unknown;
     const auto sceneOf = [&](NodeId diagram) {
@@ -227,7 +236,7 @@ void listDiagrams(const std::vector<Source>& sources, const DrawRequest& request
             json.startList();
         }
         for (const Source& source : sources) {
-            const std::unique_ptr<Drawing> drawing = readDrawing(source.path, request, locator);
+            const std::unique_ptr<Drawing> drawing = readDrawing(source.path, request, locator, sources.size() == 1);
             for (std::size_t index = 0; index < drawing->diagrams.size(); ++index) {
                 const NodeId diagram = drawing->diagrams[index];
                 const layout::Node& node = drawing->tree[diagram];
@@ -267,43 +276,65 @@ void listDiagrams(const std::vector<Source>& sources, const DrawRequest& request
     });
 }
 
-/// Runs tasks in processes of their own, so many at a time; each ends with an exit status. Returns how many failed.
-template <class Task>
-std::size_t runApart(std::size_t count, int parallel, Task task) {
-    std::size_t failed = 0;
-    int running = 0;
-    const auto waitForOne = [&] {
+/// Processes that each do one task and end with an exit status.
+class Workers {
+public:
+    /// Has the task done, once fewer than `most` are under way. Throws `std::system_error` when no process can be made.
+    template <class Task>
+    void start(int most, Task task) {
+        while (running_ >= most) {
+            waitForOne();
+        }
+        const pid_t process = ::fork();
+        if (process < 0) {
+            throwErrno();
+        }
+        if (process == 0) {
+            ::_exit(exitNumber(task()));
+        }
+        ++running_;
+    }
+    void waitForAll() {
+        while (running_ > 0) {
+            waitForOne();
+        }
+    }
+    [[nodiscard]] std::size_t getFailedCount() const { return failed_; }
+
+private:
+    void waitForOne() {
         int status = 0;
         pid_t ended = -1;
         do {
             ended = ::wait(&status);
         } while (ended < 0 && errno == EINTR);
-        --running;
-        failed += ended < 0 || !WIFEXITED(status) || WEXITSTATUS(status) != 0 ? 1 : 0;
+        --running_;
+        failed_ += ended < 0 || !WIFEXITED(status) || WEXITSTATUS(status) != 0 ? 1 : 0;
         if (ended >= 0 && WIFSIGNALED(status)) {
             std::fputs("petal: a signal ended the process that drew a file\n", stderr);
         }
-    };
-    for (std::size_t index = 0; index < count; ++index) {
-        if (running == parallel) {
-            waitForOne();
-        }
-        const pid_t process = ::fork();
-        if (process < 0) {
-            while (running > 0) {
-                waitForOne();
-            }
-            throwErrno();
-        }
-        if (process == 0) {
-            ::_exit(exitNumber(task(index)));
-        }
-        ++running;
     }
-    while (running > 0) {
-        waitForOne();
+
+    int running_ = 0;
+    std::size_t failed_ = 0;
+};
+
+/// As a task: tells its failure.
+Outcome drawSource(const Source& source, const DrawRequest& request, units::UnitLocator& locator) {
+    try {
+        if (!source.unreadable.empty()) {
+            throw Failure(Outcome::inputNotRead, "cannot search the folder '" + source.path + "': " + source.unreadable,
+                          "");
+        }
+        drawModel(source.path, request, false, locator);
+        return Outcome::success;
+    } catch (const Failure& failure) {
+        printFailure(failure.what(), failure.getAdvice());
+        return failure.getOutcome();
+    } catch (const std::exception& failure) {
+        printFailure(failure.what(), "");
+        return Outcome::unexpected;
     }
-    return failed;
 }
 
 void drawSeveral(const std::vector<Source>& sources, DrawRequest request, units::UnitLocator& locator) {
@@ -313,25 +344,13 @@ void drawSeveral(const std::vector<Source>& sources, DrawRequest request, units:
     const std::vector<std::string> outputs =
         planOutputs(sources, *request.output, request.writer == "drawio" ? drawioEnding : std::string_view());
     locator.listSearchFolders();
-    const std::size_t failed = runApart(sources.size(), request.parallel, [&](std::size_t index) {
-        try {
-            const Source& source = sources[index];
-            if (!source.unreadable.empty()) {
-                throw Failure(Outcome::inputNotRead,
-                              "cannot search the folder '" + source.path + "': " + source.unreadable, "");
-            }
-            request.output = outputs[index];
-            drawModel(source.path, request, false, locator);
-            return Outcome::success;
-        } catch (const Failure& failure) {
-            printFailure(failure.what(), failure.getAdvice());
-            return failure.getOutcome();
-        } catch (const std::exception& failure) {
-            printFailure(failure.what(), "");
-            return Outcome::unexpected;
-        }
-    });
-    if (failed > 0) {
+    Workers workers;
+    for (std::size_t index = 0; index < sources.size(); ++index) {
+        request.output = outputs[index];
+        workers.start(request.parallel, [&] { return drawSource(sources[index], request, locator); });
+    }
+    workers.waitForAll();
+    if (const std::size_t failed = workers.getFailedCount(); failed > 0) {
         throw Failure(Outcome::someFailed,
                       std::to_string(failed) + " of " + std::to_string(sources.size()) + " files failed", "");
     }
@@ -345,7 +364,7 @@ void drawDiagrams(const DrawRequest& request) {
     jobs.inputs = request.inputs;
     Sources found = findSources(jobs);
     if (found.files.empty()) {
-        throw Failure(Outcome::inputNotRead, "there is no model file in what was named",
+        throw Failure(Outcome::inputNotRead, "the arguments name no model file",
                       "In a folder, model files are those whose names end in '.mdl'.");
     }
     units::UnitLocator locator = makeUnitLocator(request.units);

@@ -6,7 +6,7 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
-#include <unordered_map>
+#include <map>
 
 namespace petal {
 
@@ -62,7 +62,7 @@ std::string folded(std::string_view text) {
 
 std::vector<std::string> pictureNames(const layout::NotationTree& tree, const std::vector<layout::NodeId>& diagrams) {
     std::vector<std::string> names;
-    std::unordered_map<std::string, std::size_t> used; // how often each name was wanted, or that it is taken
+    std::map<std::string, std::size_t> used; // how often each name was wanted, or that it is taken
     for (const layout::NodeId diagram : diagrams) {
         std::string base;
         for (const std::string& package : layout::packagesOf(tree, diagram)) {

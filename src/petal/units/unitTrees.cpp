@@ -18,7 +18,7 @@ units::UnitTree readModel(const std::string& path, Read read) {
     } catch (const std::system_error& error) {
         throw Failure(Outcome::inputNotRead, "cannot read '" + path + "': " + error.code().message(), "");
     }
-    throw Failure(Outcome::inputNotRead, "'" + path + "' is no model file", "");
+    throw Failure(Outcome::inputNotRead, "'" + path + "' is not a model file", "");
 }
 
 } // namespace
