@@ -30,7 +30,8 @@ function fill(element, properties, children) {
 }
 
 const hrefOf = (element) => "#" + element.id;
-const shownName = (element) => element.name.trim() ? element.name : "(no name)";
+const isNameless = (element) => !element.name.trim() && !element.label;
+const shownName = (element) => element.name.trim() ? element.name : element.label || "(no name)";
 const LETTERS = {class: "C", package: "P", diagram: "D", attribute: "a", operation: "o", type: "T", association: "↔",
                  role: "r", key: "k", argument: "p", generalization: "△", realization: "△", dependency: "⇢",
                  interface: "I", enumeration: "E", datatype: "D", primitive: "T", actor: "A", boundary: "B",
@@ -44,7 +45,7 @@ function badge(element) {
            LETTERS[kind === "class" ? element.word : kind] || LETTERS[kind]);
 }
 function link(element, text) {
-  return h("a", {href: hrefOf(element), class: element.name.trim() || text ? null : "nameless"},
+  return h("a", {href: hrefOf(element), class: isNameless(element) && !text ? "nameless" : null},
            text || shownName(element));
 }
 

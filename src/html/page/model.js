@@ -53,6 +53,7 @@ class Model {
       }
     }
     this.meant = new Map(page.means);
+    this.labelRelations();
     this.takeLedger(page.ledger);
     this.takePictures(page.pictures || []);
   }
@@ -97,6 +98,22 @@ class Model {
     for (const element of this.elements) {
       if (element) {
         this.byId.set(element.id, element);
+      }
+    }
+  }
+
+  /** Relations without a name are called by what they relate. */
+  labelRelations() {
+    const names = (numbers) => (numbers || []).map((number) => (number && this.at(number) ? this.at(number).name : "?")).join(", ");
+    const labels = {
+      association: ({roles}) => (roles || []).map((role) => names([role.class])).join(" – "),
+      generalization: ({subtypes, supertypes}) => `${names(subtypes)} → ${names(supertypes)}`,
+      realization: ({realizationClass, specificationClass}) => `${names([realizationClass])} ⇢ ${names([specificationClass])}`,
+      dependency: ({client, supplier}) => `${names([client])} ⇢ ${names([supplier])}`,
+    };
+    for (const element of this.elements) {
+      if (element && !element.name && Object.hasOwn(labels, element.kind)) {
+        element.label = labels[element.kind](element.json);
       }
     }
   }

@@ -143,7 +143,7 @@ class Pages {
       h("p", {class: "eyebrow"}, badge(element), element.kind === "other" ? element.word : word,
         json.stereotype ? h("span", {class: "stereotype"}, `«${json.stereotype}»`) : null,
         flags.map((flag) => h("span", {class: "flag"}, flag))),
-      h("h1", {class: element.name.trim() ? null : "nameless"}, shownName(element)),
+      h("h1", {class: isNameless(element) ? "nameless" : null}, shownName(element)),
       h("p", {class: "path"}, path.flatMap((one) => [link(one, one.name || undefined), "::"]), element.name),
       place || json.quid ? h("p", {class: "place"}, place, json.quid ? h("span", {title: "The identifier in the file"}, ` · ${json.quid}`) : null) : null);
   }
