@@ -243,6 +243,7 @@ def try_hostile(page):
     for address in ("q490000000002", "!left", "!ledger", "!types", "/Logical View::%", "%", "constructor", "__proto__", "x"):
         page.go(address)
         check(page.heading(), f"hostile: nothing at {address}")
+    check(page.seek("view::customero")[:1] == page.seek("COL")[:1], "hostile: no hit by a qualified name")
     check(page.seek("COL")[:1] == ["q4a%010x" % TEXTS.index("CustomerOrderLine")], "COL does not find CustomerOrderLine")
     check(page.js("return window.hit") is None, "hostile: a text of the model ran")
     links = page.js("return [...document.links].map(a => a.getAttribute('href')).filter(href => !href.startsWith('#'))")

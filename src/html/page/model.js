@@ -214,21 +214,33 @@ class Model {
     return element;
   }
 
+  /** The element of that qualified name; a class before an attribute. Names are found by hashes: deep ones are long. */
   named(qualified) {
+    const add = (hash, text) => {
+      for (let i = 0; i < text.length; i++) {
+        hash = (Math.imul(hash, 31) + text.charCodeAt(i)) | 0;
+      }
+      return hash;
+    };
     if (!this.byName) {
       this.byName = new Map();
-      for (const kind of KIND_ORDER) { // a class before an attribute of that name
-        for (const element of this.elements) {
-          if (element && element.kind === kind && element.name) {
-            const name = this.qualified(element);
-            if (!this.byName.has(name)) {
-              this.byName.set(name, element);
-            }
+      const hashes = new Array(this.elements.length).fill(0); // of the names with "::" behind them
+      this.elements.forEach((element, number) => { // an owner precedes what it owns
+        if (element && element !== this.root) {
+          const own = add(hashes[element.owner.json.id], element.name);
+          hashes[number] = add(own, "::");
+          const list = this.byName.get(own);
+          if (list) {
+            list.push(element);
+          } else {
+            this.byName.set(own, [element]);
           }
         }
-      }
+      });
     }
-    return this.byName.get(qualified);
+    const found = (this.byName.get(add(0, qualified)) || []).filter((element) => element.name);
+    found.sort((a, b) => KIND_ORDER.indexOf(a.kind) - KIND_ORDER.indexOf(b.kind));
+    return found.find((element) => this.qualified(element) === qualified);
   }
 
   /** The class that the name of a type means, or null. */

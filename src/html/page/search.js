@@ -57,6 +57,7 @@ class Search {
     const ranks = Array.from({length: 9}, () => []);
     const exact = query.trim();
     const words = whole.split(" ");
+    const parts = whole.split("::");
     const maybeInitials = /^[\p{L}\d]{2,12}$/u.test(whole);
     const names = this.names;
     const taken = new Set();
@@ -71,7 +72,7 @@ class Search {
         rank = 2;
       } else if (words.length > 1 && words.every((word) => name.includes(word))) {
         rank = 6;
-      } else if (whole.includes("::") && this.model.qualified(this.all[i]).toLowerCase().endsWith(whole)) {
+      } else if (parts.length > 1 && name.startsWith(parts.at(-1)) && this.endOfPath(this.all[i], parts.length).includes(whole)) {
         rank = 2;
       }
       if (rank >= 0) {
@@ -112,6 +113,15 @@ class Search {
       });
     }
     return {hits, counts};
+  }
+
+  /** The last so many names of the qualified name. */
+  endOfPath(element, count) {
+    const names = [];
+    for (let at = element; at && at.kind !== "model" && names.length < count; at = at.owner) {
+      names.push(at.name);
+    }
+    return folded(names.reverse().join("::"));
   }
 
   startsWord(index, at) {
