@@ -351,28 +351,27 @@ public:
     }
 
 private:
-    /// Longer paths would make a deep model's page grow faster than the model.
-    static constexpr std::size_t longestPath = 1000;
-
     void enter(const KelObject& element) override {
-        if (element.elementType == KelElementType::designPackage) {
-            starts_.push_back(path_.size());
-            path_.append(element.getName().view()).append("::");
-        } else if (element.elementType == KelElementType::classObject) {
-            put("[\"" + ids_.idOf(element) + "\",");
-            std::string path = path_.size() <= longestPath ? path_ : "...::";
-            put(text::quotedJsonText(path.append(element.getName().view())) + "]");
+        const bool isPackage = element.elementType == KelElementType::designPackage;
+        if (!isPackage && element.elementType != KelElementType::classObject) {
+            return;
         }
+        const std::string owner = around_.empty() ? "-1" : std::to_string(around_.back());
+        const std::string id = isPackage ? "" : ids_.idOf(element);
+        put((count_ == 0 ? "" : ",\n") + ("[\"" + id + "\",") + text::quotedJsonText(element.getName().view()) + "," +
+            owner + "]");
+        if (isPackage) {
+            around_.push_back(count_);
+        }
+        ++count_;
     }
     void leave(const KelObject& element) override {
         if (element.elementType == KelElementType::designPackage) {
-            path_.resize(starts_.back());
-            starts_.pop_back();
+            around_.pop_back();
         }
     }
 
     void put(std::string_view json) {
-        output_.put(json.front() == '[' && !std::exchange(isFirst_, false) ? ",\n" : "");
         for (const char byte : json) {
             if (byte == '<') {
                 output_.put("\\u003c");
@@ -384,9 +383,8 @@ private:
 
     const exporter::ElementIds& ids_;
     text::BufferedOutput& output_;
-    std::string path_;
-    std::vector<std::size_t> starts_; // of the packages' names in it
-    bool isFirst_ = true;
+    std::size_t count_ = 0;
+    std::vector<std::size_t> around_; // the numbers of the packages
 };
 
 } // namespace

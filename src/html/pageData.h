@@ -30,8 +30,8 @@ namespace html {
 void writePageData(const exporter::ExportContext& context, const exporter::ElementIds& ids,
                    text::BufferedOutput& output);
 
-/// Writes the classes as JSON, a list of pairs of element id and qualified name, without "<", for the index of several
-/// pages. Throws what the output throws.
+/// Writes packages and classes as JSON without "<", for the index of several pages: a list of [element id, name, index
+/// of the package around it or -1]; packages have an empty id. Throws what the output throws.
 void writeClassNames(const exporter::ExportContext& context, const exporter::ElementIds& ids,
                      text::BufferedOutput& output);
 

@@ -4,16 +4,16 @@
 async function startFolder() {
   const get = (id) => document.getElementById(id);
   const models = (await readBlock("petal-index"))
-    .map(([file, link, state, text, objects, losses, classes]) => ({file, link, state, text, objects, losses, classes}));
+    .map(([file, link, state, text, objects, losses, names]) => ({file, link, state, text, objects, losses, names, classes: 0}));
   const entries = [];
   for (const model of models) {
     entries.push({href: model.link, name: model.file, where: `model, ${model.state}`, folded: folded(model.file), kind: "model"});
-    for (const [id, qualified] of model.classes) {
-      const at = qualified.lastIndexOf("::");
-      const name = at < 0 ? qualified : qualified.slice(at + 2);
-      entries.push({href: `${model.link}#${id}`, name, where: `${qualified} in ${model.file}`, folded: folded(name),
-                    qualified: folded(qualified), kind: "class"});
-    }
+    model.names.forEach(([id, name, owner]) => {
+      if (id) {
+        model.classes++;
+        entries.push({href: `${model.link}#${id}`, name, folded: folded(name), kind: "class", model, owner});
+      }
+    });
   }
   const words = {imported: "imported", upToDate: "up to date", failed: "failed", notStarted: "not started"};
   const count = (number, one, many) => `${number.toLocaleString("en")} ${number === 1 ? one : many}`;
@@ -21,25 +21,35 @@ async function startFolder() {
     h("div", {class: "what"}, badge({kind: "model"}), model.link ? h("a", {href: model.link}, model.file) : model.file),
     h("div", {class: "where"}, model.state === "imported" ? `imported: ${count(model.objects, "object", "objects")}, ${count(model.losses, "loss", "losses")}`
       : [words[model.state], model.text].filter(Boolean).join(": ")),
-    h("div", {class: "place"}, model.link ? count(model.classes.length, "class", "classes") : ""));
+    h("div", {class: "place"}, model.link ? count(model.classes, "class", "classes") : ""));
   const tiles = Object.keys(words).map((state) => [models.filter((model) => model.state === state).length, words[state]])
     .filter(([number]) => number > 0);
-  const classes = models.reduce((sum, model) => sum + model.classes.length, 0);
+  const classes = models.reduce((sum, model) => sum + model.classes, 0);
   get("models").append(h("h1", null, "Models"),
     h("div", {class: "tiles"}, [...tiles, [classes, classes === 1 ? "class" : "classes"]].map(([number, word]) =>
       h("div", {class: "tile"}, h("b", null, number.toLocaleString("en")), h("span", null, word)))),
     rows(models, modelRow));
 
   const field = get("search");
-  const list = new VirtualList(get("hits"), 46, (entry) => h("div", {class: "row hit", role: "listitem"}, badge({kind: entry.kind}),
-    h("a", {href: entry.href || null, title: entry.where}, h("span", {class: "name"}, entry.name), h("small", null, entry.where))));
+  const qualified = ({name, owner, model}) => {
+    const names = [name];
+    for (; owner >= 0; owner = model.names[owner][2]) {
+      names.push(model.names[owner][1]);
+    }
+    return names.reverse().join("::");
+  };
+  const list = new VirtualList(get("hits"), 46, (entry) => {
+    const where = entry.where || `${entry.model.file}: ${qualified(entry)}`;
+    return h("div", {class: "row hit", role: "listitem"}, badge({kind: entry.kind}),
+             h("a", {href: entry.href || null, title: where}, h("span", {class: "name"}, entry.name), h("small", null, where)));
+  });
   const find = (query) => {
     const whole = folded(query);
-    const ranks = [[], [], [], [], []];
+    const ranks = [[], [], [], []];
     for (const entry of entries) {
       const at = entry.folded.indexOf(whole);
       const rank = at >= 0 ? (entry.folded === whole ? 0 : at === 0 ? 2 : 3)
-        : isInitials(whole, entry.name) ? 1 : entry.qualified && entry.qualified.includes(whole) ? 4 : -1;
+        : isInitials(whole, entry.name) ? 1 : -1;
       if (rank >= 0) {
         ranks[rank].push(entry);
       }
