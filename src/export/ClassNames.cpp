@@ -40,10 +40,14 @@ ClassNames::ClassNames(const KelModel& model) {
 }
 
 const KelClass* ClassNames::find(std::string_view name) const {
+    if (name.empty()) {
+        return nullptr;
+    }
     std::string reversed(name.rbegin(), name.rend());
-    const auto whole = std::ranges::equal_range(byEnd_, reversed, {}, &ByEnd::reversed);
-    if (!whole.empty()) {
-        return whole.size() == 1 ? whole.front().one : nullptr;
+    const auto whole = std::ranges::lower_bound(byEnd_, reversed, {}, &ByEnd::reversed);
+    const auto isWhole = [&](auto at) { return at != byEnd_.end() && at->reversed == reversed; };
+    if (isWhole(whole)) {
+        return isWhole(whole + 1) ? nullptr : whole->one;
     }
     if (name.find("::") != std::string_view::npos) {
         reversed += "::";

@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace exporter {
@@ -35,7 +36,12 @@ public:
     /// The counts of each kind, whatever the reasons, for people: "12 operations, 1 friend flag". Empty for none.
     [[nodiscard]] std::string summary() const;
 
+    /// Adds a sentence about what was written that people must know, though nothing is left out.
+    void addRemark(std::string remark) { remarks_.push_back(std::move(remark)); }
+    [[nodiscard]] std::span<const std::string> getRemarks() const { return remarks_; }
+
 private:
+    std::vector<std::string> remarks_;
     std::vector<Count> counts_;
 };
 

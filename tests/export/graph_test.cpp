@@ -59,7 +59,7 @@ hide empty members
 skinparam classAttributeIconSize 0
 skinparam shadowing false
 title Shop
-package "Logical View" as p0 <<layer>> {
+package "Logical View" as p0 <<<U+006C>ayer>> {
   interface "Customer" as cea21ee24
   abstract class "Order" as c3a88b493 <T> <<entity>> {
     {field} +a
@@ -79,16 +79,17 @@ c3a88b493 ..> cea21ee24 : d
 ' 2 classes, 1 association, 1 generalization, 1 dependency
 ' Left out: 1 relation without two classes: an edge has two ends
 ' Left out: 1 class diagram: the scope is another one
+' Left out: 2 data types: types are names only
 ' Left out: 1 type value: types are names only
+' Left out: 3 notes: only those of classes are drawn, and those of a picture's package or diagram
 ' Left out: 1 package without classes: a package is drawn around them
 ' Left out: 1 persistence flag: class diagrams do not show it
 ' Left out: 1 multiplicity of a class: class diagrams do not show it
 ' Left out: 2 concurrencies: class diagrams do not show it
 ' Left out: 1 space: class diagrams do not show it
-' Left out: 2 containments: class diagrams do not show it
+' Left out: 3 containments: class diagrams do not show it
 ' Left out: 2 virtual flags: class diagrams do not show it
 ' Left out: 3 friend flags: class diagrams do not show it
-' Left out: 1 note: only those of classes are drawn, and those of a picture's package or diagram
 ' Left out: 1 static flag of a role: class diagrams do not show it
 ' Left out: 1 visibility of a generalization: class diagrams do not show it
 @enduml
@@ -165,7 +166,7 @@ void addClass(KelDesignPackage& outer, const std::string& text) {
 /// A text as a consumer shows it on one line.
 std::string shown(std::string_view text) {
     std::string flat = text::repairedUtf8(text);
-    for (const char* hidden : {"\x01", "\xE2\x80\xAE"}) {
+    for (const char* hidden : {"\x01", "\xE2\x80\xAE", "\xEF\xBF\xBF"}) {
         flat = replaced(flat, hidden, "\uFFFD");
     }
     flat = replaced(replaced(flat, "\n", " "), "\r", " ");
@@ -202,6 +203,8 @@ protected:
     HostileGraphs() {
         texts_.assign(hostileTexts.begin(), hostileTexts.end());
         texts_.push_back(longHostileText());
+        texts_.insert(texts_.end(), {"interface", "database", "«x»", "“x”", "‘x’", "$", "a\xEF\xBF\xBF"});
+        model_.setName("🙂"); // a title without a letter
         for (const std::string& text : texts_) {
             addClass(logical_, text);
         }
@@ -251,9 +254,14 @@ TEST_F(HostileGraphs, AreEntitiesInMermaid) {
         EXPECT_NE(texts.find("[\"" + lines[0] + "\"] {\n"), std::string::npos) << text;
         EXPECT_NE(texts.find("\n    " + lines[1] + "\n"), std::string::npos) << text;
     }
+    for (const auto& [name, line] : {std::pair{"a\x01", "\ntitle: \"a\uFFFD\"\n"}, // in place of HTML:
+                                     std::pair{"<b>b</b>", "\nnote \"#60;b#62;b#60;/b#62;\"\n"}}) {
+        model_.setName(name);
+        EXPECT_NE(writtenAs("mermaid", model_).find(line), std::string::npos) << name;
+    }
     std::size_t statements = 0;
     const std::regex statement(
-        R"((---|config:|  class:|    hideEmptyMembersBox: true|classDiagram|direction TB| *\}|%% .*)"
+        R"((---|title: "🙂"|config:|  class:|    hideEmptyMembersBox: true|classDiagram|direction TB| *\}|%% .*)"
         R"(|namespace [^"#;:{}<>()`*$%~|&@^ ]+ \{|  class c[0-9a-f]+\["[^"{}<>\[\]`%]+"\] \{|)"
         R"(    (<<[^"{}<>]+>>|[+][^"{}<>\[\]`%$*~:]+( : |\()[^"{}<>\[\]`%$*~:]+)|)"
         R"(note for c[0-9a-f]+ "([^"{}<>%]|<br/>)+"|)"
@@ -358,7 +366,8 @@ TEST_F(GraphConsumers, TakeBadModels) {
         const std::string text = writtenAs(format, bad.model);
         EXPECT_NE(text.find("4 classes, 2 generalizations\n"), std::string::npos) << format;
         for (const char* told : {"4 associations without two classes", "2 relations without two classes",
-                                 "1 generalization of a class to itself", "2 class diagrams", "1 blank note"}) {
+                                 "1 generalization of a class to itself", "1 repeated generalization",
+                                 "2 class diagrams", "1 blank note"}) {
             EXPECT_NE(text.find(std::string("Left out: ") + told), std::string::npos) << format << ": " << told;
         }
         EXPECT_EQ(countOf("(unnamed)\"", replaced(replaced(text, "#40;", "("), "#41;", ")")) > 0, true) << format;

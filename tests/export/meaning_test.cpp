@@ -37,6 +37,7 @@ TEST(ClassNames, AreQualifiedNamesThenTheirEndsThenSimpleNames) {
     addElement<KelClass>(wholesale, "Order");
     const KelClass& line = addElement<KelClass>(sales, "Line");
     const KelClass& odd = addElement<KelClass>(wholesale, "a::b");
+    addElement<KelClass>(wholesale, "");
     const exporter::ClassNames names(model);
     EXPECT_EQ(names.find("Logical View::Sales::Order"), &order);
     EXPECT_EQ(names.find("Sales::Order"), &order);
@@ -46,6 +47,7 @@ TEST(ClassNames, AreQualifiedNamesThenTheirEndsThenSimpleNames) {
     EXPECT_EQ(names.find("line"), nullptr);
     EXPECT_EQ(names.find("a::b"), &odd);
     EXPECT_EQ(names.find("::Line"), nullptr);
+    EXPECT_EQ(names.find(""), nullptr) << "not the class without a name";
     EXPECT_EQ(names.find(static_cast<const KelType*>(nullptr)), nullptr);
     EXPECT_EQ(names.named("Order").size(), 2U);
     addElement<KelClass>(wholesale, "a::b");

@@ -18,6 +18,7 @@ constexpr Omission withoutClasses{"relation without two classes", "relations wit
                                   "an edge has two ends"};
 constexpr Omission ofItself{"generalization of a class to itself", "generalizations of a class to itself",
                             "a class does not inherit from itself"};
+constexpr Omission repeated{"repeated generalization", "repeated generalizations", "another one says the same"};
 constexpr Omission hiddenArrow{"navigability towards a whole", "navigabilities towards a whole",
                                "the end has one symbol, the diamond"};
 
@@ -140,6 +141,8 @@ private:
         omissions_.add(withoutClasses, static_cast<std::uint64_t>(pairs.empty() && selves == 0));
         for (const Inheritance& pair : pairs) {
             if (areShown(pair.subtype, pair.supertype)) {
+                const bool isNew = pairs_.insert({pair.subtype, pair.supertype}).second;
+                omissions_.add(repeated, static_cast<std::uint64_t>(!isNew));
                 graph_.edges_.push_back({.first = pair.supertype,
                                          .second = pair.subtype,
                                          .firstTip = Tip::triangle,
@@ -174,6 +177,7 @@ private:
     Omissions& omissions_;
     std::vector<std::uint32_t> open_; // packages around, as clusters
     std::vector<const KelModelElement*> relationships_;
+    tsl::robin_set<std::pair<const KelClass*, const KelClass*>, PairHash> pairs_; // of generalizations
 };
 
 Graph::Graph(const KelModel& model, Omissions& omissions) {

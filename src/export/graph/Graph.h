@@ -2,11 +2,13 @@
 
 #include "host/model/links/KelPointerHash.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <span>
 #include <string>
 #include <tsl/robin_map.h>
+#include <utility>
 #include <vector>
 
 class KelAssociation;
@@ -25,6 +27,13 @@ namespace exporter::graph {
 
 /// The symbol at an end of an edge.
 enum class Tip : std::uint8_t { none, arrow, triangle, diamond, filledDiamond };
+
+struct PairHash {
+    std::size_t operator()(const std::pair<const KelClass*, const KelClass*>& pair) const {
+        const KelPointerHash hash;
+        return hash(pair.first) * 31 + hash(pair.second);
+    }
+};
 
 /// A relationship between two classes. Drawings put the first class above the second.
 struct Edge {

@@ -5,6 +5,7 @@
 #include "text/Output.h"
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -45,8 +46,8 @@ void writeContent(const Graph& graph, const Picture& picture, Nesting nesting, S
 /// "12 classes, 3 associations, 1 generalization": the numbers of a picture.
 [[nodiscard]] std::string countsOf(const Picture& picture);
 
-/// Adds to the omissions what of the model no picture of any syntax shows.
-void countOmissions(const KelModel& model, Omissions& omissions);
+/// Adds to the omissions what of the model no picture of any syntax shows, and notes that none of `pictures` has.
+void countOmissions(const KelModel& model, std::span<const Picture> pictures, Omissions& omissions);
 /// "Left out: 2 operations (reason).": a line for each omission.
 [[nodiscard]] std::vector<std::string> linesOf(const Omissions& omissions);
 

@@ -13,6 +13,7 @@
 #include "host/model/KelNote.h"
 #include "host/model/KelOperation.h"
 #include "host/model/KelType.h"
+#include "text/utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -23,6 +24,8 @@ namespace exporter::graph {
 namespace {
 
 constexpr std::size_t width = 60; // of notes, in bytes
+/// Consumers write XML, which cannot hold these: U+FFFE and U+FFFF.
+constexpr std::array<std::string_view, 2> notInXml{"\xEF\xBF\xBE", "\xEF\xBF\xBF"};
 constexpr int firstBeyondAscii = 0x80;
 
 bool isWordByte(char byte) {
@@ -30,9 +33,9 @@ bool isWordByte(char byte) {
            static_cast<unsigned char>(byte) >= firstBeyondAscii;
 }
 
-std::string formatted(const char* form, char letter) {
+std::string formatted(const char* form, int character) {
     std::array<char, 16> buffer{};
-    const int length = std::snprintf(buffer.data(), buffer.size(), form, static_cast<unsigned>(letter));
+    const int length = std::snprintf(buffer.data(), buffer.size(), form, static_cast<unsigned>(character));
     return {buffer.data(), static_cast<std::size_t>(length)};
 }
 
@@ -67,8 +70,9 @@ std::string Labels::escaped(std::string_view text) const {
         } else if (std::ranges::any_of(rules_.words,
                                        [&](std::string_view word) { return text.substr(at).starts_with(word); })) {
             put(at);
-            result += formatted(rules_.letterForm, text[at]);
-            plain = at + 1;
+            plain = at;
+            result += formatted(rules_.letterForm, text::nextCharacter(text, plain));
+            at = plain - 1;
         }
     }
     put(text.size());
@@ -81,6 +85,11 @@ std::string Labels::line(std::string_view text) const {
         const bool isSecond = text[at] == '\n' && at > 0 && text[at - 1] == '\r';
         if (!isSecond) {
             flat += text[at] == '\n' || text[at] == '\r' || text[at] == '\t' ? ' ' : text[at];
+        }
+    }
+    for (const std::string_view character : notInXml) {
+        for (std::size_t at = flat.find(character); at != std::string::npos; at = flat.find(character, at)) {
+            flat.replace(at, character.size(), "\uFFFD");
         }
     }
     return escaped(flat);
@@ -146,6 +155,7 @@ constexpr std::array categoryWords{
     CategoryWord{KelClassCategoryType::classUtility, "utility"},
     CategoryWord{KelClassCategoryType::parameterizedClassUtility, "utility"},
     CategoryWord{KelClassCategoryType::instantiatedClassUtility, "utility"},
+    CategoryWord{KelClassCategoryType::instantiatedClassUtility, "bind"},
     CategoryWord{KelClassCategoryType::metaclass, "metaclass"},
     CategoryWord{KelClassCategoryType::interface, "interface"},
 };
@@ -193,9 +203,15 @@ bool isInPrimaryKey(const KelAttribute& attribute) {
 
 std::vector<std::string_view> keywordsOf(const KelClass& one) {
     std::vector<std::string_view> words;
-    const auto* found = std::ranges::find(categoryWords, one.categoryType, &CategoryWord::category);
-    if (found != categoryWords.end() && foldedStereotype(one.stereotype.view()) != found->word) {
-        words.push_back(found->word);
+    for (const CategoryWord& row : categoryWords) {
+        if (row.category == one.categoryType && foldedStereotype(one.stereotype.view()) != row.word) {
+            words.push_back(row.word);
+        }
+    }
+    const bool isTemplate = one.categoryType == KelClassCategoryType::parameterizedClass ||
+                            one.categoryType == KelClassCategoryType::parameterizedClassUtility;
+    if (isTemplate && one.arguments().isEmpty()) { // else the arguments say so
+        words.emplace_back("template");
     }
     if (!isBlank(one.stereotype.view())) {
         words.push_back(one.stereotype.view());

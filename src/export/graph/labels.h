@@ -33,8 +33,8 @@ struct LabelRules {
     std::string_view marks;
     std::string_view inWordsOnly;
     text::Escapes markEscapes;               ///< for those
-    std::span<const std::string_view> words; ///< words of the syntax: their first letter is escaped anywhere
-    const char* letterForm;                  ///< a `printf` format for the number of such a letter
+    std::span<const std::string_view> words; ///< words of the syntax: their first character is escaped anywhere
+    const char* letterForm;                  ///< a `printf` format for the number of such a character
 };
 
 /// Texts of the model as labels of a syntax. U+FFFD takes the place of a character that is not printable.

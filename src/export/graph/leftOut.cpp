@@ -9,6 +9,8 @@
 #include "text/utf8.h"
 
 #include <array>
+#include <span>
+#include <tsl/robin_set.h>
 #include <type_traits>
 
 namespace exporter::graph {
@@ -26,6 +28,7 @@ constexpr Omission emptyPackage{"package without classes", "packages without cla
                                 "a package is drawn around them"};
 constexpr Omission key{"key", "keys", "only primary keys and qualifiers are shown"};
 constexpr Omission typeValue{"type value", "type values", "types are names only"};
+constexpr Omission dataType{"data type", "data types", "types are names only"};
 constexpr Omission persistence{"persistence flag", "persistence flags", notDrawn};
 constexpr Omission multiplicity{"multiplicity of a class", "multiplicities of classes", notDrawn};
 constexpr Omission containment{"containment", "containments", notDrawn};
@@ -40,7 +43,11 @@ constexpr Omission space{"space", "spaces", notDrawn};
 
 class LeftOut final : public ModelVisitor {
 public:
-    explicit LeftOut(Omissions& omissions) : omissions_(omissions) {}
+    LeftOut(std::span<const Picture> pictures, Omissions& omissions) : omissions_(omissions) {
+        for (const Picture& picture : pictures) {
+            noted_.insert(picture.notesOf);
+        }
+    }
 
 private:
     void enter(const KelObject& object) override {
@@ -49,9 +56,7 @@ private:
             if constexpr (std::is_base_of_v<KelModelObject, Element> && !std::is_same_v<Element, KelModel>) {
                 add(description, !one.description.isEmpty());
             }
-            constexpr bool hasPicture = std::is_same_v<Element, KelClass> ||
-                                        std::is_same_v<Element, KelDesignPackage> ||
-                                        std::is_same_v<Element, KelClassDiagram>;
+            const bool hasPicture = std::is_same_v<Element, KelClass> || noted_.contains(&one);
             for (const KelNote* each : one.notes()) {
                 add(blankNote, hasPicture && isBlank(each->description.view()));
                 add(note, !hasPicture);
@@ -70,7 +75,8 @@ private:
         for (std::size_t at = 0; at < bytes.size();) {
             const int character = text::nextCharacter(bytes, at);
             const bool isSpace = character == '\n' || character == '\r' || character == '\t';
-            add(unprintable, character < 0 || (!isSpace && !text::isPrintable(character)));
+            add(unprintable, character < 0 || (!isSpace && !text::isPrintable(character)) || character == 0xFFFE ||
+                                 character == 0xFFFF);
         }
     }
 
@@ -105,15 +111,25 @@ private:
     }
     void count(const KelCandidateKey& one) { add(key, one.getPrimaryOfClass() == nullptr); }
     void count(const KelForeignKey& one) { add(key, one.associationRoles().isEmpty()); }
+    void count(const KelBaseType& type) { countDataType(type); }
     void count(const KelDerivedType& type) {
+        countDataType(type);
         omissions_.add(typeValue, static_cast<std::uint64_t>(type.typeValues().count()));
+    }
+    void countDataType(const KelConcreteType& type) {
+        add(dataType, !type.dataType.isEmpty() && type.dataType.view() != "undefined");
     }
     void count(const KelAssociationRole& role) {
         countUnprintable(role.multiplicity);
         add(staticFlag, role.isStatic);
         add(friendFlag, role.isFriend);
         const KelAssociation* association = role.getAssociation();
-        add(containment, role.containment != unspecified && association != nullptr && !wholeOf(*association));
+        if (association != nullptr && role.containment != unspecified) {
+            const std::size_t index = association->associationRoles()[0] == &role ? 0 : 1;
+            const bool isDrawn = association->associationRoles().count() == 2 && role.containment == byValue &&
+                                 aggregationOf(*association, index) == Aggregation::composite;
+            add(containment, !isDrawn);
+        }
     }
     void count(const KelGeneralization& generalization) {
         add(virtualFlag, generalization.isVirtual);
@@ -121,15 +137,17 @@ private:
         add(visibility, generalization.visibility != 0);
     }
 
+    static constexpr std::int32_t byValue = 0;
     static constexpr std::int32_t unspecified = 2;
 
     Omissions& omissions_;
+    tsl::robin_set<const KelElement*, KelPointerHash> noted_; // whose notes are on pictures by themselves
 };
 
 } // namespace
 
-void countOmissions(const KelModel& model, Omissions& omissions) {
-    LeftOut visitor(omissions);
+void countOmissions(const KelModel& model, std::span<const Picture> pictures, Omissions& omissions) {
+    LeftOut visitor(pictures, omissions);
     walkModel(model, documentParts, visitor);
 }
 

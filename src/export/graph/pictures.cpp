@@ -23,13 +23,6 @@ constexpr Omission diagram{"class diagram", "class diagrams", "the scope is anot
 constexpr Omission hiddenClass{"class on no diagram", "classes on no diagram", "the scope is the diagrams"};
 constexpr Omission hiddenEdge{"relationship on no diagram", "relationships on no diagram", "the scope is the diagrams"};
 
-struct PairHash {
-    std::size_t operator()(const std::pair<const KelClass*, const KelClass*>& pair) const {
-        const KelPointerHash hash;
-        return hash(pair.first) * 31 + hash(pair.second);
-    }
-};
-
 /// Collects the edges of a picture.
 class EdgeCollector {
 public:

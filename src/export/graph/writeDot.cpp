@@ -239,7 +239,7 @@ void writeDot(const ExportContext& context) {
     const Graph graph(context.model, context.omissions);
     const DrawnPositions* positions = context.options.get("positions") == "source" ? context.positions : nullptr;
     const std::vector<Picture> pictures = picturesOf(graph, context, positions != nullptr ? "diagrams" : "model");
-    countOmissions(context.model, context.omissions);
+    countOmissions(context.model, pictures, context.omissions);
     const ElementIds ids(context.model, context.source);
     const Members members(context.options);
     text::BufferedOutput output(context.folder.open(""));

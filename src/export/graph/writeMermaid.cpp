@@ -53,6 +53,16 @@ constexpr LabelRules rules{
     .letterForm = "#%u;",
 };
 
+/// For the title, which is shown as it is. A text with "<" would be taken for HTML, so it is a note.
+constexpr LabelRules titleRules{
+    .escapes = {.replacements = {}, .control = "\uFFFD", .unprintable = "\uFFFD", .invalidByte = nullptr},
+    .marks = {},
+    .inWordsOnly = {},
+    .markEscapes = {.replacements = {}, .control = "", .unprintable = "", .invalidByte = nullptr},
+    .words = {},
+    .letterForm = "",
+};
+
 constexpr std::array markdownReplacements{
     Replacement{'!', "\\!"},   Replacement{'"', "\\\""},  Replacement{'#', "\\#"},  Replacement{'$', "\\$"},
     Replacement{'%', "\\%"},   Replacement{'&', "&amp;"}, Replacement{'\'', "\\'"}, Replacement{'(', "\\("},
@@ -151,11 +161,14 @@ public:
         : graph_(graph), namespaces_(namespaces), members_(members), labels_(rules), kinds_(members.getKinds()) {}
 
     void start(const Picture& picture, std::string_view direction, bool isTitled, std::string& into) const {
+        const bool isHtml = picture.name.find('<') != std::string::npos;
         into += "---\n";
-        into += isTitled ? "title: " + text::quotedJsonText(picture.name) + "\n" : "";
+        into +=
+            isTitled && !isHtml ? "title: " + text::quotedJsonText(Labels(titleRules).line(picture.name)) + "\n" : "";
         into += "config:\n  class:\n    hideEmptyMembersBox: true\n---\n";
         into += "classDiagram\n";
         into.append("direction ").append(direction) += '\n';
+        into += isTitled && isHtml ? "note \"" + labels_.line(picture.name) + "\"\n" : "";
         if (picture.notesOf != nullptr) {
             for (const KelNote* note : notesOf(*picture.notesOf)) {
                 into += "note \"" + text(*note) + "\"\n";
@@ -261,7 +274,7 @@ private:
             throw WrongOption("these options give " + std::to_string(pictures.size()) +
                               " pictures, and a file of Mermaid holds one; a Markdown file (NAME.md) holds any number");
         }
-        countOmissions(context_.model, context_.omissions);
+        countOmissions(context_.model, pictures, context_.omissions);
         const Picture& picture = pictures.front();
         CountedOutput counted(output_);
         {
@@ -270,9 +283,11 @@ private:
             output.flush();
         }
         if (const std::size_t full = fullCount(picture); counted.count > mostCharacters || full > mostClasses()) {
-            output_.put(Mermaid::comment(
-                "This picture may be too large for a browser: " + std::to_string(counted.count) + " characters, " +
-                std::to_string(full) + " classes. In Markdown (NAME.md) it is split into parts."));
+            const std::string remark = "This picture may be too large for a browser: " + std::to_string(counted.count) +
+                                       " characters, " + std::to_string(full) +
+                                       " classes. In Markdown (NAME.md) it is split into parts.";
+            output_.put(Mermaid::comment(remark));
+            context_.omissions.addRemark(remark);
         }
         output_.put(Mermaid::comment(countsOf(picture)));
         for (const std::string& line : linesOf(context_.omissions)) {
@@ -283,7 +298,7 @@ private:
 
     void writeMarkdown() {
         const std::vector<Picture> pictures = picturesOf(graph_, context_, "diagrams");
-        countOmissions(context_.model, context_.omissions);
+        countOmissions(context_.model, pictures, context_.omissions);
         output_.put("# " + markdown_.name(context_.model.getName().view()) + "\n");
         for (const Picture& picture : pictures) {
             const std::vector<Picture> parts = split(picture);

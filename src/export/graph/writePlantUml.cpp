@@ -9,6 +9,7 @@
 #include "host/model/KelNote.h"
 
 #include <array>
+#include <cstdio>
 
 namespace exporter {
 
@@ -33,6 +34,8 @@ constexpr std::array markReplacements{
     Replacement{'+', "<U+002B>"}, Replacement{'[', "<U+005B>"}, Replacement{']', "<U+005D>"},
     Replacement{'*', "<U+002A>"}, Replacement{':', "<U+003A>"}, Replacement{';', "<U+003B>"},
 };
+/// The characters beyond ASCII that PlantUML takes for quotes and for signs of a comment.
+constexpr std::array<std::string_view, 6> words{"«", "»", "“", "”", "‘", "’"};
 constexpr LabelRules rules{
     .escapes = {.replacements = replacements, .control = "\uFFFD", .unprintable = "\uFFFD", .invalidByte = nullptr},
     .marks = "-_/.='+[]:;*",
@@ -41,7 +44,7 @@ constexpr LabelRules rules{
                     .control = "\uFFFD",
                     .unprintable = "\uFFFD",
                     .invalidByte = nullptr},
-    .words = {},
+    .words = words,
     .letterForm = "<U+%04X>",
 };
 
@@ -70,7 +73,7 @@ public:
                 "skinparam classAttributeIconSize 0\n"
                 "skinparam shadowing false\n";
         into += isSideways ? "left to right direction\n" : "";
-        into += picture.name.empty() ? "" : "title " + labels_.name(picture.name) + "\n";
+        into += picture.name.empty() ? "" : "title " + titled(labels_.name(picture.name)) + "\n";
         if (picture.notesOf != nullptr) {
             for (const KelNote* note : notesOf(*picture.notesOf)) {
                 into += "note as n" + std::to_string(++noteCount_) + "\n";
@@ -85,8 +88,9 @@ public:
     void startCluster(const Cluster& cluster, std::size_t level, std::string& into) override {
         into += indent(level) + "package \"" + quoted(cluster.package->getName().view()) + "\" as p" +
                 std::to_string(&cluster - graph_.getClusters().data());
-        into += cluster.package->stereotype.isEmpty() ? " {\n"
-                                                      : " <<" + quoted(cluster.package->stereotype.view()) + ">> {\n";
+        into += cluster.package->stereotype.isEmpty()
+                    ? " {\n"
+                    : " <<" + shapeless(cluster.package->stereotype.view()) + ">> {\n";
     }
     void endCluster(std::size_t level, std::string& into) override { into += indent(level) + "}\n"; }
 
@@ -131,17 +135,33 @@ private:
         return one.isAbstract ? "abstract class" : "class";
     }
 
+    // A title of other characters than letters and digits alone is a syntax error.
+    static std::string titled(const std::string& label) {
+        constexpr std::string_view usual = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+        constexpr std::string_view blankOfNoWidth = "<U+200B>";
+        return label.find_first_of(usual) != std::string::npos ? label : std::string(blankOfNoWidth) + label;
+    }
+
     // A label or a stereotype, which must not end with a code in angle brackets.
     [[nodiscard]] std::string quoted(std::string_view text) const {
         std::string label = labels_.name(text);
         constexpr std::size_t codeLength = 8;
         if (label.ends_with('>')) {
-            const char last = static_cast<char>(std::stoi(label.substr(label.size() - 5, 4), nullptr, 16));
+            const int last = std::stoi(label.substr(label.size() - 5, 4), nullptr, 16);
             label.resize(label.size() - codeLength);
             const bool isPlain = last == '$' || last == '\\'; // their numbers end PlantUML
-            label += isPlain ? std::string(1, last) : "&#" + std::to_string(static_cast<int>(last)) + ";";
+            label += isPlain ? std::string(1, static_cast<char>(last)) : "&#" + std::to_string(last) + ";";
         }
-        return label;
+        return label == "$" ? "<U+200B>$" : label; // else it would begin the name of a sprite
+    }
+
+    // The stereotype of a package. Words such as "database" would become its shape, and "interface" ends PlantUML.
+    [[nodiscard]] std::string shapeless(std::string_view stereotype) const {
+        const std::string label = quoted(stereotype);
+        const bool isWord = stereotype.size() > 1 && label.starts_with(stereotype.front());
+        std::array<char, 16> code{};
+        std::snprintf(code.data(), code.size(), "<U+%04X>", static_cast<unsigned>(label.front()));
+        return isWord ? code.data() + label.substr(1) : label;
     }
 
     [[nodiscard]] std::string end(const KelAssociationRole* role, const KelAssociationRole* other) const {
@@ -197,7 +217,7 @@ private:
 void writePlantUml(const ExportContext& context) {
     const Graph graph(context.model, context.omissions);
     const std::vector<Picture> pictures = picturesOf(graph, context, "model");
-    countOmissions(context.model, context.omissions);
+    countOmissions(context.model, pictures, context.omissions);
     const Members members(context.options);
     UniqueNames names(blockNames);
     text::BufferedOutput output(context.folder.open(""));

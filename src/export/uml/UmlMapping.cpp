@@ -7,6 +7,7 @@
 #include "host/model/KelAssociation.h"
 #include "host/model/KelAssociationRole.h"
 #include "host/model/KelClass.h"
+#include "host/model/KelConcreteType.h"
 #include "host/model/KelGeneralization.h"
 #include "host/model/KelModel.h"
 #include "host/model/KelRealization.h"
@@ -37,6 +38,7 @@ constexpr std::array kindRows{
 };
 
 constexpr Omission repeatedType{"type", "types", "a different one has the same name"};
+constexpr Omission classInstead{"type", "types", "a class has its name, and features refer to that"};
 constexpr Omission doubtfulAssociationClass{"association class", "association classes",
                                             "several associations could be theirs, so they remain separate classes"};
 constexpr Omission ofItself{"generalization", "generalizations", "a class does not inherit from itself"};
@@ -84,6 +86,12 @@ std::string_view withoutPath(std::string_view name) {
 bool isSameType(const KelType& one, const KelType& other) {
     return one.getDataType() == other.getDataType() && one.getLength() == other.getLength() &&
            one.getScale() == other.getScale() && one.getTypeValueCount() == 0 && other.getTypeValueCount() == 0;
+}
+
+/// Whether it says more than a name.
+bool isKnown(const KelType& type) {
+    const bool hasDataType = !type.getDataType().isEmpty() && type.getDataType().view() != "undefined";
+    return hasDataType || type.getLength() != 0 || type.getScale() != 0 || type.getTypeValueCount() != 0;
 }
 
 std::string_view libraryTypeOf(std::string_view name) {
@@ -224,6 +232,7 @@ void UmlMapping::resolveTypes(const std::vector<const KelType*>& types, bool use
         const KelClass* named = names_.find(type);
         if (named != nullptr) {
             targets_[type] = {.element = named, .library = {}};
+            omissions.add(classInstead, static_cast<std::uint64_t>(isKnown(*type)));
             continue;
         }
         const auto [target, isNew] = targetsByName_.try_emplace(xmlText(type->getName().view()));
@@ -233,12 +242,21 @@ void UmlMapping::resolveTypes(const std::vector<const KelType*>& types, bool use
                 target.value().element = type;
                 writtenTypes_.push_back(type);
             }
-        } else if (const KelObject* written = target.value().element;
-                   written != nullptr && !isSameType(*type, static_cast<const KelType&>(*written))) {
-            omissions.add(repeatedType);
+        } else if (const auto* written = static_cast<const KelType*>(target.value().element); written != nullptr) {
+            if (!isSameType(*type, *written)) {
+                omissions.add(repeatedType);
+            } else if (type->elementType == KelElementType::derivedType) {
+                derivedTypes_.try_emplace(written, static_cast<const KelConcreteType*>(type));
+            }
         }
         targets_[type] = target.value();
     }
+}
+
+const KelConcreteType& UmlMapping::detailedOf(const KelConcreteType& written) const {
+    const auto found = derivedTypes_.find(&written);
+    const bool isBase = written.elementType == KelElementType::baseType;
+    return isBase && found != derivedTypes_.end() ? *found->second : written;
 }
 
 TypeTarget UmlMapping::targetOf(const KelType* type) const {

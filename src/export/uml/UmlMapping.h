@@ -17,6 +17,7 @@ class KelArgument;
 class KelAssociation;
 class KelAssociationRole;
 class KelClass;
+class KelConcreteType;
 class KelGeneralization;
 class KelModel;
 class KelRealization;
@@ -97,6 +98,9 @@ public:
     [[nodiscard]] TypeTarget targetOf(const KelType* type) const;
     /// The types that the document holds, one for each name.
     [[nodiscard]] const std::vector<const KelType*>& types() const { return writtenTypes_; }
+    /// Of a type that is written: for a base type the first one that the bridge derived from it under the same name,
+    /// which says more, else itself.
+    [[nodiscard]] const KelConcreteType& detailedOf(const KelConcreteType& written) const;
 
     /// Null for a class that is not an association class.
     [[nodiscard]] const AssociationClass* associationClassOf(const KelClass& one) const;
@@ -134,6 +138,7 @@ private:
     tsl::robin_map<const KelType*, TypeTarget, KelPointerHash> targets_;
     tsl::robin_map<std::string, TypeTarget, KelTextHash> targetsByName_; // of types whose names mean no class
     std::vector<const KelType*> writtenTypes_;
+    tsl::robin_map<const KelType*, const KelConcreteType*, KelPointerHash> derivedTypes_; // by the written one
     tsl::robin_map<std::string_view, const KelClass*, KelTextHash> templates_; // by name; null: several have it
     tsl::robin_map<const KelClass*, AssociationClass, KelPointerHash> associationClasses_;
     /// Where the roles of each association of the document are; null: they are left out.

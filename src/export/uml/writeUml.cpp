@@ -51,6 +51,9 @@ constexpr std::array originFields{
     OriginField{"vendor", &KelMetadataOrigin::vendorName},
     OriginField{"tool", &KelMetadataOrigin::toolName},
     OriginField{"toolVersions", &KelMetadataOrigin::toolVersions},
+    OriginField{"web", &KelMetadataOrigin::toolWeb},
+    OriginField{"methodology", &KelMetadataOrigin::methodologySummary},
+    OriginField{"bridgeId", &KelMetadataOrigin::bridgeId},
 };
 
 std::span<const Part> packageParts(const KelObject& owner) {
@@ -178,8 +181,9 @@ private:
         output_.end();
     }
 
-    void writeType(const KelConcreteType& type) {
-        const std::string id = output_.idOf(type);
+    void writeType(const KelConcreteType& written) {
+        const std::string id = output_.idOf(written);
+        const KelConcreteType& type = output_.mapping().detailedOf(written);
         const bool hasValues = type.getTypeValueCount() > 0;
         output_.start("packagedElement", metaclassName(hasValues ? Metaclass::enumeration : Metaclass::primitiveType),
                       id, Layout::line);

@@ -171,6 +171,18 @@ private:
     exporter::Omissions omissions_;
 };
 
+/// The lines about a form that was written.
+TextLines notesOn(const std::string& format, const exporter::Omissions& omissions) {
+    TextLines lines;
+    for (const std::string& remark : omissions.getRemarks()) {
+        lines.push_back(format + ": " + remark);
+    }
+    if (!omissions.isEmpty()) {
+        lines.push_back(format + ": left out: " + omissions.summary());
+    }
+    return lines;
+}
+
 /// Returns how much of the model the forms lack.
 std::uint64_t writeModel(const ImportRequest& request, const ModelSource& source, Knowledge knowledge,
                          const OmissionTaker& take) {
@@ -198,9 +210,8 @@ std::uint64_t writeModel(const ImportRequest& request, const ModelSource& source
         if (take && !omissions.isEmpty()) {
             take(form.getFormat(), omissions);
         }
-        if (request.isSummarised && !omissions.isEmpty()) {
-            const std::string line = "petal: " + form.getFormat() + ": left out: " + omissions.summary() + "\n";
-            std::fwrite(line.data(), 1, line.size(), stderr);
+        if (request.isSummarised) {
+            std::fputs(asNotes(notesOn(form.getFormat(), omissions)).c_str(), stderr);
         }
     }
     return omitted;
