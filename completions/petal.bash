@@ -19,7 +19,7 @@ _petal() {
     'import:--report') words="" ;;
     'import:--types') words="" ;;
     'import:--encoding') words="" ;;
-    'import:-f'|'import:--format') words="json tree uml plantuml mermaid dot sql none" ;;
+    'import:-f'|'import:--format') words="json tree uml plantuml mermaid dot sql html none" ;;
     'import:-O') words="places= flavour= association-class= primitives= stereotype. scope= diagram= package= members= operations= direction= max-classes= positions= dialect= tables= inheritance= key= names= name-limit= type-map= map=" ;;
     'import:-o') words="" ;;
     'import:--log-level') words="FATAL ERROR WARNING STATUS DEBUG" ;;
@@ -56,7 +56,7 @@ _petal() {
     'units:--path-map') words="" ;;
     'units:--unit-dir') words="" ;;
     'report merge:-o') words="" ;;
-    'formats:formats') words="json tree uml plantuml mermaid dot sql none" ;;
+    'formats:formats') words="json tree uml plantuml mermaid dot sql html none" ;;
     'schema:schema') words="diagrams formats info ledger log model report units version" ;;
     'draw:--diagram') words="" ;;
     'draw:-o') words="" ;;

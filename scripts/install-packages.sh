@@ -4,13 +4,14 @@
 set -eu
 
 packages="g++ cmake ninja-build pkg-config libicu-dev libcli11-dev rapidjson-dev robin-map-dev libhwy-dev libxxhash-dev"
-packages="$packages libxml2-dev"
+packages="$packages libxml2-dev zlib1g-dev"
 case "${1:-}" in
 --tests)
     packages="$packages libgtest-dev locales dpkg-dev file python3 python3-jsonschema git"
     # the metamodel of UML loads what format uml writes
     packages="$packages default-jdk-headless libeclipse-emf-common-java libeclipse-emf-ecore-java"
     packages="$packages libeclipse-emf-ecore-xmi-java"
+    packages="$packages chromium chromium-driver python3-selenium" # show the format html
     packages="$packages graphviz plantuml" # draw the formats dot and plantuml
     packages="$packages libxml2-utils librsvg2-bin" # read the pictures of petal draw
     # the databases load what format sql writes

@@ -5,9 +5,18 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 class KelModel;
+
+namespace ledger {
+struct KeptLedger;
+}
+
+namespace layout {
+class NotationTree;
+}
 
 namespace source {
 class SourceMap;
@@ -29,7 +38,20 @@ struct ExportContext {
     OutputFolder& folder;            ///< opened by the format, completed by the caller
     Omissions& omissions;            ///< to which the format adds whatever of the model it has no place for
     std::string_view ending = {};    ///< of the output's name in lower case, with the dot; empty when it is not known
-    const DrawnPositions* positions = nullptr; ///< of classes on their class diagrams; null: not known
+    const DrawnPositions* positions = nullptr;      ///< of classes on their class diagrams; null: not known
+    const layout::NotationTree* notation = nullptr; ///< of the files that the model was read from; null: not known
+    const ledger::KeptLedger* ledger = nullptr;     ///< what became of everything in the files; null: not known
+};
+
+/// A model of several, for the index of their outputs.
+struct IndexedOutput {
+    std::string file;   ///< as it was named; any bytes
+    std::string output; ///< the path of what was written; empty for nothing
+    std::string link;   ///< that relative to the index, as a part of an address
+    std::string_view state;
+    std::string text; ///< why it failed; may be empty
+    std::uint64_t objects = 0;
+    std::uint64_t losses = 0;
 };
 
 /// A format in which models are written: a row of the table that the help, the manual, the completions, `petal
@@ -50,6 +72,12 @@ struct Exporter {
     /// Throws `WrongOption` for values that their options accept and the format does not. Called before an import. Null
     /// for a format that takes all.
     void (*check)(const OptionValues& options) = nullptr;
+    /// The same of `ExportContext::notation` and `ledger`: of what is in the files besides the model. A format that
+    /// needs them needs the source.
+    bool (*needsFiles)(const OptionValues& options) = nullptr;
+    /// Writes the index of a folder of outputs, the file "index" with the first ending. Throws what the output throws.
+    /// Null for a format without one.
+    void (*writeIndex)(std::span<const IndexedOutput> models, text::Output& output) = nullptr;
 };
 
 } // namespace exporter

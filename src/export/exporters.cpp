@@ -5,6 +5,7 @@
 #include "export/outline/writeOutline.h"
 #include "export/sql/writeSql.h"
 #include "export/uml/writeUml.h"
+#include "html/writeHtml.h"
 
 #include <algorithm>
 #include <array>
@@ -23,6 +24,7 @@ constexpr std::array plantUmlEndings{".puml"sv, ".plantuml"sv};
 constexpr std::array mermaidEndings{".mmd"sv, ".md"sv};
 constexpr std::array dotEndings{".dot"sv, ".gv"sv};
 constexpr std::array sqlEndings{".sql"sv};
+constexpr std::array htmlEndings{".html"sv, ".htm"sv};
 
 bool needsPositions(const OptionValues& options) {
     return options.get("positions") == "source";
@@ -51,6 +53,15 @@ constexpr std::array table{
              always, needsPositions},
     Exporter{"sql", "tables and keys for PostgreSQL, SQLite or Oracle", Shape::oneFile, sqlEndings, sqlOptions,
              writeSql, always, nullptr, checkSqlOptions},
+    Exporter{.format = "html",
+             .description = "a report for people: a page for a browser, in one file",
+             .shape = Shape::oneFile,
+             .endings = htmlEndings,
+             .options = {},
+             .write = html::writeHtml,
+             .needsSource = always,
+             .needsFiles = always,
+             .writeIndex = html::writeIndex},
     Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},
 };
 

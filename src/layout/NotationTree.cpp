@@ -22,7 +22,7 @@ using notation::Event;
 using notation::EventKind;
 
 /// The properties with a single value that pictures need, sorted.
-constexpr std::array<std::string_view, 62> wantedKeys{"AssociationClass",
+constexpr std::array<std::string_view, 63> wantedKeys{"AssociationClass",
                                                       "Containment",
                                                       "IncludeAttribute",
                                                       "IncludeOperation",
@@ -42,6 +42,7 @@ constexpr std::array<std::string_view, 62> wantedKeys{"AssociationClass",
                                                       "color",
                                                       "default_color",
                                                       "derived",
+                                                      "documentation",
                                                       "drawSupplier",
                                                       "exportControl",
                                                       "face",

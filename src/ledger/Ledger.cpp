@@ -1,5 +1,7 @@
 #include "ledger/Ledger.h"
 
+#include "ledger/reasons.h"
+
 #include <algorithm>
 
 namespace ledger {
@@ -16,7 +18,19 @@ std::vector<const Thing*> sorted(const ByText<Thing>& things) {
     return list;
 }
 
+/// The reasons that `EntryKeeper` leaves out, by their texts: kinds have reasons of their own with the same ones.
+constexpr std::array passedOver{std::string_view(reasons::layout.text), std::string_view(reasons::toolProperties.text),
+                                std::string_view(reasons::toolSettings.text)};
+
 } // namespace
+
+void EntryKeeper::take(const Ledger& /*ledger*/, const Entry& entry) {
+    const bool isKept = entry.reason->outcome != Outcome::imported && entry.reason->weight != Weight::bulk &&
+                        std::ranges::find(passedOver, entry.reason->text) == passedOver.end();
+    if (isKept) {
+        entries_.push_back(entry);
+    }
+}
 
 Counts& Counts::operator+=(const Counts& other) {
     for (std::size_t index = 0; index < byOutcome.size(); ++index) {

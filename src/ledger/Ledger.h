@@ -114,6 +114,18 @@ public:
     virtual void take(const Ledger& ledger, const Entry& entry) = 0;
 };
 
+/// Keeps the entries that explain what did not become of the files as it is: those of what was changed or dropped,
+/// except layout and properties and settings of tools, of which there may be more than of all else.
+class EntryKeeper final : public EntrySink {
+public:
+    void take(const Ledger& ledger, const Entry& entry) override;
+    /// Their pointers are to parts of the ledger. In the order of the files' text.
+    [[nodiscard]] const std::vector<Entry>& getEntries() const { return entries_; }
+
+private:
+    std::vector<Entry> entries_;
+};
+
 /// The number of objects of one type in the finished model, by the part of the ledger that explains them.
 struct Accounts {
     std::uint64_t byObject = 0;   ///< made from an object of the files
@@ -142,6 +154,12 @@ struct Ledger {
     [[nodiscard]] Counts properties() const;
     /// By name.
     [[nodiscard]] std::vector<const KindTally*> sortedKinds() const;
+};
+
+/// A finished ledger with entries, for those who show it. Owns nothing.
+struct KeptLedger {
+    const Ledger& ledger;
+    const std::vector<Entry>& entries; ///< of an `EntryKeeper`
 };
 
 } // namespace ledger

@@ -9,6 +9,7 @@ namespace text {
 struct Embedded {
     std::string_view name; ///< of the file, without folder and ending
     std::string_view text; ///< its bytes, unchanged
+    std::string_view hash; ///< their SHA-256, in base64
 };
 
 } // namespace text

@@ -8,6 +8,7 @@
 #include "host/model/KelModel.h"
 #include "host/model/KelTraversalOperation.h"
 #include "host/options/KelOptionList.h"
+#include "layout/NotationTree.h"
 #include "petal/import/ModelSource.h"
 #include "petal/import/PlugIn.h"
 #include "petal/import/findPositions.h"
@@ -112,12 +113,19 @@ auto readAgain(const ImportRequest& request, const char* what, Read read) {
     }
 }
 
+/// What the formats are told besides the model. Null for what none of them needs.
+struct Knowledge {
+    const source::SourceMap* places = nullptr;
+    const exporter::DrawnPositions* positions = nullptr;
+    const layout::NotationTree* notation = nullptr;
+    const ledger::KeptLedger* ledger = nullptr;
+};
+
 /// The model in one form. It becomes final with `commit`, after every form has been written.
 class WrittenModel {
 public:
     /// Writes it. Throws a `Failure`.
-    WrittenModel(const ImportRequest& request, const Destination& destination, const source::SourceMap* places,
-                 const exporter::DrawnPositions* positions)
+    WrittenModel(const ImportRequest& request, const Destination& destination, const Knowledge& knowledge)
         : destination_(destination) {
         const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
         const exporter::OptionValues options = formatOptions(request, exporter);
@@ -128,12 +136,14 @@ public:
         }
         attempt(destination.path, [&] {
             exporter.write({.model = keptModel(),
-                            .source = places,
+                            .source = knowledge.places,
                             .options = options,
                             .folder = *files_,
                             .omissions = omissions_,
                             .ending = ending,
-                            .positions = positions});
+                            .positions = knowledge.positions,
+                            .notation = knowledge.notation,
+                            .ledger = knowledge.ledger});
         });
     }
 
@@ -174,17 +184,23 @@ TextLines notesOn(const std::string& format, const exporter::Omissions& omission
 }
 
 /// Returns how much of the model the forms lack.
-std::uint64_t writeModel(const ImportRequest& request, const ModelSource& source, const source::SourceMap* places,
+std::uint64_t writeModel(const ImportRequest& request, const ModelSource& source, Knowledge knowledge,
                          const OmissionTaker& take) {
     std::optional<exporter::DrawnPositions> positions;
-    if (places != nullptr && isAnyDestination(request, &exporter::Exporter::needsPositions)) {
+    if (knowledge.places != nullptr && isAnyDestination(request, &exporter::Exporter::needsPositions)) {
         positions = readAgain(request, "the positions of classes",
-                              [&] { return findPositions(source.getTree(), keptModel(), *places); });
+                              [&] { return findPositions(source.getTree(), keptModel(), *knowledge.places); });
+        knowledge.positions = &*positions;
+    }
+    std::optional<layout::NotationTree> notation;
+    if (knowledge.ledger != nullptr) {
+        readAgain(request, "its diagrams", [&] { notation.emplace(source.getTree()); });
+        knowledge.notation = &*notation;
     }
 
     std::deque<WrittenModel> forms;
     for (const Destination& destination : request.destinations) {
-        forms.emplace_back(request, destination, places, positions ? &*positions : nullptr);
+        forms.emplace_back(request, destination, knowledge);
     }
     std::ranges::for_each(forms, &WrittenModel::commit);
     std::uint64_t omitted = 0;
@@ -235,7 +251,8 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     const ModelSource source(request, context.locator, context.takeTree);
     refuseToLoseUnits(source.getTree(), context.uses);
     source.setOptions(options);
-    LedgerReport ledger(request);
+    const bool isLedgerShown = isAnyDestination(request, &exporter::Exporter::needsFiles);
+    LedgerReport ledger(request, isLedgerShown);
     LogWriter writer(request.log, *findLogFormat(request.logFormat), chosenEncoding(options));
     if (!request.areUnitsTold) {
         writer.leaveOut(ModelSource::missingUnitCode);
@@ -260,10 +277,17 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
         places = readAgain(request, "the places of objects",
                            [&] { return source::makeSourceMap(source.getTree(), *trace, keptModel()); });
     }
+    const auto makeLedger = [&] { ledger.make(source, *trace, keptModel(), chosenEncoding(options)); };
+    if (isLedgerShown) {
+        makeLedger();
+    }
+    const std::optional<ledger::KeptLedger> kept = ledger.getKept();
     ImportResult result;
-    result.omitted = writeModel(request, source, places ? &*places : nullptr, context.takeOmissions);
-    if (trace) {
-        ledger.make(source, *trace, keptModel(), chosenEncoding(options));
+    result.omitted =
+        writeModel(request, source, {.places = places ? &*places : nullptr, .ledger = kept ? &*kept : nullptr},
+                   context.takeOmissions);
+    if (trace && !isLedgerShown) {
+        makeLedger();
     }
     writer.close();
     result.outcome = ledger.check(log.getCount(), result.omitted);

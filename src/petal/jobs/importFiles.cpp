@@ -171,6 +171,61 @@ std::vector<Destination> sharedDestination(const ImportRequest& request) {
     return destinations;
 }
 
+/// The path as a part of an address in a page: with every byte escaped that may mean something there.
+std::string asAddress(std::string_view path) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string address;
+    for (const char byte : path) {
+        const auto code = static_cast<unsigned char>(byte);
+        const bool isPlain = (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
+                             (byte >= 'a' && byte <= 'z') || byte == '/' || byte == '.' || byte == '-' || byte == '_';
+        if (isPlain) {
+            address += byte;
+        } else {
+            address.append({'%', digits[code >> 4U], digits[code & 15U]});
+        }
+    }
+    return address;
+}
+
+/// Writes the index of each folder whose format has one. A model of that name keeps its place.
+void writeIndexes(const ImportRequest& request, const std::vector<FileReport>& files) {
+    for (std::size_t number = 0; number < request.destinations.size(); ++number) {
+        const exporter::Exporter& exporter = *exporter::findExporter(request.destinations[number].format);
+        if (exporter.writeIndex == nullptr) {
+            continue;
+        }
+        const std::filesystem::path folder = *request.destinations[number].path;
+        const std::string path = (folder / "index").string().append(exporter.endings.front());
+        std::vector<exporter::IndexedOutput> models;
+        bool isTaken = false;
+        for (const FileReport& file : files) {
+            const bool isThere = file.state == FileState::imported || file.state == FileState::upToDate;
+            const std::string output = isThere && number < file.outputs.size() ? file.outputs[number] : "";
+            isTaken = isTaken || (number < file.outputs.size() && file.outputs[number] == path);
+            models.push_back(
+                {.file = file.file,
+                 .output = output,
+                 .link =
+                     output.empty() ? "" : asAddress(std::filesystem::path(output).lexically_relative(folder).string()),
+                 .state = stateWord(file.state),
+                 .text = file.text,
+                 .objects = file.counts.objects,
+                 .losses = file.counts.losses});
+        }
+        if (isTaken) {
+            continue;
+        }
+        try {
+            const std::unique_ptr<ModelOutput> output = ModelOutput::open(path);
+            exporter.writeIndex(models, *output);
+            output->commit();
+        } catch (const std::system_error& error) {
+            throw outputFailure("'" + path + "'", error);
+        }
+    }
+}
+
 Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
     if (jobs.inProcess) {
         throw Failure(Outcome::wrongUsage, "--in-process is for a single file", "Leave it out.");
@@ -201,6 +256,7 @@ Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
     run.run();
     const std::vector<FileReport>& files = run.getFiles();
     report.write(files);
+    writeIndexes(request, files);
     if (areLossesTold(request, jobs)) {
         const units::LostUnits& lost = run.getLostUnits();
         Console(false).write(asNotes(lossLines(lost)) + asNotes(suggestionLines(search.find(lost))));

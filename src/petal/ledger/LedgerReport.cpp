@@ -86,20 +86,24 @@ bool needsLedger(const ImportRequest& request) {
            });
 }
 
-ledger::Detail detailOf(const ImportRequest& request) {
+ledger::Detail detailOf(const ImportRequest& request, bool isKept) {
     using enum ledger::Detail;
-    return !request.ledger ? counts : request.ledgerListsAll ? all : named;
+    return request.ledger && request.ledgerListsAll ? all : request.ledger || isKept ? named : counts;
 }
 
-/// Writes a ledger to the requested output. Throws a `Failure` with the outcome `outputFailed`.
+/// Writes a ledger to the requested output, and passes its entries to `keeper` unless that is null. Throws a `Failure`
+/// with the outcome `outputFailed`.
 class LedgerOutput final : public ledger::EntrySink {
 public:
-    explicit LedgerOutput(const ImportRequest& request)
-        : name_("the ledger '" + *request.ledger + "'"), output_(open(request)), buffered_(*output_),
+    LedgerOutput(const ImportRequest& request, ledger::EntrySink* keeper)
+        : keeper_(keeper), name_("the ledger '" + *request.ledger + "'"), output_(open(request)), buffered_(*output_),
           form_(output_->isTerminal() ? ledgerTable : ledgerLines) {}
 
     void take(const ledger::Ledger& ledger, const ledger::Entry& entry) override {
         attempt([&] { form_.writeEntry(ledger, entry, buffered_); });
+        if (keeper_ != nullptr) {
+            keeper_->take(ledger, entry);
+        }
     }
     void take(const ledger::Ledger& ledger, const ledger::BadBytes& bytes) {
         attempt([&] { form_.writeBytes(ledger, bytes, buffered_); });
@@ -127,6 +131,7 @@ private:
         }
     }
 
+    ledger::EntrySink* keeper_;
     std::string name_;
     std::unique_ptr<ModelOutput> output_;
     text::BufferedOutput buffered_;
@@ -140,15 +145,24 @@ bool isRegularFile(const std::string& path) {
 
 } // namespace
 
-LedgerReport::LedgerReport(const ImportRequest& request) : request_(request), canRead_(isRegularFile(request.file)) {
-    if (!canRead_ && needsLedger(request) && ::access(request.file.c_str(), F_OK) == 0) {
+LedgerReport::LedgerReport(const ImportRequest& request, bool isKept)
+    : request_(request), isKept_(isKept), canRead_(isRegularFile(request.file)) {
+    if (!canRead_ && isNeeded() && ::access(request.file.c_str(), F_OK) == 0) {
         throw Failure(Outcome::wrongUsage, "'" + request.file + "' cannot be read a second time for its ledger",
                       "Save it as a file first.");
     }
 }
 
+bool LedgerReport::isNeeded() const {
+    return isKept_ || needsLedger(request_);
+}
+
 bool LedgerReport::isWanted() const {
-    return canRead_ && (request_.isCounted || needsLedger(request_));
+    return canRead_ && (request_.isCounted || isNeeded());
+}
+
+std::optional<ledger::KeptLedger> LedgerReport::getKept() const {
+    return isKept_ && ledger_ ? std::optional<ledger::KeptLedger>({*ledger_, keeper_.getEntries()}) : std::nullopt;
 }
 
 void LedgerReport::make(const ModelSource& source, const source::Trace& trace, const KelModel& model,
@@ -156,15 +170,16 @@ void LedgerReport::make(const ModelSource& source, const source::Trace& trace, c
     if (!isWanted()) {
         return;
     }
-    const ledger::Choices choices{encoding, source.hasEncodingByFile(), detailOf(request_), source.getRenamedRoot()};
+    const ledger::Choices choices{encoding, source.hasEncodingByFile(), detailOf(request_, isKept_),
+                                  source.getRenamedRoot()};
     try {
         if (request_.ledger) {
             write(source, trace, model, choices);
         } else {
-            ledger_ = ledger::makeLedger(source.getTree(), trace, model, choices, nullptr);
+            ledger_ = ledger::makeLedger(source.getTree(), trace, model, choices, isKept_ ? &keeper_ : nullptr);
         }
     } catch (const std::system_error& error) {
-        if (!needsLedger(request_)) {
+        if (!isNeeded()) {
             return; // the import is done; the file may have changed since
         }
         throw Failure(Outcome::unexpected, "the ledger cannot be made: " + error.code().message(), "");
@@ -177,7 +192,7 @@ void LedgerReport::make(const ModelSource& source, const source::Trace& trace, c
 
 void LedgerReport::write(const ModelSource& source, const source::Trace& trace, const KelModel& model,
                          const ledger::Choices& choices) {
-    LedgerOutput output(request_);
+    LedgerOutput output(request_, isKept_ ? &keeper_ : nullptr);
     ledger_ = ledger::makeLedger(source.getTree(), trace, model, choices, &output);
     ledger::forEachBadBytes(source.getTree(), choices,
                             [&](const ledger::BadBytes& bytes) { output.take(*ledger_, bytes); });

@@ -22,8 +22,8 @@ void describeLedgerOptions(CLI::App& command, ImportRequest& request);
 class LedgerReport {
 public:
     /// Throws a `Failure` with the outcome `wrongUsage` when the request cannot be fulfilled. `request` must live as
-    /// long.
-    explicit LedgerReport(const ImportRequest& request);
+    /// long. With `isKept` the ledger is made whatever the request says, for `getKept`.
+    LedgerReport(const ImportRequest& request, bool isKept);
 
     /// Whether a ledger is needed, so that the import must be traced.
     [[nodiscard]] bool isWanted() const;
@@ -32,6 +32,8 @@ public:
     /// a ledger is wanted. Throws a `Failure` with the outcome `outputFailed`, or `unexpected` when the files cannot be
     /// read again.
     void make(const ModelSource& source, const source::Trace& trace, const KelModel& model, const KelString& encoding);
+    /// The finished ledger with its entries; nothing unless it is kept.
+    [[nodiscard]] std::optional<ledger::KeptLedger> getKept() const;
     /// Returns `checkTripped` and reports on standard error when a condition of --fail-on is met; else returns
     /// `success`.
     [[nodiscard]] Outcome check(std::uint64_t warnings, std::uint64_t omissions) const;
@@ -41,11 +43,14 @@ public:
     [[nodiscard]] std::uint64_t getLosses() const { return ledger_ ? ledger_->losses : 0; }
 
 private:
+    [[nodiscard]] bool isNeeded() const;
     void write(const ModelSource& source, const source::Trace& trace, const KelModel& model,
                const ledger::Choices& choices);
 
     const ImportRequest& request_;
+    bool isKept_;
     bool canRead_; // whether the file can be read a second time
+    ledger::EntryKeeper keeper_;
     std::optional<ledger::Ledger> ledger_;
 };
 
