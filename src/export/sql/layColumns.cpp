@@ -4,7 +4,6 @@
 #include "host/model/KelAssociationRole.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDesignPackage.h"
-#include "text/utf8.h"
 
 #include <algorithm>
 #include <memory>
