@@ -1,6 +1,7 @@
 #include "export/ClassKind.h"
 
 #include "host/model/KelClass.h"
+#include "text/ascii.h"
 
 #include <algorithm>
 #include <array>
@@ -70,13 +71,7 @@ bool ClassKinds::isNamedByStereotype(const KelClass& one) const {
 }
 
 std::string foldedStereotype(std::string_view text) {
-    const std::size_t first = std::min(text.find_first_not_of(" \t\r\n"), text.size());
-    const std::size_t end = text.find_last_not_of(" \t\r\n") + 1;
-    std::string folded(text.substr(first, end > first ? end - first : 0));
-    std::ranges::transform(folded, folded.begin(), [](char byte) {
-        return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
-    });
-    return folded;
+    return text::lowerCase(text::trimmed(text));
 }
 
 } // namespace exporter

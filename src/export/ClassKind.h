@@ -12,7 +12,7 @@ class KelClass;
 
 namespace exporter {
 
-/// What the class of a model is for other languages than its own. Its stereotype decides, as models say almost nothing
+/// The kind of a class in other languages than that of the model. Its stereotype decides, as models say almost nothing
 /// in the category: of real classes a third is a data type or an enumeration, and nearly all have the category "class".
 enum class ClassKind : std::uint8_t {
     classObject,

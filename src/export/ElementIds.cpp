@@ -5,6 +5,7 @@
 #include "host/model/KelModel.h"
 #include "host/text/KelTextHash.h"
 #include "source/SourceMap.h"
+#include "text/ascii.h"
 #include "text/utf8.h"
 
 #define XXH_INLINE_ALL
@@ -23,19 +24,10 @@ namespace {
 
 constexpr std::string_view separator = "::";
 
-char toLower(char byte) {
-    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
-}
-
-std::string inLowerCase(std::string text) {
-    std::ranges::transform(text, text.begin(), toLower);
-    return text;
-}
-
 /// Whether a text may be part of an id.
 bool isPlain(std::string_view quid) {
     return !quid.empty() && std::ranges::all_of(quid, [](char byte) {
-        const char lower = toLower(byte);
+        const char lower = static_cast<char>(byte | 0x20);
         return (lower >= 'a' && lower <= 'z') || (byte >= '0' && byte <= '9') || byte == '.' || byte == '-' ||
                byte == '_';
     });
@@ -58,13 +50,13 @@ public:
     /// The quid that only this element has, as the source has it, or null.
     [[nodiscard]] const std::string* ownOf(const KelObject& element) const {
         const std::string* quid = quidOf(element);
-        return quid != nullptr && owners_.at(inLowerCase(*quid)) == &element ? quid : nullptr;
+        return quid != nullptr && owners_.at(text::lowerCase(*quid)) == &element ? quid : nullptr;
     }
 
 private:
     void enter(const KelObject& element) override {
         if (const std::string* quid = quidOf(element)) {
-            const auto [owner, isNew] = owners_.try_emplace(inLowerCase(*quid), &element);
+            const auto [owner, isNew] = owners_.try_emplace(text::lowerCase(*quid), &element);
             if (!isNew && owner.value() != &element) { // an argument may have two owners
                 owner.value() = nullptr;
             }
@@ -204,7 +196,7 @@ std::string ElementIds::idOf(const KelObject& element) const {
         return {};
     }
     if (found->second.quid != nullptr) {
-        return "q" + inLowerCase(*found->second.quid);
+        return "q" + text::lowerCase(*found->second.quid);
     }
     std::array<char, 18> text{};
     std::snprintf(text.data(), text.size(), "n%016" PRIx64, found->second.hash);

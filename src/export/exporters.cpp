@@ -6,6 +6,7 @@
 #include "export/sql/writeSql.h"
 #include "export/uml/writeUml.h"
 #include "html/writeHtml.h"
+#include "text/ascii.h"
 
 #include <algorithm>
 #include <array>
@@ -65,10 +66,6 @@ constexpr std::array table{
     Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},
 };
 
-char toLower(char byte) {
-    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
-}
-
 } // namespace
 
 std::span<const Exporter> exporters() {
@@ -81,9 +78,7 @@ const Exporter* findExporter(std::string_view format) {
 }
 
 std::string endingOf(std::string_view path) {
-    std::string ending = std::filesystem::path(path).extension();
-    std::ranges::transform(ending, ending.begin(), toLower);
-    return ending;
+    return text::lowerCase(std::filesystem::path(path).extension().native());
 }
 
 const Exporter* findExporterByEnding(std::string_view path) {

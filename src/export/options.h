@@ -10,7 +10,7 @@
 
 namespace exporter {
 
-/// What an option of a format accepts.
+/// The values that an option of a format accepts.
 enum class Accepts : std::uint8_t {
     word,   ///< one of the words in `Option::values`
     number, ///< a whole number from 1 to 10^9

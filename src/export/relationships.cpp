@@ -4,6 +4,7 @@
 #include "host/model/KelAssociationRole.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelGeneralization.h"
+#include "text/ascii.h"
 
 #include <algorithm>
 #include <charconv>
@@ -14,14 +15,6 @@ namespace exporter {
 namespace {
 
 constexpr std::int32_t byValue = 0;
-constexpr std::string_view blanks = " \t\r\n";
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = std::min(text.find_first_not_of(blanks), text.size());
-    text.remove_prefix(first);
-    return text.substr(0, text.find_last_not_of(blanks) + 1);
-}
-
 std::optional<std::uint32_t> numberOf(std::string_view text) {
     std::uint32_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -32,7 +25,7 @@ std::optional<std::uint32_t> numberOf(std::string_view text) {
 
 std::optional<Bounds> rangeOf(std::string_view text) {
     const std::size_t dots = text.find("..");
-    const std::string_view last = trimmed(dots != std::string_view::npos ? text.substr(dots + 2) : text);
+    const std::string_view last = text::trimmed(dots != std::string_view::npos ? text.substr(dots + 2) : text);
     Bounds bounds;
     if (last != "n" && last != "N" && last != "*") {
         bounds.upper = numberOf(last);
@@ -42,7 +35,7 @@ std::optional<Bounds> rangeOf(std::string_view text) {
         bounds.lower = *bounds.upper;
     }
     if (dots != std::string_view::npos) {
-        const std::optional<std::uint32_t> lower = numberOf(trimmed(text.substr(0, dots)));
+        const std::optional<std::uint32_t> lower = numberOf(text::trimmed(text.substr(0, dots)));
         if (!lower || (bounds.upper && *lower > *bounds.upper)) {
             return std::nullopt;
         }
@@ -83,7 +76,7 @@ std::optional<Bounds> boundsOf(std::string_view multiplicity) {
     std::optional<Bounds> all;
     for (std::size_t at = 0; at <= multiplicity.size();) {
         const std::size_t comma = std::min(multiplicity.find(',', at), multiplicity.size());
-        const std::optional<Bounds> one = rangeOf(trimmed(multiplicity.substr(at, comma - at)));
+        const std::optional<Bounds> one = rangeOf(text::trimmed(multiplicity.substr(at, comma - at)));
         if (!one) {
             return std::nullopt;
         }

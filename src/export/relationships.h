@@ -13,14 +13,15 @@ class KelGeneralization;
 
 namespace exporter {
 
-/// What a part is to its whole.
+/// The relation of a part to its whole.
 enum class Aggregation : std::uint8_t { none, shared, composite };
 
 /// The role of the whole, as an index into the association's roles: the first with `isAggregate`, else, for an
 /// aggregation of two roles, the first, as the bridge sets that flag for later roles only. Nothing without a whole.
 [[nodiscard]] std::optional<std::size_t> wholeOf(const KelAssociation& association);
-/// What the property is that role `index` describes, which has the type of the role's class: of a part composite when
-/// the role is by value, else shared. By value without a whole says how to generate code and is no composition.
+/// The aggregation of the property that role `index` describes; its type is the class of the role. The property of a
+/// part is composite if its role is by value, else shared. "By value" without a whole is about generated code and does
+/// not make a composition.
 [[nodiscard]] Aggregation aggregationOf(const KelAssociation& association, std::size_t index);
 
 /// How many objects may be at an end.

@@ -195,7 +195,7 @@ bool isDroppedObject(const ledger::Entry& entry) {
     return entry.property == nullptr && entry.reason->outcome == ledger::Outcome::dropped;
 }
 
-/// What the notation says of dropped objects. Of several of a kind on one line only the first is found.
+/// The data of the notation about dropped objects. Of several of a kind on one line only the first is found.
 class DroppedObjects {
 public:
     struct Details {

@@ -39,7 +39,7 @@ std::string assignment(const std::string& patterns, const std::string& words) {
     return patterns + ") words=\"" + words + "\" ;;\n";
 }
 
-/// What an option's value can be.
+/// The values that an option can have.
 std::string values(const CommandText& command) {
     std::string cases;
     std::string settings;

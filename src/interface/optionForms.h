@@ -22,7 +22,7 @@ struct FormatOption {
 [[nodiscard]] std::vector<FormatOption> formatOptions();
 /// Whether the value is the path of a file or a folder.
 [[nodiscard]] bool takesPath(const OptionText& option);
-/// What fits behind an option in a list: the first line, without what joins it to the next.
+/// A description that fits after an option in a list: the first line, without what joins it to the next.
 [[nodiscard]] std::string shortDescription(const OptionText& option);
 [[nodiscard]] std::string joined(const std::vector<std::string>& words, const std::string& between);
 /// `text` with `escape` ahead of each of these characters.

@@ -38,7 +38,7 @@ struct Destination {
     int besideDescriptor = -1;                        // likewise, of `beside`
 };
 
-/// What one import is to do. Texts are the bytes that the shell gave.
+/// The settings of one import. Texts are the bytes that the shell gave.
 struct ImportRequest {
     std::string file;
     std::optional<std::string> types;
@@ -115,12 +115,12 @@ struct FormatsRequest {
     bool asJson = false;
 };
 
-/// What `petal schema` is to do.
+/// The arguments of `petal schema`.
 struct SchemaRequest {
     std::string name; // of one of the schemas
 };
 
-/// What `petal textconv` is to do.
+/// The arguments of `petal textconv`.
 struct TextconvRequest {
     std::string file; // bytes as the shell gave them
 };

@@ -33,7 +33,7 @@ struct ExitStatus {
 /// One row for each outcome, by number. Help, the manual page and docs/cli.md say the same.
 [[nodiscard]] std::span<const ExitStatus> exitStatuses();
 [[nodiscard]] const ExitStatus& exitStatus(Outcome outcome);
-/// What a word stands for that is one of theirs.
+/// The outcome named by `word`, which must be in the table.
 [[nodiscard]] Outcome outcomeOf(std::string_view word);
 [[nodiscard]] int exitNumber(Outcome outcome);
 

@@ -31,7 +31,7 @@ public:
     virtual void startCluster(const Cluster& cluster, std::size_t level, std::string& into) = 0;
     virtual void endCluster(std::size_t level, std::string& into) = 0;
     virtual void addBox(const Box& box, std::size_t level, std::string& into) = 0;
-    /// What belongs to the box and must be outside of all clusters.
+    /// The parts of the box that must be outside of all clusters.
     virtual void addBeside(const Box& /*box*/, std::string& /*into*/) {}
     virtual void addEdge(const Edge& edge, std::string& into) = 0;
 };

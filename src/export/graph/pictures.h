@@ -23,7 +23,7 @@ struct Box {
     bool isBare = false; ///< without members and notes, as it is there for an edge only
 };
 
-/// What one drawing shows.
+/// The content of one drawing.
 struct Picture {
     std::string name;                    ///< of the model, the package or the diagram; UTF-8
     std::string qualifiedName;           ///< empty for the whole model

@@ -65,7 +65,7 @@ struct PlannedForeignKey {
     bool cascades = false;
 };
 
-/// What the schema is made of, before its columns have names.
+/// The parts of the schema before its columns have names.
 struct Plan {
     std::vector<PlannedTable> tables;   // of classes in the order of the document, then of associations
     std::vector<std::uint32_t> tableOf; // by class: the table with its objects

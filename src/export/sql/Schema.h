@@ -16,7 +16,7 @@ class KelObject;
 /// schema refers to the elements of its model, which must outlive it.
 namespace exporter::sql {
 
-/// What a column holds, whatever a dialect calls it.
+/// The content of a column, whatever a dialect calls its type.
 enum class Family : std::uint8_t {
     smallInteger,
     integer,

@@ -17,7 +17,7 @@ namespace exporter::sql {
 
 struct Dialect;
 
-/// What the comment at the head of a script tells, besides the decisions of the schema.
+/// The content of the comment at the head of a script, besides the decisions of the schema.
 struct ScriptHead {
     const KelModel& model;
     const OptionValues& options;

@@ -2,6 +2,7 @@
 
 #include "export/options.h"
 #include "host/model/KelType.h"
+#include "text/ascii.h"
 #include "text/escape.h"
 #include "text/utf8.h"
 
@@ -80,27 +81,6 @@ constexpr std::array wellKnown{
     NamedFamily{"|blob|bytea|binary|varbinary|image|raw|long raw|ebytearray|", binary},
 };
 
-std::string inLowerCase(std::string_view text) {
-    std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), [](char byte) {
-        return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
-    });
-    return lower;
-}
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const std::size_t first = std::min(text.find_first_not_of(blanks), text.size());
-    text.remove_prefix(first);
-    return text.substr(0, text.find_last_not_of(blanks) + 1);
-}
-
-/// What follows the last "::" or "." of a path.
-std::string_view lastPart(std::string_view path) {
-    const std::size_t end = path.find_last_of(":.");
-    return end == std::string_view::npos ? path : path.substr(end + 1);
-}
-
 template <class Number>
 std::optional<Number> numberOf(std::string_view text) {
     Number number{};
@@ -144,10 +124,10 @@ PlainName plainName(std::string_view name) {
         plain.isArray = name[bracket] == '[';
         const std::string_view inside = name.substr(bracket + 1, name.find_first_of(")]", bracket) - bracket - 1);
         const std::size_t comma = inside.find(',');
-        const std::string_view first = trimmed(inside.substr(0, std::min(comma, inside.find(' '))));
+        const std::string_view first = text::trimmed(inside.substr(0, std::min(comma, inside.find(' '))));
         plain.length = numberOf<std::uint32_t>(first).value_or(0);
         if (comma != std::string_view::npos) {
-            plain.scale = numberOf<std::uint32_t>(trimmed(inside.substr(comma + 1))).value_or(mostDigits + 1);
+            plain.scale = numberOf<std::uint32_t>(text::trimmed(inside.substr(comma + 1))).value_or(mostDigits + 1);
         }
         name = name.substr(0, bracket);
     }
@@ -164,7 +144,7 @@ PlainName plainName(std::string_view name) {
         }
         word.clear();
     }
-    plain.words = inLowerCase(lastPart(plain.words));
+    plain.words = text::lowerCase(text::lastPart(plain.words));
     return plain;
 }
 
@@ -333,21 +313,21 @@ TypeMap::TypeMap(const std::string& path) {
         if (number == 1 && line.starts_with("\xEF\xBB\xBF")) { // a mark of UTF-8
             line.erase(0, 3);
         }
-        const std::string_view content = trimmed(line);
+        const std::string_view content = text::trimmed(line);
         if (content.empty() || content.starts_with('#')) {
             continue;
         }
         const std::size_t equals = content.find('=');
-        const std::string_view name = trimmed(content.substr(0, std::min(equals, content.size())));
+        const std::string_view name = text::trimmed(content.substr(0, std::min(equals, content.size())));
         const std::string_view type =
-            equals == std::string_view::npos ? std::string_view() : trimmed(content.substr(equals + 1));
+            equals == std::string_view::npos ? std::string_view() : text::trimmed(content.substr(equals + 1));
         if (name.empty() || !isWholeType(type)) {
             throw WrongOption("line " + std::to_string(number) + " of '" + path + "' is not NAME = SQL TYPE");
         }
         const std::optional<ColumnType> known = typeOfName(type);
         ColumnType mapped = known.value_or(ColumnType{.family = other, .length = 0, .scale = 0, .sql = {}});
         mapped.sql = type;
-        byName_.insert_or_assign(inLowerCase(name), std::move(mapped));
+        byName_.insert_or_assign(text::lowerCase(name), std::move(mapped));
     }
     if (number == 0 && !file.eof()) {
         throw WrongOption("the type map '" + path + "' cannot be read");
@@ -358,7 +338,7 @@ std::optional<ColumnType> TypeMap::ofUser(std::string_view typeName) const {
     if (byName_.empty()) {
         return std::nullopt;
     }
-    const std::string name = inLowerCase(trimmed(typeName));
+    const std::string name = text::lowerCase(text::trimmed(typeName));
     auto found = byName_.find(name);
     if (found == byName_.end()) {
         found = byName_.find(plainName(typeName).words);
@@ -382,12 +362,12 @@ std::optional<ColumnType> TypeMap::known(const KelType* type) {
 }
 
 std::optional<Default> literalOf(std::string_view initialValue, const ColumnType& type, const Values* values) {
-    const std::string_view value = trimmed(initialValue);
+    const std::string_view value = text::trimmed(initialValue);
     const auto made = [](Default::Kind kind, std::optional<std::string> text) {
         return text ? std::optional(Default{.kind = kind, .value = *std::move(text)}) : std::nullopt;
     };
     if (values != nullptr) {
-        for (const std::string_view word : {value, lastPart(value)}) {
+        for (const std::string_view word : {value, text::lastPart(value)}) {
             if (std::ranges::find(*values, word) != values->end()) {
                 return made(Default::Kind::text, std::string(word));
             }
@@ -404,7 +384,7 @@ std::optional<Default> literalOf(std::string_view initialValue, const ColumnType
         return made(Default::Kind::number, decimalOf(value, type));
     }
     if (type.family == boolean) {
-        const std::string word = inLowerCase(value);
+        const std::string word = text::lowerCase(value);
         return word == "true" || word == "false" ? made(Default::Kind::boolean, word) : std::nullopt;
     }
     if (type.family == text || type.family == fixedText) {

@@ -157,7 +157,7 @@ Column& ColumnMaker::add(std::uint32_t table, Rule rule, const KelObject* elemen
     return column;
 }
 
-/// What others need to refer to a table: how many columns its key has, and of what types.
+/// The data that a reference to a table needs: how many columns its key has, and of what types.
 void ColumnMaker::layKey(std::uint32_t table) {
     const PlannedTable& planned = plan_.tables[table];
     std::vector<ColumnType>& types = layouts_[table].keyTypes;

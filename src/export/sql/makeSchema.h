@@ -16,7 +16,7 @@ class Omissions;
 
 namespace exporter::sql {
 
-/// What the user chooses of a schema, by the words of the options.
+/// The choices of the user for a schema, by the words of the options.
 struct SchemaChoices {
     std::string tables = "auto";
     std::string inheritance = "joined";

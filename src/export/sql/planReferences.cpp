@@ -247,7 +247,7 @@ void ReferencePlanner::tellAttributes() {
     }
 }
 
-/// What the name of a reference to the class of the role is made from.
+/// The text from which the name of a reference to the role's class is made.
 std::string referenceName(const KelAssociationRole& role) {
     return utf8(role.getName().isEmpty() ? role.getAssociatedClass()->getName() : role.getName());
 }

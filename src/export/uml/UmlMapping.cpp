@@ -12,6 +12,7 @@
 #include "host/model/KelModel.h"
 #include "host/model/KelRealization.h"
 #include "host/model/KelType.h"
+#include "text/ascii.h"
 
 #include <algorithm>
 #include <array>
@@ -76,12 +77,6 @@ constexpr std::array libraryRows{
     LibraryRow{"wstring", "String"},
 };
 
-/// What follows the last "::" or "." of a name.
-std::string_view withoutPath(std::string_view name) {
-    const std::size_t end = name.find_last_of(":.");
-    return end == std::string_view::npos ? name : name.substr(end + 1);
-}
-
 /// As a base type and the type that the bridge derives from it are.
 bool isSameType(const KelType& one, const KelType& other) {
     return one.getDataType() == other.getDataType() && one.getLength() == other.getLength() &&
@@ -95,7 +90,7 @@ bool isKnown(const KelType& type) {
 }
 
 std::string_view libraryTypeOf(std::string_view name) {
-    const std::string folded = foldedStereotype(withoutPath(name));
+    const std::string folded = foldedStereotype(text::lastPart(name));
     const auto* row = std::ranges::find(libraryRows, folded, &LibraryRow::name);
     return row != libraryRows.end() ? row->type : std::string_view();
 }
@@ -390,7 +385,7 @@ const KelClass* UmlMapping::templateNamed(std::string_view name) const {
     if (const KelClass* found = names_.find(name); found != nullptr && isTemplate(*found)) {
         return found;
     }
-    const auto only = templates_.find(withoutPath(name));
+    const auto only = templates_.find(text::lastPart(name));
     return only != templates_.end() ? only->second : nullptr;
 }
 

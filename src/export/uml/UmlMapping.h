@@ -52,7 +52,7 @@ bool holdsFor(const Links& links, Predicate predicate) {
 /// "uml:Class", "uml:Interface" ...
 [[nodiscard]] const char* metaclassName(Metaclass metaclass);
 
-/// What a typed element refers to.
+/// The target of the type of an element.
 struct TypeTarget {
     const KelObject* element = nullptr; ///< a class or a type of the document
     std::string_view library;           ///< else the name of a primitive type of UML's own; empty: no type

@@ -16,7 +16,7 @@ namespace {
 constexpr std::int32_t byValue = 0;
 constexpr std::int32_t implementationVisibility = 3;
 
-/// What the numbers of a concurrency mean, in UML's words; all others are as the last.
+/// The meaning of the numbers of a concurrency, in UML's words; all others are as the last.
 constexpr std::array<std::string_view, 3> concurrencies{"", "guarded", "concurrent"};
 
 bool isInteger(std::string_view text) {

@@ -6,6 +6,7 @@
 #include "host/model/KelClassDiagram.h"
 #include "host/model/KelModel.h"
 #include "layout/makeScene.h"
+#include "text/ascii.h"
 
 #include <algorithm>
 #include <string>
@@ -16,13 +17,6 @@ namespace petal {
 namespace {
 
 constexpr double pointsPerUnit = 72.0 / 300.0; // the file has 300 units to an inch
-
-std::string lowerCase(std::string text) {
-    std::ranges::transform(text, text.begin(), [](char byte) {
-        return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
-    });
-    return text;
-}
 
 /// The classes by quid, and the class diagrams by their place in the files.
 class Shown final : public exporter::ModelVisitor {
@@ -41,7 +35,7 @@ public:
             if (place->quid.empty()) {
                 madeByViews_.try_emplace({place->file, place->begin.line}, one);
             } else {
-                classes_.try_emplace(lowerCase(place->quid), one);
+                classes_.try_emplace(text::lowerCase(place->quid), one);
             }
         } else if (object.elementType == KelElementType::classDiagram) {
             diagrams_.try_emplace({place->file, place->begin.line}, static_cast<const KelClassDiagram*>(&object));
@@ -55,7 +49,7 @@ public:
     /// By the quid that the view in the file has for its class; else the class that the view caused, which has no
     /// definition; else by the full name.
     [[nodiscard]] const KelClass* classOf(const layout::Item& item, std::uint32_t file) const {
-        if (const auto found = classes_.find(lowerCase(item.quid)); found != classes_.end()) {
+        if (const auto found = classes_.find(text::lowerCase(item.quid)); found != classes_.end()) {
             return found->second;
         }
         const auto made = madeByViews_.find({file, item.line});

@@ -113,7 +113,7 @@ auto readAgain(const ImportRequest& request, const char* what, Read read) {
     }
 }
 
-/// What the formats are told besides the model. Null for what none of them needs.
+/// The inputs of the formats besides the model. Null for what none of them needs.
 struct Knowledge {
     const source::SourceMap* places = nullptr;
     const exporter::DrawnPositions* positions = nullptr;
@@ -175,7 +175,7 @@ private:
 TextLines notesOn(const std::string& format, const exporter::Omissions& omissions) {
     TextLines lines;
     for (const std::string& remark : omissions.getRemarks()) {
-        lines.push_back(format + ": " + remark);
+        lines.push_back(std::string(format).append(": ").append(remark));
     }
     if (!omissions.isEmpty()) {
         lines.push_back(format + ": left out: " + omissions.summary());

@@ -42,7 +42,7 @@ static_assert(std::is_trivially_copyable_v<ImportResult>, "goes from process to 
 /// Called with what a format has left out of the model, if anything, once it is written.
 using OmissionTaker = std::function<void(std::string_view format, const exporter::Omissions& omissions)>;
 
-/// What an import has from the command that it belongs to.
+/// The parts of an import that its command shares with other imports.
 struct ImportContext {
     const FileUses& uses;        // of the whole command; the files of controlled units must not be among what it writes
     units::UnitLocator& locator; // finds them

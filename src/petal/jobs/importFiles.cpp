@@ -147,7 +147,7 @@ std::vector<ImportPaths> planPaths(std::span<const Source> sources, const Import
 /// The one format and folder for all models; empty if none are written.
 std::vector<Destination> sharedDestination(const ImportRequest& request) {
     const exporter::Exporter& exporter = *exporter::findExporter(request.format.value_or("json"));
-    const std::vector<Destination> destinations{
+    std::vector<Destination> destinations{
         {.format = std::string(exporter.format),
          .path = request.outputs.empty() ? std::nullopt : std::optional(request.outputs.front())}};
     checkFormatOptions(request, destinations);
