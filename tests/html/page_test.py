@@ -188,6 +188,15 @@ def try_model(page, name):
         box = page.js("""return document.querySelector(
                          'g.target[data-view=ClassView] > rect, g.target[data-view=UseCaseView] > rect')""")
         if box:
+            box_of_view = "return document.querySelector('figure svg').getAttribute('viewBox')"
+            whole = page.js(box_of_view)
+            page.js("document.querySelector('figure svg').focus()")
+            page.keys("+", Keys.ARROW_RIGHT)
+            larger = page.js(box_of_view).split()
+            check(float(larger[2]) < float(whole.split()[2]) and float(larger[0]) > float(whole.split()[0]),
+                  f"{name}: {address} is not enlarged and moved by keys")
+            page.keys("0")
+            check(page.js(box_of_view) == whole, f"{name}: {address} is not shown whole by a key")
             kind, title = page.js("""arguments[0].scrollIntoView({block: 'center'});
                 return [arguments[0].parentNode.dataset.view, arguments[0].parentNode.querySelector('title').textContent]""", box)
             ActionChains(page.driver).move_to_element(box).click().perform()

@@ -29,6 +29,8 @@ function fill(element, properties, children) {
   }
 }
 
+/** A file and line; when there is too little room the beginning goes. */
+const placed = (text) => h("div", {class: "place", title: text || ""}, h("bdi", {}, text));
 const hrefOf = (element) => "#" + element.id;
 const isNameless = (element) => !element.name.trim() && !element.label;
 const shownName = (element) => element.name.trim() ? element.name : element.label || "(no name)";

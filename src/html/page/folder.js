@@ -21,7 +21,7 @@ async function startFolder() {
     h("div", {class: "what"}, badge({kind: "model"}), model.link ? h("a", {href: model.link}, model.file) : model.file),
     h("div", {class: "where"}, model.state === "imported" ? `imported: ${count(model.objects, "object", "objects")}, ${count(model.losses, "loss", "losses")}`
       : [words[model.state], model.text].filter(Boolean).join(": ")),
-    h("div", {class: "place"}, model.link ? count(model.classes, "class", "classes") : ""));
+    placed(model.link ? count(model.classes, "class", "classes") : ""));
   const tiles = Object.keys(words).map((state) => [models.filter((model) => model.state === state).length, words[state]])
     .filter(([number]) => number > 0);
   const classes = models.reduce((sum, model) => sum + model.classes, 0);

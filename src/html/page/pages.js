@@ -101,7 +101,7 @@ class Pages {
     const entryRow = (entry) => h("div", {class: "item"},
       h("div", {class: "what"}, h("b", null, entry.property ? `${entry.property} of ${entry.kind} ` : `${entry.kind} `), entry.name),
       h("div", {class: "where"}, `${["imported", "changed", "dropped"][entry.outcome]}: ${entry.reason}`),
-      h("div", {class: "place"}, model.entryPlace(entry)));
+      placed(model.entryPlace(entry)));
     const damages = ledger.damages.map(([file, line, text]) => ({file, line, text}));
     return [
       h("p", {class: "eyebrow"}, "The import"), h("h1", null, "What became of the file"),
@@ -110,7 +110,7 @@ class Pages {
                   ["Damages of the notation", String(ledger.totals[2])]]),
       section("Losses", model.losses, rows(model.losses, entryRow)),
       section("Damages", damages, rows(damages, (one) => h("div", {class: "item"}, h("div", {class: "what"}, one.text),
-                                                            h("div", {class: "place"}, model.entryPlace(one))))),
+                                                            placed(model.entryPlace(one))))),
       section("Changed on purpose", model.changes, rows(model.changes, entryRow)),
       model.others.length > 0 ? h("p", null, h("a", {href: "#!left"}, `${model.others.length} elements that are not imported`)) : null,
       section("By kind", null, h("div", {class: "scroll"}, h("table", null, h("caption", null, "Objects of the file"), head.cloneNode(true),
@@ -167,7 +167,7 @@ class Pages {
       h("div", {class: "what"}, badge(element), link(element), element.json.stereotype ? h("span", {class: "stereotype"}, `«${element.json.stereotype}»`) : null,
         how ? h("span", {class: "how"}, how) : null),
       h("div", {class: "where"}, qualified),
-      h("div", {class: "place"}, this.model.place(element)));
+      placed(this.model.place(element)));
   }
 
   typeName(number) {
@@ -208,7 +208,7 @@ class Pages {
     return h("div", {class: "item member", "data-id": element.id},
       h("div", {class: "what"}, what, json.stereotype ? h("span", {class: "stereotype"}, `«${json.stereotype}»`) : null,
         flags.map((flag) => h("span", {class: "flag"}, flag))),
-      h("div", {class: "place"}, model.place(element)),
+      placed(model.place(element)),
       texts.length > 0 ? h("div", {class: "text"}, texts.join("\n")) : null);
   }
 
@@ -249,7 +249,7 @@ class Pages {
     }
     return h("div", {class: "item"},
       h("div", {class: "what"}, badge(by), link(by), h("span", {class: "how"}, how)),
-      h("div", {class: "where"}, model.qualified(by)), h("div", {class: "place"}, model.place(by)));
+      h("div", {class: "where"}, model.qualified(by)), placed(model.place(by)));
   }
 
   /** An association, seen from the class of one of its roles. */
@@ -268,7 +268,7 @@ class Pages {
         flags.map((flag) => h("span", {class: "flag"}, flag))),
       h("div", {class: "where"}, h("a", {href: hrefOf(association)}, association.name || "association"),
         role.json.name || role.json.multiplicity ? [" · this end:", ...end(role.json).slice(1)] : ""),
-      h("div", {class: "place"}, model.place(association)),
+      placed(model.place(association)),
       others.map((json) => json.description && h("div", {class: "text"}, json.description)));
   }
 
@@ -318,7 +318,7 @@ class Pages {
           h("div", {class: "what"}, badge(role), h("a", {href: hrefOf(role), class: "name"}, shownName(role)), ": ",
             target ? link(target) : "(no class)", json.multiplicity ? h("span", {class: "multiplicity"}, ` [${json.multiplicity}]`) : "",
             flags.map((flag) => h("span", {class: "flag"}, flag))),
-          h("div", {class: "where"}, target ? model.qualified(target) : ""), h("div", {class: "place"}, model.place(role)),
+          h("div", {class: "where"}, target ? model.qualified(target) : ""), placed(model.place(role)),
           json.description ? h("div", {class: "text"}, json.description) : null);
       })),
       section("On diagrams", diagrams, rows(diagrams, (one) => this.elementRow(one))),

@@ -12,6 +12,7 @@ class Picture {
     this.view = [...this.whole];
     this.targetOf = targetOf;
     this.svg.setAttribute("role", "group");
+    this.svg.setAttribute("tabindex", "0");
     this.svg.setAttribute("aria-label", name);
     this.svg.style.aspectRatio = `${this.whole[2]} / ${this.whole[3]}`;
     this.svg.style.maxWidth = Math.ceil(this.whole[2] / UNITS_PER_PIXEL * 1.25) + "px";
@@ -42,14 +43,29 @@ class Picture {
         this.open(event.target);
       }
     });
-    svg.addEventListener("keydown", (event) => {
+    this.element.addEventListener("keydown", (event) => {
       const zoom = {"+": 0.8, "-": 1.25}[event.key];
+      const pan = {ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1], ArrowDown: [0, 1]}[event.key];
       if (event.key === "Enter") {
         this.open(event.target);
+      } else if (pan && svg.classList.contains("zoomed")) {
+        event.preventDefault();
+        this.view[0] += pan[0] * this.view[2] / 8;
+        this.view[1] += pan[1] * this.view[3] / 8;
+        this.show();
       } else if (zoom) {
         this.zoom(zoom);
       } else if (event.key === "0") {
         this.fit();
+      }
+    });
+    svg.addEventListener("focusin", (event) => { // a box that has got the focus comes into sight
+      const isByKey = event.target !== svg && event.target.matches(":focus-visible");
+      if (isByKey && svg.classList.contains("zoomed")) {
+        const box = event.target.getBBox();
+        this.view[0] = box.x + box.width / 2 - this.view[2] / 2;
+        this.view[1] = box.y + box.height / 2 - this.view[3] / 2;
+        this.show();
       }
     });
     svg.addEventListener("wheel", (event) => {
