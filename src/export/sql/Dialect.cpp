@@ -83,21 +83,13 @@ constexpr std::array postgresqlTypes{
 };
 
 /// The names of PostgreSQL's types give SQLite's columns the right affinity, except the one for bytes.
-constexpr std::array sqliteTypes{
-    TypeRow{smallInteger, "smallint", ""},
-    TypeRow{integer, "integer", ""},
-    TypeRow{bigInteger, "bigint", ""},
-    TypeRow{number, "numeric", "numeric(%n,%s)"},
-    TypeRow{real, "real", ""},
-    TypeRow{doubleReal, "double precision", ""},
-    TypeRow{boolean, "boolean", ""},
-    TypeRow{text, "text", "varchar(%n)"},
-    TypeRow{fixedText, "char(1)", "char(%n)"},
-    TypeRow{date, "date", ""},
-    TypeRow{time, "time", ""},
-    TypeRow{timestamp, "timestamp", ""},
-    TypeRow{binary, "blob", ""},
-};
+constexpr auto sqliteTypes = [] {
+    auto types = postgresqlTypes;
+    for (TypeRow& row : types) {
+        row.plain = row.family == binary ? "blob" : row.plain;
+    }
+    return types;
+}();
 
 constexpr std::array oracleTypes{
     TypeRow{smallInteger, "NUMBER(5)", ""},

@@ -45,36 +45,36 @@ constexpr Omission doubtfulAssociationClass{"association class", "association cl
 constexpr Omission ofItself{"generalization", "generalizations", "a class does not inherit from itself"};
 constexpr Omission repeated{"generalization", "generalizations", "another one says the same"};
 
-struct LibraryRow {
+struct PrimitiveRow {
     std::string_view name; // in lower case, without path
     std::string_view type;
 };
-constexpr std::array libraryRows{
-    LibraryRow{"bool", "Boolean"},
-    LibraryRow{"boolean", "Boolean"},
-    LibraryRow{"eboolean", "Boolean"},
-    LibraryRow{"byte", "Integer"},
-    LibraryRow{"eint", "Integer"},
-    LibraryRow{"elong", "Integer"},
-    LibraryRow{"int", "Integer"},
-    LibraryRow{"integer", "Integer"},
-    LibraryRow{"long", "Integer"},
-    LibraryRow{"long long", "Integer"},
-    LibraryRow{"short", "Integer"},
-    LibraryRow{"unsigned", "Integer"},
-    LibraryRow{"unsigned int", "Integer"},
-    LibraryRow{"biginteger", "Integer"},
-    LibraryRow{"double", "Real"},
-    LibraryRow{"edouble", "Real"},
-    LibraryRow{"efloat", "Real"},
-    LibraryRow{"float", "Real"},
-    LibraryRow{"real", "Real"},
-    LibraryRow{"bigdecimal", "Real"},
-    LibraryRow{"char*", "String"},
-    LibraryRow{"cstring", "String"},
-    LibraryRow{"estring", "String"},
-    LibraryRow{"string", "String"},
-    LibraryRow{"wstring", "String"},
+constexpr std::array primitiveRows{
+    PrimitiveRow{"bool", "Boolean"},
+    PrimitiveRow{"boolean", "Boolean"},
+    PrimitiveRow{"eboolean", "Boolean"},
+    PrimitiveRow{"byte", "Integer"},
+    PrimitiveRow{"eint", "Integer"},
+    PrimitiveRow{"elong", "Integer"},
+    PrimitiveRow{"int", "Integer"},
+    PrimitiveRow{"integer", "Integer"},
+    PrimitiveRow{"long", "Integer"},
+    PrimitiveRow{"long long", "Integer"},
+    PrimitiveRow{"short", "Integer"},
+    PrimitiveRow{"unsigned", "Integer"},
+    PrimitiveRow{"unsigned int", "Integer"},
+    PrimitiveRow{"biginteger", "Integer"},
+    PrimitiveRow{"double", "Real"},
+    PrimitiveRow{"edouble", "Real"},
+    PrimitiveRow{"efloat", "Real"},
+    PrimitiveRow{"float", "Real"},
+    PrimitiveRow{"real", "Real"},
+    PrimitiveRow{"bigdecimal", "Real"},
+    PrimitiveRow{"char*", "String"},
+    PrimitiveRow{"cstring", "String"},
+    PrimitiveRow{"estring", "String"},
+    PrimitiveRow{"string", "String"},
+    PrimitiveRow{"wstring", "String"},
 };
 
 /// As a base type and the type that the bridge derives from it are.
@@ -89,10 +89,10 @@ bool isKnown(const KelType& type) {
     return hasDataType || type.getLength() != 0 || type.getScale() != 0 || type.getTypeValueCount() != 0;
 }
 
-std::string_view libraryTypeOf(std::string_view name) {
+std::string_view primitiveOf(std::string_view name) {
     const std::string folded = foldedStereotype(text::lastPart(name));
-    const auto* row = std::ranges::find(libraryRows, folded, &LibraryRow::name);
-    return row != libraryRows.end() ? row->type : std::string_view();
+    const auto* row = std::ranges::find(primitiveRows, folded, &PrimitiveRow::name);
+    return row != primitiveRows.end() ? row->type : std::string_view();
 }
 
 bool isTemplate(const KelClass& one) {
@@ -226,14 +226,14 @@ void UmlMapping::resolveTypes(const std::vector<const KelType*>& types, bool use
     for (const KelType* type : types) {
         const KelClass* named = names_.find(type);
         if (named != nullptr) {
-            targets_[type] = {.element = named, .library = {}};
+            targets_[type] = {.element = named, .primitive = {}};
             omissions.add(classInstead, static_cast<std::uint64_t>(isKnown(*type)));
             continue;
         }
         const auto [target, isNew] = targetsByName_.try_emplace(xmlText(type->getName().view()));
         if (isNew) {
-            target.value().library = usesLibrary ? libraryTypeOf(type->getName().view()) : std::string_view();
-            if (target.value().library.empty()) {
+            target.value().primitive = usesLibrary ? primitiveOf(type->getName().view()) : std::string_view();
+            if (target.value().primitive.empty()) {
                 target.value().element = type;
                 writtenTypes_.push_back(type);
             }
@@ -391,7 +391,7 @@ const KelClass* UmlMapping::templateNamed(std::string_view name) const {
 
 TypeTarget UmlMapping::actualNamed(std::string_view name) const {
     if (const KelClass* found = names_.find(name)) {
-        return {.element = found, .library = {}};
+        return {.element = found, .primitive = {}};
     }
     const auto type = targetsByName_.find(xmlText(name));
     return type != targetsByName_.end() ? type->second : TypeTarget();
@@ -411,8 +411,9 @@ Binding UmlMapping::bindingOf(const KelClass& instantiated) const {
         }
     }
     const auto parameters = static_cast<std::size_t>(binding.boundTemplate->arguments().count());
-    const bool areFound = std::ranges::all_of(
-        binding.actuals, [](const TypeTarget& actual) { return actual.element != nullptr || !actual.library.empty(); });
+    const bool areFound = std::ranges::all_of(binding.actuals, [](const TypeTarget& actual) {
+        return actual.element != nullptr || !actual.primitive.empty();
+    });
     return parameters > 0 && binding.actuals.size() <= parameters && areFound ? binding : Binding();
 }
 

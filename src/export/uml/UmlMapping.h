@@ -55,7 +55,7 @@ bool holdsFor(const Links& links, Predicate predicate) {
 /// The target of the type of an element.
 struct TypeTarget {
     const KelObject* element = nullptr; ///< a class or a type of the document
-    std::string_view library;           ///< else the name of a primitive type of UML's own; empty: no type
+    std::string_view primitive;         ///< else the name of a primitive type of UML's own; empty: no type
 };
 
 /// The association class that a class and three associations of the model stand for.

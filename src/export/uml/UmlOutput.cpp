@@ -127,10 +127,10 @@ void UmlOutput::typeAttribute(const char* name, const TypeTarget& target) {
 }
 
 void UmlOutput::typeChild(const char* name, const TypeTarget& target) {
-    if (!target.library.empty()) {
+    if (!target.primitive.empty()) {
         xml_.start(name, Layout::line);
         attribute("xmi:type", metaclassName(Metaclass::primitiveType));
-        attribute("href", std::string(flavour_.primitiveTypes).append(target.library));
+        attribute("href", std::string(flavour_.primitiveTypes).append(target.primitive));
         end();
     }
 }
