@@ -16,8 +16,8 @@ fail() {
 }
 
 check() { # the prefix it stands under
-    for part in bin/petal lib/libkel.so lib/libkel.so.0.1 lib/libKelIbmRationalRose40Import.so lib/pkgconfig/kel.pc \
-        lib/cmake/kel/kelConfig.cmake include/kel/host/model/KelModel.h share/man/man1/petal.1 \
+    for part in bin/petal lib/libkel.so lib/libkel.so.0.1 lib/libKelIbmRationalRose40Import.so lib/petal/html.so \
+        lib/pkgconfig/kel.pc lib/cmake/kel/kelConfig.cmake include/kel/host/model/KelModel.h share/man/man1/petal.1 \
         share/bash-completion/completions/petal share/zsh/vendor-completions/_petal \
         share/fish/vendor_completions.d/petal.fish; do
         [ -e "$1/$part" ] || fail "$1/$part is missing"
@@ -39,6 +39,7 @@ check() { # the prefix it stands under
     done
     "$1/bin/petal" import "$source/examples/bookshop.mdl" --format json >"$work/json"
     [ "$(grep -c '"kind": "class"' "$work/json")" = "$expected" ] || fail "the installed petal imports something else"
+    "$1/bin/petal" import -q "$source/examples/bookshop.mdl" --format html >"$work/page" || fail "no page is written"
     rm -rf "$work/host"
 }
 

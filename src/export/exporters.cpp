@@ -5,7 +5,8 @@
 #include "export/outline/writeOutline.h"
 #include "export/sql/writeSql.h"
 #include "export/uml/writeUml.h"
-#include "html/writeHtml.h"
+#include "html/part.h"
+#include "loading/part.h"
 #include "text/ascii.h"
 
 #include <algorithm>
@@ -35,6 +36,14 @@ bool needsPlaces(const OptionValues& options) {
     return options.isOn("places");
 }
 
+void writeHtml(const ExportContext& context) {
+    loading::part<html::Part>().writeHtml(context);
+}
+
+void writeHtmlIndex(std::span<const IndexedOutput> models, text::Output& output) {
+    loading::part<html::Part>().writeIndex(models, output);
+}
+
 /// Element ids have the quids of the files.
 bool always(const OptionValues& /*options*/) {
     return true;
@@ -59,10 +68,10 @@ constexpr std::array table{
              .shape = Shape::oneFile,
              .endings = htmlEndings,
              .options = {},
-             .write = html::writeHtml,
+             .write = writeHtml,
              .needsSource = always,
              .needsFiles = always,
-             .writeIndex = html::writeIndex},
+             .writeIndex = writeHtmlIndex},
     Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},
 };
 

@@ -14,7 +14,7 @@ has() {
     readelf -W $3 "$1" | grep -qE "$4" || complain "$1" "$2"
 }
 
-for file in "$1/bin/petal" "$1/lib/libkel.so" "$1/lib/libKelIbmRationalRose40Import.so"; do
+for file in "$1/bin/petal" "$1/lib/libkel.so" "$1/lib/libKelIbmRationalRose40Import.so" "$1"/lib/petal/*.so; do
     has "$file" "not position-independent" -h 'Type: +DYN'
     has "$file" "no read-only relocations" -l ' GNU_RELRO '
     has "$file" "symbols are bound lazily" -d '\(FLAGS_1\).* NOW'
@@ -36,6 +36,9 @@ exports() {
     [ -z "$other" ] || complain "$1" "exports $other"
 }
 exports "$1/lib/libKelIbmRationalRose40Import.so" '^getKelIbmRationalRose40ImportInterface$'
+for part in "$1"/lib/petal/*.so; do
+    exports "$part" '^petalPart$'
+done
 # The interface: classes named Kel..., collections of literals, and these few free functions and objects.
 free='buildTypePhysicalName charSetEncoding computeNameFromPath convertText createBaseType emptyString
     equivalentConverters fullMessageCode generateMetadataOrigin getBridgeSpecification getDefaultLogicalName

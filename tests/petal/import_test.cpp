@@ -157,6 +157,17 @@ TEST_F(Import, PrintsWhatTheBridgeOffers) {
     EXPECT_TRUE(has(run("$petal import --help").output, "--log-format"));
 }
 
+TEST_F(RealBridge, NeedsOnlyThePartsOfItsFormat) {
+    EXPECT_EQ(run("mkdir bin; cp $petal bin; cp -a ${petal%/*}/../lib lib; rm lib/petal/*;"
+                  "bin/petal import m.mdl -q -o model.json")
+                  .errors,
+              "");
+    expectRefusals("bin/petal import m.mdl -q -o ", {{"page.html", 1, "the part 'html' of petal cannot be loaded: "}});
+    EXPECT_EQ(run("cp lib/libKel*Import.so lib/petal/html.so").status, 0); // no part
+    expectRefusals("bin/petal import m.mdl -q -o ", {{"page.html", 1, "petalPart"}});
+    EXPECT_EQ(run("rm -r bin lib").status, 0);
+}
+
 TEST_F(RealBridge, TakesOnlyModelFiles) {
     put("late.mdl", "12345678(object Petal\n");
     put("empty.mdl", "");

@@ -1,5 +1,6 @@
 #include "petal/import/PlugIn.h"
 
+#include "loading/part.h"
 #include "petal/Failure.h"
 
 #include <cstdlib>
@@ -16,8 +17,7 @@ std::filesystem::path libraryPath() {
     if (given != nullptr && *given != '\0') {
         return std::filesystem::absolute(given); // a bare name would be searched for elsewhere
     }
-    const auto program = std::filesystem::read_symlink("/proc/self/exe");
-    return program.parent_path().parent_path() / "lib" / KelImportBridge::libraryName;
+    return loading::libraryFolder() / KelImportBridge::libraryName;
 }
 
 [[noreturn]] void fail(const std::string& reason) {
