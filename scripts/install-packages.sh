@@ -4,7 +4,7 @@
 set -eu
 
 packages="g++ cmake ninja-build pkg-config libicu-dev libcli11-dev rapidjson-dev robin-map-dev libhwy-dev libxxhash-dev"
-packages="$packages libxml2-dev zlib1g-dev"
+packages="$packages zlib1g-dev"
 case "${1:-}" in
 --tests)
     packages="$packages libgtest-dev locales dpkg-dev file python3 python3-jsonschema git"
@@ -13,12 +13,12 @@ case "${1:-}" in
     packages="$packages libeclipse-emf-ecore-xmi-java"
     packages="$packages chromium chromium-driver python3-selenium" # show the format html
     packages="$packages graphviz plantuml" # draw the formats dot and plantuml
-    packages="$packages libxml2-utils librsvg2-bin" # read the pictures of petal draw
+    packages="$packages libxml2-utils libxml2-dev librsvg2-bin" # read the pictures of petal draw
     # the databases load what format sql writes
     packages="$packages postgresql libpq-dev sqlite3 libsqlite3-dev"
     ;;
 --bench) packages="$packages python3 flex libhyperscan-dev linux-perf valgrind strace" ;;
---fuzz) packages="$packages libgtest-dev clang-14 libfuzzer-14-dev libclang-rt-14-dev llvm-14 python3" ;;
+--fuzz) packages="$packages libgtest-dev libxml2-dev clang-14 libfuzzer-14-dev libclang-rt-14-dev llvm-14 python3" ;;
 esac
 
 missing=""

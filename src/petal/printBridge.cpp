@@ -18,7 +18,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <libxml/xmlversion.h>
 #include <map>
 #include <string>
 
@@ -163,10 +162,7 @@ std::map<std::string, std::string> libraryVersions() {
     u_getVersion(icu);
     std::array<char, U_MAX_VERSION_STRING_LENGTH> icuText{};
     u_versionToString(icu, icuText.data());
-    return {{"cli11", CLI11_VERSION},
-            {"icu", icuText.data()},
-            {"libxml2", LIBXML_DOTTED_VERSION},
-            {"rapidjson", RAPIDJSON_VERSION_STRING}};
+    return {{"cli11", CLI11_VERSION}, {"icu", icuText.data()}, {"rapidjson", RAPIDJSON_VERSION_STRING}};
 }
 
 /// `bridge` is empty when it could not be loaded.

@@ -3,8 +3,6 @@
 #include "text/utf8.h"
 
 #include <algorithm>
-#include <libxml/xmlwriter.h>
-#include <new>
 
 namespace exporter {
 
@@ -20,159 +18,156 @@ bool isXmlCharacter(int character) {
                              : character == '\t' || character == '\n' || character == '\r';
 }
 
-/// Whether the text is ASCII that XML can hold. Nearly all texts are.
-bool isPlain(std::string_view text) {
-    return std::ranges::all_of(text, [](char byte) {
-        return (byte >= ' ') || byte == '\n' || byte == '\t' || byte == '\r'; // bytes beyond ASCII are negative
-    });
-}
-static_assert(static_cast<char>(0x80) < 0);
-
-/// Replaces the content of `into`; returns how often U+FFFD was put in.
-std::uint64_t repair(std::string_view text, std::string& into) {
-    if (isPlain(text)) {
-        into = text;
-        return 0;
+/// The reference that stands for a character of ASCII; empty when it stands for itself. A reader turns the white space
+/// of an attribute into blanks, and carriage returns into line ends.
+std::string_view referenceTo(char character, bool isQuoted) {
+    switch (character) {
+    case '&':
+        return "&amp;";
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    case '"':
+        return "&quot;";
+    case '\n':
+        return "&#10;";
+    case '\r':
+        return "&#13;";
+    case '\t':
+        return isQuoted ? "&#9;" : "";
+    default:
+        return "";
     }
+}
+
+/// Passes `text` to `put` in runs; U+FFFD is a run by itself. Returns how often that was put in.
+template <class Put>
+std::uint64_t repair(std::string_view text, const Put& put) {
     std::uint64_t count = 0;
-    into.clear();
+    std::size_t passed = 0;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t start = at;
-        if (isXmlCharacter(text::nextCharacter(text, at))) {
-            into += text.substr(start, at - start);
-        } else {
-            into += replacement;
+        if (text[at] >= ' ') { // of ASCII, as the bytes beyond it are negative
+            ++at;
+        } else if (!isXmlCharacter(text::nextCharacter(text, at))) {
+            put(text.substr(passed, start - passed));
+            put(replacement);
+            passed = at;
             ++count;
         }
     }
+    put(text.substr(passed));
     return count;
 }
-
-const xmlChar* asXml(const char* text) {
-    return reinterpret_cast<const xmlChar*>(text);
-}
+static_assert(static_cast<char>(0x80) < 0);
 
 } // namespace
 
 std::string xmlText(std::string_view text) {
     std::string result;
-    repair(text, result);
+    repair(text, [&](std::string_view run) { result += run; });
     return result;
 }
 
 XmlWriter::XmlWriter(text::Output* output) {
-    if (output == nullptr) {
-        return;
-    }
-    buffer_ = std::make_unique<text::BufferedOutput>(*output);
-    xmlOutputBuffer* target = xmlOutputBufferCreateIO(write, nullptr, this, nullptr);
-    writer_ = target != nullptr ? xmlNewTextWriter(target) : nullptr;
-    if (writer_ == nullptr) {
-        xmlOutputBufferClose(target);
-        throw std::bad_alloc();
-    }
-    if (xmlTextWriterStartDocument(writer_, nullptr, "UTF-8", nullptr) < 0) {
-        xmlFreeTextWriter(writer_);
-        throw std::bad_alloc();
+    if (output != nullptr) {
+        buffer_.emplace(*output);
+        buffer_->put(R"(<?xml version="1.0" encoding="UTF-8"?>)"
+                     "\n");
     }
 }
 
-XmlWriter::~XmlWriter() {
-    if (writer_ != nullptr) {
-        failure_ = failure_ != nullptr ? failure_ : std::make_exception_ptr(std::bad_alloc()); // drops what is buffered
-        xmlFreeTextWriter(writer_);
-    }
-}
-
-/// Exceptions must not pass through libxml2, and an error would make it print to standard error.
-int XmlWriter::write(void* self, const char* bytes, int length) {
-    auto& writer = *static_cast<XmlWriter*>(self);
-    if (writer.failure_ == nullptr) {
-        try {
-            writer.buffer_->put({bytes, static_cast<std::size_t>(length)});
-        } catch (...) {
-            writer.failure_ = std::current_exception();
+void XmlWriter::putEscaped(std::string_view value, Within within) {
+    replaced_ += repair(value, [&](std::string_view run) {
+        if (!buffer_) {
+            return;
         }
-    }
-    return length;
+        std::size_t passed = 0;
+        for (std::size_t at = 0; at < run.size(); ++at) {
+            const std::string_view reference = referenceTo(run[at], within == Within::quotes);
+            if (!reference.empty()) {
+                buffer_->put(run.substr(passed, at - passed));
+                buffer_->put(reference);
+                passed = at + 1;
+            }
+        }
+        buffer_->put(run.substr(passed));
+    });
 }
 
-void XmlWriter::check(int result) const {
-    if (failure_ != nullptr) {
-        std::rethrow_exception(failure_);
+void XmlWriter::startContent() {
+    if (isInTag_) {
+        buffer_->put('>');
+        isInTag_ = false;
     }
-    if (result < 0) {
-        throw std::bad_alloc();
-    }
-}
-
-const unsigned char* XmlWriter::checked(std::string_view value) {
-    replaced_ += repair(value, scratch_);
-    return asXml(scratch_.c_str());
 }
 
 void XmlWriter::startLine() {
-    const std::size_t length = std::min(1 + indentation * depth_, lineStart.size());
-    check(xmlTextWriterWriteRawLen(writer_, asXml(lineStart.data()), static_cast<int>(length)));
+    buffer_->put(lineStart.substr(0, 1 + indentation * open_.size()));
 }
 
 void XmlWriter::start(const char* name, Layout layout) {
-    if (writer_ == nullptr) {
+    if (!buffer_) {
         return;
     }
-    if (inLine_ == 0 && depth_ > 0) { // the declaration ends with a line end
+    startContent();
+    if (inLine_ == 0 && !open_.empty()) { // the declaration ends with a line end
         startLine();
     }
-    check(xmlTextWriterStartElement(writer_, asXml(name)));
-    ++depth_;
+    buffer_->put('<');
+    buffer_->put(name);
+    isInTag_ = true;
+    open_.emplace_back(name);
     inLine_ += inLine_ > 0 || layout == Layout::line ? 1 : 0;
 }
 
 void XmlWriter::attribute(const char* name, std::string_view value) {
-    const unsigned char* content = checked(value);
-    if (writer_ != nullptr) {
-        check(xmlTextWriterWriteAttribute(writer_, asXml(name), content));
+    if (buffer_) {
+        buffer_->put(' ');
+        buffer_->put(name);
+        buffer_->put("=\"");
+    }
+    putEscaped(value, Within::quotes);
+    if (buffer_) {
+        buffer_->put('"');
     }
 }
 
 void XmlWriter::text(std::string_view value) {
-    checked(value);
-    if (writer_ == nullptr) {
-        return;
+    if (buffer_ && !value.empty()) {
+        startContent();
     }
-    for (std::size_t at = 0; at < scratch_.size();) {
-        const std::size_t end = std::min(scratch_.find('\n', at), scratch_.size());
-        if (end < scratch_.size()) {
-            scratch_[end] = '\0';
-        }
-        check(xmlTextWriterWriteString(writer_, asXml(scratch_.c_str() + at)));
-        if (end < scratch_.size()) {
-            check(xmlTextWriterWriteRaw(writer_, asXml("&#10;")));
-        }
-        at = end + 1;
-    }
+    putEscaped(value, Within::text);
 }
 
 void XmlWriter::end() {
-    if (writer_ == nullptr) {
+    if (!buffer_) {
         return;
     }
-    --depth_;
+    const std::string_view name = open_.back();
+    open_.pop_back();
     if (inLine_ > 0) {
         --inLine_;
     } else {
+        startContent();
         startLine(); // even without content, so that the first child changes no other line
     }
-    check(xmlTextWriterEndElement(writer_));
+    if (isInTag_) {
+        buffer_->put("/>");
+        isInTag_ = false;
+        return;
+    }
+    buffer_->put("</");
+    buffer_->put(name);
+    buffer_->put('>');
 }
 
 void XmlWriter::finish() {
-    if (writer_ == nullptr) {
-        return;
+    if (buffer_) {
+        buffer_->put('\n');
+        buffer_->flush();
     }
-    check(xmlTextWriterEndDocument(writer_));
-    check(xmlTextWriterFlush(writer_));
-    buffer_->flush();
 }
 
 } // namespace exporter

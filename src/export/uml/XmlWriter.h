@@ -4,13 +4,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <exception>
-#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-struct _xmlTextWriter;
 
 namespace exporter {
 
@@ -18,7 +15,7 @@ namespace exporter {
 /// line.
 enum class Layout : std::uint8_t { block, line };
 
-/// Writes an XML document in UTF-8 with libxml2.
+/// Writes an XML document in UTF-8.
 ///
 /// Texts may be any bytes: U+FFFD takes the place of each invalid sequence and of each character that XML 1.0 cannot
 /// hold. Line ends in texts are written as character references, so that an element of `Layout::line` is one line of
@@ -32,15 +29,15 @@ public:
     explicit XmlWriter(text::Output* output);
     XmlWriter(const XmlWriter&) = delete;
     XmlWriter& operator=(const XmlWriter&) = delete;
-    ~XmlWriter();
 
-    [[nodiscard]] bool isCounting() const { return writer_ == nullptr; }
+    [[nodiscard]] bool isCounting() const { return !buffer_; }
     /// The characters and invalid sequences that U+FFFD has replaced so far.
     [[nodiscard]] std::uint64_t getReplacedCount() const { return replaced_; }
 
-    /// Within an element of `Layout::line` every element is of that layout.
+    /// Within an element of `Layout::line` every element is of that layout. `name` must be a name of XML, and live
+    /// until the element is ended.
     void start(const char* name, Layout layout);
-    /// Only before the content of the element started last.
+    /// Only before the content of the element started last. `name` must be a name of XML.
     void attribute(const char* name, std::string_view value);
     void text(std::string_view value);
     void end();
@@ -48,20 +45,18 @@ public:
     void finish();
 
 private:
+    /// What characters mean by themselves within a text and within the quotes of an attribute differs.
+    enum class Within : std::uint8_t { text, quotes };
+
+    void startContent();
     void startLine();
-    void check(int result) const;
-    /// As a text that libxml2 takes; valid until the next call.
-    const unsigned char* checked(std::string_view value);
+    void putEscaped(std::string_view value, Within within);
 
-    std::unique_ptr<text::BufferedOutput> buffer_;
-    _xmlTextWriter* writer_ = nullptr;
-    std::exception_ptr failure_; // of the output
-    std::string scratch_;
-    std::size_t depth_ = 0;
-    std::size_t inLine_ = 0; // the open elements from the outermost of `Layout::line` inwards
+    std::optional<text::BufferedOutput> buffer_;
+    std::vector<std::string_view> open_; // the names of the elements that have not ended
+    std::size_t inLine_ = 0;             // of those, from the outermost of `Layout::line` inwards
+    bool isInTag_ = false;               // the start tag of the last one lacks its end
     std::uint64_t replaced_ = 0;
-
-    static int write(void* self, const char* bytes, int length);
 };
 
 /// `text` as an XML document can hold it, with U+FFFD for all else.
