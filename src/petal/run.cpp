@@ -75,7 +75,10 @@ int report(Outcome outcome, const char* text, const std::string& advice) {
 } // namespace
 
 int run(int argc, const char* const* argv) {
-    std::setlocale(LC_ALL, "");
+    // The encoding of names, and the language of the system's messages. Numbers are as in the locale "C", and the other
+    // categories would be files that each start opens.
+    std::setlocale(LC_CTYPE, "");
+    std::setlocale(LC_MESSAGES, "");
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     occupyStandardStreams();
