@@ -11,6 +11,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <array>
 #include <vector>
 
 namespace petal {
@@ -270,51 +271,82 @@ void describeDraw(CLI::App& draw, DrawRequest& request) {
     describeUnitOptions(draw, request.units);
 }
 
-/// A command, and the part of the parser that recognizes it.
+/// A command of the command line.
 struct CommandRow {
-    const CLI::App* app;
+    std::string_view name;
+    std::string_view description;
     Command command;
+    bool hasFooter;
+    void (*describe)(CLI::App& app, Request& request); // null: it takes nothing
 };
 
-std::vector<CommandRow> describeCommands(CLI::App& app, Request& request, bool& versionAsked) {
+constexpr std::array commandRows{
+    CommandRow{"import", "Import model files and write the models", Command::import, true,
+               [](CLI::App& app, Request& request) {
+                   describeJobs(app, request.jobs);
+                   describeImport(app, request.import);
+               }},
+    CommandRow{"info", "Print the version, contents and damages of model files, without importing them", Command::info,
+               true, [](CLI::App& app, Request& request) { describeInfo(app, request.info); }},
+    CommandRow{"units", "Print the controlled units of model files and where each was found", Command::units, true,
+               [](CLI::App& app, Request& request) { describeUnits(app, request.units); }},
+    CommandRow{"report", "Work with the reports of imports", Command::mergeReports, false,
+               [](CLI::App& app, Request& request) {
+                   app.require_subcommand(1);
+                   describeMerge(*app.add_subcommand("merge", "Merge several reports into one"), request.merge);
+               }},
+    CommandRow{"formats", "Print the output formats, or the options of one", Command::formats, false,
+               [](CLI::App& app, Request& request) { describeFormats(app, request.formats); }},
+    CommandRow{"schema", "Print the JSON Schema of a JSON form that petal writes", Command::schema, false,
+               [](CLI::App& app, Request& request) { describeSchema(app, request.schema); }},
+    CommandRow{"draw", "Draw the diagrams of model files, without importing them", Command::draw, true,
+               [](CLI::App& app, Request& request) { describeDraw(app, request.draw); }},
+    CommandRow{"textconv", "Print the outline of a model file for git's textconv", Command::textconv, true,
+               [](CLI::App& app, Request& request) { describeTextconv(app, request.textconv); }},
+    CommandRow{"options", "Print the bridge's options, their values and defaults", Command::options, false, nullptr},
+    CommandRow{"spec", "Print the bridge's description of itself", Command::specification, false, nullptr},
+};
+
+std::vector<const CommandRow*> allCommands() {
+    std::vector<const CommandRow*> rows;
+    for (const CommandRow& row : commandRows) {
+        rows.push_back(&row);
+    }
+    return rows;
+}
+
+/// The commands that the parser has to know for these arguments: those that they name, as describing all takes as long
+/// as the rest of a small import. All of them for a help text, and to tell that none is named.
+std::vector<const CommandRow*> commandsFor(const std::vector<std::string>& arguments) {
+    const auto has = [&](std::string_view word) { return std::ranges::find(arguments, word) != arguments.end(); };
+    std::vector<const CommandRow*> rows;
+    for (const CommandRow& row : commandRows) {
+        if (has(row.name)) {
+            rows.push_back(&row);
+        }
+    }
+    return rows.empty() || has("-h") || has("--help") ? allCommands() : rows;
+}
+
+void describeCommands(CLI::App& app, Request& request, bool& versionAsked,
+                      const std::vector<const CommandRow*>& commands) {
     app.description("Imports Rose model files.")->name("petal");
     CLI::Option* version = app.add_flag("--version", versionAsked, "Print the versions of petal and of the bridge");
     app.add_flag("--json", request.isVersionJson,
                  "With --version: print a JSON object, with the versions of forms and libraries as well")
         ->needs(version);
-    CLI::App* import = app.add_subcommand("import", "Import model files and write the models");
-    CLI::App* info =
-        app.add_subcommand("info", "Print the version, contents and damages of model files, without importing them");
-    CLI::App* units = app.add_subcommand("units", "Print the controlled units of model files and where each was found");
-    CLI::App* report = app.add_subcommand("report", "Work with the reports of imports");
-    CLI::App* merge = report->require_subcommand(1)->add_subcommand("merge", "Merge several reports into one");
-    CLI::App* formats = app.add_subcommand("formats", "Print the output formats, or the options of one");
-    CLI::App* schema = app.add_subcommand("schema", "Print the JSON Schema of a JSON form that petal writes");
-    CLI::App* draw = app.add_subcommand("draw", "Draw the diagrams of model files, without importing them");
-    CLI::App* textconv = app.add_subcommand("textconv", "Print the outline of a model file for git's textconv");
-    CLI::App* options = app.add_subcommand("options", "Print the bridge's options, their values and defaults");
-    CLI::App* specification = app.add_subcommand("spec", "Print the bridge's description of itself");
-    describeJobs(*import, request.jobs);
-    describeImport(*import, request.import);
-    describeInfo(*info, request.info);
-    describeMerge(*merge, request.merge);
-    describeUnits(*units, request.units);
-    describeFormats(*formats, request.formats);
-    describeSchema(*schema, request.schema);
-    describeDraw(*draw, request.draw);
-    describeTextconv(*textconv, request.textconv);
+    const std::string common = footer();
+    for (const CommandRow* row : commands) {
+        CLI::App* command = app.add_subcommand(std::string(row->name), std::string(row->description));
+        if (row->describe != nullptr) {
+            row->describe(*command, request);
+        }
+        if (row->hasFooter) {
+            command->footer(common);
+        }
+    }
     app.require_subcommand(0, 1);
-    app.footer(footer() + "\n'petal import --help' lists the options of an import.");
-    import->footer(footer());
-    info->footer(footer());
-    units->footer(footer());
-    draw->footer(footer());
-    textconv->footer(footer());
-    return {{import, Command::import},   {info, Command::info},
-            {units, Command::units},     {merge, Command::mergeReports},
-            {formats, Command::formats}, {schema, Command::schema},
-            {draw, Command::draw},       {textconv, Command::textconv},
-            {options, Command::options}, {specification, Command::specification}};
+    app.footer(common + "\n'petal import --help' lists the options of an import.");
 }
 
 OptionText textOf(const CLI::Option& option) {
@@ -347,7 +379,7 @@ std::vector<CommandText> commandTexts() {
     Request request;
     bool versionAsked = false;
     CLI::App app;
-    describeCommands(app, request, versionAsked);
+    describeCommands(app, request, versionAsked, allCommands());
     std::vector<CommandText> texts;
     addTexts(app, "", texts);
     return texts;
@@ -357,10 +389,10 @@ Request parseCommandLine(int argc, const char* const* argv) {
     Request request;
     bool versionAsked = false;
     CLI::App app;
-    const std::vector<CommandRow> commands = describeCommands(app, request, versionAsked);
+    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    describeCommands(app, request, versionAsked, commandsFor(arguments));
     takeMarksOff(app);
 
-    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
     std::ranges::transform(arguments, arguments.begin(), marked);
     std::ranges::reverse(arguments); // the parser takes them from the end
     try {
@@ -371,11 +403,11 @@ Request parseCommandLine(int argc, const char* const* argv) {
     } catch (const CLI::ParseError& error) {
         throw Failure(Outcome::wrongUsage, error.what(), "Run 'petal --help' or 'petal import --help'.");
     }
-    const auto given = std::ranges::find_if(commands, [](const CommandRow& row) { return row.app->parsed(); });
+    const std::vector<CLI::App*> given = app.get_subcommands();
     if (versionAsked) {
         request.command = Command::version;
-    } else if (given != commands.end()) {
-        request.command = given->command;
+    } else if (!given.empty()) {
+        request.command = std::ranges::find(commandRows, given.front()->get_name(), &CommandRow::name)->command;
     } else {
         throw Failure(Outcome::wrongUsage, "no command given", "Run 'petal --help' to see the commands.");
     }
