@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <iterator>
 #include <new>
+#include <numeric>
 #include <string>
 #include <string_view>
 
@@ -112,17 +114,18 @@ KelEncodingConverter::KelEncodingConverter(const KelString& encodingName) : hand
 // A byte is plain when conversion leaves it unchanged at the start of a text. If a plain byte can change the meaning of
 // the next one, as in a stateful encoding, no byte counts as plain.
 std::bitset<128> KelEncodingConverter::findPlainBytes() const {
-    std::string plain;
-    for (char byte = 0;; ++byte) {
-        if (standForThemselves(*this, std::string(1, byte))) {
-            plain += byte;
-        }
-        if (byte == '\x7F') {
-            break;
-        }
-    }
     std::bitset<128> found;
-    if (readsByteByByte(getHandle()) || standForThemselves(*this, allPairs(plain))) {
+    std::string ascii(found.size(), '\0');
+    std::iota(ascii.begin(), ascii.end(), '\0');
+    const bool isByteByByte = readsByteByByte(getHandle());
+    if (isByteByByte &&
+        standForThemselves(*this, ascii)) { // a conversion for each byte would take a hundred times as long
+        return found.set();
+    }
+    std::string plain;
+    std::copy_if(ascii.begin(), ascii.end(), std::back_inserter(plain),
+                 [&](char byte) { return standForThemselves(*this, std::string(1, byte)); });
+    if (isByteByByte || standForThemselves(*this, allPairs(plain))) {
         for (const char byte : plain) {
             found.set(static_cast<std::size_t>(byte));
         }
