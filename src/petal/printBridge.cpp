@@ -11,7 +11,7 @@
 #include "petal/schema/schemas.h"
 #include "text/IndentedJson.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/Version.hpp>
 #include <rapidjson/rapidjson.h>
 #include <unicode/uversion.h>
 

@@ -17,12 +17,15 @@
 
 #include <algorithm>
 #include <array>
+#include <bitset>
+#include <cstdint>
 #include <iterator>
+#include <numeric>
 
 namespace {
 
 template <class T, class Value>
-KelField field(const char* name, Value T::*member) {
+constexpr KelField field(const char* name, Value T::*member) {
     return {name, static_cast<Value KelObject::*>(member)};
 }
 
@@ -31,13 +34,13 @@ struct ClassRow {
     const char* name;
     KelElementType code;
     KelElementType base; // its own code for the root
-    std::vector<KelField> fields;
+    std::initializer_list<KelField> fields;
 };
 
 /// All classes, each after its base.
-std::vector<ClassRow> classRows() {
+std::span<const ClassRow> classRows() {
     using enum KelElementType;
-    return {
+    static constexpr ClassRow rows[] = {
         {"KelObject", object, object, {}},
         {"KelNote", note, object, {field("description", &KelNote::description)}},
         {"KelElement", element, object, {}},
@@ -132,19 +135,15 @@ std::vector<ClassRow> classRows() {
          modelObject,
          {field("value", &KelTypeValue::value), field("position", &KelTypeValue::position)}},
     };
+    return rows;
 }
 
-/// Appends the ends of one kind. Spans of the vector are taken only after it is complete.
-template <class Condition>
-void appendEnds(std::vector<KelRelationEnd>& ends, const KelMetaClass& metaClass, Condition condition) {
-    for (const KelRelation* relation : KelRelations::all()) {
-        for (const bool isHolder : {true, false}) {
-            const KelElementType standsHere = isHolder ? relation->holderType : relation->targetType;
-            if (metaClass.isA(standsHere) && condition(relation->hold == KelHold::owns, isHolder)) {
-                ends.push_back({relation, isHolder});
-            }
-        }
-    }
+/// The kinds of ends, in the order of `KelMetaClass::ends`.
+enum class EndKind : std::uint8_t { referring, owned, owning };
+constexpr std::size_t kindCount = 3;
+
+EndKind kindOf(const KelRelationEnd& end) {
+    return end.relation->hold != KelHold::owns ? EndKind::referring : end.isHolder ? EndKind::owning : EndKind::owned;
 }
 
 } // namespace
@@ -153,9 +152,8 @@ void appendEnds(std::vector<KelRelationEnd>& ends, const KelMetaClass& metaClass
 class KelMetaClassTable {
 public:
     KelMetaClassTable() {
-        const std::vector<ClassRow> rows = classRows();
-        classes_.reserve(rows.size());
-        for (const ClassRow& row : rows) {
+        classes_.reserve(classRows().size());
+        for (const ClassRow& row : classRows()) {
             add(row);
         }
     }
@@ -174,26 +172,43 @@ private:
         }
         std::copy(row.fields.begin(), row.fields.end(), std::back_inserter(made.fields_));
 
-        appendEnds(made.ends_, made, [](bool owns, bool) { return !owns; });
-        const std::size_t owned = made.ends_.size();
-        appendEnds(made.ends_, made, [](bool owns, bool isHolder) { return owns && !isHolder; });
-        const std::size_t owning = made.ends_.size();
-        appendEnds(made.ends_, made, [](bool owns, bool isHolder) { return owns && isHolder; });
+        // Each start of a process makes the table, so each end is looked at once for a class.
+        Codes& codes = codes_[static_cast<std::size_t>(row.code)];
+        codes = codes_[static_cast<std::size_t>(row.base)];
+        codes.set(static_cast<std::size_t>(row.code));
+        std::array<std::vector<KelRelationEnd>, kindCount> ends;
+        for (const KelRelation* relation : KelRelations::all()) {
+            for (const bool isHolder : {true, false}) {
+                const KelElementType standsHere = isHolder ? relation->holderType : relation->targetType;
+                if (codes.test(static_cast<std::size_t>(standsHere))) {
+                    const KelRelationEnd end{relation, isHolder};
+                    ends[static_cast<std::size_t>(kindOf(end))].push_back(end);
+                }
+            }
+        }
+        std::array<std::size_t, kindCount> counts{};
+        std::ranges::transform(ends, counts.begin(), &std::vector<KelRelationEnd>::size);
+        made.ends_.reserve(std::accumulate(counts.begin(), counts.end(), std::size_t{0}));
+        for (const std::vector<KelRelationEnd>& kind : ends) {
+            made.ends_.insert(made.ends_.end(), kind.begin(), kind.end());
+        }
 
         std::copy_if(made.ends_.begin(), made.ends_.end(), std::back_inserter(made.collectedEnds_),
                      [](const KelRelationEnd& end) { return end.relation->collects(end.isHolder); });
 
         classes_.push_back(std::move(made));
         KelMetaClass& kept = classes_.back();
-        const std::span<const KelRelationEnd> ends(kept.ends_);
-        kept.referringEnds_ = ends.first(owned);
-        kept.ownedEnds_ = ends.subspan(owned, owning - owned);
-        kept.owningEnds_ = ends.subspan(owning);
+        const std::span<const KelRelationEnd> all(kept.ends_);
+        kept.referringEnds_ = all.first(counts[0]);
+        kept.ownedEnds_ = all.subspan(counts[0], counts[1]);
+        kept.owningEnds_ = all.last(counts[2]);
         byCode_[static_cast<std::size_t>(row.code)] = &kept;
     }
 
     static constexpr std::size_t codeCount = static_cast<std::size_t>(KelElementType::package) + 1;
+    using Codes = std::bitset<codeCount>;
 
+    std::array<Codes, codeCount> codes_; // of each class and its bases
     std::vector<KelMetaClass> classes_;
     std::array<const KelMetaClass*, codeCount> byCode_{};
 };
