@@ -308,10 +308,8 @@ constexpr std::array commandRows{
 };
 
 std::vector<const CommandRow*> allCommands() {
-    std::vector<const CommandRow*> rows;
-    for (const CommandRow& row : commandRows) {
-        rows.push_back(&row);
-    }
+    std::vector<const CommandRow*> rows(commandRows.size());
+    std::ranges::transform(commandRows, rows.begin(), [](const CommandRow& row) { return &row; });
     return rows;
 }
 

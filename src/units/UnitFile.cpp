@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 namespace units {
 
@@ -194,11 +195,11 @@ bool mayNeedAssembly(const std::filesystem::path& path) {
     constexpr std::size_t longest = 256; // length of a key, blanks and the text after them
     constexpr std::size_t windowSize = std::size_t{256} * 1024;
     OpenFile file(path);
-    std::string window(windowSize, '\0');
+    const auto window = std::make_unique_for_overwrite<char[]>(windowSize); // a small file never touches most of it
     bool knowsRoot = false;
     for (std::size_t kept = 0;;) {
-        const std::size_t count = file.read(window.data() + kept, window.size() - kept);
-        const std::string_view text(window.data(), kept + count);
+        const std::size_t count = file.read(window.get() + kept, windowSize - kept);
+        const std::string_view text(window.get(), kept + count);
         if (says(text, "is_loaded", "FALSE")) {
             return true;
         }
@@ -213,7 +214,7 @@ bool mayNeedAssembly(const std::filesystem::path& path) {
             return false;
         }
         kept = std::min(longest, text.size());
-        std::memmove(window.data(), text.data() + text.size() - kept, kept);
+        std::memmove(window.get(), text.data() + text.size() - kept, kept);
     }
 }
 
