@@ -41,17 +41,17 @@ struct ExportContext {
     const DrawnPositions* positions = nullptr;      ///< of classes on their class diagrams; null: not known
     const layout::NotationTree* notation = nullptr; ///< of the files that the model was read from; null: not known
     const ledger::KeptLedger* ledger = nullptr;     ///< what became of everything in the files; null: not known
+    std::uint64_t objects = 0;                      ///< in the model, itself not counted; 0: not known
 };
 
-/// A model of several, for the index of their outputs.
+/// A model of several, for the index of their outputs. It holds nothing that only the run that wrote an output knows:
+/// the index is the same if that was an earlier one.
 struct IndexedOutput {
-    std::string file;   ///< as it was named; any bytes
-    std::string output; ///< the path of what was written; empty for nothing
-    std::string link;   ///< that relative to the index, as a part of an address
-    std::string_view state;
-    std::string text; ///< why it failed; may be empty
-    std::uint64_t objects = 0;
-    std::uint64_t losses = 0;
+    std::string file;       ///< as it was named; any bytes
+    std::string output;     ///< the path of what was written; empty for nothing
+    std::string link;       ///< that relative to the index, as a part of an address
+    std::string_view state; ///< what became of it, for people: "imported", "failed"
+    std::string text;       ///< why it failed; may be empty
 };
 
 /// A format in which models are written: a row of the table that the help, the manual, the completions, `petal

@@ -389,9 +389,15 @@ private:
 
 } // namespace
 
-void writeClassNames(const exporter::ExportContext& context, const exporter::ElementIds& ids,
-                     text::BufferedOutput& output) {
+void writeSummary(const exporter::ExportContext& context, const exporter::ElementIds& ids,
+                  text::BufferedOutput& output) {
+    output.put("{\"objects\":" + std::to_string(context.objects));
+    if (context.ledger != nullptr) {
+        output.put(",\"losses\":" + std::to_string(context.ledger->ledger.losses));
+    }
+    output.put(",\"names\":");
     const ClassNameWriter writer(context.model, ids, output);
+    output.put("}");
 }
 
 void writePictures(const layout::NotationTree& notation, text::BufferedOutput& output) {

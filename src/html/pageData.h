@@ -30,10 +30,11 @@ namespace html {
 void writePageData(const exporter::ExportContext& context, const exporter::ElementIds& ids,
                    text::BufferedOutput& output);
 
-/// Writes packages and classes as JSON without "<", for the index of several pages: a list of [element id, name, index
-/// of the package around it or -1]; packages have an empty id. Throws what the output throws.
-void writeClassNames(const exporter::ExportContext& context, const exporter::ElementIds& ids,
-                     text::BufferedOutput& output);
+/// Writes what the index of several pages shows of this one as JSON without "<": `objects`, their number in the model;
+/// `losses`, those of the ledger, left out when it is not known; `names`, a list of [element id, name, index of the
+/// package around it or -1] for packages, whose id is empty, and classes. Throws what the output throws.
+void writeSummary(const exporter::ExportContext& context, const exporter::ElementIds& ids,
+                  text::BufferedOutput& output);
 
 /// Writes the diagrams of the files, each as SVG in a block that browsers do not draw. Throws what the output throws.
 void writePictures(const layout::NotationTree& notation, text::BufferedOutput& output);

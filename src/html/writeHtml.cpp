@@ -30,8 +30,8 @@ std::span<const text::Embedded> indexScripts();
 
 namespace {
 
-/// Begins the block of class names, which stands on lines of its own.
-constexpr std::string_view classesStart = R"(<script type="application/json" id="petal-classes">)";
+/// Begins the block of what an index shows of the page, which stands on lines of its own.
+constexpr std::string_view summaryStart = R"(<script type="application/json" id="petal-summary">)";
 /// The first scripts of a page, which its index has, too.
 constexpr std::size_t sharedScripts = 3;
 
@@ -110,13 +110,13 @@ void writeOutline(const exporter::ExportContext& context, text::BufferedOutput& 
                             .options = options,
                             .folder = folder,
                             .omissions = omissions});
-    output.put("<noscript>\n<main>\n<p>Without script this page shows an outline of the model.</p>\n<pre>");
+    output.put("<noscript>\n<p>Without script this page shows an outline of the model.</p>\n<pre>");
     if (outline.isWhole()) {
         output.put(text::escaped(outline.getText(), markup));
     } else {
         const ShortOutline shortened(context.model, output);
     }
-    output.put("</pre>\n</main>\n</noscript>\n");
+    output.put("</pre>\n</noscript>\n");
 }
 
 void writeModel(const exporter::ExportContext& context, text::BufferedOutput& output) {
@@ -134,8 +134,8 @@ void writeModel(const exporter::ExportContext& context, text::BufferedOutput& ou
 
 void writeData(const exporter::ExportContext& context, text::BufferedOutput& output) {
     const exporter::ElementIds ids(context.model, context.source);
-    output.put(classesStart);
-    writeClassNames(context, ids, output);
+    output.put(summaryStart);
+    writeSummary(context, ids, output);
     output.put("</script>\n");
     DataBlock block(output, "petal-page");
     text::BufferedOutput buffered(block);
@@ -179,27 +179,27 @@ void writeScripts(std::initializer_list<Scripts> scripts, text::BufferedOutput& 
     }
 }
 
-/// The block of class names in a page, a JSON text; an empty list when there is none.
-std::string readClassNames(const std::string& page) {
+/// The summary in a page, a JSON text; an empty object when there is none.
+std::string readSummary(const std::string& page) {
     std::ifstream file(page, std::ios::binary);
     std::string line;
     while (std::getline(file, line)) {
-        if (!line.starts_with(classesStart)) {
+        if (!line.starts_with(summaryStart)) {
             continue;
         }
-        std::string names = line.substr(classesStart.size());
+        std::string summary = line.substr(summaryStart.size());
         constexpr std::string_view end = "</script>";
-        while (!names.ends_with(end) && std::getline(file, line)) {
-            names += '\n' + line;
+        while (!summary.ends_with(end) && std::getline(file, line)) {
+            summary += '\n' + line;
         }
-        names.resize(names.size() - (names.ends_with(end) ? end.size() : 0));
+        summary.resize(summary.size() - (summary.ends_with(end) ? end.size() : 0));
         rapidjson::Reader reader;
         rapidjson::BaseReaderHandler<> nobody;
-        rapidjson::StringStream stream(names.c_str());
+        rapidjson::StringStream stream(summary.c_str());
         const bool isWhole = !reader.Parse<rapidjson::kParseIterativeFlag>(stream, nobody).IsError();
-        return isWhole && names.find('<') == std::string::npos ? names : "[]";
+        return isWhole && summary.find('<') == std::string::npos ? summary : "{}";
     }
-    return "[]";
+    return "{}";
 }
 
 void writeIndexData(std::span<const exporter::IndexedOutput> models, text::BufferedOutput& output) {
@@ -211,8 +211,7 @@ void writeIndexData(std::span<const exporter::IndexedOutput> models, text::Buffe
         text(model.link);
         text(model.state);
         text(model.text);
-        output.put(std::to_string(model.objects) + "," + std::to_string(model.losses) + ",");
-        output.put(model.output.empty() ? "[]" : readClassNames(model.output));
+        output.put(model.output.empty() ? "{}" : readSummary(model.output));
         output.put(']');
     }
     output.put(']');
@@ -225,13 +224,14 @@ void writeIndex(std::span<const exporter::IndexedOutput> models, text::Output& t
     // of the scripts of pages those that only define
     const std::initializer_list<Scripts> all{scripts().first(sharedScripts), indexScripts()};
     writeHead("Models", all, output);
-    output.put("<body>\n<noscript><main><h1>Models</h1><ul>\n");
+    output.put("<body>\n<noscript>\n<h1>Models</h1>\n<ul>\n");
     for (const exporter::IndexedOutput& model : models) {
         const std::string name = text::escaped(text::validText(model.file), markup);
         output.put(model.output.empty() ? "<li>" + name : "<li><a href=\"" + model.link + "\">" + name + "</a>");
-        output.put(": " + std::string(model.state) + " " + text::escaped(model.text, markup) + "</li>\n");
+        output.put(": " + std::string(model.state) + (model.text.empty() ? "" : ": ") +
+                   text::escaped(model.text, markup) + "</li>\n");
     }
-    output.put("</ul></main></noscript>\n");
+    output.put("</ul>\n</noscript>\n");
     output.put(part("index").text);
     DataBlock block(output, "petal-index");
     text::BufferedOutput buffered(block);

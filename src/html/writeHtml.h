@@ -19,8 +19,8 @@ namespace html {
 void writeHtml(const exporter::ExportContext& context);
 
 /// Writes the page of a folder: it lists the models with what became of them, links to their pages, and finds classes
-/// by name in all of them. Reads the names from the pages; those of a page that cannot be read are left out. Throws
-/// what the output throws.
+/// by name in all of them. Reads the names and numbers from the pages; those of a page that cannot be read are left
+/// out. Throws what the output throws.
 void writeIndex(std::span<const exporter::IndexedOutput> models, text::Output& output);
 
 } // namespace html

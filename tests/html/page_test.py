@@ -274,6 +274,29 @@ def try_long(page, count):
     page.quiet("long")
 
 
+def import_folder(petal, folder, *arguments):
+    """Imports the archive in the folder, of which one model fails, and returns the bytes of the index."""
+    run = subprocess.run([petal, "import", "-q", "archive", "-f", "html", *arguments], cwd=folder, check=False, capture_output=True)
+    check(run.returncode == 5, f"folder: status {run.returncode}")
+    with open(os.path.join(folder, arguments[1], "index.html"), "rb") as file:
+        return file.read()
+
+
+def try_resumed(petal, folder):
+    """After changes, a run that skips models makes the index of a run that imports all."""
+    archive = os.path.join(folder, "archive")
+    first = import_folder(petal, folder, "-o", "site")
+    check(import_folder(petal, folder, "-o", "site", "--resume") == first, "resumed: the index forgets what it had")
+    with open(os.path.join(archive, "new.mdl"), "w", encoding="utf-8") as file:
+        file.write(long_model(3))
+    changed, deleted, *_ = sorted(name for name in os.listdir(os.path.join(archive, "a #1")))
+    shutil.copy(os.path.join(archive, "new.mdl"), os.path.join(archive, "a #1", changed))
+    os.remove(os.path.join(archive, "a #1", deleted))
+    resumed = import_folder(petal, folder, "-o", "site", "--resume")
+    check(resumed == import_folder(petal, folder, "-o", "fresh") != first, "resumed: not the index of a fresh run")
+    check(b"upToDate" not in resumed, "resumed: the index shows a word of programs")
+
+
 def try_folder(driver, petal, folder, models):
     """A page for each model, one of which fails, and an index."""
     archive, site = os.path.join(folder, "archive"), os.path.join(folder, "site")
@@ -282,12 +305,12 @@ def try_folder(driver, petal, folder, models):
         shutil.copy(model, os.path.join(archive, "a #1"))
     with open(os.path.join(archive, "<b>.mdl"), "w", encoding="utf-8") as file:
         file.write("nothing")
-    run = subprocess.run([petal, "import", "-q", "archive", "-f", "html", "-o", "site"], cwd=folder, check=False, capture_output=True)
-    check(run.returncode == 5, f"folder: status {run.returncode}")
+    import_folder(petal, folder, "-o", "site")
     index = Page(driver, os.path.join(site, "index.html"))
     index.open()
     for model in [*models, "<b>.mdl"]:
         check(os.path.basename(model) in index.text(), f"folder: the index lacks {model}")
+    check(index.text().count("objects, ") == len(models), "folder: the index does not say how much was imported")
     hits = index.seek("TruckPool")
     check(len(hits) == 1, f"folder: TruckPool is found {len(hits)} times")
     index.keys(Keys.ENTER)
@@ -327,6 +350,7 @@ def main(petal, models):
                     try_model(page, os.path.basename(model))
             try_appearance(page, "hostile", "q4a0000000001")
             try_folder(driver, petal, folder, models)
+            try_resumed(petal, folder)
         finally:
             driver.quit()
     return 1 if faults else 0

@@ -75,6 +75,7 @@ TEST_F(Archive, RefusesWhatWouldLoseAFile) {
     put("b.mdl.json/c.mdl", good);
     put("c.mdl", good);
     put("c.mdl.json", good);
+    put("index", good);
     put("empty/file", "");
     put("list", "b.mdl\n");
     put("unit.cat", "(object Petal\n    version 42)\n(object Class_Category \"unit\")\n");
@@ -99,6 +100,8 @@ TEST_F(Archive, RefusesWhatWouldLoseAFile) {
             {"b.mdl c.mdl -o out --in-process", 2, "--in-process is for a single file"},
             {"b.mdl c.mdl -o out --report missing/r", 6, "cannot write the report 'missing/r'"},
             {"b.mdl -o /dev/null --report /dev/full", 6, "cannot write the report '/dev/full'"},
+            {"index b.mdl -f html -o site", 2, "'index' and the index of the folder would both be 'site/index.html'"},
+            {"b.mdl -f html -o site/ --report site/index.html", 2, "writing 'site/index.html' would overwrite"},
             {"--files-from missing -o out", 1, "cannot read 'missing'"},
             {"missing.mdl -o alone/", 1, "1 of 1 files failed"}, // its own status
             {"empty -o out", 1, "the arguments name no model file"},

@@ -4,7 +4,7 @@
 async function startFolder() {
   const get = (id) => document.getElementById(id);
   const models = (await readBlock("petal-index"))
-    .map(([file, link, state, text, objects, losses, names]) => ({file, link, state, text, objects, losses, names, classes: 0}));
+    .map(([file, link, state, text, {objects, losses, names = []}]) => ({file, link, state, text, objects, losses, names, classes: 0}));
   const entries = [];
   for (const model of models) {
     entries.push({href: model.link, name: model.file, where: `model, ${model.state}`, folded: folded(model.file), kind: "model"});
@@ -15,15 +15,14 @@ async function startFolder() {
       }
     });
   }
-  const words = {imported: "imported", upToDate: "up to date", failed: "failed", notStarted: "not started"};
   const count = (number, one, many) => `${number.toLocaleString("en")} ${number === 1 ? one : many}`;
   const modelRow = (model) => h("div", {class: "item"},
     h("div", {class: "what"}, badge({kind: "model"}), model.link ? h("a", {href: model.link}, model.file) : model.file),
-    h("div", {class: "where"}, model.state === "imported" ? `imported: ${count(model.objects, "object", "objects")}, ${count(model.losses, "loss", "losses")}`
-      : [words[model.state], model.text].filter(Boolean).join(": ")),
+    h("div", {class: "where"}, [model.state, model.text, model.objects === undefined ? null
+      : `${count(model.objects, "object", "objects")}, ${count(model.losses, "loss", "losses")}`].filter(Boolean).join(": ")),
     placed(model.link ? count(model.classes, "class", "classes") : ""));
-  const tiles = Object.keys(words).map((state) => [models.filter((model) => model.state === state).length, words[state]])
-    .filter(([number]) => number > 0);
+  const tiles = [...new Set(models.map((model) => model.state))]
+    .map((state) => [models.filter((model) => model.state === state).length, state]);
   const classes = models.reduce((sum, model) => sum + model.classes, 0);
   get("models").append(h("h1", null, "Models"),
     h("div", {class: "tiles"}, [...tiles, [classes, classes === 1 ? "class" : "classes"]].map(([number, word]) =>

@@ -119,6 +119,7 @@ struct Knowledge {
     const exporter::DrawnPositions* positions = nullptr;
     const layout::NotationTree* notation = nullptr;
     const ledger::KeptLedger* ledger = nullptr;
+    std::uint64_t objects = 0;
 };
 
 /// The model in one form. It becomes final with `commit`, after every form has been written.
@@ -143,7 +144,8 @@ public:
                             .ending = ending,
                             .positions = knowledge.positions,
                             .notation = knowledge.notation,
-                            .ledger = knowledge.ledger});
+                            .ledger = knowledge.ledger,
+                            .objects = knowledge.objects});
         });
     }
 
@@ -283,9 +285,10 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     }
     const std::optional<ledger::KeptLedger> kept = ledger.getKept();
     ImportResult result;
-    result.omitted =
-        writeModel(request, source, {.places = places ? &*places : nullptr, .ledger = kept ? &*kept : nullptr},
-                   context.takeOmissions);
+    result.objects = countObjects(keptModel());
+    const Knowledge knowledge{
+        .places = places ? &*places : nullptr, .ledger = kept ? &*kept : nullptr, .objects = result.objects};
+    result.omitted = writeModel(request, source, knowledge, context.takeOmissions);
     if (trace && !isLedgerShown) {
         makeLedger();
     }
@@ -294,7 +297,6 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     result.dropped = ledger.getDropped();
     result.losses = ledger.getLosses();
     countUnits(source.getTree(), result);
-    result.objects = countObjects(keptModel());
     result.events = writer.getCounts();
     return result;
 }

@@ -188,37 +188,57 @@ std::string asAddress(std::string_view path) {
     return address;
 }
 
-/// Writes the index of each folder whose format has one. A model of that name keeps its place.
+/// The path of the index that a format writes for the folder of a destination; empty if it writes none.
+std::string indexPath(const Destination& destination) {
+    const exporter::Exporter& exporter = *exporter::findExporter(destination.format);
+    return exporter.writeIndex == nullptr
+               ? ""
+               : (std::filesystem::path(*destination.path) / "index").string().append(exporter.endings.front());
+}
+
+/// Adds the indexes to the files that are written. Throws a `Failure` with the outcome `wrongUsage` when one would
+/// overwrite an input or another output.
+void planIndexes(const ImportRequest& request, std::span<const Source> sources, std::span<const ImportPaths> paths,
+                 FileUses& uses) {
+    for (std::size_t number = 0; number < request.destinations.size(); ++number) {
+        const std::string index = indexPath(request.destinations[number]);
+        for (std::size_t source = 0; source < sources.size() && !index.empty(); ++source) {
+            if (paths[source].models[number] == index) {
+                throw Failure(Outcome::wrongUsage,
+                              "the result of '" + sources[source].path +
+                                  "' and the index of the folder would both be '" + index + "'",
+                              "Rename the file, or import it into another folder.");
+            }
+        }
+        uses.writes(index);
+    }
+}
+
+/// Writes the index of each folder whose format has one.
 void writeIndexes(const ImportRequest& request, const std::vector<FileReport>& files) {
     for (std::size_t number = 0; number < request.destinations.size(); ++number) {
-        const exporter::Exporter& exporter = *exporter::findExporter(request.destinations[number].format);
-        if (exporter.writeIndex == nullptr) {
+        const std::string path = indexPath(request.destinations[number]);
+        if (path.empty()) {
             continue;
         }
         const std::filesystem::path folder = *request.destinations[number].path;
-        const std::string path = (folder / "index").string().append(exporter.endings.front());
         std::vector<exporter::IndexedOutput> models;
-        bool isTaken = false;
         for (const FileReport& file : files) {
             const bool isThere = file.state == FileState::imported || file.state == FileState::upToDate;
             const std::string output = isThere && number < file.outputs.size() ? file.outputs[number] : "";
-            isTaken = isTaken || (number < file.outputs.size() && file.outputs[number] == path);
             models.push_back(
                 {.file = file.file,
                  .output = output,
                  .link =
                      output.empty() ? "" : asAddress(std::filesystem::path(output).lexically_relative(folder).string()),
-                 .state = stateWord(file.state),
-                 .text = file.text,
-                 .objects = file.counts.objects,
-                 .losses = file.counts.losses});
-        }
-        if (isTaken) {
-            continue;
+                 .state = isThere                           ? "imported"
+                          : file.state == FileState::failed ? "failed"
+                                                            : "not started",
+                 .text = file.text});
         }
         try {
             const std::unique_ptr<ModelOutput> output = ModelOutput::open(path);
-            exporter.writeIndex(models, *output);
+            exporter::findExporter(request.destinations[number].format)->writeIndex(models, *output);
             output->commit();
         } catch (const std::system_error& error) {
             throw outputFailure("'" + path + "'", error);
@@ -242,7 +262,8 @@ Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
                       "In a folder, model files are those whose names end in '.mdl'.");
     }
     std::vector<ImportPaths> paths = planPaths(sources.files, request);
-    const FileUses uses = planUses(sources.files, paths, request, jobs);
+    FileUses uses = planUses(sources.files, paths, request, jobs);
+    planIndexes(request, sources.files, paths, uses);
     refuseModelFiles(uses);
     static_cast<void>(PlugIn::load()); // once; the child processes inherit it
     ReportOutput report(jobs.report);
