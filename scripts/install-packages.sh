@@ -1,6 +1,6 @@
 #!/bin/sh
-# Installs the Debian packages that building, or with --tests testing, --bench measuring or --fuzz fuzzing, needs, if
-# any is missing. Asks for rights only then.
+# Installs the Debian packages that building, or with --tests testing, --lint linting, --bench measuring or --fuzz
+# fuzzing, needs, if any is missing. Asks for rights only then.
 set -eu
 
 packages="g++ cmake ninja-build pkg-config libicu-dev libcli11-dev rapidjson-dev robin-map-dev libhwy-dev libxxhash-dev"
@@ -11,12 +11,13 @@ case "${1:-}" in
     # the metamodel of UML loads what format uml writes
     packages="$packages default-jdk-headless libeclipse-emf-common-java libeclipse-emf-ecore-java"
     packages="$packages libeclipse-emf-ecore-xmi-java"
-    packages="$packages chromium chromium-driver python3-selenium" # show the format html
+    packages="$packages chromium chromium-driver python3-selenium tidy" # show and check the format html
     packages="$packages graphviz plantuml" # draw the formats dot and plantuml
     packages="$packages libxml2-utils libxml2-dev librsvg2-bin" # read the pictures of petal draw
     # the databases load what format sql writes
     packages="$packages postgresql libpq-dev sqlite3 libsqlite3-dev"
     ;;
+--lint) packages="$packages clang-format clang-tidy eslint tidy python3-tinycss2" ;;
 --bench) packages="$packages python3 flex libhyperscan-dev linux-perf valgrind strace" ;;
 --fuzz) packages="$packages libgtest-dev libxml2-dev clang-14 libfuzzer-14-dev libclang-rt-14-dev llvm-14 python3" ;;
 esac

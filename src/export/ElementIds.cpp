@@ -8,7 +8,7 @@
 #include "text/ascii.h"
 #include "text/utf8.h"
 
-#define XXH_INLINE_ALL
+#define XXH_STATIC_LINKING_ONLY // the states of hashes are copied
 #include <xxhash.h>
 
 #include <algorithm>

@@ -5,8 +5,6 @@
 
 #include <unicode/uchar.h>
 #include <unicode/utf8.h>
-
-#define XXH_INLINE_ALL
 #include <xxhash.h>
 
 #include <algorithm>

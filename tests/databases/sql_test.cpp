@@ -11,6 +11,7 @@
 #include "support/ImportedModel.h"
 #include "support/InFolder.h"
 #include "support/Written.h"
+#include "support/skipWithout.h"
 #include "text/utf8.h"
 
 #include <gtest/gtest.h>
@@ -246,7 +247,7 @@ protected:
     }
     void SetUp() override {
         if (postgres == nullptr) {
-            GTEST_SKIP() << missing << "; install it with scripts/install-packages.sh --tests";
+            rose::test::skipWithout(missing + "; install it with scripts/install-packages.sh --tests");
         }
     }
 

@@ -4,6 +4,7 @@
 #include "support/ImportedModel.h"
 #include "support/InFolder.h"
 #include "support/Written.h"
+#include "support/skipWithout.h"
 #include "text/utf8.h"
 
 #include <gtest/gtest.h>
@@ -225,7 +226,7 @@ TEST_F(HostileGraphs, AreShownAsTheyAre) {
     for (const auto& [format, ending, program] :
          {std::tuple{"plantuml", ".puml", "plantuml"}, std::tuple{"dot", ".dot", "dot"}}) {
         if (!has(program)) {
-            GTEST_SKIP() << program << " is not installed";
+            return rose::test::skipWithout(std::string(program) + " is not installed");
         }
         put(std::string("hostile") + ending, writtenAs(format, model_));
         draw(ending);
@@ -289,7 +290,7 @@ TEST_F(GraphConsumers, DrawEveryClassAndRelationship) {
     for (const auto& [format, ending, program] :
          {std::tuple{"plantuml", ".puml", "plantuml"}, std::tuple{"dot", ".dot", "dot"}}) {
         if (!has(program)) {
-            GTEST_SKIP() << program << " is not installed";
+            return rose::test::skipWithout(std::string(program) + " is not installed");
         }
         for (std::size_t at = 0; at < models.size(); ++at) {
             const ImportedModel imported = ImportedModel::ofFile(models[at]);
@@ -380,7 +381,7 @@ TEST_F(GraphConsumers, TakeBadModels) {
          {"dot -Tcanon bad.dot empty.dot",
           "plantuml -syntax <bad.plantuml | grep CLASS && plantuml -syntax <empty.plantuml | grep CLASS"}) {
         if (!has(std::string(command).substr(0, std::string_view(command).find(' ')))) {
-            GTEST_SKIP() << command << " cannot be run";
+            return rose::test::skipWithout(std::string(command) + " cannot be run");
         }
         EXPECT_EQ(std::system(("cd " + folder.string() + " && (" + command + ") >log 2>&1").c_str()), 0) << get("log");
     }

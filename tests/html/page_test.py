@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """page_test.py PETAL MODEL...: opens the pages of models, and of a hostile one, in a browser, and uses them.
 
-Ends with 1 on a fault, and with 77, which is "skipped", where there is no browser.
+Ends with 1 on a fault. Where there is no browser it ends with 77, which is "skipped", or with 1 if the environment has
+PETAL_NO_SKIP.
 """
 import json
 import os
@@ -11,6 +12,7 @@ import sys
 import tempfile
 import time
 
+SKIPPED = 1 if "PETAL_NO_SKIP" in os.environ else 77
 sys.path.append("/usr/lib/python3/dist-packages")  # for another Python than Debian's
 try:
     from selenium import webdriver
@@ -19,8 +21,8 @@ try:
     from selenium.webdriver.common.action_chains import ActionChains
     from selenium.webdriver.common.keys import Keys
 except ImportError:
-    print("skipped: python3-selenium is not installed")
-    sys.exit(77)
+    print("not tried: python3-selenium is not installed")
+    sys.exit(SKIPPED)
 
 HIT = "window.hit=1"
 # What a browser could take for a part of the page, and what scripts of pages stumble over.
@@ -210,6 +212,17 @@ def try_model(page, name):
     page.quiet(name)
 
 
+def try_markup(path):
+    """The page is HTML without a fault, apart from what the checker does not know yet."""
+    tidy = shutil.which("tidy")
+    if not tidy:
+        check("PETAL_NO_SKIP" not in os.environ, "tidy is not installed")
+        return
+    told = subprocess.run([tidy, "-quiet", "-errors", "--drop-empty-elements", "no", "--warn-proprietary-attributes", "no", path],
+                          check=False, capture_output=True, text=True).stderr
+    check(not told, f"{os.path.basename(path)}: {told[:300]}")
+
+
 def try_appearance(page, name, address):
     colours = {}
     for mode in ("light", "dark"):
@@ -306,6 +319,7 @@ def try_folder(driver, petal, folder, models):
     with open(os.path.join(archive, "<b>.mdl"), "w", encoding="utf-8") as file:
         file.write("nothing")
     import_folder(petal, folder, "-o", "site")
+    try_markup(os.path.join(site, "index.html"))
     index = Page(driver, os.path.join(site, "index.html"))
     index.open()
     for model in [*models, "<b>.mdl"]:
@@ -330,8 +344,8 @@ def main(petal, models):
     try:
         driver = webdriver.Chrome(service=Service(shutil.which("chromedriver") or "chromedriver"), options=options)
     except WebDriverException as error:
-        print("skipped: no browser:", str(error).splitlines()[0])
-        return 77
+        print("not tried: no browser:", str(error).splitlines()[0])
+        return SKIPPED
     with tempfile.TemporaryDirectory() as folder:
         long, hostile = os.path.join(folder, "long.mdl"), os.path.join(folder, "hostile.mdl")
         for path, text in ((long, long_model(2000)), (hostile, hostile_model())):
@@ -341,6 +355,7 @@ def main(petal, models):
             for model in [*models, long, hostile]:
                 path = os.path.join(folder, os.path.basename(model) + ".html")
                 subprocess.run([petal, "import", "-q", model, "-o", path], check=True)
+                try_markup(path)
                 page = Page(driver, path)
                 if model == hostile:
                     try_hostile(page)

@@ -43,7 +43,7 @@ const LETTERS = {class: "C", package: "P", diagram: "D", attribute: "a", operati
 function badge(element) {
   const word = element.kind === "other" ? element.word : element.word || element.kind;
   const kind = element.kind === "other" && word.endsWith("diagram") ? "diagram" : element.kind;
-  return h("span", {class: "badge k-" + kind, title: word, "aria-hidden": "true"},
+  return h("span", {class: `badge k-${kind}`, title: word, "aria-hidden": "true"},
            LETTERS[kind === "class" ? element.word : kind] || LETTERS[kind]);
 }
 function link(element, text) {
@@ -91,11 +91,8 @@ class VirtualList {
     this.first = first;
     this.last = last;
     this.rows.style.transform = `translateY(${first * this.height}px)`;
-    const rows = [];
-    for (let index = first; index < last; index++) {
-      rows.push(this.row(this.items[index], index));
-    }
-    this.rows.replaceChildren(...rows);
+    const shown = this.items.slice(first, last).map((item, index) => this.row(item, first + index));
+    this.rows.replaceChildren(...shown);
   }
   reveal(index) {
     const top = index * this.height;

@@ -106,6 +106,7 @@ async function start() {
   const leaveSearchFor = (isOpen) => isOpen && shell.classList.remove("searching");
   const help = get("help");
   get("ask").addEventListener("click", () => help.showModal());
+  get("close").addEventListener("click", () => help.close());
 
   document.addEventListener("keydown", (event) => {
     if (event.ctrlKey || event.metaKey || event.altKey || help.open) {
