@@ -1,11 +1,13 @@
 """Measures petal and writes docs/performance.md. bench/run calls this once everything is built."""
 
+import re
 import sys
 
 import imports
 import machine
 import notation
 import outputs
+import page
 import passes
 import quick
 import scanner
@@ -40,8 +42,29 @@ def sections(asked):
     yield shapes.section(asked.imported, asked.portion, fewer)
     yield passes.section(asked.imported, ("plain", "dense", "types"))
     yield outputs.section(asked.imported, asked.rounds)
+    yield page.section(asked.rounds)
     yield start.section(max(20, asked.rounds))
     yield notation.section(asked.imported, asked.rounds)
+
+
+def replaced(text, section, about):
+    """The text with the section in place of that of its title, or behind all others; it says what it was measured on."""
+    section.paragraphs.insert(0, about)
+    parts = re.split(r"^(?=## )", text, flags=re.MULTILINE)
+    at = next((at for at, part in enumerate(parts) if part.startswith(f"## {section.title}\n")), len(parts))
+    parts[at : at + 1] = [str(section)]
+    return "".join(part.rstrip("\n") + "\n\n" for part in parts).rstrip("\n") + "\n"
+
+
+def measure_page(asked):
+    """Measures the section of pages alone, and puts it into what was written before."""
+    section = page.section(asked.rounds)
+    print(section, flush=True)
+    if section.goals:
+        with open(asked.output, encoding="utf-8") as before:
+            text = replaced(before.read(), section, machine.description())
+        with open(asked.output, "w", encoding="utf-8") as out:
+            out.write(text)
 
 
 def measure(asked):
@@ -57,6 +80,8 @@ def main():
     asked = arguments()
     if asked.record:
         quick.record()
+    elif asked.page:
+        measure_page(asked)
     elif asked.quick:
         return 0 if quick.passes() else 1
     else:

@@ -69,6 +69,9 @@ def parser():
     quick.add_argument(
         "--record", action="store_true", help="measure as --quick does, and put the ratios, less a margin, on record"
     )
+    quick.add_argument(
+        "--page", action="store_true", help="only measure pages in a browser, and renew their section of the file"
+    )
     whole = made.add_argument_group("a whole measurement, not with --quick and --record")
     for name, (check, usual, meaning) in WHOLE.items():
         told = usual.relative_to(ROOT) if isinstance(usual, Path) else usual
@@ -85,6 +88,8 @@ def arguments():
             setattr(asked, name, usual)
         elif asked.quick or asked.record:
             made.error(f"--{name} has no effect with --quick or --record")
+        elif asked.page and name not in ("rounds", "output"):
+            made.error(f"--{name} has no effect with --page")
     try:
         found_models()
     except ValueError as error:
