@@ -49,7 +49,7 @@ def sections(asked):
 
 def replaced(text, section, about):
     """The text with the section in place of that of its title, or behind all others; it says what it was measured on."""
-    section.paragraphs.insert(0, about)
+    section.paragraphs.insert(1, about)
     parts = re.split(r"^(?=## )", text, flags=re.MULTILINE)
     at = next((at for at, part in enumerate(parts) if part.startswith(f"## {section.title}\n")), len(parts))
     parts[at : at + 1] = [str(section)]

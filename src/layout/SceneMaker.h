@@ -74,6 +74,7 @@ private:
     [[nodiscard]] Point anchorOf(int item);
     [[nodiscard]] Point anchorBetweenEnds(int item) const;
     void leadTo(std::vector<Point>& line, int end, const Point& other);
+    void leadToBox(std::vector<Point>& line, int end, const Point& other);
     void writeLineLabels(std::size_t index);
     void writeRoleTexts(Item& item, NodeId role);
 

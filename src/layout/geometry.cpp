@@ -1,5 +1,7 @@
 #include "layout/geometry.h"
 
+#include <limits>
+
 namespace layout {
 
 Point clipped(const Rectangle& box, Outline outline, const Point& outside) {
@@ -14,6 +16,31 @@ Point clipped(const Rectangle& box, Outline outline, const Point& outside) {
                          : outline == Outline::ellipse ? std::hypot(across, along)
                                                        : across + along;
     return steps > 0 ? Point{centre.x + dx / steps, centre.y + dy / steps} : centre;
+}
+
+std::optional<Point> entryInto(const Rectangle& box, const Point& from, const Point& to) {
+    double part = 0; // of the way, behind which both coordinates are those of points of the box
+    double last = std::numeric_limits<double>::infinity();
+    const auto cut = [&](double start, double step, double low, double high) {
+        if (step == 0) {
+            last = start < low || start > high ? -1 : last;
+            return;
+        }
+        part = std::max(part, ((step > 0 ? low : high) - start) / step);
+        last = std::min(last, ((step > 0 ? high : low) - start) / step);
+    };
+    cut(from.x, to.x - from.x, box.x, box.right());
+    cut(from.y, to.y - from.y, box.y, box.bottom());
+    return part <= last ? std::optional(Point{from.x + (to.x - from.x) * part, from.y + (to.y - from.y) * part})
+                        : std::nullopt;
+}
+
+ComponentParts componentParts(const Rectangle& box) {
+    const double across = std::min(60.0, box.width / 4);
+    const double height = std::min(30.0, box.height / 5);
+    return {.body = {box.x + across / 2, box.y, box.width - across / 2, box.height},
+            .lugs = {Rectangle{box.x, box.y + box.height * 0.22, across, height},
+                     Rectangle{box.x, box.y + box.height * 0.56, across, height}}};
 }
 
 Point middleOf(std::span<const Point> line) {

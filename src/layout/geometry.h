@@ -1,7 +1,9 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -42,6 +44,16 @@ enum class Outline { rectangle, ellipse, rhombus };
 
 /// The point of the outline on the way from its centre to `outside`; the centre when that is where `outside` is.
 [[nodiscard]] Point clipped(const Rectangle& box, Outline outline, const Point& outside);
+
+/// The first point of the box on the way from `from` to `to`, or beyond `to`; nothing if there is none.
+[[nodiscard]] std::optional<Point> entryInto(const Rectangle& box, const Point& from, const Point& to);
+
+/// The parts of the sign of a component that takes up a box.
+struct ComponentParts {
+    Rectangle body;
+    std::array<Rectangle, 2> lugs; ///< on its left edge
+};
+[[nodiscard]] ComponentParts componentParts(const Rectangle& box);
 
 /// The point in the middle of a line, by length. The line has a point at least.
 [[nodiscard]] Point middleOf(std::span<const Point> line);

@@ -14,6 +14,7 @@ constexpr double labelGap = 30;   // between a label and what it is at
 constexpr double looseEnd = 150;  // of a line that leads nowhere
 constexpr double loopWidth = 100; // of a line from a box to itself
 constexpr double loopHeight = 60;
+constexpr double selfMessageHeight = 40;
 
 Outline outlineOf(Shape shape) {
     switch (shape) {
@@ -34,6 +35,30 @@ bool hasLabelOutside(Shape shape) {
     constexpr std::array shapes{Shape::oval,    Shape::actor,  Shape::boundary,   Shape::bar,
                                 Shape::control, Shape::entity, Shape::startState, Shape::endState};
     return std::ranges::find(shapes, shape) != shapes.end();
+}
+
+/// Where a line from `from` that is at `end` on a component's box, perhaps between its lugs, meets the component.
+Point onComponent(const Rectangle& box, const Point& from, const Point& end) {
+    const ComponentParts parts = componentParts(box);
+    std::optional<Point> first = entryInto(parts.body, from, end);
+    for (const Rectangle& lug : parts.lugs) {
+        const std::optional<Point> met = entryInto(lug, from, end);
+        if (met && (!first || distance(from, *met) < distance(from, *first))) {
+            first = met;
+        }
+    }
+    return first.value_or(end);
+}
+
+/// The place at the edge of the activations at a height where a message leaves for `other`, or comes from there.
+double atActivations(const Item& lifeline, const Point& at, double other) {
+    double x = at.x;
+    for (const Rectangle& bar : lifeline.bars) { // an activation precedes those within it
+        if (bar.contains({x, at.y}, nearby)) {
+            x = other >= x ? bar.right() : bar.x;
+        }
+    }
+    return x;
 }
 
 /// The arrow of a message by the way in which it is sent.
@@ -155,13 +180,19 @@ Point SceneMaker::anchorBetweenEnds(int index) const {
 /// point yet.
 void SceneMaker::leadTo(std::vector<Point>& line, int end, const Point& other) {
     const Item& item = scene_.items[static_cast<std::size_t>(end)];
-    if (!item.hasBox) {
-        const Point anchor = anchorOf(end);
-        if (line.empty() || distance(line.back(), anchor) > nearby) {
-            line.push_back(anchor);
+    if (item.hasBox) {
+        leadToBox(line, end, other);
+        const Point from = line.size() > 1 ? line[line.size() - 2] : other;
+        if (item.shape == Shape::component && !item.box.contains(from, 0)) {
+            line.back() = onComponent(item.box, from, line.back());
         }
-        return;
+    } else if (const Point anchor = anchorOf(end); line.empty() || distance(line.back(), anchor) > nearby) {
+        line.push_back(anchor);
     }
+}
+
+void SceneMaker::leadToBox(std::vector<Point>& line, int end, const Point& other) {
+    const Item& item = scene_.items[static_cast<std::size_t>(end)];
     const Outline outline = outlineOf(item.shape);
     const auto isWithin = [&](const Point& point) {
         const Rectangle inner{item.box.x + nearby, item.box.y + nearby, item.box.width - 2 * nearby,
@@ -305,10 +336,16 @@ void SceneMaker::makeMessage(std::size_t index) {
     const Point from = location(view, "origin").value_or(Point{anchorOf(item.client).x, y});
     const Point to = location(view, "terminus").value_or(Point{anchorOf(item.supplier).x, y});
     item.endMark = Mark::arrow;
+    const auto atEdge = [&](int end, const Point& at, double other) {
+        return end == noItem ? at : Point{atActivations(scene_.items[static_cast<std::size_t>(end)], at, other), at.y};
+    };
     if (item.kind == "SelfMessView" || item.client == item.supplier) {
-        item.route = {from, {from.x + loopWidth, from.y}, {from.x + loopWidth, from.y + 40}, {from.x, from.y + 40}};
+        const double right = from.x + loopWidth;
+        const double low = from.y + selfMessageHeight;
+        item.route = {
+            atEdge(item.client, from, right), {right, from.y}, {right, low}, atEdge(item.client, {from.x, low}, right)};
     } else {
-        item.route = {from, to};
+        item.route = {atEdge(item.client, from, to.x), atEdge(item.supplier, to, from.x)};
     }
     const NodeId message = label == noNode ? noNode : elements_.withQuid(tree_.text(label, "quidu"));
     const std::string_view word = message == noNode ? std::string_view() : tree_.text(message, "synchronization");

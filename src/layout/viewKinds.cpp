@@ -67,7 +67,7 @@ constexpr auto icons = std::to_array<Icon>({
 });
 
 constexpr auto stateKinds = std::to_array<StateKind>({
-    {"EndState", Shape::endState, 68, 68, Contents::beside},
+    {"EndState", Shape::endState, 84, 84, Contents::beside},
     {"StartState", Shape::startState, 60, 60, Contents::beside},
 });
 

@@ -190,13 +190,10 @@ void drawSign(Svg& svg, const Item& item) {
 }
 
 void drawComponent(Svg& svg, const Item& item) {
-    const Rectangle& box = item.box;
-    svg.rectangle(box, invisible);
-    const double plug = std::min(60.0, box.width / 4);
-    const double height = std::min(30.0, box.height / 5);
-    svg.rectangle({box.x + plug / 2, box.y, box.width - plug / 2, box.height});
-    svg.rectangle({box.x, box.y + box.height * 0.22, plug, height});
-    svg.rectangle({box.x, box.y + box.height * 0.56, plug, height});
+    const ComponentParts parts = componentParts(item.box);
+    svg.rectangle(item.box, invisible);
+    svg.rectangle(parts.body);
+    std::ranges::for_each(parts.lugs, [&](const Rectangle& lug) { svg.rectangle(lug); });
 }
 
 template <bool isShaded>

@@ -115,7 +115,8 @@ TEST_F(Drawn, HasTheThreeKindsThatAreNotPlacedByTheirMiddle) {
     const Scene scene = sceneOf(R"((object Message "go" quid "4E0000000001" synchronization "Return"))",
                                 R"((object InterObjView "o" @1 location (300, 200) width 200 height 900
   Focus_Of_Control (object Focus_Of_Control "" @2 location (300, 400) height 100)
-  Focus_Of_Control (object Focus_Of_Control "" @3 location (300, 420) height 1 Nested TRUE))
+  Focus_Of_Control (object Focus_Of_Control "" @3 location (300, 440) height 80 Nested TRUE)
+  Focus_Of_Control (object Focus_Of_Control "" @8 location (300, 420) height 1 Nested TRUE))
 (object InterObjView "p" @4 location (900, 200) width 200 height 900 icon "Actor" icon_style "Icon")
 (object InterMessView "go" @5 location (300, 450) client @1 supplier @4 origin (316, 450) terminus (900, 450)
   label (object SegLabel quidu "4E0000000001" location (600, 410) anchor_loc 1 label "go"))
@@ -123,11 +124,26 @@ TEST_F(Drawn, HasTheThreeKindsThatAreNotPlacedByTheirMiddle) {
 (object Swimlane "lane" @7 width 500))");
     EXPECT_EQ(described(scene), "InterObjView @1 shape 20 200,140 200x900 'o'\n"
                                 "InterObjView @4 shape 20 800,140 200x900 'p'\n"
-                                "InterMessView @5 316,450 900,450 mark 1 dashed 'go'\n"
-                                "SelfMessView @6 300,500 400,500 400,540 300,540 mark 1\n"
+                                "InterMessView @5 332,450 900,450 mark 1 dashed 'go'\n"
+                                "SelfMessView @6 332,500 400,500 400,540 300,540 mark 1\n"
                                 "Swimlane @7 shape 21 0,0 500x1140 'lane'\n");
-    ASSERT_EQ(scene.items[0].bars.size(), 1U); // of one unit is none
+    ASSERT_EQ(scene.items[0].bars.size(), 2U); // of one unit is none
     EXPECT_EQ(numbers(scene.items[0].bars[0]), "284,400 32x100");
+}
+
+TEST_F(Drawn, EndsLinesAtSignsThatDoNotFillTheirBox) {
+    const Scene scene = sceneOf("", R"((object ModView "" "a" @1 location (200, 300) width 200 height 200)
+(object ModView "" "b" @2 location (1000, 300) width 400 height 200)
+(object ModVisView "" @3 client @1 supplier @2)
+(object ModVisView "" @4 client @1 supplier @2 vertices (list Points (300, 258) (800, 258)))
+(object StateView "EndState" "e" @5 location (600, 900))
+(object TransView "" @6 client @1 supplier @5 vertices (list Points (200, 400) (200, 900) (558, 900))))");
+    EXPECT_EQ(described(scene), "ModView @1 shape 12 100,200 200x200 'a'\n"
+                                "ModView @2 shape 12 800,200 400x200 'b'\n"
+                                "ModVisView @3 300,300 830,300 mark 1 dashed\n" // between the lugs
+                                "ModVisView @4 300,258 800,258 mark 1 dashed\n" // at one of them
+                                "StateView @5 shape 17 558,858 84x84 'e'\n"
+                                "TransView @6 200,400 200,900 558,900 mark 1\n");
 }
 
 TEST_F(Drawn, FindsElementsInUnitsAndTellsTheirFile) {
