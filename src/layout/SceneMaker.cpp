@@ -278,10 +278,17 @@ NodeId SceneMaker::labelOf(NodeId view) const {
     return tree_[label].kind == NodeKind::object ? label : noNode;
 }
 
-std::string_view SceneMaker::labelText(NodeId view) const {
+/// The label of a box, or the name of what it shows: views have it behind its packages.
+std::string_view SceneMaker::labelText(std::size_t index) const {
+    const NodeId view = views_[index];
     const NodeId label = labelOf(view);
     const std::string_view text = label == noNode ? tree_.text(view, "label") : tree_.text(label, "label");
-    return !text.empty() ? text : isNameless(tree_[view].name) ? std::string_view() : lastName(tree_[view].name);
+    const std::string_view name = tree_[view].name;
+    if (!text.empty() || isNameless(name)) {
+        return text;
+    }
+    const std::string_view own = shown_[index] != noNode ? std::string_view(tree_[shown_[index]].name) : "";
+    return !own.empty() && name.ends_with(own) ? own : lastName(name); // its own may have "::" in it
 }
 
 LabelPlace SceneMaker::placeOf(NodeId label) const {

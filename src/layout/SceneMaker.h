@@ -40,7 +40,7 @@ private:
     [[nodiscard]] int itemOf(NodeId view, std::string_view key) const;
     [[nodiscard]] Font fontOf(NodeId view, NodeId label) const;
     [[nodiscard]] NodeId labelOf(NodeId view) const;
-    [[nodiscard]] std::string_view labelText(NodeId view) const;
+    [[nodiscard]] std::string_view labelText(std::size_t index) const;
     [[nodiscard]] LabelPlace placeOf(NodeId label) const;
     void write(Item& item, std::string_view text, const Font& font, const LabelPlace& place);
     void writeLine(Item& item, std::string text, const Font& font, Point at, Anchor anchor);

@@ -56,7 +56,7 @@ void SceneMaker::makeLabelled(std::size_t index, const ViewKind& kind) {
     Item& item = scene_.items[index];
     const NodeId view = views_[index];
     const NodeId label = labelOf(view);
-    const std::string_view text = labelText(view);
+    const std::string_view text = labelText(index);
     Font font = fontOf(view, label);
     LabelPlace place = placeOf(label);
     double width = kind.width;
@@ -126,7 +126,7 @@ void SceneMaker::makeNote(std::size_t index) {
     Item& item = scene_.items[index];
     const NodeId view = views_[index];
     const NodeId label = labelOf(view);
-    const std::string_view text = labelText(view);
+    const std::string_view text = labelText(index);
     const ViewKind& kind = *findViewKind(item.kind);
     Font font = fontOf(view, label);
     const LabelPlace place = placeOf(label);
@@ -218,7 +218,7 @@ void SceneMaker::makeIcon(std::size_t index, const Icon& icon) {
     if (tree_[stereotype].kind == NodeKind::object) {
         writeLabel(item, view, stereotype);
     }
-    write(item, labelText(view), font, place);
+    write(item, labelText(index), font, place);
 }
 
 void SceneMaker::placeUnplaced() {

@@ -39,7 +39,7 @@ SceneMaker::ClassTexts SceneMaker::textsOf(std::size_t index) const {
     const NodeId label = labelOf(view);
     const NodeId compartment = tree_.find(view, "compartment");
     ClassTexts texts;
-    texts.name = labelText(view);
+    texts.name = labelText(index);
     texts.nameFont = fontOf(view, label);
     texts.nameFont.isItalic = texts.nameFont.isItalic || (element != noNode && tree_.isTrue(element, "abstract"));
     texts.memberFont = fontOf(view, compartment);

@@ -262,6 +262,8 @@ def try_hostile(page):
         check(page.heading() == one["name"], f"hostile: {one['name']!r} is shown as {page.heading()!r}")
         page.go("q" + one["attributes"][0]["quid"].lower())
         check(page.js("return document.querySelectorAll('.marked').length") == 1, f"hostile: no mark in {one['name']!r}")
+        headings = page.js("return [...document.querySelectorAll('h2')].map(head => head.textContent)")
+        check("On diagrams 1" in headings and "Neighbours" not in headings, f"hostile: {one['name']!r} is on no diagram")
     for address in ("q490000000002", "!left", "!ledger", "!types", "/Logical View::%", "%", "constructor", "__proto__", "x"):
         page.go(address)
         check(page.heading(), f"hostile: nothing at {address}")

@@ -76,6 +76,7 @@ TEST_F(Draw, RefusesWhatCannotBe) {
                                        {"m.mdl -q", 2, "'m.mdl' has 5 diagrams to draw, and a file holds one"},
                                        {"m.mdl -O theme=dark -o out", 2, "theme"},
                                        {"m.mdl m.mdl b.cat", 2, "need a folder"},
+                                       {"m.mdl b.cat --as drawio -o x.drawio", 2, "'x.drawio' is the name of one file"},
                                        {"gone.mdl -o out", 1, "cannot read 'gone.mdl'"},
                                        {"m.mdl -q --as drawio -o b.cat", 2, "would overwrite"},
                                        {"m.mdl --json -o out", 2, "--list"},

@@ -266,9 +266,17 @@ class Model {
     this.index();
     return this.ends.get(element) || [];
   }
+  /** The diagrams that the import found it on, and those whose pictures show it: by its identifier alone. */
   diagramsOf(element) {
     this.index();
-    return this.shownOn.get(element) || [];
+    const found = new Set(this.shownOn.get(element));
+    const mark = ` data-quid="${element.json.quid}"`;
+    for (const [diagram, block] of this.pictures) {
+      if (diagram !== element && element.json.quid && block.textContent.includes(mark)) {
+        found.add(diagram);
+      }
+    }
+    return [...found];
   }
 
   /** All references, the other way round; made when first asked for. */

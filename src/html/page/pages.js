@@ -184,7 +184,7 @@ class Pages {
     const {json} = element;
     const sign = {public: "+", protected: "#", private: "−", implementation: "~"}[json.visibility] || "";
     const what = [sign ? h("span", {class: "sign", title: json.visibility}, sign) : null];
-    const name = h("a", {href: hrefOf(element), title: model.qualified(element), class: "name" + (json.isStatic ? " static" : "")}, shownName(element));
+    const name = h("a", {href: hrefOf(element), class: "name" + (json.isStatic ? " static" : "")}, shownName(element));
     if (element.kind === "operation") {
       what.push(name, "(", (json.arguments || []).flatMap((one, index) =>
         [index > 0 ? ", " : "", h("span", {"data-id": model.at(one.id).id}, one.name, one.type ? [": ", this.typeName(one.type)] : "",
@@ -208,6 +208,7 @@ class Pages {
     return h("div", {class: "item member", "data-id": element.id},
       h("div", {class: "what"}, what, json.stereotype ? h("span", {class: "stereotype"}, `«${json.stereotype}»`) : null,
         flags.map((flag) => h("span", {class: "flag"}, flag))),
+      h("div", {class: "where"}, model.qualified(element)),
       placed(model.place(element)),
       texts.length > 0 ? h("div", {class: "text"}, texts.join("\n")) : null);
   }
@@ -237,7 +238,7 @@ class Pages {
         h("div", null, inherited.map((one) => h("div", {class: "inherited"}, h("h3", null, "from ", link(one)),
           rows(of([...(one.json.attributes || []), ...(one.json.operations || [])]), (member) => this.memberRow(member)))))),
       section("Referred to by", referrers, rows(referrers, ([how, by]) => this.referrerRow(how, by))),
-      section("On diagrams", diagrams, rows(diagrams, (one) => this.elementRow(one))),
+      this.onDiagrams(diagrams),
       diagrams.length === 0 ? section("Neighbours", null, h("div", {class: "picture"}, drawNeighbours(model, element))) : null,
     ];
   }
@@ -266,7 +267,7 @@ class Pages {
     return h("div", {class: "item member", "data-id": role.id},
       h("div", {class: "what"}, badge(association), others.length > 0 ? others.flatMap((json, index) => [index > 0 ? ", " : "", ...end(json)]) : "(no other end)",
         flags.map((flag) => h("span", {class: "flag"}, flag))),
-      h("div", {class: "where"}, h("a", {href: hrefOf(association)}, association.name || "association"),
+      h("div", {class: "where"}, h("a", {href: hrefOf(association)}, association.name ? model.qualified(association) : "association"),
         role.json.name || role.json.multiplicity ? [" · this end:", ...end(role.json).slice(1)] : ""),
       placed(model.place(association)),
       others.map((json) => json.description && h("div", {class: "text"}, json.description)));
@@ -307,7 +308,6 @@ class Pages {
   associationParts(element) {
     const {model} = this;
     const roles = (element.json.roles || []).map((json) => model.at(json.id));
-    const diagrams = model.diagramsOf(element);
     return [
       section("Ends", roles, rows(roles, (role) => {
         const {json} = role;
@@ -321,7 +321,7 @@ class Pages {
           h("div", {class: "where"}, target ? model.qualified(target) : ""), placed(model.place(role)),
           json.description ? h("div", {class: "text"}, json.description) : null);
       })),
-      section("On diagrams", diagrams, rows(diagrams, (one) => this.elementRow(one))),
+      this.onDiagrams(model.diagramsOf(element)),
     ];
   }
 
@@ -336,7 +336,12 @@ class Pages {
   }
 
   otherParts(element) {
-    return [element.entry.reason ? h("p", {class: "note"}, `Not imported: ${element.entry.reason}.`) : null, this.picture(element)];
+    return [element.entry.reason ? h("p", {class: "note"}, `Not imported: ${element.entry.reason}.`) : null, this.picture(element),
+            this.onDiagrams(this.model.diagramsOf(element))];
+  }
+
+  onDiagrams(diagrams) {
+    return section("On diagrams", diagrams, rows(diagrams, (one) => this.elementRow(one)));
   }
 
   picture(element) {

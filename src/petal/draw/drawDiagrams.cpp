@@ -337,9 +337,19 @@ Outcome drawSource(const Source& source, const DrawRequest& request, units::Unit
     }
 }
 
+/// Whether the name is that of a picture, and nothing says that a folder is meant.
+bool isNamedLikeFile(const std::string& output) {
+    return (output.ends_with(svgEnding) || output.ends_with(drawioEnding)) && !std::filesystem::is_directory(output);
+}
+
 void drawSeveral(const std::vector<Source>& sources, DrawRequest request, units::UnitLocator& locator) {
     if (!request.output || *request.output == "-") {
         throw Failure(Outcome::wrongUsage, "the pictures of several models need a folder", "Name one with -o.");
+    }
+    if (isNamedLikeFile(*request.output)) {
+        throw Failure(Outcome::wrongUsage,
+                      "several models are drawn, and '" + *request.output + "' is the name of one file",
+                      "Name a folder with -o: each model has a place of its own in it.");
     }
     const std::vector<std::string> outputs =
         planOutputs(sources, *request.output, request.writer == "drawio" ? drawioEnding : std::string_view());
