@@ -162,7 +162,8 @@ class Pages {
 
   /** The row of an element with a page of its own. */
   elementRow(element, how) {
-    const qualified = element.kind === "other" ? [element.word, element.entry.reason].filter(Boolean).join(": ") : this.model.qualified(element);
+    const qualified = element.kind === "other" ? [element.word, element.entry.reason].filter(Boolean).join(": ")
+      : this.model.qualified(element.name || !element.owner ? element : element.owner); // of a nameless one what it is in
     return h("div", {class: "item", "data-id": element.id},
       h("div", {class: "what"}, badge(element), link(element), element.json.stereotype ? h("span", {class: "stereotype"}, `«${element.json.stereotype}»`) : null,
         how ? h("span", {class: "how"}, how) : null),
