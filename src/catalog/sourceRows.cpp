@@ -1,0 +1,307 @@
+#include "catalog/sourceRows.h"
+
+#include "ledger/SourceText.h"
+#include "ledger/reasons.h"
+#include "notation/unescaped.h"
+#include "source/TracedText.h"
+#include "units/localText.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <memory>
+
+namespace catalog {
+
+namespace {
+
+using notation::Construct;
+using notation::Event;
+using notation::EventKind;
+
+/// The names of properties that say where and how something is drawn, or what other columns have, sorted. By default
+/// they are left out also where the ledger gives another reason, which it does in objects that are not imported.
+constexpr std::array leftOut{
+    std::string_view("IncludeAttribute"),
+    std::string_view("IncludeOperation"),
+    std::string_view("SuppressAttribute"),
+    std::string_view("SuppressOperation"),
+    std::string_view("anchor"),
+    std::string_view("anchor_loc"),
+    std::string_view("annotation"),
+    std::string_view("autoResize"),
+    std::string_view("blinkColor"),
+    std::string_view("bold"),
+    std::string_view("charSet"),
+    std::string_view("color"),
+    std::string_view("compartment"),
+    std::string_view("defaultFont"),
+    std::string_view("default_color"),
+    std::string_view("face"),
+    std::string_view("file_name"),
+    std::string_view("fill_color"),
+    std::string_view("font"),
+    std::string_view("height"),
+    std::string_view("hidden"),
+    std::string_view("icon"),
+    std::string_view("icon_height"),
+    std::string_view("icon_style"),
+    std::string_view("icon_width"),
+    std::string_view("icon_y_offset"),
+    std::string_view("is_loaded"),
+    std::string_view("is_unit"),
+    std::string_view("italics"),
+    std::string_view("justify"),
+    std::string_view("line_color"),
+    std::string_view("line_style"),
+    std::string_view("location"),
+    std::string_view("max_height"),
+    std::string_view("max_width"),
+    std::string_view("nlines"),
+    std::string_view("orientation"),
+    std::string_view("origin_attachment"),
+    std::string_view("origin_x"),
+    std::string_view("origin_y"),
+    std::string_view("pctDist"),
+    std::string_view("quid"),
+    std::string_view("quidu"),
+    std::string_view("showClassOfObject"),
+    std::string_view("showMessageNum"),
+    std::string_view("size"),
+    std::string_view("strike"),
+    std::string_view("terminal_attachment"),
+    std::string_view("underline"),
+    std::string_view("vertices"),
+    std::string_view("width"),
+    std::string_view("x_offset"),
+    std::string_view("y_coord"),
+    std::string_view("zoom"),
+};
+
+std::string_view wordOf(const ledger::Reason* reason) {
+    return reason != nullptr ? ledger::outcomeWords[static_cast<std::size_t>(reason->outcome)] : "";
+}
+
+/// An object of the files.
+struct SourceObject {
+    std::string name;
+    std::string kind;
+    std::string quid;
+    const ledger::Reason* reason = nullptr;
+    std::uint32_t parent = 0;
+    std::uint32_t element = 0;
+    std::uint32_t file = 0;
+    std::uint64_t line = 0;
+};
+
+/// The property whose value is being read.
+struct SourceProperty {
+    bool isOpen = false;
+    bool isKept = false;
+    bool isQuid = false;
+    std::string name;
+    std::uint32_t object = 0;
+    const ledger::Reason* reason = nullptr;
+    std::uint64_t line = 0;
+    std::string value;
+};
+
+class SourceRows {
+public:
+    SourceRows(const ImportedParts& parts, const SourceLinks& links, RowWriter& rows)
+        : parts_(parts), links_(links), rows_(rows), text_(parts.tree, parts.trace), open_(parts.tree.files.size()),
+          references_(parts.tree.files.size()) {
+        const auto common = std::make_shared<ledger::SourceText>(parts.choices.encoding);
+        for (const units::ResolvedFile& file : parts.tree.files) {
+            texts_.push_back(parts.choices.encodingByFile
+                                 ? std::make_shared<ledger::SourceText>(units::encodingOf(file.contents.charSet))
+                                 : common);
+        }
+    }
+
+    void write() {
+        while (text_.next()) {
+            take(text_.event());
+        }
+        endProperty();
+        for (const SourceObject& object : objects_) {
+            writeObject(object);
+        }
+    }
+
+private:
+    void take(const Event& event) {
+        if (event.kind == EventKind::damage) {
+            return;
+        }
+        if (event.continues) {
+            if (isInPiece_) {
+                piece_.append(event.startsLine ? "\n" : "").append(event.text);
+            }
+            return;
+        }
+        endPiece();
+        const bool isObject = event.construct == Construct::object;
+        if (event.isProperty()) {
+            endProperty();
+            startProperty(event);
+        }
+        if (event.kind == EventKind::start && isObject) {
+            endProperty();
+            startObject(event);
+        } else if (event.kind == EventKind::end && isObject) {
+            endProperty();
+            open().pop_back();
+        } else if (event.kind != EventKind::start && event.kind != EventKind::end && event.kind != EventKind::nothing) {
+            startPiece(event);
+        }
+    }
+
+    /// The objects of the current file that have not ended, by number; 0 for a start that is missing from the file.
+    [[nodiscard]] std::vector<std::uint32_t>& open() { return open_[text_.getFile()]; }
+    [[nodiscard]] std::string toText(std::string_view bytes) {
+        return ledger::isPlain(bytes) ? std::string(bytes) : texts_[text_.getFile()]->toUtf8(bytes);
+    }
+
+    /// The outcome of what begins there: outcomes come in the order of the text.
+    const ledger::Reason* reasonAt(std::uint64_t offset) {
+        const std::vector<OutcomeAt>& all = links_.outcomes;
+        const bool isHere = next_ < all.size() && all[next_].file == text_.getFile() && all[next_].offset == offset;
+        return isHere ? all[next_++].reason : nullptr;
+    }
+
+    /// The innermost object around what comes next; 0 if there is none.
+    [[nodiscard]] std::uint32_t innermost() {
+        const std::vector<std::uint32_t>& objects = open();
+        const auto found =
+            std::ranges::find_if(objects.rbegin(), objects.rend(), [](std::uint32_t one) { return one != 0; });
+        return found != objects.rend() ? *found : references_[text_.getFile()];
+    }
+
+    void startObject(const Event& event) {
+        if (event.isImplied) {
+            open().push_back(0);
+            return;
+        }
+        SourceObject object;
+        object.parent = innermost();
+        object.file = text_.getFile();
+        object.line = event.place.line;
+        object.reason = reasonAt(event.place.offset);
+        object.kind = toText(event.text);
+        if (!event.names.empty()) {
+            const notation::Name& name = event.names.size() > 1 ? event.names[1] : event.names.front();
+            object.name = toText(name.hasEscapes ? notation::unescaped(name.text) : std::string(name.text));
+        }
+        object.element = links_.elementAt(text_.getFile(), event.place.offset);
+        objects_.push_back(std::move(object));
+        const auto number = static_cast<std::uint32_t>(objects_.size());
+        open().push_back(number);
+        if (const units::Unit* unit = text_.getUnit(); unit != nullptr && unit->state == units::UnitState::found) {
+            references_[unit->file] = number;
+        }
+    }
+
+    void startProperty(const Event& event) {
+        if (open().empty()) {
+            return;
+        }
+        property_.isOpen = true;
+        property_.reason = reasonAt(event.keyPlace.offset);
+        property_.object = innermost() != 0 ? innermost() : static_cast<std::uint32_t>(objects_.size());
+        property_.isQuid = event.key == "quid";
+        property_.isKept = property_.object != 0 && isKept(event.key);
+        property_.line = event.keyPlace.line;
+        property_.value.clear();
+        if (property_.isKept) {
+            property_.name = toText(event.key);
+        }
+    }
+
+    [[nodiscard]] bool isKept(std::string_view key) const {
+        if (parts_.source == SourceDetail::all) {
+            return true;
+        }
+        namespace reasons = ledger::reasons;
+        const ledger::Reason* reason = property_.reason;
+        return reason != nullptr && reason->outcome == ledger::Outcome::dropped && reason != &reasons::layout &&
+               reason != &reasons::layoutOfNote && !std::ranges::binary_search(leftOut, key);
+    }
+
+    void startPiece(const Event& event) {
+        if (!property_.isOpen || !(property_.isKept || property_.isQuid)) {
+            return;
+        }
+        isInPiece_ = true;
+        isQuoted_ = event.kind == EventKind::text;
+        if (event.kind == EventKind::location) {
+            piece_.append("(").append(event.text).append(", ").append(event.y).append(")");
+        } else {
+            piece_.append(event.kind == EventKind::reference ? "@" : "").append(event.text);
+        }
+    }
+
+    void endPiece() {
+        if (!isInPiece_) {
+            return;
+        }
+        const std::string value = toText(isQuoted_ ? notation::unescaped(piece_) : piece_);
+        property_.value.append(property_.value.empty() ? "" : " ").append(value);
+        piece_.clear();
+        isInPiece_ = false;
+    }
+
+    void endProperty() {
+        endPiece();
+        if (!property_.isOpen) {
+            return;
+        }
+        property_.isOpen = false;
+        if (property_.isQuid && property_.object != 0) {
+            objects_[property_.object - 1].quid = property_.value;
+        }
+        if (property_.isKept) {
+            rows_.start(TableId::sourceProperty);
+            rows_.name(property_.name);
+            rows_.reference(property_.object);
+            rows_.text(property_.value);
+            rows_.text(wordOf(property_.reason));
+            rows_.integer(static_cast<std::int64_t>(property_.line));
+        }
+    }
+
+    void writeObject(const SourceObject& object) {
+        rows_.start(TableId::sourceObject);
+        rows_.name(object.name);
+        rows_.reference(1);
+        rows_.reference(object.parent);
+        rows_.text(object.kind);
+        rows_.reference(object.element);
+        rows_.text(wordOf(object.reason));
+        rows_.text(object.quid);
+        rows_.text(links_.files[object.file]);
+        rows_.integer(static_cast<std::int64_t>(object.line));
+    }
+
+    const ImportedParts& parts_;
+    const SourceLinks& links_;
+    RowWriter& rows_;
+    source::TracedText text_;
+    std::vector<std::shared_ptr<ledger::SourceText>> texts_; // by file
+    std::vector<std::vector<std::uint32_t>> open_;           // by file
+    std::vector<std::uint32_t> references_;                  // by file: the object that names it, whose content it has
+    std::vector<SourceObject> objects_; // in the order of the text, written last: the quid may come late
+    std::size_t next_ = 0;              // of the outcomes
+    SourceProperty property_;
+    bool isInPiece_ = false;
+    bool isQuoted_ = false;
+    std::string piece_; // of the value, as it stands
+};
+
+} // namespace
+
+void writeSourceRows(const ImportedParts& parts, const SourceLinks& links, RowWriter& rows) {
+    SourceRows(parts, links, rows).write();
+}
+
+} // namespace catalog
