@@ -87,6 +87,18 @@ _petal() {
     'draw:name-limit=') words="" ;;
     'draw:type-map=') words="" ;;
     'draw:map=') words="" ;;
+    'catalog:--files-from') words="" ;;
+    'catalog:-j'|'catalog:--jobs') words="" ;;
+    'catalog:--timeout') words="" ;;
+    'catalog:--max-memory') words="" ;;
+    'catalog:--types') words="" ;;
+    'catalog:--encoding') words="" ;;
+    'catalog:--units') words="require warn skip" ;;
+    'catalog:--path-map') words="" ;;
+    'catalog:--unit-dir') words="" ;;
+    'catalog:-o') words="" ;;
+    'catalog:--source') words="none objects all" ;;
+    'catalog:--ask') words="" ;;
     *)
         case "$command:$current" in
         ':-'*) words="-h --help --version --json" ;;
@@ -98,10 +110,11 @@ _petal() {
         'formats:-'*) words="-h --help --json" ;;
         'schema:-'*) words="-h --help" ;;
         'draw:-'*) words="-h --help --list --json --diagram -o --as -O -j --jobs -q --quiet --units --path-map --unit-dir" ;;
+        'catalog:-'*) words="-h --help --files-from -0 --null -j --jobs --timeout --max-memory --types --encoding --units --path-map --unit-dir -o --source -q --quiet --ask --json --csv" ;;
         'textconv:-'*) words="-h --help" ;;
         'options:-'*) words="-h --help" ;;
         'spec:-'*) words="-h --help" ;;
-        ':'*) words="import info units report formats schema draw textconv options spec" ;;
+        ':'*) words="import info units report formats schema draw catalog textconv options spec" ;;
         esac ;;
     esac
     # shellcheck disable=SC2207 # the words hold no blanks

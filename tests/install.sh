@@ -40,7 +40,8 @@ check() { # the prefix it stands under
     "$1/bin/petal" import "$source/examples/bookshop.mdl" --format json >"$work/json"
     [ "$(grep -c '"kind": "class"' "$work/json")" = "$expected" ] || fail "the installed petal imports something else"
     "$1/bin/petal" import -q "$source/examples/bookshop.mdl" --format html >"$work/page" || fail "no page is written"
-    rm -rf "$work/host"
+    "$1/bin/petal" catalog "$source/examples" -q -o "$work/estate.db" || fail "the installed petal makes no catalogue"
+    rm -rf "$work/host" "$work/estate.db"
 }
 
 grep -bo '(object Class "[^"]*' "$source/examples/bookshop.mdl" | sed 's/:(object Class "/ /' | sort >"$work/places"

@@ -53,6 +53,7 @@ struct KnownModel {
     std::string version; ///< of petal
     std::string reading; ///< the options
     bool isImported = false;
+    std::string failure;
     std::vector<KnownUnit> units; ///< in the order of their numbers
 };
 
@@ -109,12 +110,11 @@ enum class Access : std::uint8_t {
     write, ///< of one that exists or is made
 };
 
-/// Opens the catalogue that `target`, a path or whatever the database takes, names. Throws `DatabaseFailure`: it cannot
-/// be opened, is none, is of another version, or is in use. `version` is that of petal, for `about`.
-using OpenDatabase = std::unique_ptr<Database> (*)(const std::string& target, Access access,
-                                                   const std::string& version);
-
-/// The name of the function of that type in a library that holds a database.
-inline constexpr const char* openDatabaseName = "petalOpenDatabase";
+/// The interface of a part that holds a database (loading/part.h). Its name is that of the database in small letters.
+struct DatabasePart {
+    /// Opens the catalogue that `target`, a path or whatever the database takes, names. Throws `DatabaseFailure`: it
+    /// cannot be opened, is none, is of another version, or is in use. `version` is that of petal, for `about`.
+    std::unique_ptr<Database> (*open)(const std::string& target, Access access, const std::string& version);
+};
 
 } // namespace catalog

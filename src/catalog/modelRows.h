@@ -36,7 +36,7 @@ struct ImportedParts {
 void writeModelRows(const ImportedParts& parts, const KnownModel& known, RowWriter& rows);
 
 /// Writes the row of a model that failed.
-void writeFailedRow(const KnownModel& known, std::string_view failure, RowWriter& rows);
+void writeFailedRow(const KnownModel& known, RowWriter& rows);
 
 /// The units of a model, without facts of their files: each file once, in the order of the files. Paths are relative to
 /// the folder of the model.

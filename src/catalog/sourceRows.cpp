@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
 #include <memory>
 
 namespace catalog {
@@ -21,62 +20,68 @@ using notation::EventKind;
 
 /// The names of properties that say where and how something is drawn, or what other columns have, sorted. By default
 /// they are left out also where the ledger gives another reason, which it does in objects that are not imported.
-constexpr std::array leftOut{
-    std::string_view("IncludeAttribute"),
-    std::string_view("IncludeOperation"),
-    std::string_view("SuppressAttribute"),
-    std::string_view("SuppressOperation"),
-    std::string_view("anchor"),
-    std::string_view("anchor_loc"),
-    std::string_view("annotation"),
-    std::string_view("autoResize"),
-    std::string_view("blinkColor"),
-    std::string_view("bold"),
-    std::string_view("charSet"),
-    std::string_view("color"),
-    std::string_view("compartment"),
-    std::string_view("defaultFont"),
-    std::string_view("default_color"),
-    std::string_view("face"),
-    std::string_view("file_name"),
-    std::string_view("fill_color"),
-    std::string_view("font"),
-    std::string_view("height"),
-    std::string_view("hidden"),
-    std::string_view("icon"),
-    std::string_view("icon_height"),
-    std::string_view("icon_style"),
-    std::string_view("icon_width"),
-    std::string_view("icon_y_offset"),
-    std::string_view("is_loaded"),
-    std::string_view("is_unit"),
-    std::string_view("italics"),
-    std::string_view("justify"),
-    std::string_view("line_color"),
-    std::string_view("line_style"),
-    std::string_view("location"),
-    std::string_view("max_height"),
-    std::string_view("max_width"),
-    std::string_view("nlines"),
-    std::string_view("orientation"),
-    std::string_view("origin_attachment"),
-    std::string_view("origin_x"),
-    std::string_view("origin_y"),
-    std::string_view("pctDist"),
-    std::string_view("quid"),
-    std::string_view("quidu"),
-    std::string_view("showClassOfObject"),
-    std::string_view("showMessageNum"),
-    std::string_view("size"),
-    std::string_view("strike"),
-    std::string_view("terminal_attachment"),
-    std::string_view("underline"),
-    std::string_view("vertices"),
-    std::string_view("width"),
-    std::string_view("x_offset"),
-    std::string_view("y_coord"),
-    std::string_view("zoom"),
-};
+constexpr auto leftOut = std::to_array<std::string_view>({"IncludeAttribute",
+                                                          "IncludeOperation",
+                                                          "SuppressAttribute",
+                                                          "SuppressOperation",
+                                                          "anchor",
+                                                          "anchor_loc",
+                                                          "annotation",
+                                                          "autoResize",
+                                                          "blinkColor",
+                                                          "bold",
+                                                          "charSet",
+                                                          "color",
+                                                          "compartment",
+                                                          "defaultFont",
+                                                          "default_color",
+                                                          "face",
+                                                          "file_name",
+                                                          "fill_color",
+                                                          "font",
+                                                          "height",
+                                                          "hidden",
+                                                          "icon",
+                                                          "icon_height",
+                                                          "icon_style",
+                                                          "icon_width",
+                                                          "icon_y_offset",
+                                                          "is_loaded",
+                                                          "is_unit",
+                                                          "italics",
+                                                          "justify",
+                                                          "line_color",
+                                                          "line_style",
+                                                          "location",
+                                                          "max_height",
+                                                          "max_width",
+                                                          "nlines",
+                                                          "orientation",
+                                                          "origin_attachment",
+                                                          "origin_x",
+                                                          "origin_y",
+                                                          "pctDist",
+                                                          "quid",
+                                                          "quidu",
+                                                          "showClassOfObject",
+                                                          "showMessageNum",
+                                                          "size",
+                                                          "strike",
+                                                          "terminal_attachment",
+                                                          "uid",
+                                                          "underline",
+                                                          "vertices",
+                                                          "width",
+                                                          "x_offset",
+                                                          "y_coord",
+                                                          "zoom"});
+
+/// Whether objects of the kind are parts of a drawing, all of whose properties are left out. The text of a note is not.
+bool isDrawn(std::string_view kind) {
+    return kind != "NoteView" &&
+           (kind.ends_with("View") || kind.ends_with("ViewNew") || kind.ends_with("Label") || kind == "Compartment" ||
+            kind == "Font" || kind == "defaults" || kind == "Focus_Of_Control");
+}
 
 std::string_view wordOf(const ledger::Reason* reason) {
     return reason != nullptr ? ledger::outcomeWords[static_cast<std::size_t>(reason->outcome)] : "";
@@ -193,7 +198,7 @@ private:
             const notation::Name& name = event.names.size() > 1 ? event.names[1] : event.names.front();
             object.name = toText(name.hasEscapes ? notation::unescaped(name.text) : std::string(name.text));
         }
-        object.element = links_.elementAt(text_.getFile(), event.place.offset);
+        object.element = links_.elements.find(text_.getFile(), event.place.offset);
         objects_.push_back(std::move(object));
         const auto number = static_cast<std::uint32_t>(objects_.size());
         open().push_back(number);
@@ -218,14 +223,17 @@ private:
         }
     }
 
+    [[nodiscard]] bool isAll() const { return parts_.source == SourceDetail::all; }
+
     [[nodiscard]] bool isKept(std::string_view key) const {
-        if (parts_.source == SourceDetail::all) {
+        if (isAll()) {
             return true;
         }
         namespace reasons = ledger::reasons;
         const ledger::Reason* reason = property_.reason;
         return reason != nullptr && reason->outcome == ledger::Outcome::dropped && reason != &reasons::layout &&
-               reason != &reasons::layoutOfNote && !std::ranges::binary_search(leftOut, key);
+               reason != &reasons::layoutOfNote && !isDrawn(objects_[property_.object - 1].kind) &&
+               !std::ranges::binary_search(leftOut, key);
     }
 
     void startPiece(const Event& event) {
@@ -260,7 +268,7 @@ private:
         if (property_.isQuid && property_.object != 0) {
             objects_[property_.object - 1].quid = property_.value;
         }
-        if (property_.isKept) {
+        if (property_.isKept && (isAll() || !property_.value.empty())) {
             rows_.start(TableId::sourceProperty);
             rows_.name(property_.name);
             rows_.reference(property_.object);
@@ -275,7 +283,7 @@ private:
         rows_.name(object.name);
         rows_.reference(1);
         rows_.reference(object.parent);
-        rows_.text(object.kind);
+        rows_.name(object.kind);
         rows_.reference(object.element);
         rows_.text(wordOf(object.reason));
         rows_.text(object.quid);

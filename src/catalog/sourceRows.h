@@ -1,8 +1,7 @@
 #pragma once
 
-#include "catalog/modelRows.h"
+#include "catalog/elementRows.h"
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,8 +18,7 @@ struct OutcomeAt {
 struct SourceLinks {
     const std::vector<OutcomeAt>& outcomes; ///< of all objects and properties, in the order of the files' text
     const std::vector<std::string>& files;  ///< as outputs name them; empty for the model's own
-    /// The local number of the element that was made from the object there; 0 if there is none.
-    std::function<std::uint32_t(std::uint32_t file, std::uint64_t offset)> elementAt;
+    const ElementPlaces& elements;
 };
 
 /// Writes the objects and properties of the files. Throws as `writeModelRows`.

@@ -26,7 +26,7 @@ constexpr std::array modelColumns{
     Column{"path", text, "The file, relative to the folder that was named, with /; unlike that of any other model."},
     Column{"size", integer, "Bytes of the file."},
     Column{"modified", text, "When the file was last changed, in UTC."},
-    Column{"hash", text, "XXH128 of the file's bytes, as `xxhsum -H2` prints it. Copies of a file have the same."},
+    Column{"hash", text, "XXH64 of the file's bytes, as `xxhsum -H1` prints it. Copies of a file have the same."},
     Column{"encoding", text, "The encoding of the file's texts, by the name that ICU gives it."},
     Column{"petal_version", text, "The version of petal that read the file."},
     Column{"reading", text, "The options of the reading. A model is read again when they change."},
@@ -251,7 +251,8 @@ constexpr std::array lossColumns{
     Column{"kind", text, "The kind of the object in the notation, such as ClassAttribute."},
     Column{"property", text, "The property of the object that was lost; NULL: the object itself."},
     Column{"outcome", text, "changed, or dropped: not in the imported model at all."},
-    Column{"reason", text, "Why."},
+    Column{"reason", text, "Why; detail is its last word."},
+    Column{"detail", text, "What the reason is about: a name, a file, a line ..."},
     Column{"file", text, "As element.file."},
     Column{"line", integer, "The line where it stands."},
     Column{"column", integer, "The byte of the line at which it begins, from 1."},
@@ -310,9 +311,11 @@ constexpr std::array all{
     Table{sourceObject, "source_object",
           "An object of the files as it stands, imported or not: use cases, states and components, too.",
           sourceObjectColumns, 2},
-    Table{sourceProperty, "source_property",
-          "A property of such an object. By default those that the imported model has no place for, without layout.",
-          sourcePropertyColumns, 2},
+    Table{
+        sourceProperty, "source_property",
+        "A property of such an object. By default those with a value that the imported model has no place for, without "
+        "layout and without what is drawn.",
+        sourcePropertyColumns, 2},
 };
 
 constexpr bool isInOrder() {
@@ -325,22 +328,88 @@ constexpr bool isInOrder() {
 }
 static_assert(isInOrder());
 
+constexpr std::array attributesColumns{
+    Detail{"id", "The number of the attribute."},
+    Detail{"name", "Its name."},
+    Detail{"model", "model.path."},
+    Detail{"package", "The qualified name of the package of its class."},
+    Detail{"class", "The name of its class."},
+    Detail{"type", "The name of its type."},
+    Detail{"class_id", "The number of its class."},
+    Detail{"type_id", "The number of its type."},
+};
+constexpr std::array associationsColumns{
+    Detail{"id", "The number of the association."},
+    Detail{"name", "Its name."},
+    Detail{"model", "model.path."},
+    Detail{"package", "The qualified name of its package."},
+    Detail{"first_class", "The name of the class at its first end."},
+    Detail{"first_role", "The name of that end."},
+    Detail{"first_multiplicity", "How many objects may be there."},
+    Detail{"second_class", "The name of the class at its second end."},
+    Detail{"second_role", "The name of that end."},
+    Detail{"second_multiplicity", "How many objects may be there."},
+};
+constexpr std::array referencesColumns{
+    Detail{"class", "The number of the class that uses the other one."},
+    Detail{"used", "The number of the class that is used."},
+    Detail{"by", "The kind of element by which: attribute, operation, argument, association, generalization ..."},
+    Detail{"class_name", "The name of the one."},
+    Detail{"used_name", "The name of the other."},
+};
+constexpr std::array inheritanceColumns{
+    Detail{"class", "The number of the class."},
+    Detail{"ancestor", "The number of a class that it inherits from."},
+    Detail{"distance", "The steps between them, by the shortest way."},
+    Detail{"class_name", "The name of the one."},
+    Detail{"ancestor_name", "The name of the other."},
+};
+constexpr std::array unresolvedColumns{
+    Detail{"name", "The name of the types."},
+    Detail{"users", "The number of attributes, operations and arguments that have them."},
+    Detail{"models", "The number of models."},
+};
+constexpr std::array duplicateColumns{
+    Detail{"name", "The name of the classes."},
+    Detail{"models", "The number of models that have one."},
+    Detail{"classes", "The number of classes."},
+};
+constexpr std::array searchColumns{
+    Detail{"name", "element.name."},
+    Detail{"documentation", "element.documentation."},
+    Detail{"words", "element.words."},
+};
+constexpr std::array aboutColumns{
+    Detail{"id", keyAbout},
+    Detail{"name", "The table or view, or whose version it is."},
+    Detail{"column", "The column that is explained; NULL: the whole."},
+    Detail{"text", "The explanation."},
+};
+constexpr std::array guideColumns{
+    Detail{"id", keyAbout},
+    Detail{"name", "The name by which petal asks it."},
+    Detail{"question", "The question."},
+    Detail{"sql", "The statement that answers it."},
+};
+
 constexpr std::array others{
-    Thing{"attributes", "Attributes with the names of model, package, class and type; a row for each attribute."},
-    Thing{"associations", "Associations with the classes, names and multiplicities of both ends; a row for each."},
-    Thing{"class_references",
-          "Pairs of classes: `class` uses `used`, by an attribute, operation, association, generalization ..."},
-    Thing{"inheritance",
-          "Every class with all that it inherits from; distance 1 is a direct supertype. Followed for 100 steps."},
-    Thing{"unresolved_types",
-          "Names of declared types that mean nothing known and no class of their model, with the number of users."},
-    Thing{"duplicate_classes", "Names of classes that several models have, with the number of models."},
+    Thing{"attributes", "Attributes with the names of model, package, class and type; a row for each attribute.",
+          attributesColumns},
+    Thing{"associations", "Associations with the classes, names and multiplicities of both ends; a row for each.",
+          associationsColumns},
+    Thing{"class_references", "Pairs of classes of which one uses the other.", referencesColumns},
+    Thing{"inheritance", "Every class with all that it inherits from. Followed for 100 steps.", inheritanceColumns},
+    Thing{"unresolved_types", "Names of declared types that mean nothing known and no class of their model.",
+          unresolvedColumns},
+    Thing{"duplicate_classes", "Names of classes that several models have.", duplicateColumns},
     Thing{"estate_totals", "One row: the number of rows of each table."},
     Thing{"search",
-          "The full-text index over names and documentation: SELECT element.* FROM search JOIN element ON element.id = "
-          "search.rowid WHERE search MATCH 'order'."},
-    Thing{"about", "The explanation of each table, view and column, and the versions."},
-    Thing{"guide", "Useful questions with their SQL; `petal catalog --ask NAME` runs one."},
+          "The full-text index over names and documentation. SELECT element.* FROM search JOIN element ON element.id = "
+          "search.rowid WHERE search MATCH 'order' finds CustomerOrderLine, too; 'order*' finds whatever begins with "
+          "it.",
+          searchColumns},
+    Thing{"about", "The explanation of each table, view and column, and the versions.", aboutColumns},
+    Thing{"guide", "Useful questions with their SQL; `petal catalog --ask NAME` runs one.", guideColumns},
 };
 
 } // namespace

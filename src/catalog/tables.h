@@ -75,10 +75,16 @@ struct Table {
 /// The table whose rows have the same numbers: the element for the parts of elements, else the table itself.
 [[nodiscard]] TableId numberedBy(TableId id);
 
+/// A column of a thing.
+struct Detail {
+    std::string_view name;
+    std::string_view about;
+};
 /// A view, or another thing in the catalogue that has no rows of models.
 struct Thing {
     std::string_view name;
     std::string_view about;
+    std::span<const Detail> columns = {};
 };
 /// Views, the search, and the tables `about` and `guide`.
 [[nodiscard]] std::span<const Thing> otherThings();

@@ -19,7 +19,8 @@ enum class Command {
     mergeReports,
     units,
     textconv,
-    draw
+    draw,
+    catalog
 };
 
 /// How to find the controlled units of a model. Texts are the bytes that the shell gave.
@@ -109,6 +110,17 @@ struct DrawRequest {
     UnitChoices units;
 };
 
+/// The arguments of `petal catalog`.
+struct CatalogRequest {
+    ImportRequest import;              // types, encoding and units
+    JobsRequest jobs;                  // the models; with `question` one input, the catalogue
+    std::optional<std::string> output; // the catalogue
+    std::string source = "objects";    // or "none", "all"
+    std::optional<std::string> question;
+    bool asJson = false; // the answer
+    bool asCsv = false;  // likewise
+};
+
 /// The arguments of `petal formats`.
 struct FormatsRequest {
     std::optional<std::string> format; // one of the exporters; unset: all
@@ -138,6 +150,7 @@ struct Request {
     bool isVersionJson = false; // of the command `version`
     TextconvRequest textconv;
     DrawRequest draw;
+    CatalogRequest catalog;
 };
 
 } // namespace petal

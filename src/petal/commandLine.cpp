@@ -106,7 +106,8 @@ CLI::Validator oneOf(const std::vector<std::string>& values) {
     return CLI::IsMember(values).description("");
 }
 
-void describeImport(CLI::App& command, ImportRequest& request) {
+/// How the texts and types of models are read.
+void describeReading(CLI::App& command, ImportRequest& request) {
     command
         .add_option("--types", request.types,
                     "Map declared types to the types of this system: cpp, oracle, or another name that\n"
@@ -118,6 +119,10 @@ void describeImport(CLI::App& command, ImportRequest& request) {
                     "one that the charSet in the file's header means, else the bridge's default")
         ->type_name("NAME")
         ->capture_default_str();
+}
+
+void describeImport(CLI::App& command, ImportRequest& request) {
+    describeReading(command, request);
     command.add_option("-f,--format", request.format, formatDescription())
         ->check(oneOf(formats()))
         ->type_name(choiceOf(formats()));
@@ -150,7 +155,8 @@ void describeImport(CLI::App& command, ImportRequest& request) {
     describeLedgerOptions(command, request);
 }
 
-void describeJobs(CLI::App& command, JobsRequest& request) {
+/// Names the files to import, and limits the imports.
+void describeSources(CLI::App& command, JobsRequest& request) {
     CLI::Option* files =
         command.add_option("FILE", request.inputs, "Model files, and folders to search for files named *.mdl")
             ->type_name("");
@@ -165,21 +171,28 @@ void describeJobs(CLI::App& command, JobsRequest& request) {
         ->check(CLI::Range(1, mostJobs).description(""))
         ->type_name("N")
         ->capture_default_str();
-    CLI::Option* timeout =
-        command.add_option("--timeout", request.timeout, "Stop the import of a file after this time")
-            ->check(timeSpan())
-            ->type_name("SECONDS");
-    CLI::Option* memory = command
-                              .add_option("--max-memory", request.maxMemory,
-                                          "Limit the memory of the import of a file, such as 500M or 2G")
-                              ->transform(CLI::AsSizeValue(false).description(""))
-                              ->type_name("SIZE");
+    command.add_option("--timeout", request.timeout, "Stop the import of a file after this time")
+        ->check(timeSpan())
+        ->type_name("SECONDS");
+    command
+        .add_option("--max-memory", request.maxMemory, "Limit the memory of the import of a file, such as 500M or 2G")
+        ->transform(CLI::AsSizeValue(false).description(""))
+        ->type_name("SIZE");
+    command.callback([files, list] {
+        if (files->empty() && list->empty()) {
+            throw CLI::RequiredError("FILE");
+        }
+    });
+}
+
+void describeJobs(CLI::App& command, JobsRequest& request) {
+    describeSources(command, request);
     command
         .add_flag("--in-process", request.inProcess,
                   "Import a single file in petal's process, also with --report. This is the default\n"
                   "without --timeout, --max-memory and --report")
-        ->excludes(timeout)
-        ->excludes(memory);
+        ->excludes(command.get_option("--timeout"))
+        ->excludes(command.get_option("--max-memory"));
     CLI::Option* goOn = command.add_flag("--keep-going")->description("Continue after a file has failed (the default)");
     command.add_flag("--fail-fast", request.failFast, "Stop at the first file that fails, and keep nothing after it")
         ->excludes(goOn);
@@ -189,11 +202,6 @@ void describeJobs(CLI::App& command, JobsRequest& request) {
                      "elements");
     command.add_option("--report", request.report, "Write the result of each file to this file, as JSON")
         ->type_name("FILE");
-    command.callback([files, list] {
-        if (files->empty() && list->empty()) {
-            throw CLI::RequiredError("FILE");
-        }
-    });
 }
 
 void describeMerge(CLI::App& merge, MergeRequest& request) {
@@ -272,6 +280,39 @@ void describeDraw(CLI::App& draw, DrawRequest& request) {
 }
 
 /// A command of the command line.
+void describeCatalog(CLI::App& catalog, CatalogRequest& request) {
+    describeSources(catalog, request.jobs);
+    describeReading(catalog, request.import);
+    describeUnitOptions(catalog, request.import.units);
+    CLI::Option* output =
+        catalog.add_option("-o", request.output,
+                           "The catalogue, a file of SQLite. If it exists, it is brought up to date: only models\n"
+                           "that have changed are read, and those that are gone are dropped");
+    output->type_name("FILE");
+    catalog
+        .add_option("--source", request.source,
+                    "How much of the files as they stand is kept: nothing; all objects, with the properties\n"
+                    "that the model has no place for; or all properties, too")
+        ->check(oneOf({"none", "objects", "all"}))
+        ->type_name("none|objects|all")
+        ->capture_default_str();
+    catalog.add_flag("-q,--quiet", request.jobs.quiet, "Print no progress and no summary");
+    CLI::Option* question =
+        catalog
+            .add_option("--ask", request.question,
+                        "Print the answer to a question of the guide of the catalogue FILE; the table\n"
+                        "guide lists them, and so does --ask guide")
+            ->type_name("NAME")
+            ->excludes(output);
+    CLI::Option* json =
+        catalog.add_flag("--json", request.asJson, "With --ask: print a JSON list with an object for each row")
+            ->needs(question);
+    catalog
+        .add_flag("--csv", request.asCsv, "With --ask: print a line of values for each row, with commas between them")
+        ->needs(question)
+        ->excludes(json);
+}
+
 struct CommandRow {
     std::string_view name;
     std::string_view description;
@@ -301,6 +342,8 @@ constexpr std::array commandRows{
                [](CLI::App& app, Request& request) { describeSchema(app, request.schema); }},
     CommandRow{"draw", "Draw the diagrams of model files, without importing them", Command::draw, true,
                [](CLI::App& app, Request& request) { describeDraw(app, request.draw); }},
+    CommandRow{"catalog", "Put many models into a database, to be asked with SQL, or ask one", Command::catalog, true,
+               [](CLI::App& app, Request& request) { describeCatalog(app, request.catalog); }},
     CommandRow{"textconv", "Print the outline of a model file for git's textconv", Command::textconv, true,
                [](CLI::App& app, Request& request) { describeTextconv(app, request.textconv); }},
     CommandRow{"options", "Print the bridge's options, their values and defaults", Command::options, false, nullptr},

@@ -9,6 +9,8 @@ namespace petal {
 
 /// Imports one file or many; the output of `import` is then a folder. Returns `success` or `checkTripped`.
 [[nodiscard]] Outcome importFiles(const ImportRequest& import, const JobsRequest& jobs);
+/// Puts models into a catalogue, or asks one. Returns `success`.
+[[nodiscard]] Outcome catalogModels(const CatalogRequest& request);
 /// Writes the outline of one file to standard output for comparisons: nothing in it comes from the file's path.
 void convertToText(const TextconvRequest& request);
 /// Draws the diagrams of one file or many, or lists them. Imports nothing.

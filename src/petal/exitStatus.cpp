@@ -23,7 +23,7 @@ constexpr std::array statuses{
     ExitStatus{Outcome::unitMissing, 4, "unitMissing", "a unit is missing that '--units require' asks for"},
     ExitStatus{Outcome::someFailed, 5, "someFailed", "of several files some failed, or all; the others are done"},
     ExitStatus{Outcome::outputFailed, 6, "outputFailed",
-               "the model, the log, the ledger or the report could not be written"},
+               "the model, the log, the ledger, the report or the catalogue could not be written"},
 };
 
 } // namespace

@@ -61,6 +61,8 @@ Outcome execute(const Request& request) {
     case Command::units:
         printUnits(request.units);
         break;
+    case Command::catalog:
+        return catalogModels(request.catalog);
     case Command::import:
         return importFiles(request.import, request.jobs);
     }

@@ -69,6 +69,11 @@ void IndentedJson::trueFlag() {
     WriteBool(true);
 }
 
+void IndentedJson::null() {
+    startValue();
+    WriteNull();
+}
+
 void IndentedJson::startValue() {
     if (level_stack_.Empty()) {
         return;

@@ -32,12 +32,13 @@ public:
     void endObject();
     void startList();
     void endList();
-    void key(std::string_view member); // letters and digits
+    void key(std::string_view member); // letters, digits and "_"
     /// Any bytes, as a value or instead of a key, written as by `quotedJsonText`. Throws `std::length_error` for more
     /// than 4 GiB.
     void text(std::string_view value);
     void number(std::int64_t value);
     void trueFlag();
+    void null();
 
 private:
     void startValue();

@@ -263,7 +263,7 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     source.reportTo(log);
     std::optional<source::Trace> trace;
     const bool isPlaced = needsSource(request);
-    if (isPlaced || ledger.isWanted()) {
+    if (isPlaced || ledger.isWanted() || context.takeModel) {
         trace.emplace();
     }
     import(request, options, plugIn.getBridge(), log);
@@ -273,6 +273,9 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     }
     if (trace) {
         trace->locate(source.getPieces());
+    }
+    if (context.takeModel) {
+        context.takeModel({keptModel(), source, *trace, chosenEncoding(options)});
     }
     std::optional<source::SourceMap> places;
     if (isPlaced) {

@@ -12,6 +12,11 @@
 #include <type_traits>
 
 class KelModel;
+class KelString;
+
+namespace source {
+class Trace;
+}
 
 namespace exporter {
 class Omissions;
@@ -42,12 +47,22 @@ static_assert(std::is_trivially_copyable_v<ImportResult>, "goes from process to 
 /// Called with what a format has left out of the model, if anything, once it is written.
 using OmissionTaker = std::function<void(std::string_view format, const exporter::Omissions& omissions)>;
 
+/// A finished import. Owns nothing; lives during one call.
+struct FinishedImport {
+    const KelModel& model;
+    const ModelSource& source;
+    const source::Trace& trace; ///< located
+    const KelString& encoding;  ///< of the files' texts, as given to the bridge
+};
+using ModelTaker = std::function<void(const FinishedImport& import)>;
+
 /// The parts of an import that its command shares with other imports.
 struct ImportContext {
     const FileUses& uses;        // of the whole command; the files of controlled units must not be among what it writes
     units::UnitLocator& locator; // finds them
     TreeTaker takeTree = {};     // hears of them; may be empty
     OmissionTaker takeOmissions = {}; // may be empty
+    ModelTaker takeModel = {};        // likewise; called before the model is written. Not for files that are read once
 };
 
 /// Imports one file in this process and writes the model to the destinations of the request. Called once in a
