@@ -3,6 +3,7 @@
 import re
 import sys
 
+import catalog
 import imports
 import machine
 import notation
@@ -42,6 +43,7 @@ def sections(asked):
     yield shapes.section(asked.imported, asked.portion, fewer)
     yield passes.section(asked.imported, ("plain", "dense", "types"))
     yield outputs.section(asked.imported, asked.rounds)
+    yield catalog.section(max(4, asked.imported // 4), fewer)
     yield page.section(asked.rounds)
     yield start.section(max(20, asked.rounds))
     yield notation.section(asked.imported, asked.rounds)
