@@ -96,8 +96,9 @@ _petal() {
     'catalog:--units') words="require warn skip" ;;
     'catalog:--path-map') words="" ;;
     'catalog:--unit-dir') words="" ;;
-    'catalog:-o') words="" ;;
+    'catalog:-o') words="FILE DATABASE" ;;
     'catalog:--source') words="none objects all" ;;
+    'catalog:--part') words="" ;;
     'catalog:--ask') words="" ;;
     *)
         case "$command:$current" in
@@ -110,7 +111,7 @@ _petal() {
         'formats:-'*) words="-h --help --json" ;;
         'schema:-'*) words="-h --help" ;;
         'draw:-'*) words="-h --help --list --json --diagram -o --as -O -j --jobs -q --quiet --units --path-map --unit-dir" ;;
-        'catalog:-'*) words="-h --help --files-from -0 --null -j --jobs --timeout --max-memory --types --encoding --units --path-map --unit-dir -o --source -q --quiet --ask --json --csv" ;;
+        'catalog:-'*) words="-h --help --files-from -0 --null -j --jobs --timeout --max-memory --types --encoding --units --path-map --unit-dir -o --source -q --quiet --part --merge --ask --json --csv" ;;
         'textconv:-'*) words="-h --help" ;;
         'options:-'*) words="-h --help" ;;
         'spec:-'*) words="-h --help" ;;

@@ -4,7 +4,7 @@
 set -eu
 
 packages="g++ cmake ninja-build pkg-config libicu-dev libcli11-dev rapidjson-dev robin-map-dev libhwy-dev libxxhash-dev"
-packages="$packages zlib1g-dev libsqlite3-dev"
+packages="$packages zlib1g-dev libsqlite3-dev libpq-dev"
 case "${1:-}" in
 --tests)
     packages="$packages libgtest-dev locales dpkg-dev file python3 python3-jsonschema git"
@@ -15,7 +15,7 @@ case "${1:-}" in
     packages="$packages graphviz plantuml" # draw the formats dot and plantuml
     packages="$packages libxml2-utils libxml2-dev librsvg2-bin" # read the pictures of petal draw
     # the databases load what format sql writes
-    packages="$packages postgresql libpq-dev sqlite3"
+    packages="$packages postgresql sqlite3 parallel"
     ;;
 --lint) packages="$packages clang-format clang-tidy eslint tidy python3-tinycss2" ;;
 --bench)

@@ -16,7 +16,8 @@ fail() {
 }
 
 check() { # the prefix it stands under
-    for part in bin/petal lib/libkel.so lib/libkel.so.0.1 lib/libKelIbmRationalRose40Import.so lib/petal/html.so \
+    for part in bin/petal lib/libkel.so lib/libkel.so.0.1 lib/libKelIbmRationalRose40Import.so lib/petal/html.so lib/petal/sqlite.so \
+        lib/petal/postgresql.so \
         lib/pkgconfig/kel.pc lib/cmake/kel/kelConfig.cmake include/kel/host/model/KelModel.h share/man/man1/petal.1 \
         share/bash-completion/completions/petal share/zsh/vendor-completions/_petal \
         share/fish/vendor_completions.d/petal.fish; do

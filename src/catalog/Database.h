@@ -90,7 +90,8 @@ public:
     /// The numbers of a model's elements, by their element id.
     [[nodiscard]] virtual std::unordered_map<std::string, std::int64_t> elementsOf(std::int64_t model) = 0;
 
-    /// Puts the rows of a model in; `before` is the number of the model whose rows they replace, or 0. One transaction.
+    /// Puts the rows of a model in; `before` is the number of the model whose rows they replace, or 0. One
+    /// transaction, which small models may share: the last of them are there after `finish`.
     virtual void put(PlacedRows& rows, std::int64_t before) = 0;
     /// Sets the time at which the files of a model were changed to that of `model`.
     virtual void setTimes(const KnownModel& model) = 0;

@@ -30,17 +30,20 @@ ORDER BY model.path, unit.path;
 SELECT kind, property, outcome, reason, count(*) AS times, count(DISTINCT model) AS models
 FROM loss
 GROUP BY kind, property, outcome, reason
-ORDER BY times DESC, kind, property, reason
+ORDER BY times DESC, kind, property NULLS FIRST, outcome, reason
 LIMIT 50;
 
 -- largest-classes: Which classes have the most attributes and operations?
-SELECT class.name, model.path AS model,
-    (SELECT count(*) FROM attribute WHERE attribute.class = class.id) AS attributes,
-    (SELECT count(*) FROM operation WHERE operation.class = class.id) AS operations
-FROM class
-JOIN element ON element.id = class.id
-JOIN model ON model.id = element.model
-ORDER BY attributes + operations DESC, class.name, class.id
+SELECT class, model, attributes, operations
+FROM (
+    SELECT class.id, class.name AS class, model.path AS model,
+        (SELECT count(*) FROM attribute WHERE attribute.class = class.id) AS attributes,
+        (SELECT count(*) FROM operation WHERE operation.class = class.id) AS operations
+    FROM class
+    JOIN element ON element.id = class.id
+    JOIN model ON model.id = element.model
+) AS counted
+ORDER BY attributes + operations DESC, class, id
 LIMIT 50;
 
 -- most-used-classes: Which classes do most other classes of their model use?

@@ -404,9 +404,10 @@ constexpr std::array others{
     Thing{"duplicate_classes", "Names of classes that several models have.", duplicateColumns},
     Thing{"estate_totals", "One row: the number of rows of each table."},
     Thing{"search",
-          "The full-text index over names and documentation. SELECT element.* FROM search JOIN element ON element.id = "
-          "search.rowid WHERE search MATCH 'order' finds CustomerOrderLine, too; 'order*' finds whatever begins with "
-          "it.",
+          "The full-text index over names and documentation. In SQLite, SELECT element.* FROM search JOIN element ON "
+          "element.id = search.rowid WHERE search MATCH 'order' finds CustomerOrderLine, too; 'order*' finds whatever "
+          "begins with it. In PostgreSQL, SELECT * FROM element WHERE search @@ to_tsquery('simple', 'order'), and "
+          "'order:*'; of a documentation the first 100,000 characters.",
           searchColumns},
     Thing{"about", "The explanation of each table, view and column, and the versions.", aboutColumns},
     Thing{"guide", "Useful questions with their SQL; `petal catalog --ask NAME` runs one.", guideColumns},

@@ -117,8 +117,11 @@ struct CatalogRequest {
     std::optional<std::string> output; // the catalogue
     std::string source = "objects";    // or "none", "all"
     std::optional<std::string> question;
-    bool asJson = false; // the answer
-    bool asCsv = false;  // likewise
+    bool asJson = false;    // the answer
+    bool asCsv = false;     // likewise
+    std::uint32_t part = 0; // of `parts`, from 1; 0: all models
+    std::uint32_t parts = 0;
+    bool isMerge = false; // of the catalogues that `jobs` names as its inputs
 };
 
 /// The arguments of `petal formats`.

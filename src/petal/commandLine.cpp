@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <vector>
 
 namespace petal {
@@ -279,16 +280,27 @@ void describeDraw(CLI::App& draw, DrawRequest& request) {
     describeUnitOptions(draw, request.units);
 }
 
-/// A command of the command line.
+/// Reads "K/N", K from 1 to N.
+void readPart(std::string_view text, CatalogRequest& request) {
+    const char* const end = text.data() + text.size();
+    const auto part = std::from_chars(text.data(), end, request.part);
+    const bool hasSlash = part.ec == std::errc() && part.ptr != end && *part.ptr == '/';
+    const auto parts = hasSlash ? std::from_chars(part.ptr + 1, end, request.parts) : part;
+    if (!hasSlash || parts.ec != std::errc() || parts.ptr != end || request.part == 0 || request.part > request.parts) {
+        throw CLI::ValidationError("--part", "'" + std::string(text) + "' is not K/N with K from 1 to N, such as 2/8");
+    }
+}
+
 void describeCatalog(CLI::App& catalog, CatalogRequest& request) {
     describeSources(catalog, request.jobs);
     describeReading(catalog, request.import);
     describeUnitOptions(catalog, request.import.units);
     CLI::Option* output =
         catalog.add_option("-o", request.output,
-                           "The catalogue, a file of SQLite. If it exists, it is brought up to date: only models\n"
-                           "that have changed are read, and those that are gone are dropped");
-    output->type_name("FILE");
+                           "The catalogue: a file of SQLite or, as postgresql://... or WORD=VALUE..., a database of\n"
+                           "PostgreSQL. If it exists, it is brought up to date: only models that have changed are\n"
+                           "read, and those that are gone are dropped");
+    output->type_name("FILE|DATABASE");
     catalog
         .add_option("--source", request.source,
                     "How much of the files as they stand is kept: nothing; all objects, with the properties\n"
@@ -297,13 +309,25 @@ void describeCatalog(CLI::App& catalog, CatalogRequest& request) {
         ->type_name("none|objects|all")
         ->capture_default_str();
     catalog.add_flag("-q,--quiet", request.jobs.quiet, "Print no progress and no summary");
+    CLI::Option* part =
+        catalog
+            .add_option_function<std::string>(
+                "--part", [&request](const std::string& text) { readPart(text, request); },
+                "Put only the K-th of N parts of the models there, so that several machines share the work")
+            ->type_name("K/N");
+    CLI::Option* merge =
+        catalog.add_flag("--merge", request.isMerge, "Put the catalogues FILE..., such as parts, together into one")
+            ->needs(output)
+            ->excludes(part)
+            ->excludes(catalog.get_option("--files-from"));
     CLI::Option* question =
         catalog
             .add_option("--ask", request.question,
                         "Print the answer to a question of the guide of the catalogue FILE; the table\n"
                         "guide lists them, and so does --ask guide")
             ->type_name("NAME")
-            ->excludes(output);
+            ->excludes(output)
+            ->excludes(merge);
     CLI::Option* json =
         catalog.add_flag("--json", request.asJson, "With --ask: print a JSON list with an object for each row")
             ->needs(question);

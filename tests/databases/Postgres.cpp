@@ -1,49 +1,17 @@
 #include "Database.h"
+#include "PostgresServer.h"
 
-#include <cstdlib>
-#include <filesystem>
 #include <libpq-fe.h>
-#include <pwd.h>
 #include <stdexcept>
-#include <unistd.h>
 
 namespace {
 
-namespace fs = std::filesystem;
-
 using Result = std::unique_ptr<PGresult, decltype(&PQclear)>;
-
-/// The folder of the newest version's programs; empty when there is none.
-fs::path programs() {
-    for (int version = 30; version > 12; --version) {
-        const fs::path folder = "/usr/lib/postgresql/" + std::to_string(version) + "/bin";
-        if (fs::exists(folder / "initdb")) {
-            return folder;
-        }
-    }
-    return {};
-}
 
 class Postgres final : public Database {
 public:
-    explicit Postgres(fs::path bin) : bin_(std::move(bin)) {
-        std::string name = (fs::temp_directory_path() / "petal-pg-XXXXXX").string();
-        if (::mkdtemp(name.data()) == nullptr) {
-            throw std::runtime_error("no temporary folder");
-        }
-        folder_ = name;
-        if (::getuid() == 0) { // the server does not run as root
-            const passwd* user = ::getpwnam("postgres") != nullptr ? ::getpwnam("postgres") : ::getpwnam("nobody");
-            asUser_ = "setpriv --reuid=" + std::to_string(user->pw_uid) + " --regid=" + std::to_string(user->pw_gid) +
-                      " --clear-groups ";
-            if (::chown(name.c_str(), user->pw_uid, user->pw_gid) != 0) {
-                throw std::runtime_error("the folder cannot be given away");
-            }
-        }
-        start("initdb -D " + name + "/data -A trust -U test -E UTF8 --locale=C.UTF-8 --no-sync");
-        start("pg_ctl -D " + name + "/data -l " + name + "/log -w -o \"-k " + name +
-              " -c listen_addresses='' -c fsync=off -c full_page_writes=off\" start");
-        connection_ = PQconnectdb(("host=" + folder_.string() + " dbname=postgres user=test").c_str());
+    explicit Postgres(std::unique_ptr<PostgresServer> server)
+        : server_(std::move(server)), connection_(PQconnectdb(server_->words().c_str())) {
         if (PQstatus(connection_) != CONNECTION_OK) {
             throw std::runtime_error(PQerrorMessage(connection_));
         }
@@ -52,12 +20,7 @@ public:
     }
     Postgres(const Postgres&) = delete;
     Postgres& operator=(const Postgres&) = delete;
-    ~Postgres() override {
-        PQfinish(connection_);
-        start("pg_ctl -D " + folder_.string() + "/data -m immediate -w stop");
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-    }
+    ~Postgres() override { PQfinish(connection_); }
 
     void clear() override {
         const std::string schema = "s" + std::to_string(++count_);
@@ -123,16 +86,11 @@ public:
     }
 
     [[nodiscard]] std::string shell() const override {
-        return bin_.string() + "/psql -X -q -v ON_ERROR_STOP=1 -U test -d postgres -h " + folder_.string() + " -f ";
+        return server_->getPrograms().string() + "/psql -X -q -v ON_ERROR_STOP=1 -U test -d postgres -h " +
+               server_->getFolder().string() + " -f ";
     }
 
 private:
-    void start(const std::string& command) {
-        if (std::system(("cd / && " + asUser_ + bin_.string() + "/" + command + " >/dev/null 2>&1").c_str()) != 0) {
-            throw std::runtime_error("cannot run " + command);
-        }
-    }
-
     std::vector<std::vector<std::string>> rows(const std::string& query) {
         const Result result(PQexec(connection_, query.c_str()), PQclear);
         if (PQresultStatus(result.get()) != PGRES_TUPLES_OK) {
@@ -160,9 +118,7 @@ private:
     }
 
     const std::string here = "c.relkind = 'r' AND c.relnamespace = current_schema()::regnamespace";
-    fs::path bin_;
-    fs::path folder_;
-    std::string asUser_; // what a command begins with; empty for this user
+    std::unique_ptr<PostgresServer> server_;
     PGconn* connection_ = nullptr;
     std::string notices_;
     int count_ = 0;
@@ -171,10 +127,6 @@ private:
 } // namespace
 
 std::unique_ptr<Database> startPostgres(std::string& missing) {
-    const fs::path bin = programs();
-    if (bin.empty()) {
-        missing = "PostgreSQL is not installed";
-        return nullptr;
-    }
-    return std::make_unique<Postgres>(bin);
+    std::unique_ptr<PostgresServer> server = PostgresServer::start(missing);
+    return server != nullptr ? std::make_unique<Postgres>(std::move(server)) : nullptr;
 }

@@ -1,5 +1,6 @@
 #include "petal/catalog/CatalogRun.h"
 
+#include "catalog/copyModel.h"
 #include "petal/Failure.h"
 #include "petal/log/logFormats.h"
 #include "text/utf8.h"
@@ -64,19 +65,6 @@ std::string below(const std::string& file, const std::string& folder) {
 std::string lastName(const std::string& folder) {
     const fs::path path = fs::absolute(folder).lexically_normal();
     return path.has_filename() ? path.filename() : path.parent_path().filename();
-}
-
-/// Gives elements the numbers that those of the same element id have in the catalogue, and others new ones.
-void reuse(const std::unordered_map<std::string, std::int64_t>& numbers, std::string_view rows, catalog::Ids& ids) {
-    constexpr std::size_t elementId = 2; // behind name and model
-    std::int64_t& free = ids.first[static_cast<std::size_t>(catalog::TableId::element)];
-    catalog::RowReader reader(rows);
-    for (catalog::Row row; reader.next(row);) {
-        if (row.table == catalog::TableId::element) {
-            const auto found = numbers.find(std::string(row.values[elementId].text));
-            ids.elements.push_back(found != numbers.end() ? found->second : free++);
-        }
-    }
 }
 
 } // namespace
@@ -258,18 +246,7 @@ void CatalogRun::settle(std::size_t number, Job& job) {
 }
 
 void CatalogRun::putRows(std::string_view bytes, const catalog::KnownModel* known) {
-    catalog::Ids ids = free_;
-    if (known != nullptr) {
-        ids.model = known->id;
-        if (known->isImported) {
-            reuse(database_.elementsOf(known->id), bytes, ids);
-        }
-    } else {
-        ids.model = ids.first[static_cast<std::size_t>(catalog::TableId::model)];
-    }
-    catalog::PlacedRows rows(bytes, ids);
-    database_.put(rows, known != nullptr ? known->id : 0);
-    free_ = rows.following();
+    catalog::putModel(database_, bytes, known, free_);
     hasChanged_ = true;
 }
 

@@ -1,12 +1,16 @@
 #include "loading/part.h"
 #include "petal/catalog/CatalogRun.h"
 #include "petal/catalog/askCatalog.h"
+#include "petal/catalog/mergeCatalogs.h"
 #include "petal/catalog/openDatabase.h"
 #include "petal/commands.h"
 #include "petal/import/PlugIn.h"
 #include "petal/jobs/UnitSurvey.h"
 #include "petal/units/lossLines.h"
 #include "petal/units/unitOptions.h"
+
+#include <csignal>
+#include <xxhash.h>
 
 #include <csignal>
 
@@ -35,6 +39,22 @@ catalog::SourceDetail sourceDetail(const std::string& word) {
                            : catalog::SourceDetail::objects;
 }
 
+/// Leaves the models of the part that is asked for. A path alone says to which part it belongs, so that new files leave
+/// the others where they are. Folders that cannot be searched stay in all parts.
+void keepPart(const CatalogRequest& request, std::vector<Source>& sources, std::vector<std::string>& paths) {
+    std::vector<Source> keptSources;
+    std::vector<std::string> keptPaths;
+    for (std::size_t at = 0; at < sources.size(); ++at) {
+        const bool isOfPart = XXH64(paths[at].data(), paths[at].size(), 0) % request.parts + 1 == request.part;
+        if (isOfPart || !sources[at].unreadable.empty()) {
+            keptSources.push_back(std::move(sources[at]));
+            keptPaths.push_back(std::move(paths[at]));
+        }
+    }
+    sources = std::move(keptSources);
+    paths = std::move(keptPaths);
+}
+
 std::string summaryLine(const CatalogCounts& counts) {
     std::string line = "petal: " + counted(counts.models, "model") + ": " + std::to_string(counts.read) + " read, " +
                        std::to_string(counts.unchanged) + " unchanged, " + std::to_string(counts.failed) + " failed";
@@ -43,7 +63,7 @@ std::string summaryLine(const CatalogCounts& counts) {
 
 Outcome makeCatalog(CatalogRequest request) {
     if (!request.output || *request.output == "-" || request.output->empty()) {
-        throw Failure(Outcome::wrongUsage, "a catalogue needs a file", "Give one with -o.");
+        throw Failure(Outcome::wrongUsage, "a catalogue needs a file or a database", "Give one with -o.");
     }
     units::UnitLocator locator = makeUnitLocator(request.import.units);
     const CatalogReading reading{sourceDetail(request.source), loading::version, optionsText(request)};
@@ -59,12 +79,17 @@ Outcome makeCatalog(CatalogRequest request) {
     for (const std::filesystem::path& folder : sources.folders) {
         inputs.push_back(folder.string());
     }
-    const std::vector<std::string> paths = catalogPaths(sources.files, inputs);
+    std::vector<std::string> paths = catalogPaths(sources.files, inputs);
+    if (request.parts > 1) {
+        keepPart(request, sources.files, paths);
+    }
     FileUses uses;
     for (const Source& source : sources.files) {
         uses.reads(source.path);
     }
-    uses.writes(*request.output);
+    if (!isServer(*request.output)) {
+        uses.writes(*request.output);
+    }
     static_cast<void>(PlugIn::load()); // once; the child processes inherit it
     const StopSignals signals;
     const std::unique_ptr<catalog::Database> database = openDatabase(*request.output, catalog::Access::write);
@@ -95,6 +120,9 @@ Outcome catalogModels(const CatalogRequest& request) {
     if (request.question) {
         askCatalog(request);
         return Outcome::success;
+    }
+    if (request.isMerge) {
+        return mergeCatalogs(request);
     }
     try {
         return makeCatalog(request);
