@@ -188,6 +188,10 @@ private:
             return;
         }
         if (event.kind == EventKind::damage) {
+            if (Damages& damages = tree_.damages_; damages.count++ == 0) {
+                damages.file = static_cast<std::uint32_t>(file_);
+                damages.first = notation::damageLine(*event.damage);
+            }
             return;
         }
         finishText();

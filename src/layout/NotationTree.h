@@ -33,6 +33,13 @@ struct Node {
     NodeId next = noNode;
 };
 
+/// The faults of the notation in the files, which were repaired.
+struct Damages {
+    std::size_t count = 0;
+    std::uint32_t file = 0; ///< of the first, in `UnitTree::files`
+    std::string first;      ///< its place and what is wrong
+};
+
 /// The text of a model and its units as far as pictures need it: all objects, and of their properties those of a table.
 /// The content of a unit stands where the model refers to it.
 ///
@@ -59,6 +66,7 @@ public:
     /// The node after this one in the order of the text, within `top`; `noNode` after the last. With `skips` what is in
     /// this one is left out.
     [[nodiscard]] NodeId following(NodeId id, NodeId top, bool skips = false) const;
+    [[nodiscard]] const Damages& getDamages() const { return damages_; }
     /// The file as outputs name it: relative to the model's folder, or only its name; empty for the model's own.
     [[nodiscard]] const std::string& fileName(std::uint32_t file) const { return fileNames_[file]; }
 
@@ -68,6 +76,7 @@ private:
     std::vector<Node> nodes_;
     std::vector<std::unique_ptr<char[]>> texts_;
     std::vector<std::string> fileNames_;
+    Damages damages_;
 };
 
 } // namespace layout

@@ -438,6 +438,12 @@ void addTexts(const CLI::App& app, const std::string& name, std::vector<CommandT
     }
 }
 
+/// The commands that a command line has named so far, each after a blank.
+std::string namesOfGiven(const CLI::App& app) {
+    const std::vector<CLI::App*> given = app.get_subcommands();
+    return given.empty() ? std::string() : " " + given.front()->get_name() + namesOfGiven(*given.front());
+}
+
 } // namespace
 
 std::vector<CommandText> commandTexts() {
@@ -466,7 +472,7 @@ Request parseCommandLine(int argc, const char* const* argv) {
         request.helpText = app.help();
         return request;
     } catch (const CLI::ParseError& error) {
-        throw Failure(Outcome::wrongUsage, error.what(), "Run 'petal --help' or 'petal import --help'.");
+        throw Failure(Outcome::wrongUsage, error.what(), "Run 'petal" + namesOfGiven(app) + " --help'.");
     }
     const std::vector<CLI::App*> given = app.get_subcommands();
     if (versionAsked) {

@@ -61,7 +61,8 @@ TEST_F(CommandLine, RefusesWrongUsage) {
         'spec options' 'formats xml' textconv 'textconv a b'
         do $petal $arguments; [ $? = 2 ] || echo "$arguments"; done)");
     EXPECT_EQ(ended.output, "") << "is taken";
-    EXPECT_TRUE(has(ended.errors, "\npetal: Run 'petal --help' or 'petal import --help'.\n"));
+    EXPECT_TRUE(has(ended.errors, "\npetal: Run 'petal import --help'.\n"));
+    EXPECT_TRUE(has(ended.errors, "\npetal: Run 'petal report merge --help'.\n"));
     EXPECT_THROW(static_cast<void>(petal::parseCommandLine(0, std::array<const char*, 1>{}.data())), petal::Failure);
 }
 

@@ -57,6 +57,13 @@ TEST_F(Draw, WritesAPictureForEachDiagramBelowItsPackages) {
         has(run("$petal draw m.mdl -q --diagram Main -O theme=plain").output, "stroke=\"#000000\" fill=\"#ffffff\""));
 }
 
+TEST_F(Draw, TellsDamages) {
+    put("m.mdl", std::string(model).substr(0, std::string(model).find("(object ClassDiagram \"main\"")));
+    EXPECT_TRUE(has(run("$petal draw m.mdl -o out").errors, "petal: m.mdl: damages: 1; line 12, column "));
+    EXPECT_EQ(run("$petal draw m.mdl -o out -q").errors, "");
+    EXPECT_TRUE(has(get("out/Logical View/Main.svg"), "Logical View::C"));
+}
+
 TEST_F(Draw, ListsDiagrams) {
     EXPECT_EQ(run("$petal draw --list m.mdl").output, "ClassDiagram\tLogical View::a/b::In\t1\n"
                                                       "ClassDiagram\tLogical View::Main\t2\n"
@@ -71,6 +78,7 @@ TEST_F(Draw, ListsDiagrams) {
 }
 
 TEST_F(Draw, RefusesWhatCannotBe) {
+    put("none.mdl", "(object Petal version 42)\n(object Design \"d\")\n");
     expectRefusals("$petal draw ", {
                                        {"m.mdl --diagram other -o out", 1, "'m.mdl' has no diagram named 'other'"},
                                        {"m.mdl -q", 2, "'m.mdl' has 5 diagrams to draw, and a file holds one"},
@@ -80,6 +88,9 @@ TEST_F(Draw, RefusesWhatCannotBe) {
                                        {"gone.mdl -o out", 1, "cannot read 'gone.mdl'"},
                                        {"m.mdl -q --as drawio -o b.cat", 2, "would overwrite"},
                                        {"m.mdl --json -o out", 2, "--list"},
+                                       {"m.mdl -o x.drawio", 2, "'x.drawio' is the name of a file for draw.io"},
+                                       {"m.mdl --as drawio -o x.svg", 2, "'x.svg' is the name of a file for a picture"},
+                                       {"none.mdl", 1, "'none.mdl' has no diagrams"},
                                    });
     std::filesystem::remove(pathOf("b.cat"));
     EXPECT_EQ(run("$petal draw m.mdl --units require --list").status, 4);
@@ -98,6 +109,12 @@ TEST_F(Draw, GoesThroughFolders) {
     const Names drawn = files("out");
     EXPECT_EQ(drawn.size(), 6U);
     EXPECT_EQ(drawn.count("models/sub/n.mdl/a_b/In.svg") + drawn.count("models/m.mdl/Logical View/Main.svg"), 2U);
+    const Ended list = run("$petal draw models --list --diagram Main -q --unit-dir .");
+    EXPECT_EQ(list.output, "ClassDiagram\tLogical View::Main\t2\tmodels/m.mdl\n") << "a model that fails costs others";
+    EXPECT_EQ(list.status, 5);
+    EXPECT_EQ(run("$petal draw models/sub models/m.mdl --diagram In -o in -q --unit-dir .").status, 0);
+    EXPECT_EQ(run("$petal draw models/sub models/m.mdl --diagram Main -o in -q --unit-dir .").status, 0);
+    EXPECT_EQ(run("$petal draw models/sub models/m.mdl --diagram X -o in -q --unit-dir .").status, 1);
     EXPECT_EQ(run("$petal draw models/sub models/m.mdl --as drawio -o io -q --unit-dir .").status, 0);
     EXPECT_EQ(run("$petal draw models/m.mdl b.cat --list").errors,
               "petal: models/m.mdl: missing controlled units: 1\n");

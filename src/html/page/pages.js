@@ -45,11 +45,12 @@ class Pages {
         counts[element.kind] = (counts[element.kind] || 0) + 1;
       }
     }
+    const diagrams = [...new Set([...model.elements.filter((element) => element && element.kind === "diagram"), ...model.pictures.keys()])];
+    counts.diagram = diagrams.length; // as in the list below: also those that are not imported
     const tiles = ["package", "class", "attribute", "operation", "association", "diagram", "type"].filter((kind) => counts[kind])
       .map((kind) => h("div", {class: "tile"}, h("b", null, counts[kind].toLocaleString("en")),
                        h("span", null, KINDS[kind][counts[kind] === 1 ? 0 : 1])));
     const packages = (model.root.json.packages || []).map((json) => model.at(json.id));
-    const diagrams = [...new Set([...model.elements.filter((element) => element && element.kind === "diagram"), ...model.pictures.keys()])];
     const origin = (model.root.json.origins || [])[0] || {};
     const {ledger} = model.page;
     return [

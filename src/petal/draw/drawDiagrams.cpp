@@ -96,6 +96,22 @@ void checkUnits(const std::string& path, const units::UnitTree& files, const Dra
     }
 }
 
+/// Reports that the notation of a model or a unit was repaired: pictures may lack what was damaged.
+void tellDamages(const Drawing& drawing) {
+    const layout::Damages& damages = drawing.tree.getDamages();
+    if (damages.count > 0) {
+        const std::string line = "petal: " + text::printableText(drawing.files.files[damages.file].path.string()) +
+                                 ": damages: " + std::to_string(damages.count) + "; " + damages.first + "\n";
+        std::fputs(line.c_str(), stderr);
+    }
+}
+
+Failure noDiagramNamed(const std::string& where, const DrawRequest& request) {
+    return {Outcome::inputNotRead, where + " no diagram named '" + request.diagrams.front() + "'",
+            "'petal draw --list' prints the diagrams."};
+}
+
+/// Of several models some may lack the diagrams that are named; a single one must have one.
 std::unique_ptr<Drawing> readDrawing(const std::string& path, const DrawRequest& request, units::UnitLocator& locator,
                                      bool isSingle) {
     units::UnitTree files = request.units.mode == "skip" ? readModelAlone(path) : readModelTree(path, locator);
@@ -104,10 +120,11 @@ std::unique_ptr<Drawing> readDrawing(const std::string& path, const DrawRequest&
     }
     try {
         auto drawing = std::make_unique<Drawing>(std::move(files), request.diagrams);
-        if (drawing->diagrams.empty() && !request.diagrams.empty()) {
-            throw Failure(Outcome::inputNotRead,
-                          "'" + path + "' has no diagram named '" + request.diagrams.front() + "'",
-                          "'petal draw --list' prints the diagrams.");
+        if (!request.quiet) {
+            tellDamages(*drawing);
+        }
+        if (isSingle && drawing->diagrams.empty() && !request.diagrams.empty()) {
+            throw noDiagramNamed("'" + path + "' has", request);
         }
         return drawing;
     } catch (const std::system_error& error) {
@@ -172,10 +189,14 @@ bool isFile(const DrawRequest& request) {
            request.output->ends_with(svgEnding);
 }
 
-/// Draws one model; the output is a file for one picture, a folder for SVG, and a file for draw.io.
-void drawModel(const std::string& path, const DrawRequest& request, bool isSingle, units::UnitLocator& locator) {
+/// Draws one model; the output is a file for one picture, a folder for SVG, and a file for draw.io. Whether the model
+/// has diagrams of the names asked for; if not, nothing is written.
+bool drawModel(const std::string& path, const DrawRequest& request, bool isSingle, units::UnitLocator& locator) {
     const layout::Theme theme = themeOf(request);
     const std::unique_ptr<Drawing> drawing = readDrawing(path, request, locator, isSingle);
+    if (drawing->diagrams.empty() && !request.diagrams.empty()) {
+        return false;
+    }
     const layout::Elements elements(drawing->tree);
     Unknown unknown;
     const auto sceneOf = [&](NodeId diagram) {
@@ -193,6 +214,9 @@ void drawModel(const std::string& path, const DrawRequest& request, bool isSingl
             writer.end();
         });
     } else if (isSingle && isFile(request)) {
+        if (drawing->diagrams.empty()) {
+            throw Failure(Outcome::inputNotRead, "'" + path + "' has no diagrams", "");
+        }
         if (drawing->diagrams.size() != 1) {
             throw Failure(Outcome::wrongUsage,
                           "'" + path + "' has " + std::to_string(drawing->diagrams.size()) +
@@ -227,46 +251,79 @@ void drawModel(const std::string& path, const DrawRequest& request, bool isSingl
     if (!request.quiet) {
         tell(path, unknown);
     }
+    return true;
 }
 
-void listDiagrams(const std::vector<Source>& sources, const DrawRequest& request, units::UnitLocator& locator) {
+/// Prints the diagrams of a model; of several, each line names the model.
+void listModel(const Source& source, const Drawing& drawing, bool isSingle, bool asJson, text::BufferedOutput& output,
+               text::IndentedJson& json) {
+    for (std::size_t index = 0; index < drawing.diagrams.size(); ++index) {
+        const NodeId diagram = drawing.diagrams[index];
+        const layout::Node& node = drawing.tree[diagram];
+        const std::string name = qualifiedName(drawing.tree, diagram);
+        const std::size_t count = layout::itemCount(drawing.tree, diagram);
+        if (!asJson) {
+            output.put(text::printableText(node.text) + "\t" + text::printableText(name) + "\t" +
+                       std::to_string(count));
+            output.put(isSingle ? "\n" : "\t" + text::printableText(source.path) + "\n");
+            continue;
+        }
+        const auto member = [&](const char* key, std::string_view value) {
+            if (!value.empty()) {
+                json.key(key);
+                json.text(value);
+            }
+        };
+        json.startObject();
+        member("model", text::validText(source.path));
+        member("kind", node.text);
+        json.key("name");
+        json.text(name);
+        json.key("items");
+        json.number(static_cast<std::int64_t>(count));
+        member("quid", drawing.tree.text(diagram, "quid"));
+        member("file", drawing.tree.fileName(node.file));
+        json.key("line");
+        json.number(static_cast<std::int64_t>(node.line));
+        member("picture", drawing.names[index] + std::string(svgEnding));
+        json.endObject();
+    }
+}
+
+/// Throws a `Failure` for a folder that could not be searched.
+void checkReadable(const Source& source) {
+    if (!source.unreadable.empty()) {
+        throw Failure(Outcome::inputNotRead, "cannot search the folder '" + source.path + "': " + source.unreadable,
+                      "");
+    }
+}
+
+[[noreturn]] void throwSomeFailed(std::size_t failed, std::size_t all) {
+    throw Failure(Outcome::someFailed, std::to_string(failed) + " of " + std::to_string(all) + " files failed", "");
+}
+
+/// A model that fails costs only its own diagrams, if there are several.
+void listDiagrams(const std::vector<Source>& sources, const DrawRequest& request, bool isSingle,
+                  units::UnitLocator& locator) {
+    std::size_t failed = 0;
+    std::size_t listed = 0;
     writeTo(std::nullopt, [&](text::BufferedOutput& output) {
         text::IndentedJson json(output);
         if (request.asJson) {
             json.startList();
         }
         for (const Source& source : sources) {
-            const std::unique_ptr<Drawing> drawing = readDrawing(source.path, request, locator, sources.size() == 1);
-            for (std::size_t index = 0; index < drawing->diagrams.size(); ++index) {
-                const NodeId diagram = drawing->diagrams[index];
-                const layout::Node& node = drawing->tree[diagram];
-                const std::string name = qualifiedName(drawing->tree, diagram);
-                const std::size_t count = layout::itemCount(drawing->tree, diagram);
-                if (!request.asJson) {
-                    output.put(text::printableText(node.text) + "\t" + text::printableText(name) + "\t" +
-                               std::to_string(count));
-                    output.put(sources.size() > 1 ? "\t" + text::printableText(source.path) + "\n" : "\n");
-                    continue;
+            try {
+                checkReadable(source);
+                const std::unique_ptr<Drawing> drawing = readDrawing(source.path, request, locator, isSingle);
+                listModel(source, *drawing, sources.size() == 1, request.asJson, output, json);
+                listed += drawing->diagrams.size();
+            } catch (const Failure& failure) {
+                if (isSingle) {
+                    throw;
                 }
-                const auto member = [&](const char* key, std::string_view value) {
-                    if (!value.empty()) {
-                        json.key(key);
-                        json.text(value);
-                    }
-                };
-                json.startObject();
-                member("model", text::validText(source.path));
-                member("kind", node.text);
-                json.key("name");
-                json.text(name);
-                json.key("items");
-                json.number(static_cast<std::int64_t>(count));
-                member("quid", drawing->tree.text(diagram, "quid"));
-                member("file", drawing->tree.fileName(node.file));
-                json.key("line");
-                json.number(static_cast<std::int64_t>(node.line));
-                member("picture", drawing->names[index] + std::string(svgEnding));
-                json.endObject();
+                printFailure(failure.what(), failure.getAdvice());
+                ++failed;
             }
         }
         if (request.asJson) {
@@ -274,9 +331,17 @@ void listDiagrams(const std::vector<Source>& sources, const DrawRequest& request
             output.put('\n');
         }
     });
+    if (failed > 0) {
+        throwSomeFailed(failed, sources.size());
+    }
+    if (listed == 0 && !request.diagrams.empty()) {
+        throw noDiagramNamed("the models have", request);
+    }
 }
 
-/// Processes that each do one task and end with an exit status.
+constexpr int nothingNamed = 127; // exit status of a worker whose model lacks the diagrams that are named
+
+/// Processes that each do one task, which returns the exit status.
 class Workers {
 public:
     /// Has the task done, once fewer than `most` are under way. Throws `std::system_error` when no process can be made.
@@ -290,7 +355,7 @@ public:
             throwErrno();
         }
         if (process == 0) {
-            ::_exit(exitNumber(task()));
+            ::_exit(task());
         }
         ++running_;
     }
@@ -300,6 +365,7 @@ public:
         }
     }
     [[nodiscard]] std::size_t getFailedCount() const { return failed_; }
+    [[nodiscard]] std::size_t getLackingCount() const { return lacking_; }
 
 private:
     void waitForOne() {
@@ -309,7 +375,9 @@ private:
             ended = ::wait(&status);
         } while (ended < 0 && errno == EINTR);
         --running_;
-        failed_ += ended < 0 || !WIFEXITED(status) || WEXITSTATUS(status) != 0 ? 1 : 0;
+        const bool hasEnded = ended >= 0 && WIFEXITED(status);
+        lacking_ += hasEnded && WEXITSTATUS(status) == nothingNamed ? 1 : 0;
+        failed_ += !hasEnded || (WEXITSTATUS(status) != 0 && WEXITSTATUS(status) != nothingNamed) ? 1 : 0;
         if (ended >= 0 && WIFSIGNALED(status)) {
             std::fputs("petal: a signal ended the process that drew a file\n", stderr);
         }
@@ -317,23 +385,33 @@ private:
 
     int running_ = 0;
     std::size_t failed_ = 0;
+    std::size_t lacking_ = 0;
 };
 
 /// As a task: tells its failure.
-Outcome drawSource(const Source& source, const DrawRequest& request, units::UnitLocator& locator) {
+int drawSource(const Source& source, const DrawRequest& request, units::UnitLocator& locator) {
     try {
-        if (!source.unreadable.empty()) {
-            throw Failure(Outcome::inputNotRead, "cannot search the folder '" + source.path + "': " + source.unreadable,
-                          "");
-        }
-        drawModel(source.path, request, false, locator);
-        return Outcome::success;
+        checkReadable(source);
+        return drawModel(source.path, request, false, locator) ? exitNumber(Outcome::success) : nothingNamed;
     } catch (const Failure& failure) {
         printFailure(failure.what(), failure.getAdvice());
-        return failure.getOutcome();
+        return exitNumber(failure.getOutcome());
     } catch (const std::exception& failure) {
         printFailure(failure.what(), "");
-        return Outcome::unexpected;
+        return exitNumber(Outcome::unexpected);
+    }
+}
+
+/// Refuses a name for the other form: a folder called shop.drawio, or a file for draw.io called shop.svg.
+void checkEnding(const DrawRequest& request) {
+    const bool isDrawio = request.writer == "drawio";
+    if (request.output && request.output->ends_with(isDrawio ? svgEnding : drawioEnding) &&
+        !std::filesystem::is_directory(*request.output)) {
+        throw Failure(Outcome::wrongUsage,
+                      "'" + *request.output + "' is the name of a file for " +
+                          (isDrawio ? "a picture, and --as drawio writes a file for draw.io"
+                                    : "draw.io, which --as drawio writes"),
+                      "");
     }
 }
 
@@ -361,8 +439,10 @@ void drawSeveral(const std::vector<Source>& sources, DrawRequest request, units:
     }
     workers.waitForAll();
     if (const std::size_t failed = workers.getFailedCount(); failed > 0) {
-        throw Failure(Outcome::someFailed,
-                      std::to_string(failed) + " of " + std::to_string(sources.size()) + " files failed", "");
+        throwSomeFailed(failed, sources.size());
+    }
+    if (workers.getLackingCount() == sources.size()) {
+        throw noDiagramNamed("the models have", request);
     }
 }
 
@@ -370,6 +450,7 @@ void drawSeveral(const std::vector<Source>& sources, DrawRequest request, units:
 
 void drawDiagrams(const DrawRequest& request) {
     static_cast<void>(themeOf(request)); // refused before anything is read
+    checkEnding(request);
     JobsRequest jobs;
     jobs.inputs = request.inputs;
     Sources found = findSources(jobs);
@@ -388,7 +469,7 @@ void drawDiagrams(const DrawRequest& request) {
         }
     }
     if (request.lists) {
-        listDiagrams(found.files, request, locator);
+        listDiagrams(found.files, request, isSingleFile(jobs), locator);
     } else if (isSingleFile(jobs)) {
         drawModel(found.files.front().path, request, true, locator);
     } else {
