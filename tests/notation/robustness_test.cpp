@@ -54,9 +54,9 @@ TEST(Robustness, OneParenthesisCostsAFewDamagesAndNoObject) {
 TEST(Robustness, UsualEventsAreTheSameReadSlowly) {
     constexpr std::string_view forms = "(object A \"n\" \"m\" @7\n"
                                        "\tk \"a\\\"b\\\\\" l -12 m (1, -2) n @3 o TRUE p Word q 0.5\n"
-                                       "    r\t(list L (object B) (value T \"x\")\r\n"
+                                       "    r\t(list L (object B \"a longer name\") (value T \"x\")\r\n"
                                        "\t    \"y\" 4 @5 (6,7))\n"
-                                       "\ts \n|one\n|two\r\n\t|\n"
+                                       "\tdocumentation \n|one\n|two\r\n\t|\n"
                                        "\tt (value U |three\n) u (\"V\" 8))\n";
     using namespace std::string_view_literals;
     constexpr std::string_view insertions[] = {
@@ -74,7 +74,7 @@ TEST(Robustness, UsualEventsAreTheSameReadSlowly) {
     };
     Reader::Settings small;
     small.window = 256;
-    small.longestName = 6;
+    small.longestName = 12;
     small.deepest = 3;
     for (const std::string_view inserted : insertions) {
         for (std::size_t at = 0; at <= forms.size(); ++at) {
