@@ -153,6 +153,7 @@ private:
         return value(at);
     }
 
+    /// In an object, `key_` has been read.
     bool value(const char* at) {
         switch (*at) {
         case '"':
@@ -233,9 +234,6 @@ private:
     }
 
     bool construct(const char* open) {
-        if (isInObject_ && key_.empty()) {
-            return false;
-        }
         if (startsWith(open, "(object ")) {
             return object(open, open + std::strlen("(object "));
         }
