@@ -91,6 +91,9 @@ std::string notationFault(std::string_view text) {
         if (std::string fault = faultOf(text, settings); !fault.empty()) {
             return fault;
         }
+        if (const std::string slow = notation::test::slowDifference(text, settings); !slow.empty()) {
+            return "what is read depends on how fast it is read: " + slow;
+        }
     }
     const std::string whole = notation::test::eventsOf(text, usual);
     const bool same = std::ranges::all_of(

@@ -1,6 +1,7 @@
 #include "layout/NotationTree.h"
 
 #include "host/encoding/KelTextDecoder.h"
+#include "host/text/KelTextHash.h"
 #include "notation/Reader.h"
 #include "notation/unescaped.h"
 #include "units/OpenFile.h"
@@ -10,7 +11,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <map>
+#include <tsl/robin_set.h>
 #include <utility>
 
 namespace layout {
@@ -21,7 +22,7 @@ using notation::Construct;
 using notation::Event;
 using notation::EventKind;
 
-/// The properties with a single value that pictures need, sorted.
+/// The properties with a single value that pictures need.
 constexpr std::array<std::string_view, 63> wantedKeys{"AssociationClass",
                                                       "Containment",
                                                       "IncludeAttribute",
@@ -86,20 +87,11 @@ constexpr std::array<std::string_view, 63> wantedKeys{"AssociationClass",
                                                       "y_coord",
                                                       "when"};
 
-const std::array<std::string_view, wantedKeys.size()>& sortedKeys() {
-    static const auto keys = [] {
-        auto copy = wantedKeys;
-        std::ranges::sort(copy);
-        return copy;
-    }();
-    return keys;
-}
-
 /// The property's name as the tree has it; empty for one that is not wanted.
 std::string_view wantedKey(std::string_view key) {
-    const auto& keys = sortedKeys();
-    const auto* found = std::ranges::lower_bound(keys, key);
-    return found != keys.end() && *found == key ? *found : std::string_view();
+    static const tsl::robin_set<std::string_view, KelTextHash> keys(wantedKeys.begin(), wantedKeys.end());
+    const auto found = keys.find(key);
+    return found != keys.end() ? *found : std::string_view();
 }
 
 /// The lists of properties that belong to other tools.
@@ -153,7 +145,7 @@ public:
     Loader(NotationTree& tree, const units::UnitTree& files) : tree_(tree), files_(files) {}
 
     void load() {
-        tree_.nodes_.emplace_back();
+        tree_.nodes_.add();
         contents_.resize(files_.files.size(), noNode);
         for (file_ = 0; file_ < files_.files.size(); ++file_) {
             const units::ResolvedFile& file = files_.files[file_];
@@ -215,7 +207,7 @@ private:
     Node& add(NodeKind kind, const Event& event) {
         const auto id = static_cast<NodeId>(tree_.nodes_.size());
         const NodeId parent = open_.back();
-        Node& node = tree_.nodes_.emplace_back();
+        Node& node = tree_.nodes_.add();
         node.kind = kind;
         node.file = static_cast<std::uint32_t>(file_);
         node.line = event.place.line;

@@ -73,7 +73,27 @@ public:
 private:
     class Loader;
 
-    std::vector<Node> nodes_;
+    /// Grows without moving the nodes, which are most of the memory.
+    class Nodes {
+    public:
+        Node& add() {
+            if (size_ % blockSize == 0) {
+                blocks_.push_back(std::make_unique<Node[]>(blockSize));
+            }
+            return (*this)[static_cast<NodeId>(size_++)];
+        }
+        Node& operator[](NodeId id) { return blocks_[id / blockSize][id % blockSize]; }
+        const Node& operator[](NodeId id) const { return blocks_[id / blockSize][id % blockSize]; }
+        [[nodiscard]] std::size_t size() const { return size_; }
+
+    private:
+        static constexpr std::size_t blockSize = 512;
+
+        std::vector<std::unique_ptr<Node[]>> blocks_;
+        std::size_t size_ = 0;
+    };
+
+    Nodes nodes_;
     std::vector<std::unique_ptr<char[]>> texts_;
     std::vector<std::string> fileNames_;
     Damages damages_;

@@ -69,13 +69,15 @@ constexpr ByteClass classOf(char byte) {
     return detail::byteTables.classes[static_cast<unsigned char>(byte)];
 }
 
+template <RunStop stop>
+constexpr bool endsRun(char byte) {
+    return (detail::byteTables.stops[static_cast<unsigned char>(byte)] & stop) != 0;
+}
+
 /// Returns the first byte at or after `text` that ends such a run. Requires one: NUL ends all of them.
 template <RunStop stop>
 const char* endOfRun(const char* text) {
-    const auto stops = [](char byte) {
-        return (detail::byteTables.stops[static_cast<unsigned char>(byte)] & stop) != 0;
-    };
-    while (!stops(*text)) {
+    while (!endsRun<stop>(*text)) {
         ++text;
     }
     return text;

@@ -8,14 +8,15 @@
 namespace notation {
 
 /// The part of the input that is in memory: a buffer of fixed size that moves over the input, followed by a NUL.
-/// Pointers into it are valid until `refill`.
+/// Pointers into it are valid until `refill`. Some bytes after the NUL can be read, too; they mean nothing.
 class InputWindow {
 public:
     static constexpr std::size_t usualCapacity = std::size_t{256} * 1024;
+    static constexpr std::size_t readable = 64; ///< from the NUL on
 
     /// `source` must live as long. Reads nothing yet.
     explicit InputWindow(ByteSource& source, std::size_t capacity = usualCapacity)
-        : source_(source), capacity_(capacity), buffer_(std::make_unique_for_overwrite<char[]>(capacity + 1)),
+        : source_(source), capacity_(capacity), buffer_(std::make_unique_for_overwrite<char[]>(capacity + readable)),
           limit_(buffer_.get()) {
         *limit_ = '\0';
     }

@@ -7,7 +7,6 @@ namespace notation {
 namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-constexpr std::uint32_t tabWidth = 8;
 
 } // namespace
 

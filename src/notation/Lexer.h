@@ -11,6 +11,8 @@ namespace notation {
 /// outside of texts and an ordinary byte within. A text ends with its line, closed or not.
 class Lexer {
 public:
+    static constexpr std::uint32_t tabWidth = 8; ///< columns of indentation
+
     /// `window` must live as long. Only the lexer may refill it.
     explicit Lexer(InputWindow& window);
 
@@ -18,6 +20,27 @@ public:
     /// the bytes throws.
     const Token& next();
     [[nodiscard]] const Token& token() const { return token_; }
+
+    /// Where the lexer is after a token.
+    struct Cursor {
+        const char* at;          ///< in the window, after the token
+        std::uint64_t line;      ///< of the token
+        std::uint64_t lineStart; ///< the offset of that line
+        std::uint64_t barLine;   ///< the last line with a "|" text; 0 for none
+        std::uint32_t indent;    ///< of the line, as in `Token`
+    };
+    /// Whether lines are known to end with LF, or CR LF, and no further piece of the current token follows.
+    [[nodiscard]] bool isAfterToken() const { return !isPiece_ && lineEnds_ == LineEnds::lf; }
+    /// PRECONDITION: `isAfterToken`, and `next` has been called.
+    [[nodiscard]] Cursor cursor() const { return {at_, line_, lineStart_, barLine_, indent_}; }
+    /// Goes on after another token, which the caller has read; `token` remains what it was.
+    void moveTo(const Cursor& cursor) {
+        at_ = cursor.at;
+        line_ = cursor.line;
+        lineStart_ = cursor.lineStart;
+        barLine_ = cursor.barLine;
+        indent_ = cursor.indent;
+    }
 
 private:
     enum class LineEnds { unknown, lf, cr };

@@ -44,8 +44,12 @@ Reader::Row Reader::row() const {
 }
 
 bool Reader::next() {
-    static constexpr Event nothing; // copying it is faster than making a new one
-    event_ = nothing;
+    return (consumes_ && settings_.isFast && usualEvent()) || anyEvent();
+}
+
+// Makes the next event from tokens.
+bool Reader::anyEvent() {
+    clearEvent(EventKind::damage, {}, {}, {});
     if (std::exchange(consumes_, false)) {
         advance();
     }

@@ -23,6 +23,7 @@ public:
         std::size_t window = InputWindow::usualCapacity;  ///< bytes in memory at a time; 256 at least
         std::size_t longestName = std::size_t{64} * 1024; ///< of names, keys and kinds; longer ones are cut
         std::size_t deepest = 100'000;                    ///< deeper constructs are skipped
+        bool isFast = true;                               ///< the events are the same without, but take more time
     };
     /// Further texts of an object's head are values without a key.
     static constexpr std::size_t mostNames = 16;
@@ -67,6 +68,11 @@ private:
     void giveKey();
     bool location();
     void repair(const Nesting::Repair& repair, const Place& place);
+
+    class Usual; // UsualEvents.cpp
+    void clearEvent(EventKind kind, std::string_view key, const Place& keyPlace, const Place& place);
+    bool usualEvent();
+    bool anyEvent();
 
     bool openConstruct();
     bool openUnnamed();
@@ -116,5 +122,24 @@ private:
     std::array<Name, mostNames> names_;
     std::size_t nameCount_ = 0;
 };
+
+// As `event_ = Event()`, which the compiler does with an instruction that takes as long as all the rest of an event.
+inline void Reader::clearEvent(EventKind kind, std::string_view key, const Place& keyPlace, const Place& place) {
+    event_.kind = kind;
+    event_.construct = Construct::object;
+    event_.continues = false;
+    event_.startsLine = false;
+    event_.isImplied = false;
+    event_.depth = 0;
+    event_.key = key;
+    event_.keyPlace = keyPlace;
+    event_.text = {};
+    event_.y = {};
+    event_.names = {};
+    event_.reference = {};
+    event_.place = place;
+    event_.end = 0;
+    event_.damage = nullptr;
+}
 
 } // namespace notation

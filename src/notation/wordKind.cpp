@@ -6,8 +6,6 @@ namespace notation {
 
 namespace {
 
-constexpr std::size_t longestNumber = 64;
-
 constexpr bool isDigit(char byte) {
     return byte >= '0' && byte <= '9';
 }

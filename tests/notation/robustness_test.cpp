@@ -50,9 +50,47 @@ TEST(Robustness, OneParenthesisCostsAFewDamagesAndNoObject) {
     }
 }
 
+/// The usual events are read in a way of their own, which must agree with the other one wherever it takes over.
+TEST(Robustness, UsualEventsAreTheSameReadSlowly) {
+    constexpr std::string_view forms = "(object A \"n\" \"m\" @7\n"
+                                       "\tk \"a\\\"b\\\\\" l -12 m (1, -2) n @3 o TRUE p Word q 0.5\n"
+                                       "    r\t(list L (object B \"a longer name\") (value T \"x\")\r\n"
+                                       "\t    \"y\" 4 @5 (6,7))\n"
+                                       "\tdocumentation \n|one\n|two\r\n\t|\n"
+                                       "\tt (value U |three\n) u (\"V\" 8))\n";
+    using namespace std::string_view_literals;
+    constexpr std::string_view insertions[] = {
+        "("sv,      ")"sv,     "\""sv,
+        "\\"sv,     "|"sv,     "@"sv,
+        ","sv,      "#"sv,     ";"sv,
+        "//"sv,     "\n"sv,    "\r"sv,
+        "\r\n"sv,   "\t"sv,    " "sv,
+        "\v"sv,     "\0"sv,    "\x1A"sv,
+        "\x7F"sv,   "\xC3"sv,  "-"sv,
+        "9"sv,      "."sv,     "x"sv,
+        "\n|"sv,    "\n\t "sv, "\r|"sv,
+        "( "sv,     "(1, 2"sv, "(object "sv,
+        "(list "sv, "k "sv,    "\n|\n(list L|"sv,
+    };
+    Reader::Settings small;
+    small.window = 256;
+    small.longestName = 12;
+    small.deepest = 3;
+    for (const std::string_view inserted : insertions) {
+        for (std::size_t at = 0; at <= forms.size(); ++at) {
+            std::string text(forms);
+            text.insert(at, inserted);
+            ASSERT_EQ(test::slowDifference(text), "") << text;
+            ASSERT_EQ(test::slowDifference(text, small), "") << text;
+        }
+    }
+}
+
 TEST(Robustness, RealModelsAreSound) {
     for (const auto& path : rose::test::realModels()) {
-        EXPECT_EQ(test::damagesOf(rose::test::contents(path)), std::vector<std::string>{}) << path;
+        const std::string text = rose::test::contents(path);
+        EXPECT_EQ(test::damagesOf(text), std::vector<std::string>{}) << path;
+        EXPECT_EQ(test::slowDifference(text), "") << path;
     }
 }
 

@@ -1,5 +1,7 @@
 #include "NotationEvents.h"
 
+#include <algorithm>
+
 namespace notation::test {
 
 namespace {
@@ -16,6 +18,10 @@ std::string startText(const Event& event) {
         text += " '" + std::string(name.text) + "'";
     }
     return text + (event.reference.empty() ? "" : " @" + std::string(event.reference)) + (event.isImplied ? "?" : "");
+}
+
+std::string placeText(const Place& place) {
+    return std::to_string(place.offset) + ":" + std::to_string(place.line) + ":" + std::to_string(place.column);
 }
 
 } // namespace
@@ -49,6 +55,45 @@ std::string eventsOf(std::string_view text, const Reader::Settings& settings, st
         }
     }
     return words;
+}
+
+std::string detailsOf(std::string_view text, const Reader::Settings& settings) {
+    MemorySource source(text);
+    Reader reader(source, settings);
+    std::string details;
+    while (reader.next()) {
+        const Event& event = reader.event();
+        for (const unsigned part : {static_cast<unsigned>(event.kind), static_cast<unsigned>(event.construct),
+                                    event.continues ? 1U : 0, event.startsLine ? 1U : 0, event.isImplied ? 1U : 0}) {
+            details += std::to_string(part) + " ";
+        }
+        details += std::to_string(event.depth) + " key " + placeText(event.keyPlace) + std::string(event.key);
+        details += " at " + placeText(event.place) + "-" + std::to_string(event.end) + " " + std::string(event.text);
+        details += " y " + std::string(event.y) + " @" + std::string(event.reference);
+        for (const Name& name : event.names) {
+            details += " name " + std::to_string(name.offset) + "+" + std::to_string(name.length) +
+                       (name.hasEscapes ? "\"" : "|") + std::string(name.text);
+        }
+        if (event.damage != nullptr) {
+            details += std::string(" ") + damageWord(event.damage->kind) + placeText(event.damage->place) + " opened " +
+                       placeText(event.damage->opened) + " " + std::to_string(event.damage->count);
+        }
+        details += "\n";
+    }
+    return details;
+}
+
+std::string slowDifference(std::string_view text, Reader::Settings settings) {
+    settings.isFast = true;
+    const std::string fast = detailsOf(text, settings);
+    settings.isFast = false;
+    const std::string slow = detailsOf(text, settings);
+    if (fast == slow) {
+        return "";
+    }
+    const auto at = static_cast<std::size_t>(std::ranges::mismatch(fast, slow).in2 - slow.begin());
+    const std::size_t begin = slow.rfind('\n', at) + 1;
+    return slow.substr(begin, slow.find('\n', at) - begin) + "\n";
 }
 
 std::vector<std::string> damagesOf(std::string_view text) {

@@ -2,6 +2,7 @@
 
 #include "host/encoding/KelTextDecoder.h"
 #include "host/encoding/charSetEncoding.h"
+#include "host/text/KelTextHash.h"
 #include "notation/Header.h"
 #include "notation/Reader.h"
 #include "notation/unescaped.h"
@@ -9,6 +10,8 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
+#include <tsl/robin_map.h>
 #include <utility>
 
 namespace petal {
@@ -62,7 +65,8 @@ constexpr std::string_view diagramSuffix = "Diagram"; // ClassDiagram, State_Dia
 /// An object that is being read, with the properties of a controlled unit.
 struct OpenObject {
     std::string kind;
-    std::string name;
+    std::string name; // with escapes if `hasEscapes`
+    bool hasEscapes = false;
     std::string file;
     bool isUnit = false;
     bool isLoaded = false;
@@ -79,10 +83,12 @@ private:
     void startObject(const Event& event);
     void endObject();
     void takeProperty(const Event& event);
-    void countKind(const std::string& kind);
+    void countKind(std::string_view kind);
+    static std::string nameOf(const OpenObject& object);
     OpenObject& current() { return open_[depth_ - 1]; }
 
     FileInfo info_;
+    tsl::robin_map<std::string, std::uint64_t, KelTextHash, std::equal_to<>> kinds_; // as in the file
     notation::HeaderGatherer header_;
     std::vector<OpenObject> open_; // the first `depth_`; the others keep their memory for reuse
     std::size_t depth_ = 0;
@@ -129,8 +135,8 @@ void Gatherer::startObject(const Event& event) {
     object.kind = event.text;
     object.name.clear();
     if (!event.names.empty()) {
-        const notation::Name& name = event.names.front();
-        object.name = name.hasEscapes ? notation::unescaped(name.text) : std::string(name.text);
+        object.name = event.names.front().text;
+        object.hasEscapes = event.names.front().hasEscapes;
     }
     object.file.clear();
     object.isUnit = false;
@@ -138,19 +144,23 @@ void Gatherer::startObject(const Event& event) {
     object.place = event.place;
     if (!event.isImplied) {
         ++info_.objectCount;
-        countKind(object.kind);
+        countKind(event.text);
         if (event.text.ends_with(diagramSuffix)) {
-            info_.diagrams.push_back({object.kind, object.name});
+            info_.diagrams.push_back({object.kind, nameOf(object)});
         }
     }
 }
 
-void Gatherer::countKind(const std::string& kind) {
-    auto found = info_.objects.find(kind);
-    if (found == info_.objects.end()) {
-        found = info_.objects.emplace(info_.objects.size() < mostKinds ? kind : otherKinds, 0).first;
+void Gatherer::countKind(std::string_view kind) {
+    auto found = kinds_.find(kind);
+    if (found == kinds_.end()) {
+        found = kinds_.emplace(kinds_.size() < mostKinds ? kind : otherKinds, 0).first;
     }
-    ++found->second;
+    ++found.value();
+}
+
+std::string Gatherer::nameOf(const OpenObject& object) {
+    return object.hasEscapes ? notation::unescaped(object.name) : object.name;
 }
 
 void Gatherer::endObject() {
@@ -158,7 +168,7 @@ void Gatherer::endObject() {
     --depth_;
     if (object.isUnit && depth_ > 0) { // the outermost is the file itself
         info_.units.push_back(
-            {object.kind, object.name, notation::unescaped(object.file), object.isLoaded, object.place});
+            {object.kind, nameOf(object), notation::unescaped(object.file), object.isLoaded, object.place});
     }
 }
 
@@ -183,13 +193,9 @@ FileInfo Gatherer::finish() {
     KelTextDecoder decoder(units::encodingOf(header.charSet));
     const auto convert = [&](std::string& text) { text = decoder.toUtf8(text); };
     convert(info_.written = notation::unescaped(header.written));
-    std::map<std::string, std::uint64_t, std::less<>> objects;
-    for (const auto& [kind, count] : info_.objects) {
-        std::string converted = kind;
-        convert(converted);
-        objects[converted] += count;
+    for (const auto& [kind, count] : kinds_) {
+        info_.objects[decoder.toUtf8(kind)] += count;
     }
-    info_.objects = std::move(objects);
     for (ControlledUnit& unit : info_.units) {
         convert(unit.kind);
         convert(unit.name);
