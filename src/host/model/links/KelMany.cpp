@@ -116,3 +116,12 @@ void KelMany::afterRename(KelObject& object) const noexcept {
         several->afterRename(object);
     }
 }
+
+void KelMany::expectRename(KelObject& object, std::vector<KelLinkCollection*>& expecting) const {
+    if (KelLinkCollection* several = collection(); several != nullptr) {
+        expecting.push_back(several); // if expectRename throws, this one is told as well
+        if (!several->expectRename(object)) {
+            expecting.pop_back();
+        }
+    }
+}

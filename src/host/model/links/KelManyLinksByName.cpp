@@ -1,6 +1,7 @@
 #include "host/model/links/KelManyLinksByName.h"
 
 #include "host/model/KelObject.h"
+#include "host/model/KelRenaming.h"
 
 #include <algorithm>
 #include <bit>
@@ -50,7 +51,7 @@ void sortInPlace(std::vector<KelObject*>& objects) noexcept {
 } // namespace
 
 bool KelNameRow::takesNext(const KelObject& object) const {
-    return !isSorted_ || objects_.empty() || objects_.back()->getName().view() <= object.getName().view();
+    return !isSorted_ || objects().empty() || nameOf(objects_.back()) <= nameOf(&object);
 }
 
 void KelNameRow::add(KelObject& object) {
@@ -59,76 +60,96 @@ void KelNameRow::add(KelObject& object) {
         return;
     }
     try {
-        firstByName_->try_emplace(object.getName().view(), &object);
+        firstByName_->insert(&object);
     } catch (...) {
         objects_.pop_back();
         throw;
     }
 }
 
-void KelNameRow::removeLast() noexcept {
-    if (firstByName_) {
-        const auto named = firstByName_->find(objects_.back()->getName().view());
-        if (named != firstByName_->end() && named->second == objects_.back()) {
-            firstByName_->erase(named);
+bool KelNameRow::removeFromEnd(const KelObject& object) noexcept {
+    if (objects_.back() == &object) {
+        if (firstByName_) {
+            const auto named = firstByName_->find(objects_.back());
+            if (named != firstByName_->end() && *named == &object) {
+                firstByName_->erase(named);
+            }
         }
+        objects_.pop_back();
+        return true;
     }
-    objects_.pop_back();
+    if (isSorted_ && objects_[start_] == &object) {
+        ++start_;
+        return true;
+    }
+    return false;
+}
+
+void KelNameRow::closeGap() noexcept {
+    objects_.erase(objects_.begin(), objects_.begin() + static_cast<std::ptrdiff_t>(start_));
+    start_ = 0;
 }
 
 void KelNameRow::remove(const KelObject& object) noexcept {
-    firstByName_.reset();
+    forgetNames();
+    closeGap();
     objects_.erase(std::find(objects_.begin(), objects_.end(), &object));
 }
 
 void KelNameRow::clear() noexcept {
     std::vector<KelObject*>().swap(objects_);
-    firstByName_.reset();
-    isSorted_ = false;
+    start_ = 0;
+    forgetOrder();
 }
 
 void KelNameRow::sort() noexcept {
     if (!isSorted_) {
+        forgetNames(); // sorted, the row is searched instead
+        closeGap();
         try {
             sortAtHand(objects_);
         } catch (const std::bad_alloc&) {
             sortInPlace(objects_);
         }
         isSorted_ = true;
-        firstByName_.reset(); // sorted, the row is searched instead
     }
 }
 
 void KelNameRow::forgetOrder() noexcept {
-    firstByName_.reset();
+    forgetNames();
     isSorted_ = false;
 }
 
+void KelNameRow::moveToEnd(std::span<KelObject* const> renamed) noexcept {
+    forgetOrder();
+    closeGap();
+    const auto kept = std::remove_if(objects_.begin(), objects_.end(),
+                                     [](const KelObject* object) { return KelRenaming::isUnderWay(*object); });
+    std::copy(renamed.begin(), renamed.end(), kept);
+}
+
 void KelNameRow::indexNames() {
-    FirstByName index(objects_.size());
-    for (KelObject* object : objects_) {
-        index.try_emplace(object->getName().view(), object);
-    }
-    firstByName_ = std::move(index);
+    closeGap();
+    firstByName_.emplace(objects_.begin(), objects_.end(), objects_.size());
 }
 
 KelObject* KelNameRow::firstNamed(const KelString& name) {
     if (isSorted_) {
         const auto at = static_cast<std::size_t>(lowerBound(name));
-        return at < objects_.size() && objects_[at]->getName() == name ? objects_[at] : nullptr;
+        return at < objects().size() && objects()[at]->getName() == name ? objects()[at] : nullptr;
     }
     if (!firstByName_) {
         indexNames();
     }
     const auto found = firstByName_->find(name.view());
-    return found != firstByName_->end() ? found->second : nullptr;
+    return found != firstByName_->end() ? *found : nullptr;
 }
 
 int KelNameRow::lowerBound(const KelString& name) const noexcept {
-    const auto place = std::lower_bound(
-        objects_.begin(), objects_.end(), name.view(),
-        [](const KelObject* held, std::string_view wanted) { return held->getName().view() < wanted; });
-    return static_cast<int>(place - objects_.begin());
+    const auto place =
+        std::lower_bound(objects().begin(), objects().end(), name.view(),
+                         [](const KelObject* held, std::string_view wanted) { return nameOf(held) < wanted; });
+    return static_cast<int>(place - objects().begin());
 }
 
 namespace {
@@ -220,9 +241,10 @@ void KelManyLinksByName::insert(KelObject& object) {
 
 void KelManyLinksByName::erase(KelObject& object) noexcept {
     --count_;
-    if (!isInTree() && row_.objects().back() == &object) {
-        row_.removeLast();
-    } else if (bringIntoTree()) {
+    if (!isInTree() && row_.removeFromEnd(object)) {
+        return;
+    }
+    if (bringIntoTree()) {
         KelRBTree::Node* node = nodeOf(object);
         nodes_.erase(&object);
         tree_.removeNode(node);
@@ -238,7 +260,7 @@ KelObject* KelManyLinksByName::at(int index) const {
     }
     if (!isInTree()) {
         row_.sort();
-        const auto place = row_.objects().begin() + index;
+        KelObject* const* place = row_.objects().data() + index;
         if (count_ - index > looksAhead) {
             __builtin_prefetch(place[looksAhead]); // accesses are mostly consecutive
         }
@@ -295,7 +317,7 @@ KelObject* KelManyLinksByName::firstNamed(const KelString& name) const {
 }
 
 void KelManyLinksByName::beforeRename(KelObject& object) noexcept {
-    if (bringIntoTree()) {
+    if (expected_.empty() && bringIntoTree()) {
         renaming_ = nodeOf(object);
         tree_.detachNode(renaming_);
         walk_ = {};
@@ -305,7 +327,23 @@ void KelManyLinksByName::beforeRename(KelObject& object) noexcept {
 void KelManyLinksByName::afterRename(KelObject& /*object*/) noexcept {
     if (renaming_ != nullptr) {
         tree_.attachNode(std::exchange(renaming_, nullptr));
-    } else {
+    } else if (expected_.empty()) {
         row_.forgetOrder();
     }
+}
+
+bool KelManyLinksByName::expectRename(KelObject& object) {
+    if (isInTree()) {
+        return false;
+    }
+    row_.forgetNames();
+    expected_.push_back(&object);
+    return expected_.size() == 1;
+}
+
+void KelManyLinksByName::afterRenames(bool areRenamed) noexcept {
+    if (areRenamed) {
+        row_.moveToEnd(expected_);
+    }
+    std::vector<KelObject*>().swap(expected_);
 }
