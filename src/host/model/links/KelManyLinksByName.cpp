@@ -31,7 +31,7 @@ bool comesBefore(const SortedObject& left, const SortedObject& right) noexcept {
 }
 
 /// Throws `std::bad_alloc`.
-void sortAtHand(std::vector<KelObject*>& objects) {
+void sortAtHand(std::span<KelObject*> objects) {
     std::vector<SortedObject> sorted;
     sorted.reserve(objects.size());
     for (KelObject* object : objects) {
@@ -42,10 +42,43 @@ void sortAtHand(std::vector<KelObject*>& objects) {
     std::transform(sorted.begin(), sorted.end(), objects.begin(), [](const SortedObject& one) { return one.object; });
 }
 
-void sortInPlace(std::vector<KelObject*>& objects) noexcept {
-    std::stable_sort(objects.begin(), objects.end(), [](const KelObject* left, const KelObject* right) {
-        return left->getName().view() < right->getName().view();
-    });
+bool comesBeforeByName(const KelObject* left, const KelObject* right) {
+    return left->getName().view() < right->getName().view();
+}
+
+/// Sorts by name; equal names remain in their order. Slower when memory is short.
+void sortObjects(std::span<KelObject*> objects) noexcept {
+    if (std::is_sorted(objects.begin(), objects.end(), comesBeforeByName)) {
+        return; // as objects that were made in the order of others
+    }
+    try {
+        sortAtHand(objects);
+    } catch (const std::bad_alloc&) {
+        std::stable_sort(objects.begin(), objects.end(), comesBeforeByName);
+    }
+}
+
+/// Up to this part of a row, single objects are merged into it with fewer comparisons.
+constexpr std::size_t few = 16;
+
+/// Merges the objects from `middle` on, which are sorted, into the others, which are sorted, behind equal names.
+void merge(std::vector<KelObject*>& objects, std::size_t middle) noexcept {
+    auto end = objects.begin() + static_cast<std::ptrdiff_t>(middle);
+    try {
+        if (objects.size() - middle <= objects.size() / few) {
+            const std::vector<KelObject*> added(end, objects.end());
+            auto merged = objects.end();
+            for (std::size_t left = added.size(); left > 0; --left) {
+                const auto place = std::upper_bound(objects.begin(), end, added[left - 1], comesBeforeByName);
+                merged = std::move_backward(place, end, merged);
+                *--merged = added[left - 1];
+                end = place;
+            }
+            return;
+        }
+    } catch (const std::bad_alloc&) { // as with many
+    }
+    std::inplace_merge(objects.begin(), end, objects.end(), comesBeforeByName);
 }
 
 } // namespace
@@ -76,6 +109,7 @@ bool KelNameRow::removeFromEnd(const KelObject& object) noexcept {
             }
         }
         objects_.pop_back();
+        inOrder_ = std::min(inOrder_, objects_.size());
         return true;
     }
     if (isSorted_ && objects_[start_] == &object) {
@@ -93,6 +127,7 @@ void KelNameRow::closeGap() noexcept {
 void KelNameRow::remove(const KelObject& object) noexcept {
     forgetNames();
     closeGap();
+    inOrder_ = 0;
     objects_.erase(std::find(objects_.begin(), objects_.end(), &object));
 }
 
@@ -103,29 +138,30 @@ void KelNameRow::clear() noexcept {
 }
 
 void KelNameRow::sort() noexcept {
-    if (!isSorted_) {
-        forgetNames(); // sorted, the row is searched instead
-        closeGap();
-        try {
-            sortAtHand(objects_);
-        } catch (const std::bad_alloc&) {
-            sortInPlace(objects_);
-        }
-        isSorted_ = true;
+    if (isSorted_) {
+        return;
     }
+    forgetNames(); // sorted, the row is searched instead
+    closeGap();
+    sortObjects(std::span(objects_).subspan(inOrder_));
+    merge(objects_, inOrder_);
+    isSorted_ = true;
 }
 
 void KelNameRow::forgetOrder() noexcept {
     forgetNames();
     isSorted_ = false;
+    inOrder_ = 0;
 }
 
 void KelNameRow::moveToEnd(std::span<KelObject* const> renamed) noexcept {
+    const bool wasSorted = isSorted_;
     forgetOrder();
     closeGap();
     const auto kept = std::remove_if(objects_.begin(), objects_.end(),
                                      [](const KelObject* object) { return KelRenaming::isUnderWay(*object); });
     std::copy(renamed.begin(), renamed.end(), kept);
+    inOrder_ = wasSorted ? objects_.size() - renamed.size() : 0;
 }
 
 void KelNameRow::indexNames() {

@@ -62,6 +62,7 @@ private:
     std::size_t start_ = 0;                  // the objects before it have been removed
     std::optional<FirstByName> firstByName_; // made when needed
     bool isSorted_ = false;
+    std::size_t inOrder_ = 0; // of a row that is not sorted: this many objects at the start are
 };
 
 /// A large collection in name order: a row while objects are only added, read, removed from the ends, or renamed many
