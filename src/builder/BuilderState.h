@@ -3,9 +3,7 @@
 #include "builder/Notes.h"
 #include "builder/Quids.h"
 #include "builder/indexes/WaitingClasses.h"
-#include "builder/indexes/WaitingClasses.h"
 #include "host/bridge/KelImportObserver.h"
-#include "host/containers/KelNameLinkTree.h"
 #include "host/containers/KelVector.h"
 #include "host/model/KelDeletionObserver.h"
 #include "host/model/KelModelObject.h"
@@ -129,7 +127,8 @@ public:
     void deleting(KelObject& object) noexcept override;
 };
 
-/// Empties the indexes, which `cleanup` does at the end of an import. The lists that they index stay as they are.
+/// Empties the indexes and frees their memory, as soon as no step needs them any longer; `cleanup` does it in any case.
+/// The lists that they index stay as they are.
 void clearIndexes() noexcept;
 
 } // namespace rose

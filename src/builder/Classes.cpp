@@ -48,7 +48,7 @@ void forget(const KelClass& deleted) noexcept {
 }
 
 void clear() noexcept {
-    classes.clear();
+    decltype(classes)().swap(classes); // clear() would keep the memory
 }
 
 } // namespace PackageClasses

@@ -33,7 +33,7 @@ void remove(KelLinkTree& list, const KelModelElement& element) noexcept {
 }
 
 void clear() noexcept {
-    nodes.clear();
+    decltype(nodes)().swap(nodes); // clear() would keep the memory
 }
 
 } // namespace rose::WaitingNodes
