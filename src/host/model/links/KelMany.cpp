@@ -6,8 +6,8 @@ namespace {
 
 /// The array of every empty end.
 const KelArrayInterface& nothing() {
-    static const KelFewLinks none(KelOrder::byAdding);
-    return none;
+    static const std::unique_ptr<KelFewLinks> none = KelFewLinks::make(KelOrder::byAdding, 0);
+    return *none;
 }
 
 } // namespace
