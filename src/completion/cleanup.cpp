@@ -9,10 +9,11 @@
 #include "host/model/KelModelObject.h"
 #include "host/model/KelTraversalOperation.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <new>
-#include <ranges>
 #include <utility>
+#include <vector>
 
 namespace rose {
 
@@ -47,9 +48,8 @@ void deleteWaiting(KelModelElement& element) noexcept {
 
 /// Empties the lists of waiting elements, the last ones first.
 void emptyWaiting() noexcept {
-    for (KelClass* waiting : std::views::reverse(state.toBeClasses.takeByName())) {
-        deleteWaiting(*waiting);
-    }
+    const std::vector<KelClass*> classes = state.toBeClasses.takeByName();
+    std::for_each(classes.rbegin(), classes.rend(), [](KelClass* waiting) { deleteWaiting(*waiting); });
     while (KelRBTree::Node* node = state.toBeAssociations.lastNode()) {
         auto* waiting = static_cast<KelAssociation*>(const_cast<void*>(KelRBTree::element(node)));
         state.toBeAssociations.removeNode(node);

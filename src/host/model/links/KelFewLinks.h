@@ -34,7 +34,7 @@ private:
         int count;
     };
     static void* operator new(std::size_t size, Room room) {
-        return ::operator new(size + static_cast<std::size_t>(room.count) * sizeof(KelObject*));
+        return ::operator new(size + static_cast<std::size_t>(room.count) * sizeof(void*));
     }
     static void operator delete(void* memory, Room /*room*/) noexcept { ::operator delete(memory); }
     KelFewLinks(KelOrder order, Room room) : order_(order), room_(room.count) {}
