@@ -135,6 +135,7 @@ void import(const KelString& bridgeId, KelModel& model, KelOptionList& options, 
     rose::RoseLexImport(rose::state.theFile);
     rose::checkToBeClasses();
     rose::ValidateModel();
+    rose::clearIndexes(); // the conversion of types needs memory, and nothing needs an index any longer
     rose::setRoseTypes(&model);
     KelMetadataOrigin& origin = addOrigin(model, bridgeId, localPath);
     convertTexts(model, origin, encodingName, log);

@@ -47,7 +47,7 @@ void forget(const KelAssociation& deleted) noexcept {
 }
 
 void clear() noexcept {
-    markedRoles.clear();
+    decltype(markedRoles)().swap(markedRoles); // clear() would keep the memory
 }
 
 } // namespace AggregateRoles

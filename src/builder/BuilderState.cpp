@@ -57,7 +57,7 @@ void ImportWatch::deleting(KelObject& object) noexcept {
     forgetElement(element);
     forgetRelationships(element);
     if (object.elementType == KelElementType::classObject) {
-        WaitingNodes::remove(state.toBeClasses, element);
+        state.toBeClasses.remove(static_cast<KelClass&>(object));
         PackageClasses::forget(static_cast<KelClass&>(object));
     } else if (object.elementType == KelElementType::association) {
         AggregateRoles::forget(static_cast<KelAssociation&>(object));

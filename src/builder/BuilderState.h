@@ -2,8 +2,8 @@
 
 #include "builder/Notes.h"
 #include "builder/Quids.h"
+#include "builder/indexes/WaitingClasses.h"
 #include "host/bridge/KelImportObserver.h"
-#include "host/containers/KelNameLinkTree.h"
 #include "host/containers/KelVector.h"
 #include "host/model/KelDeletionObserver.h"
 #include "host/model/KelModelObject.h"
@@ -101,10 +101,10 @@ struct BuilderState : CurrentObjects {
     bool sem = false;                   ///< ... the semantics
 
     // Waiting for something that is read later.
-    KelNameLinkTree toBeClasses; ///< classes known by name only
-    QuidTree toBeAssociations;   ///< associations known by quid only, from the views that show them
-    KelVector toBeNotes;         ///< a NoteRecord for each note text, in reading order
-    NoteRecord currentNoteId;    ///< the note being read or attached
+    WaitingClasses toBeClasses; ///< classes known by name only
+    QuidTree toBeAssociations;  ///< associations known by quid only, from the views that show them
+    KelVector toBeNotes;        ///< a NoteRecord for each note text, in reading order
+    NoteRecord currentNoteId;   ///< the note being read or attached
 };
 
 /// The state of the import under way, or of the last one. `startBuilding` assigns all of it; the operations of the
@@ -127,7 +127,8 @@ public:
     void deleting(KelObject& object) noexcept override;
 };
 
-/// Empties the indexes, which `cleanup` does at the end of an import. The lists that they index stay as they are.
+/// Empties the indexes and frees their memory, as soon as no step needs them any longer; `cleanup` does it in any case.
+/// The lists that they index stay as they are.
 void clearIndexes() noexcept;
 
 } // namespace rose

@@ -4,7 +4,6 @@
 #include "builder/Trace.h"
 #include "builder/Unattached.h"
 #include "builder/indexes/ContainerIndex.h"
-#include "builder/indexes/WaitingNodes.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDesignPackage.h"
 #include "host/model/KelDiagram.h"
@@ -49,7 +48,7 @@ void forget(const KelClass& deleted) noexcept {
 }
 
 void clear() noexcept {
-    classes.clear();
+    decltype(classes)().swap(classes); // clear() would keep the memory
 }
 
 } // namespace PackageClasses
@@ -71,9 +70,9 @@ KelClass* findAClass(const char* name, int remove) {
     if (KelClass* found = PackageClasses::find(wanted); found != nullptr) {
         return found;
     }
-    auto* waiting = static_cast<KelClass*>(WaitingNodes::findFirst(state.toBeClasses, wanted));
+    KelClass* waiting = state.toBeClasses.findFirst(wanted);
     if (waiting != nullptr && remove != 0) {
-        WaitingNodes::remove(state.toBeClasses, *waiting);
+        state.toBeClasses.remove(*waiting);
     }
     return waiting;
 }
@@ -88,7 +87,7 @@ KelClass* getClassFromViewelement(KelModelObject* container, const KelString& na
 KelClass* createWaitingClass(const char* name) {
     auto made = std::make_unique<KelClass>();
     made->setName(name);
-    WaitingNodes::add(state.toBeClasses, *made);
+    state.toBeClasses.add(*made);
     KelClass* waiting = made.release();
     trace::named(*waiting);
     return waiting;

@@ -119,8 +119,8 @@ void forget(KelAssociation& association) noexcept {
 
 void clear() noexcept {
     entries.clear();
-    entryOf.clear();
-    packagePlaces.clear();
+    decltype(entryOf)().swap(entryOf); // clear() would keep the memory
+    decltype(packagePlaces)().swap(packagePlaces);
     nextOrder = 0;
 }
 

@@ -2,7 +2,6 @@
 #include "builder/BuilderState.h"
 #include "builder/Trace.h"
 #include "builder/Unattached.h"
-#include "builder/indexes/WaitingNodes.h"
 #include "completion/ValidateModel.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelAssociationRole.h"
@@ -20,7 +19,7 @@ namespace {
 /// Whether a class of that name still waits. Logs the name each time.
 bool findClassInRemainingFoodStuffs(const KelString& name) {
     report(QEV_RRSE::ROS_I_CLASS_NAME_TO_BE_FOUND, name.view());
-    return WaitingNodes::findFirst(state.toBeClasses, name) != nullptr;
+    return state.toBeClasses.findFirst(name) != nullptr;
 }
 
 bool isOrphan(const KelAssociationRole& role) {

@@ -5,7 +5,6 @@
 #include "builder/Trace.h"
 #include "builder/Types.h"
 #include "builder/Unattached.h"
-#include "builder/indexes/WaitingNodes.h"
 #include "host/model/KelArgument.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelAttribute.h"
@@ -28,11 +27,11 @@ void checkToBeClasses() {
     KelDesignPackage* home = attach(std::make_unique<KelDesignPackage>(),
                                     [](KelDesignPackage* made) { return state.aModel->addChildPackage(made); });
     home->setName("Use Case Classes in Class Diagrams");
-    while (const void* waiting = state.toBeClasses[0]) {
-        state.aClass = static_cast<KelClass*>(const_cast<void*>(waiting));
-        home->addModelElement(state.aClass);
-        trace::repaired(*state.aClass, KelImportReason::onlyNamed, home);
-        WaitingNodes::remove(state.toBeClasses, *state.aClass);
+    for (KelClass* waiting : state.toBeClasses.byName()) {
+        state.aClass = waiting;
+        home->addModelElement(waiting);
+        trace::repaired(*waiting, KelImportReason::onlyNamed, home);
+        state.toBeClasses.remove(*waiting);
     }
 }
 

@@ -9,9 +9,11 @@
 #include "host/model/KelModelObject.h"
 #include "host/model/KelTraversalOperation.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <new>
 #include <utility>
+#include <vector>
 
 namespace rose {
 
@@ -36,16 +38,22 @@ void freeNotes() noexcept {
     state.toBeNotes.empty();
 }
 
-/// Empties a list of waiting model elements. Those that have found no package belong to the list and are deleted.
-template <class Element>
-void emptyWaiting(KelLinkTree& waiting) noexcept {
-    while (KelRBTree::Node* node = waiting.lastNode()) {
-        auto* element = static_cast<Element*>(const_cast<void*>(KelRBTree::element(node)));
-        waiting.removeNode(node);
-        if (element->getDesignPackage() == nullptr) {
-            trace::removing(*element, KelImportReason::supplierUnknown);
-            delete element;
-        }
+/// Deletes an element that has waited in a list until the end, unless it has found a package meanwhile.
+void deleteWaiting(KelModelElement& element) noexcept {
+    if (element.getDesignPackage() == nullptr) {
+        trace::removing(element, KelImportReason::supplierUnknown);
+        delete &element;
+    }
+}
+
+/// Empties the lists of waiting elements, the last ones first.
+void emptyWaiting() noexcept {
+    const std::vector<KelClass*> classes = state.toBeClasses.takeByName();
+    std::for_each(classes.rbegin(), classes.rend(), [](KelClass* waiting) { deleteWaiting(*waiting); });
+    while (KelRBTree::Node* node = state.toBeAssociations.lastNode()) {
+        auto* waiting = static_cast<KelAssociation*>(const_cast<void*>(KelRBTree::element(node)));
+        state.toBeAssociations.removeNode(node);
+        deleteWaiting(*waiting);
     }
 }
 
@@ -67,8 +75,7 @@ void cleanup() {
     clearIndexes();
     const bool isReset = resetModel();
     freeNotes();
-    emptyWaiting<KelClass>(state.toBeClasses);
-    emptyWaiting<KelAssociation>(state.toBeAssociations);
+    emptyWaiting();
     state.packages.empty();
     deleteUnattached();
     if (std::FILE* file = std::exchange(state.theFile, nullptr); file != nullptr) {

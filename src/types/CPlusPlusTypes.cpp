@@ -18,7 +18,7 @@
 #include <memory>
 #include <span>
 #include <string_view>
-#include <tsl/robin_map.h>
+#include <tsl/robin_set.h>
 
 namespace rose {
 
@@ -97,28 +97,43 @@ struct Key {
     bool operator==(const Key&) const = default;
 };
 
+Key keyOf(const Key& key) {
+    return key;
+}
+
+Key keyOf(const KelDerivedType* type) {
+    return {type->getName().view(), type->getDataType().view(), type->getLength()};
+}
+
 struct KeyHash {
-    std::size_t operator()(const Key& key) const noexcept {
-        // Most names have one data type and one length.
-        return KelTextHash()(key.name) + static_cast<std::size_t>(key.length);
+    std::size_t operator()(const auto& keyed) const noexcept {
+        const Key key = keyOf(keyed);
+        return KelTextHash()(key.name) + static_cast<std::size_t>(key.length); // most names have one data type
     }
 };
 
-tsl::robin_map<Key, KelDerivedType*, KeyHash> types; // the texts of a key are the type's own
+struct EqualKeys {
+    using is_transparent = void;
+    bool operator()(const auto& left, const auto& right) const { return keyOf(left) == keyOf(right); }
+};
+
+constexpr bool storesHash = true; // types of other keys would otherwise be read
+// The types themselves: with keys of their own, it would be larger than all else that an import of many types holds.
+tsl::robin_set<KelDerivedType*, KeyHash, EqualKeys, std::allocator<KelDerivedType*>, storesHash> types;
 
 } // namespace
 
 Scope::~Scope() {
-    types.clear();
+    decltype(types)().swap(types); // clear() would keep the memory
 }
 
 void note(KelDerivedType& made) {
-    types.try_emplace(Key{made.getName().view(), made.getDataType().view(), made.getLength()}, &made);
+    types.insert(&made);
 }
 
 KelDerivedType* find(const KelString& dataType, const KelString& name, int length) {
     const auto found = types.find(Key{name.view(), dataType.view(), length});
-    return found != types.end() ? found->second : nullptr;
+    return found != types.end() ? *found : nullptr;
 }
 
 } // namespace ConvertedTypes

@@ -4,6 +4,7 @@
 #include "host/model/KelConcreteType.h"
 #include "host/model/KelModel.h"
 #include "host/model/KelPackage.h"
+#include "host/model/KelRenaming.h"
 #include "host/model/links/KelFewLinks.h"
 #include "host/model/links/KelLinks.h"
 #include "support/memory/MemoryShortage.h"
@@ -15,6 +16,7 @@
 #include <new>
 #include <ostream>
 #include <random>
+#include <span>
 #include <string>
 
 namespace {
@@ -96,6 +98,31 @@ protected:
         }
     }
 
+    /// Renames several at once. In the twin it is done one after the other; without memory none is renamed.
+    void renameSeveral() {
+        KelRenaming renaming;
+        std::vector<KelObject*> moved;
+        std::ranges::shuffle(objects_, random_);
+        for (const auto& object : std::span(objects_).first(static_cast<std::size_t>(pick(objects_.size())))) {
+            KelString name = someName();
+            const bool isHeld = std::ranges::find(twin_, object.get()) != twin_.end();
+            if (isHeld && GetParam().byName && !(name == object->getName())) {
+                moved.push_back(object.get());
+            }
+            renaming.add(*object, std::move(name));
+        }
+        try {
+            const MemoryShortage shortage(pick(3));
+            renaming.carryOut();
+        } catch (const std::bad_alloc&) {
+            ++failures_;
+            checkAll();
+            renaming.carryOut();
+        }
+        std::erase_if(twin_, [&](KelObject* object) { return std::ranges::find(moved, object) != moved.end(); });
+        std::ranges::for_each(moved, [&](KelObject* object) { placeInTwin(object); });
+    }
+
     void find() {
         const KelString name = someName();
         const int from = pick(twin_.size() + 3) - 1;
@@ -157,7 +184,7 @@ TEST_P(ModelCollectionTwin, BehavesAsAVector) {
             for (int step = 0; step < 12 * most; ++step) {
                 const bool adds = static_cast<int>(twin_.size()) < most && (pick(3) != 0) == growing;
                 if (adds || !onlyGathers || !growing) {
-                    adds ? add() : pick(2) == 0 ? remove() : rename();
+                    adds ? add() : pick(2) == 0 ? remove() : pick(8) == 0 ? renameSeveral() : rename();
                 }
                 if (asks && onlyGathers && growing) {
                     findFirst();

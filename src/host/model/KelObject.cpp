@@ -3,6 +3,7 @@
 #include "host/model/KelObject.h"
 
 #include "host/model/KelNumbering.h"
+#include "host/model/KelRenaming.h"
 #include "host/model/links/KelLinkCollection.h"
 #include "host/model/links/KelRelation.h"
 
@@ -146,6 +147,36 @@ KelObject* KelObject::_getn(const KelArrayInterface* array, const KelString& nam
         *index = found;
     }
     return static_cast<KelObject*>(const_cast<void*>((*array)[found]));
+}
+
+void KelRenaming::add(KelObject& object, KelString&& name) {
+    names_.emplace_back(&object, std::move(name));
+}
+
+void KelRenaming::carryOut() {
+    std::erase_if(names_, [](const auto& one) { return one.first->getName() == one.second; }); // these stay in place
+    std::vector<KelLinkCollection*> expecting;
+    try {
+        for (const auto& [object, name] : names_) {
+            for (const KelRelationEnd& end : object->getMetaClass().collectedEnds()) {
+                end.relation->expectRename(*object, end.isHolder, expecting);
+            }
+        }
+    } catch (...) {
+        std::ranges::for_each(expecting, [](KelLinkCollection* collection) { collection->afterRenames(false); });
+        throw;
+    }
+    for (auto& [object, name] : names_) {
+        object->setName(std::move(name));
+        object->renaming_ = true;
+    }
+    std::ranges::for_each(expecting, [](KelLinkCollection* collection) { collection->afterRenames(true); });
+    std::ranges::for_each(names_, [](const auto& one) { one.first->renaming_ = false; });
+    names_.clear();
+}
+
+bool KelRenaming::isUnderWay(const KelObject& object) noexcept {
+    return object.renaming_;
 }
 
 KelNumbering::KelNumbering() : stamp_(++numberings) {}

@@ -137,9 +137,11 @@ protected:
 private:
     friend class KelDoomed;
     friend class KelNumbering;
+    friend class KelRenaming;
 
     bool dissolved_ = false; // all links are broken
     bool doomed_ = false;    // about to be deleted, because its owner was
+    bool renaming_ = false;  // getting its name together with others
     mutable std::uint32_t number_ = 0;
     KelString name_;
 };

@@ -3,6 +3,7 @@
 #include "host/encoding/KelEncodingConverter.h"
 #include "host/encoding/convertText.h"
 #include "host/model/KelObject.h"
+#include "host/model/KelRenaming.h"
 #include "host/model/KelTraversalOperation.h"
 #include "host/model/links/KelRelation.h"
 
@@ -93,11 +94,7 @@ public:
     }
 
     /// Gives the objects their new names.
-    void rename() {
-        for (const auto& [object, name] : newNames_) {
-            object->setName(name);
-        }
-    }
+    void rename() { newNames_.carryOut(); }
 
 private:
     void convertName(KelObject& object) {
@@ -108,7 +105,7 @@ private:
         }
         KelString converted(name);
         convert(converted);
-        newNames_.emplace_back(&object, std::move(converted));
+        newNames_.add(object, std::move(converted));
     }
 
     void convert(KelString& text) {
@@ -122,7 +119,7 @@ private:
     KelEncodingConverter& to_;
     int& stringCount_;
     int& errorCount_;
-    std::vector<std::pair<KelObject*, KelString>> newNames_;
+    KelRenaming newNames_;
 };
 
 } // namespace

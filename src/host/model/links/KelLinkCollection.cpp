@@ -5,10 +5,12 @@
 #include "host/model/links/KelManyLinksByName.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
 std::unique_ptr<KelLinkCollection> KelLinkCollection::make(KelOrder order, int count) {
     if (count <= KelFewLinks::mostObjects) {
-        return std::make_unique<KelFewLinks>(order);
+        return KelFewLinks::make(order, count);
     }
     if (order == KelOrder::byName) {
         return std::make_unique<KelManyLinksByName>();
@@ -51,26 +53,49 @@ int KelLinkCollection::findPreviousElement(const void* element, int index) const
     return found < index ? found : -1;
 }
 
-std::vector<KelObject*>::iterator KelFewLinks::placeOf(const KelObject& object) {
-    if (order_ == KelOrder::byAdding) {
-        return objects_.end();
-    }
-    return std::upper_bound(objects_.begin(), objects_.end(), object.getName().view(),
-                            [](std::string_view name, const KelObject* held) { return name < held->getName().view(); });
+std::unique_ptr<KelFewLinks> KelFewLinks::make(KelOrder order, int count) {
+    // With its head, each fills a piece of memory as malloc has them.
+    constexpr std::array rooms{3, 7, 15, mostObjects};
+    const Room room{*std::ranges::lower_bound(rooms, count)};
+    return std::unique_ptr<KelFewLinks>(new (room) KelFewLinks(order, room));
 }
 
-void KelFewLinks::insert(KelObject& object) {
-    objects_.insert(placeOf(object), &object);
+KelObject** KelFewLinks::begin() const noexcept {
+    return reinterpret_cast<KelObject**>(const_cast<KelFewLinks*>(this + 1));
+}
+
+int KelFewLinks::placeOf(const KelObject& object) const {
+    const std::string_view name = object.getName().view();
+    if (order_ == KelOrder::byAdding || count_ == 0 || objects().back()->getName().view() <= name) {
+        return count_;
+    }
+    const auto place =
+        std::ranges::upper_bound(objects(), name, {}, [](const KelObject* held) { return held->getName().view(); });
+    return static_cast<int>(place - objects().begin());
+}
+
+void KelFewLinks::put(int index, KelObject& object) noexcept {
+    std::copy_backward(begin() + index, begin() + count_, begin() + count_ + 1);
+    begin()[index] = &object;
     ++count_;
 }
 
-void KelFewLinks::erase(KelObject& object) noexcept {
-    objects_.erase(std::find(objects_.begin(), objects_.end(), &object));
+void KelFewLinks::take(const KelObject& object) noexcept {
+    KelObject** place = begin() + indexOf(object);
+    std::copy(place + 1, begin() + count_, place);
     --count_;
 }
 
+void KelFewLinks::insert(KelObject& object) {
+    put(placeOf(object), object);
+}
+
+void KelFewLinks::erase(KelObject& object) noexcept {
+    take(object);
+}
+
 KelObject* KelFewLinks::at(int index) const {
-    return index >= 0 && index < count_ ? objects_[static_cast<std::size_t>(index)] : nullptr;
+    return index >= 0 && index < count_ ? begin()[index] : nullptr;
 }
 
 bool KelFewLinks::holds(const KelObject& object) const {
@@ -78,13 +103,13 @@ bool KelFewLinks::holds(const KelObject& object) const {
 }
 
 int KelFewLinks::indexOf(const KelObject& object) const {
-    const auto place = std::find(objects_.begin(), objects_.end(), &object);
-    return place == objects_.end() ? -1 : static_cast<int>(place - objects_.begin());
+    const auto place = std::ranges::find(objects(), &object);
+    return place == objects().end() ? -1 : static_cast<int>(place - objects().begin());
 }
 
 int KelFewLinks::indexOfName(const KelString& name, int from) const {
     for (int index = std::max(from, 0); index < count_; ++index) {
-        if (objects_[static_cast<std::size_t>(index)]->getName() == name) {
+        if (begin()[index]->getName() == name) {
             return index;
         }
     }
@@ -93,12 +118,12 @@ int KelFewLinks::indexOfName(const KelString& name, int from) const {
 
 void KelFewLinks::beforeRename(KelObject& object) noexcept {
     if (order_ == KelOrder::byName) {
-        objects_.erase(std::find(objects_.begin(), objects_.end(), &object));
+        take(object);
     }
 }
 
 void KelFewLinks::afterRename(KelObject& object) noexcept {
     if (order_ == KelOrder::byName) {
-        objects_.insert(placeOf(object), &object); // needs no memory: beforeRename has removed the object
+        put(placeOf(object), object); // there is room: beforeRename has removed the object
     }
 }

@@ -36,6 +36,11 @@ public:
     /// Called before and after a change of the name of an object that is held. Neither allocates.
     virtual void beforeRename(KelObject& object) noexcept = 0;
     virtual void afterRename(KelObject& object) noexcept = 0;
+    /// Called by `KelRenaming` for each object that it is about to rename, in the order of renaming, and then once when
+    /// all are renamed (or none is), if the first call has returned true. Meanwhile `beforeRename` and `afterRename`
+    /// are called as for any other change of a name, and nothing else. May throw `std::bad_alloc`.
+    virtual bool expectRename(KelObject& /*object*/) { return false; }
+    virtual void afterRenames(bool /*areRenamed*/) noexcept {}
     /// Whether the collection has reached the largest size of its kind; `make` then gives its successor.
     [[nodiscard]] virtual bool isFull() const noexcept = 0;
 

@@ -6,8 +6,8 @@ namespace {
 
 /// The array of every empty end.
 const KelArrayInterface& nothing() {
-    static const KelFewLinks none(KelOrder::byAdding);
-    return none;
+    static const std::unique_ptr<KelFewLinks> none = KelFewLinks::make(KelOrder::byAdding, 0);
+    return *none;
 }
 
 } // namespace
@@ -114,5 +114,14 @@ void KelMany::beforeRename(KelObject& object) const noexcept {
 void KelMany::afterRename(KelObject& object) const noexcept {
     if (KelLinkCollection* several = collection(); several != nullptr) {
         several->afterRename(object);
+    }
+}
+
+void KelMany::expectRename(KelObject& object, std::vector<KelLinkCollection*>& expecting) const {
+    if (KelLinkCollection* several = collection(); several != nullptr) {
+        expecting.push_back(several); // if expectRename throws, this one is told as well
+        if (!several->expectRename(object)) {
+            expecting.pop_back();
+        }
     }
 }

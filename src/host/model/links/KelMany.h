@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 /// The end of a relation that holds any number of objects. Only `KelRelation` changes it; hosts read it as `KelLinks`.
 ///
@@ -64,6 +65,7 @@ private:
     void erase(KelObject& object) noexcept;
     void beforeRename(KelObject& object) const noexcept;
     void afterRename(KelObject& object) const noexcept;
+    void expectRename(KelObject& object, std::vector<KelLinkCollection*>& expecting) const;
 
     mutable std::uintptr_t word_;
 };

@@ -186,3 +186,8 @@ void KelManyLinksByAdding::afterRename(KelObject& /*object*/) noexcept {
         names_.insert(std::move(renaming_));
     }
 }
+
+bool KelManyLinksByAdding::expectRename(KelObject& /*object*/) {
+    names_.clear(); // to be made again when needed costs less than moving each object in it
+    return false;
+}

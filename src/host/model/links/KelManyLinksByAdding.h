@@ -79,6 +79,7 @@ public:
     [[nodiscard]] int indexOfName(const KelString& name, int from) const override;
     void beforeRename(KelObject& object) noexcept override;
     void afterRename(KelObject& object) noexcept override;
+    bool expectRename(KelObject& object) override;
     [[nodiscard]] bool isFull() const noexcept override { return false; }
 
 protected:

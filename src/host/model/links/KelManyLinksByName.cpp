@@ -1,6 +1,7 @@
 #include "host/model/links/KelManyLinksByName.h"
 
 #include "host/model/KelObject.h"
+#include "host/model/KelRenaming.h"
 
 #include <algorithm>
 #include <bit>
@@ -30,7 +31,7 @@ bool comesBefore(const SortedObject& left, const SortedObject& right) noexcept {
 }
 
 /// Throws `std::bad_alloc`.
-void sortAtHand(std::vector<KelObject*>& objects) {
+void sortAtHand(std::span<KelObject*> objects) {
     std::vector<SortedObject> sorted;
     sorted.reserve(objects.size());
     for (KelObject* object : objects) {
@@ -41,16 +42,49 @@ void sortAtHand(std::vector<KelObject*>& objects) {
     std::transform(sorted.begin(), sorted.end(), objects.begin(), [](const SortedObject& one) { return one.object; });
 }
 
-void sortInPlace(std::vector<KelObject*>& objects) noexcept {
-    std::stable_sort(objects.begin(), objects.end(), [](const KelObject* left, const KelObject* right) {
-        return left->getName().view() < right->getName().view();
-    });
+bool comesBeforeByName(const KelObject* left, const KelObject* right) {
+    return left->getName().view() < right->getName().view();
+}
+
+/// Sorts by name; equal names remain in their order. Slower when memory is short.
+void sortObjects(std::span<KelObject*> objects) noexcept {
+    if (std::is_sorted(objects.begin(), objects.end(), comesBeforeByName)) {
+        return; // as objects that were made in the order of others
+    }
+    try {
+        sortAtHand(objects);
+    } catch (const std::bad_alloc&) {
+        std::stable_sort(objects.begin(), objects.end(), comesBeforeByName);
+    }
+}
+
+/// Up to this part of a row, single objects are merged into it with fewer comparisons.
+constexpr std::size_t few = 16;
+
+/// Merges the objects from `middle` on, which are sorted, into the others, which are sorted, behind equal names.
+void merge(std::vector<KelObject*>& objects, std::size_t middle) noexcept {
+    auto end = objects.begin() + static_cast<std::ptrdiff_t>(middle);
+    try {
+        if (objects.size() - middle <= objects.size() / few) {
+            const std::vector<KelObject*> added(end, objects.end());
+            auto merged = objects.end();
+            for (std::size_t left = added.size(); left > 0; --left) {
+                const auto place = std::upper_bound(objects.begin(), end, added[left - 1], comesBeforeByName);
+                merged = std::move_backward(place, end, merged);
+                *--merged = added[left - 1];
+                end = place;
+            }
+            return;
+        }
+    } catch (const std::bad_alloc&) { // as with many
+    }
+    std::inplace_merge(objects.begin(), end, objects.end(), comesBeforeByName);
 }
 
 } // namespace
 
 bool KelNameRow::takesNext(const KelObject& object) const {
-    return !isSorted_ || objects_.empty() || objects_.back()->getName().view() <= object.getName().view();
+    return !isSorted_ || objects().empty() || nameOf(objects_.back()) <= nameOf(&object);
 }
 
 void KelNameRow::add(KelObject& object) {
@@ -59,76 +93,99 @@ void KelNameRow::add(KelObject& object) {
         return;
     }
     try {
-        firstByName_->try_emplace(object.getName().view(), &object);
+        firstByName_->insert(&object);
     } catch (...) {
         objects_.pop_back();
         throw;
     }
 }
 
-void KelNameRow::removeLast() noexcept {
-    if (firstByName_) {
-        const auto named = firstByName_->find(objects_.back()->getName().view());
-        if (named != firstByName_->end() && named->second == objects_.back()) {
-            firstByName_->erase(named);
+bool KelNameRow::removeFromEnd(const KelObject& object) noexcept {
+    if (objects_.back() == &object) {
+        if (firstByName_) {
+            const auto named = firstByName_->find(objects_.back());
+            if (named != firstByName_->end() && *named == &object) {
+                firstByName_->erase(named);
+            }
         }
+        objects_.pop_back();
+        inOrder_ = std::min(inOrder_, objects_.size());
+        return true;
     }
-    objects_.pop_back();
+    if (isSorted_ && objects_[start_] == &object) {
+        ++start_;
+        return true;
+    }
+    return false;
+}
+
+void KelNameRow::closeGap() noexcept {
+    objects_.erase(objects_.begin(), objects_.begin() + static_cast<std::ptrdiff_t>(start_));
+    start_ = 0;
 }
 
 void KelNameRow::remove(const KelObject& object) noexcept {
-    firstByName_.reset();
+    forgetNames();
+    closeGap();
+    inOrder_ = 0;
     objects_.erase(std::find(objects_.begin(), objects_.end(), &object));
 }
 
 void KelNameRow::clear() noexcept {
     std::vector<KelObject*>().swap(objects_);
-    firstByName_.reset();
-    isSorted_ = false;
+    start_ = 0;
+    forgetOrder();
 }
 
 void KelNameRow::sort() noexcept {
-    if (!isSorted_) {
-        try {
-            sortAtHand(objects_);
-        } catch (const std::bad_alloc&) {
-            sortInPlace(objects_);
-        }
-        isSorted_ = true;
-        firstByName_.reset(); // sorted, the row is searched instead
+    if (isSorted_) {
+        return;
     }
+    forgetNames(); // sorted, the row is searched instead
+    closeGap();
+    sortObjects(std::span(objects_).subspan(inOrder_));
+    merge(objects_, inOrder_);
+    isSorted_ = true;
 }
 
 void KelNameRow::forgetOrder() noexcept {
-    firstByName_.reset();
+    forgetNames();
     isSorted_ = false;
+    inOrder_ = 0;
+}
+
+void KelNameRow::moveToEnd(std::span<KelObject* const> renamed) noexcept {
+    const bool wasSorted = isSorted_;
+    forgetOrder();
+    closeGap();
+    const auto kept = std::remove_if(objects_.begin(), objects_.end(),
+                                     [](const KelObject* object) { return KelRenaming::isUnderWay(*object); });
+    std::copy(renamed.begin(), renamed.end(), kept);
+    inOrder_ = wasSorted ? objects_.size() - renamed.size() : 0;
 }
 
 void KelNameRow::indexNames() {
-    FirstByName index(objects_.size());
-    for (KelObject* object : objects_) {
-        index.try_emplace(object->getName().view(), object);
-    }
-    firstByName_ = std::move(index);
+    closeGap();
+    firstByName_.emplace(objects_.begin(), objects_.end(), objects_.size());
 }
 
 KelObject* KelNameRow::firstNamed(const KelString& name) {
     if (isSorted_) {
         const auto at = static_cast<std::size_t>(lowerBound(name));
-        return at < objects_.size() && objects_[at]->getName() == name ? objects_[at] : nullptr;
+        return at < objects().size() && objects()[at]->getName() == name ? objects()[at] : nullptr;
     }
     if (!firstByName_) {
         indexNames();
     }
     const auto found = firstByName_->find(name.view());
-    return found != firstByName_->end() ? found->second : nullptr;
+    return found != firstByName_->end() ? *found : nullptr;
 }
 
 int KelNameRow::lowerBound(const KelString& name) const noexcept {
-    const auto place = std::lower_bound(
-        objects_.begin(), objects_.end(), name.view(),
-        [](const KelObject* held, std::string_view wanted) { return held->getName().view() < wanted; });
-    return static_cast<int>(place - objects_.begin());
+    const auto place =
+        std::lower_bound(objects().begin(), objects().end(), name.view(),
+                         [](const KelObject* held, std::string_view wanted) { return nameOf(held) < wanted; });
+    return static_cast<int>(place - objects().begin());
 }
 
 namespace {
@@ -220,9 +277,10 @@ void KelManyLinksByName::insert(KelObject& object) {
 
 void KelManyLinksByName::erase(KelObject& object) noexcept {
     --count_;
-    if (!isInTree() && row_.objects().back() == &object) {
-        row_.removeLast();
-    } else if (bringIntoTree()) {
+    if (!isInTree() && row_.removeFromEnd(object)) {
+        return;
+    }
+    if (bringIntoTree()) {
         KelRBTree::Node* node = nodeOf(object);
         nodes_.erase(&object);
         tree_.removeNode(node);
@@ -238,7 +296,7 @@ KelObject* KelManyLinksByName::at(int index) const {
     }
     if (!isInTree()) {
         row_.sort();
-        const auto place = row_.objects().begin() + index;
+        KelObject* const* place = row_.objects().data() + index;
         if (count_ - index > looksAhead) {
             __builtin_prefetch(place[looksAhead]); // accesses are mostly consecutive
         }
@@ -295,7 +353,7 @@ KelObject* KelManyLinksByName::firstNamed(const KelString& name) const {
 }
 
 void KelManyLinksByName::beforeRename(KelObject& object) noexcept {
-    if (bringIntoTree()) {
+    if (expected_.empty() && bringIntoTree()) {
         renaming_ = nodeOf(object);
         tree_.detachNode(renaming_);
         walk_ = {};
@@ -305,7 +363,23 @@ void KelManyLinksByName::beforeRename(KelObject& object) noexcept {
 void KelManyLinksByName::afterRename(KelObject& /*object*/) noexcept {
     if (renaming_ != nullptr) {
         tree_.attachNode(std::exchange(renaming_, nullptr));
-    } else {
+    } else if (expected_.empty()) {
         row_.forgetOrder();
     }
+}
+
+bool KelManyLinksByName::expectRename(KelObject& object) {
+    if (isInTree()) {
+        return false;
+    }
+    row_.forgetNames();
+    expected_.push_back(&object);
+    return expected_.size() == 1;
+}
+
+void KelManyLinksByName::afterRenames(bool areRenamed) noexcept {
+    if (areRenamed) {
+        row_.moveToEnd(expected_);
+    }
+    std::vector<KelObject*>().swap(expected_);
 }

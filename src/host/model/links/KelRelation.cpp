@@ -122,3 +122,10 @@ void KelRelation::afterRename(KelObject& object, bool isHolder) const noexcept {
         (at(object, isHolder, left - 1)->*collection).afterRename(object);
     }
 }
+
+void KelRelation::expectRename(KelObject& object, bool isHolder, std::vector<KelLinkCollection*>& expecting) const {
+    KelMany KelObject::*const collection = end(!isHolder).many;
+    for (int left = count(object, isHolder); left > 0; --left) {
+        (at(object, isHolder, left - 1)->*collection).expectRename(object, expecting);
+    }
+}

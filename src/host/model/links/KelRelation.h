@@ -59,6 +59,8 @@ struct KEL_API KelRelation {
     /// Called before and after a change of the name of an object. Precondition: `collects(isHolder)`.
     void beforeRename(KelObject& object, bool isHolder) const noexcept;
     void afterRename(KelObject& object, bool isHolder) const noexcept;
+    /// Announces the change to the collections, and adds to `expecting` those to be told when it is done.
+    void expectRename(KelObject& object, bool isHolder, std::vector<KelLinkCollection*>& expecting) const;
 
 private:
     friend class KelDoomed;
