@@ -108,6 +108,9 @@ ImportEnd readEnd(Reader& reader) {
     end.result = head.result;
     end.text = reader.text();
     end.advice = reader.text();
+    for (auto count = reader.plain<std::uint64_t>(); count > 0 && !reader.isCut(); --count) {
+        end.listed.emplace_back(reader.text());
+    }
     return end;
 }
 
@@ -177,6 +180,10 @@ std::string encoded(const ImportEnd& end) {
     writer.plain(head);
     writer.text(end.text);
     writer.text(end.advice);
+    writer.plain(std::uint64_t{end.listed.size()});
+    for (const std::filesystem::path& folder : end.listed) {
+        writer.text(folder.native());
+    }
     return writer.take();
 }
 

@@ -166,6 +166,7 @@ ImportEnd ImportProcess::finish() {
     ImportEnd end = message.end && !timedOut_ ? *std::move(message.end) : endOfProcess(status);
     end.losses = std::move(message.losses);
     end.omissions = std::move(message.omissions);
+    task_.locator->list(end.listed);
     return end;
 }
 

@@ -88,7 +88,7 @@ struct ImportFiles {
 struct ImportTask {
     ImportRequest request;
     const FileUses* uses;        // of the whole command; must live as long
-    units::UnitLocator* locator; // likewise; the child has a copy
+    units::UnitLocator* locator; // likewise; the child has a copy, and lists no folder again that an earlier one listed
     std::function<ImportResult(const ImportRequest&, const ImportContext&)> run = importModel;
     /// The files to write instead of the request's outputs and ledger. This process owns them and the child only writes
     /// to them: only their owner replaces or removes a file, also if the import crashes.

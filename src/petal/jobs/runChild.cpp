@@ -148,7 +148,8 @@ void runChild(const ChildSide& side, ImportTask task, const Limits& limits) noex
     if (task.files.ledger != nullptr) {
         task.request.ledgerDescriptor = task.files.ledger->getDescriptor();
     }
-    const ImportEnd end = run(task, limits);
+    ImportEnd end = run(task, limits);
+    end.listed = task.locator->takeListed();
     std::fflush(nullptr);
     tell(end);
     ::_exit(0);
