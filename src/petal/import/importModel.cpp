@@ -288,7 +288,7 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     }
     const std::optional<ledger::KeptLedger> kept = ledger.getKept();
     ImportResult result;
-    result.objects = countObjects(keptModel());
+    result.objects = request.areObjectsCounted || isLedgerShown ? countObjects(keptModel()) : 0;
     const Knowledge knowledge{
         .places = places ? &*places : nullptr, .ledger = kept ? &*kept : nullptr, .objects = result.objects};
     result.omitted = writeModel(request, source, knowledge, context.takeOmissions);
