@@ -42,8 +42,7 @@ std::size_t sharedAscii(std::string_view first, std::string_view second) {
 class Writer {
 public:
     Writer(const UnitTree& tree, bool toUtf8, const std::function<void(std::string_view)>& write)
-        : tree_(tree), toUtf8_(toUtf8), write_(write),
-          buffer_(std::make_unique_for_overwrite<char[]>(largestPart)) {}
+        : tree_(tree), toUtf8_(toUtf8), write_(write), buffer_(std::make_unique_for_overwrite<char[]>(largestPart)) {}
 
     void copy(std::size_t file, Range range) {
         const std::uint64_t begin = range.begin;
@@ -140,7 +139,7 @@ private:
     std::unique_ptr<OpenFile> source_;
     std::size_t openIndex_ = 0;
     std::unique_ptr<char[]> buffer_; // of `largestPart` bytes, of which a small file fills only the start
-    Range buffered_; // of the open file
+    Range buffered_;                 // of the open file
 };
 
 /// A range of a file that is being written, and the position of the next unit and root name in it.

@@ -38,7 +38,7 @@ public:
     void list(const std::filesystem::path& folder);
 
 private:
-    static constexpr std::size_t mostNames = 1'000'000; // that are listed ahead of their use
+    static constexpr std::size_t mostNames = 1'000'000;         // that are listed ahead of their use
     using Names = std::unordered_map<std::string, std::string>; // by themselves in lower case
     using FilesByName = std::unordered_map<std::string, std::vector<std::filesystem::path>>;
 

@@ -9,12 +9,17 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <sys/resource.h>
 
 namespace petal {
 
 namespace {
 
 constexpr auto progressInterval = std::chrono::milliseconds(250);
+
+constexpr std::size_t mostForOne = 32;            // files per process
+constexpr std::size_t sharesForEach = 4;          // processes per parallel one, at least, if there are enough files
+constexpr std::uint64_t largestShare = 1'000'000; // bytes of the files of a process that has several
 
 } // namespace
 
@@ -87,31 +92,69 @@ void ArchiveRun::importAll(const StopSignals& signals) {
 
 void ArchiveRun::startMore(ProcessPool& pool) {
     while (next_ < end_ && pool.getCount() < static_cast<std::size_t>(jobs_.parallel)) {
-        const std::size_t number = next_++;
-        if (jobs_.resume && isUpToDate(sources_[number].path, paths_[number])) {
-            ended_[number] = {.end = {}, .files = {}, .isUpToDate = true};
-        } else {
-            startImport(number, pool);
+        startShare(pool);
+    }
+}
+
+void ArchiveRun::startShare(ProcessPool& pool) {
+    std::vector<NumberedTask> share = nextShare();
+    if (share.empty()) {
+        return;
+    }
+    const std::size_t first = share.front().number;
+    const std::size_t last = share.back().number;
+    try {
+        pool.start(std::move(share));
+    } catch (const std::system_error& error) {
+        for (std::size_t number = first; number <= last; ++number) {
+            ended_.try_emplace(number, Ended{endWith(std::make_exception_ptr(noProcess(error))), {}});
         }
     }
 }
 
-void ArchiveRun::startImport(std::size_t number, ProcessPool& pool) {
-    ImportEnd end;
+/// The next imports for one process. Those that are not needed, or cannot be started, end at once.
+std::vector<NumberedTask> ArchiveRun::nextShare() {
+    std::vector<NumberedTask> share;
+    std::uint64_t bytes = 0;
+    for (const std::size_t most = mostInShare(); next_ < end_ && share.size() < most; ++next_) {
+        const std::string& file = sources_[next_].path;
+        if (jobs_.resume && isUpToDate(file, paths_[next_])) {
+            ended_[next_] = {.end = {}, .files = {}, .isUpToDate = true};
+            continue;
+        }
+        std::error_code error;
+        const std::uint64_t size = std::filesystem::file_size(file, error); // the largest number for what is no file
+        if (!share.empty() && size > largestShare - std::min(bytes, largestShare)) {
+            break;
+        }
+        bytes += std::min(size, largestShare);
+        if (std::optional<ImportTask> task = taskFor(next_)) {
+            share.push_back({next_, *std::move(task)});
+        }
+    }
+    return share;
+}
+
+std::size_t ArchiveRun::mostInShare() const {
+    const auto parallel = static_cast<std::size_t>(jobs_.parallel);
+    rlimit descriptors{};
+    ::getrlimit(RLIMIT_NOFILE, &descriptors);
+    const std::size_t outputs = import_.destinations.size() + 1; // and the ledger
+    const std::size_t most = std::min<std::size_t>(descriptors.rlim_cur / 2 / (parallel * outputs), mostForOne);
+    return std::clamp((end_ - next_) / (parallel * sharesForEach), std::size_t{1}, std::max<std::size_t>(most, 1));
+}
+
+/// The task of an import; none if it cannot be started.
+std::optional<ImportTask> ArchiveRun::taskFor(std::size_t number) {
     try {
         if (!sources_[number].unreadable.empty()) {
             throw Failure(Outcome::inputNotRead, sources_[number].unreadable, "");
         }
-        ImportTask task = taskFor(number);
-        pool.start(number, std::move(task));
-        return;
-    } catch (const std::system_error& error) {
-        end = endWith(std::make_exception_ptr(
-            Failure(Outcome::unexpected, std::string("cannot start a process: ") + error.what(), "")));
+        return makeTask(number);
     } catch (const Failure&) {
-        end = endWith(std::current_exception());
+        ended_[number] = {endWith(std::current_exception()), {}};
+        return std::nullopt;
     }
-    ended_[number] = {std::move(end), {}};
 }
 
 std::unique_ptr<TemporaryFile> ArchiveRun::openOutput(const std::string& path) {
@@ -128,7 +171,7 @@ std::unique_ptr<TemporaryFile> ArchiveRun::openOutput(const std::string& path) {
     }
 }
 
-ImportTask ArchiveRun::taskFor(std::size_t number) {
+ImportTask ArchiveRun::makeTask(std::size_t number) {
     ImportTask task{.request = import_, .uses = &uses_, .locator = &locator_, .files = {}, .errors = {}, .log = {}};
     const std::string& file = sources_[number].path;
     task.request.file = file;
@@ -195,6 +238,7 @@ void ArchiveRun::tellFailure(const std::string& file, const ImportEnd& end) {
 
 void ArchiveRun::keep(TemporaryFile& file) {
     try {
+        file.sync();
         file.takePlace();
     } catch (const std::system_error& error) {
         throw outputFailure(outputName(file.getTarget()), error);

@@ -17,7 +17,8 @@
 
 namespace petal {
 
-/// Imports many files, each in its own process, several in parallel.
+/// Imports many files, several in parallel, in processes that import up to 32 small files one after the other (see
+/// `ImportProcess`).
 ///
 /// Outputs and reports do not depend on the number of parallel imports: every file has separate outputs, and after a
 /// failure that ends the run, nothing is kept of the files after the one that failed. This process must have one
@@ -53,8 +54,11 @@ private:
 
     void importAll(const StopSignals& signals);
     void startMore(ProcessPool& pool);
-    void startImport(std::size_t number, ProcessPool& pool);
-    [[nodiscard]] ImportTask taskFor(std::size_t number);
+    void startShare(ProcessPool& pool);
+    [[nodiscard]] std::vector<NumberedTask> nextShare();
+    [[nodiscard]] std::size_t mostInShare() const;
+    [[nodiscard]] std::optional<ImportTask> taskFor(std::size_t number);
+    [[nodiscard]] ImportTask makeTask(std::size_t number);
     [[nodiscard]] std::unique_ptr<TemporaryFile> openOutput(const std::string& path);
     void settleEnded();
     void settle(std::size_t number, Ended ended);

@@ -58,6 +58,8 @@ public:
 
     /// Throws `std::system_error`.
     void write(std::string_view bytes);
+    /// Removes the contents, so that writing begins again. Throws `std::system_error`.
+    void empty();
     /// Brings the contents to the disk and gives the file the target's permissions if there is a target. Throws
     /// `std::system_error`.
     void sync() const;
