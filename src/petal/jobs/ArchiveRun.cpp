@@ -17,9 +17,20 @@ namespace {
 
 constexpr auto progressInterval = std::chrono::milliseconds(250);
 
+// Outputs that are brought to the disk together.
+constexpr std::size_t mostInBatch = 256;
+constexpr auto oldestInBatch = std::chrono::seconds(1);
+
 constexpr std::size_t mostForOne = 32;            // files per process
 constexpr std::size_t sharesForEach = 4;          // processes per parallel one, at least, if there are enough files
 constexpr std::uint64_t largestShare = 1'000'000; // bytes of the files of a process that has several
+
+/// The number of files to have open for one purpose of two, if `wanted` would be enough.
+std::size_t descriptorsFor(std::size_t wanted) {
+    rlimit limit{};
+    ::getrlimit(RLIMIT_NOFILE, &limit);
+    return std::min<rlim_t>(wanted, limit.rlim_cur / 3);
+}
 
 } // namespace
 
@@ -64,6 +75,7 @@ void ArchiveRun::run() {
         importAll(signals);
     } catch (...) {
         ended_.clear(); // removes the files while further signals are held back
+        keepBatch();
         throw;
     }
     console_.clear();
@@ -75,6 +87,9 @@ void ArchiveRun::importAll(const StopSignals& signals) {
     for (;;) {
         startMore(pool);
         settleEnded();
+        if (isBatchDue()) {
+            keepBatch(); // while the processes go on
+        }
         if (pool.getCount() == 0 && next_ >= end_) {
             break;
         }
@@ -88,6 +103,7 @@ void ArchiveRun::importAll(const StopSignals& signals) {
         console_.show({settled_, sources_.size(), failed_});
     }
     ended_.clear(); // the rest is after a failure
+    keepBatch();
 }
 
 void ArchiveRun::startMore(ProcessPool& pool) {
@@ -137,11 +153,11 @@ std::vector<NumberedTask> ArchiveRun::nextShare() {
 
 std::size_t ArchiveRun::mostInShare() const {
     const auto parallel = static_cast<std::size_t>(jobs_.parallel);
-    rlimit descriptors{};
-    ::getrlimit(RLIMIT_NOFILE, &descriptors);
-    const std::size_t outputs = import_.destinations.size() + 1; // and the ledger
-    const std::size_t most = std::min<std::size_t>(descriptors.rlim_cur / 2 / (parallel * outputs), mostForOne);
-    return std::clamp((end_ - next_) / (parallel * sharesForEach), std::size_t{1}, std::max<std::size_t>(most, 1));
+    const std::size_t outputs = import_.destinations.size() + (import_.ledger ? 1 : 0);
+    const std::size_t files = std::max(parallel * outputs, std::size_t{1}); // of one import in each process
+    const std::size_t most = descriptorsFor(mostForOne * files) / files;
+    const std::size_t share = (end_ - next_) / (parallel * sharesForEach);
+    return std::clamp(share, std::size_t{1}, std::clamp(most, std::size_t{1}, mostForOne));
 }
 
 /// The task of an import; none if it cannot be started.
@@ -165,6 +181,7 @@ std::unique_ptr<TemporaryFile> ArchiveRun::openOutput(const std::string& path) {
             throw std::system_error(std::filesystem::is_directory(path) ? EISDIR : EEXIST, std::generic_category());
         }
         removeAbandoned(file->parent_path());
+        fileSystems_.watch(file->parent_path());
         return std::make_unique<TemporaryFile>(*file, TemporaryFile::Signal::leaves);
     } catch (const std::system_error& error) {
         throw outputFailure(outputName(path), error);
@@ -205,6 +222,12 @@ void ArchiveRun::settleEnded() {
 
 void ArchiveRun::settle(std::size_t number, Ended ended) {
     ++settled_;
+    if (jobs_.failFast && !ended.end.isDone()) {
+        keepBatch(); // an earlier import may fail yet
+        if (number >= end_) {
+            return;
+        }
+    }
     FileReport& report = files_[number];
     if (ended.isUpToDate) {
         report.state = FileState::upToDate;
@@ -212,36 +235,71 @@ void ArchiveRun::settle(std::size_t number, Ended ended) {
         report.ledger = paths_[number].ledger;
         return;
     }
-    for (TemporaryFile* file : ended.files.inOrder()) {
-        if (ended.end.isDone()) {
-            try {
-                keep(*file);
-            } catch (const Failure&) {
-                ended.end = endWith(std::current_exception());
-            }
-        }
-    }
     report = fileReport(sources_[number].path, paths_[number], ended.end);
     omissions_.add(ended.end.omissions);
     std::ranges::for_each(ended.end.losses, [this](const units::ModelLosses& losses) { lostUnits_.add(losses); });
     if (!ended.end.isDone()) {
-        ++failed_;
-        tellFailure(report.file, ended.end);
-        end_ = jobs_.failFast ? number : end_;
+        fail(number, ended.end);
+        return;
+    }
+    if (const std::size_t files = ended.files.inOrder().size(); files > 0) {
+        batchStart_ = batch_.empty() ? std::chrono::steady_clock::now() : batchStart_;
+        batchFiles_ += files;
+        batch_.push_back({number, std::move(ended.files)});
     }
 }
 
-void ArchiveRun::tellFailure(const std::string& file, const ImportEnd& end) {
-    const std::string name = file + ": ";
+void ArchiveRun::fail(std::size_t number, const ImportEnd& end) {
+    ++failed_;
+    const std::string name = sources_[number].path + ": ";
     console_.write(failureLines(name + end.text, end.advice.empty() ? "" : name + end.advice));
+    end_ = jobs_.failFast ? number : end_;
 }
 
-void ArchiveRun::keep(TemporaryFile& file) {
+bool ArchiveRun::isBatchDue() const {
+    return batchFiles_ >= descriptorsFor(mostInBatch) ||
+           (!batch_.empty() && std::chrono::steady_clock::now() - batchStart_ > oldestInBatch);
+}
+
+/// Brings the finished outputs to the disk and puts them in place. If that fails for one, its import has failed.
+void ArchiveRun::keepBatch() {
+    std::vector<Finished> batch = std::exchange(batch_, {});
+    batchFiles_ = 0;
+    std::vector<TemporaryFile*> files;
+    for (const Finished& finished : batch) {
+        std::ranges::copy(finished.files.inOrder(), std::back_inserter(files));
+    }
+    const std::vector<std::error_code> errors = fileSystems_.sync({files.data(), files.size()});
+    auto first = errors.begin(); // of an import
+    for (const Finished& finished : batch) {
+        FileReport& report = files_[finished.number];
+        if (finished.number >= end_) { // after a failure, with --fail-fast
+            report = FileReport();
+            report.file = sources_[finished.number].path;
+            continue;
+        }
+        auto error = first;
+        first += static_cast<std::ptrdiff_t>(finished.files.inOrder().size());
+        try {
+            for (TemporaryFile* file : finished.files.inOrder()) {
+                keep(*file, *error++);
+            }
+        } catch (const Failure&) {
+            const ImportEnd end = endWith(std::current_exception());
+            report = fileReport(sources_[finished.number].path, paths_[finished.number], end);
+            fail(finished.number, end);
+        }
+    }
+}
+
+void ArchiveRun::keep(TemporaryFile& file, const std::error_code& error) {
     try {
-        file.sync();
+        if (error) {
+            throw std::system_error(error);
+        }
         file.takePlace();
-    } catch (const std::system_error& error) {
-        throw outputFailure(outputName(file.getTarget()), error);
+    } catch (const std::system_error& failure) {
+        throw outputFailure(outputName(file.getTarget()), failure);
     }
     folders_.insert(file.getTarget().parent_path());
 }

@@ -5,10 +5,12 @@
 #include "petal/jobs/Sources.h"
 #include "petal/log/LogWriter.h"
 #include "petal/log/logFormats.h"
+#include "petal/output/FileSystems.h"
 #include "petal/report/Report.h"
 #include "units/LostUnits.h"
 #include "units/SymbolSearch.h"
 
+#include <chrono>
 #include <map>
 #include <optional>
 #include <set>
@@ -51,6 +53,11 @@ private:
         ImportFiles files;
         bool isUpToDate = false; // there was no import
     };
+    /// Outputs that are complete but not in place yet.
+    struct Finished {
+        std::size_t number;
+        ImportFiles files;
+    };
 
     void importAll(const StopSignals& signals);
     void startMore(ProcessPool& pool);
@@ -62,8 +69,10 @@ private:
     [[nodiscard]] std::unique_ptr<TemporaryFile> openOutput(const std::string& path);
     void settleEnded();
     void settle(std::size_t number, Ended ended);
-    void tellFailure(const std::string& file, const ImportEnd& end);
-    void keep(TemporaryFile& file);
+    void fail(std::size_t number, const ImportEnd& end);
+    [[nodiscard]] bool isBatchDue() const;
+    void keepBatch();
+    void keep(TemporaryFile& file, const std::error_code& error);
     void finish();
 
     std::vector<Source> sources_;
@@ -84,6 +93,10 @@ private:
     std::size_t end_;                    // sources from here on are not imported
     std::size_t settled_ = 0;            // the number of settled sources
     std::size_t failed_ = 0;
+    FileSystems fileSystems_;
+    std::vector<Finished> batch_; // is brought to the disk together
+    std::size_t batchFiles_ = 0;
+    std::chrono::steady_clock::time_point batchStart_;
     std::set<std::filesystem::path> folders_; // with new names that must be brought to the disk
 };
 

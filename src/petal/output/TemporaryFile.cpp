@@ -153,10 +153,16 @@ void TemporaryFile::empty() {
     }
 }
 
-void TemporaryFile::sync() const {
+void TemporaryFile::takePermissions() const {
     struct stat existing {};
-    if ((::stat(target_.c_str(), &existing) == 0 && ::fchmod(descriptor_, existing.st_mode & permissionBits) != 0) ||
-        ::fsync(descriptor_) != 0) {
+    if (::stat(target_.c_str(), &existing) == 0 && ::fchmod(descriptor_, existing.st_mode & permissionBits) != 0) {
+        throwErrno();
+    }
+}
+
+void TemporaryFile::sync() const {
+    takePermissions();
+    if (::fsync(descriptor_) != 0) {
         throwErrno();
     }
 }
