@@ -54,7 +54,7 @@ ArchiveRun::ArchiveRun(std::vector<Source> sources, std::vector<ImportPaths> pat
                        units::UnitLocator& locator, const ImportRequest& import, const JobsRequest& jobs)
     : sources_(std::move(sources)), paths_(std::move(paths)), uses_(uses), locator_(locator), import_(import),
       jobs_(jobs), logFormat_(*findLogFormat(import.logFormat)), console_(!jobs.quiet), files_(sources_.size()),
-      end_(sources_.size()) {
+      end_(sources_.size()), mostInBatch_(descriptorsFor(mostInBatch)) {
     if (import.log && *import.log != "-") {
         log_.emplace(*import.log);
     }
@@ -257,7 +257,7 @@ void ArchiveRun::fail(std::size_t number, const ImportEnd& end) {
 }
 
 bool ArchiveRun::isBatchDue() const {
-    return batchFiles_ >= descriptorsFor(mostInBatch) ||
+    return batchFiles_ >= mostInBatch_ ||
            (!batch_.empty() && std::chrono::steady_clock::now() - batchStart_ > oldestInBatch);
 }
 

@@ -95,6 +95,7 @@ private:
     std::size_t failed_ = 0;
     FileSystems fileSystems_;
     std::vector<Finished> batch_; // is brought to the disk together
+    std::size_t mostInBatch_;
     std::size_t batchFiles_ = 0;
     std::chrono::steady_clock::time_point batchStart_;
     std::set<std::filesystem::path> folders_; // with new names that must be brought to the disk

@@ -173,7 +173,11 @@ void ImportProcess::addTo(std::vector<pollfd>& waiting) const {
     }
 }
 
-bool ImportProcess::takeArrived(std::vector<EndedImport>& ended) {
+bool ImportProcess::takeArrived(std::span<const pollfd> waited, std::vector<EndedImport>& ended) {
+    const auto hasArrived = [&](const Channel& channel) {
+        const auto found = std::ranges::find(waited, channel.reading.get(), &pollfd::fd);
+        return found != waited.end() && found->revents != 0;
+    };
     bool isSilent = true;
     for (std::size_t number = 0; number < channelCount; ++number) {
         Channel& channel = channels_[number];
@@ -184,7 +188,7 @@ bool ImportProcess::takeArrived(std::vector<EndedImport>& ended) {
                 channel.lines.add(bytes);
             }
         };
-        if (channel.reading.isOpen() && takePiece(channel.reading.get(), take)) {
+        if (channel.reading.isOpen() && hasArrived(channel) && takePiece(channel.reading.get(), take)) {
             channel.reading.close();
         }
         isSilent = isSilent && !channel.reading.isOpen();

@@ -132,9 +132,9 @@ public:
 
     /// Appends the descriptors to wait for.
     void addTo(std::vector<pollfd>& waiting) const;
-    /// Takes the bytes that have arrived, without waiting, and appends the imports that have ended. Returns whether
-    /// nothing more will arrive.
-    [[nodiscard]] bool takeArrived(std::vector<EndedImport>& ended);
+    /// Takes bytes that have arrived, and appends the imports that have ended. `waited` has what `addTo` appended, and
+    /// what poll said of it. Returns whether nothing more will arrive.
+    [[nodiscard]] bool takeArrived(std::span<const pollfd> waited, std::vector<EndedImport>& ended);
     /// The time at which the time limit of the current import is reached; nothing without a limit.
     [[nodiscard]] const std::optional<Clock::time_point>& getDeadline() const { return deadline_; }
     /// Ends the child because the time limit is reached.

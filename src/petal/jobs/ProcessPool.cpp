@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <span>
 #include <system_error>
 
 namespace petal {
@@ -48,15 +49,21 @@ int ProcessPool::waitingTime(milliseconds atMost) const {
 
 std::vector<EndedImport> ProcessPool::wait(milliseconds atMost) {
     std::vector<pollfd> waiting{{.fd = signals_.getDescriptor(), .events = POLLIN, .revents = 0}};
+    std::vector<std::size_t> ends; // of what each process waits for
     for (const auto& process : processes_) {
         process->addTo(waiting);
+        ends.push_back(waiting.size());
     }
     ::poll(waiting.data(), waiting.size(), waitingTime(atMost));
     signals_.check();
     std::vector<EndedImport> ended;
-    for (std::size_t index = 0; index < processes_.size();) {
+    std::size_t begin = 1;
+    std::size_t index = 0;
+    for (const std::size_t end : ends) { // processes that are started meanwhile come behind these
         ImportProcess& process = *processes_[index];
-        if (process.takeArrived(ended)) {
+        const auto waited = std::span<const pollfd>(waiting).subspan(begin, end - begin);
+        begin = end;
+        if (process.takeArrived(waited, ended)) {
             std::vector<NumberedTask> others = process.finish(ended);
             processes_.erase(processes_.begin() + static_cast<std::ptrdiff_t>(index));
             restart(std::move(others), ended);

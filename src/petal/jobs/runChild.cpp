@@ -38,7 +38,7 @@ void followParent(pid_t parent) {
 /// Limits the memory of the import. The limit ends before the result is sent, which needs memory.
 class MemoryLimit {
 public:
-    explicit MemoryLimit(const std::optional<std::uint64_t>& most) {
+    explicit MemoryLimit(const std::optional<std::uint64_t>& most) : isSet_(most.has_value()) {
         if (most) {
             rlimit limit{};
             ::getrlimit(RLIMIT_DATA, &limit);
@@ -48,7 +48,11 @@ public:
     }
     MemoryLimit(const MemoryLimit&) = delete;
     MemoryLimit& operator=(const MemoryLimit&) = delete;
-    ~MemoryLimit() { lift(); }
+    ~MemoryLimit() {
+        if (isSet_) {
+            lift();
+        }
+    }
 
     static void lift() {
         rlimit limit{};
@@ -56,6 +60,9 @@ public:
         limit.rlim_cur = limit.rlim_max;
         ::setrlimit(RLIMIT_DATA, &limit);
     }
+
+private:
+    bool isSet_;
 };
 
 std::atomic<bool> memoryRanOut{false};
