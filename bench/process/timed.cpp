@@ -1,6 +1,6 @@
 // Runs a command, its output to nowhere, and prints what it took: seconds of processor time, seconds on the clock,
-// the most memory that it held at once, in bytes, and the page faults that needed no disk. A program of its own, since the system counts to a process
-// what the one that started it held at that moment.
+// the most memory that it held at once, in bytes, and the page faults that needed no disk. A program of its own, since
+// the system counts to a process what the one that started it held at that moment.
 
 #include <cerrno>
 #include <chrono>

@@ -17,7 +17,9 @@ protected:
     void putFiles(Order order) const {
         for (int number = 0; number < fileCount; ++number) {
             const std::string mark = std::to_string(number);
-            put(nameOf(number), "log WARNING l" + mark + "\nsay s" + mark + "\n" + good + order(number) + "\n");
+            std::string text = good;
+            text.append("log WARNING l").append(mark).append("\nsay s").append(mark).append("\n").append(order(number));
+            put(nameOf(number), text + "\n");
         }
     }
 };
@@ -27,10 +29,9 @@ TEST_F(SharedProcess, EachFileIsAsIfAlone) {
     constexpr std::array orders{"throw [X] broken", "exit 2", "crash", "hang pid", "classes 20000", "first"};
     putFiles([&](int number) { return number % 3 == 1 && number < 36 ? orders.at(number / 3 % orders.size()) : ""; });
     for (const std::string jobs : {"1", "20"}) { // with 20 each has a process
-        const std::string name = "report" + jobs;
-        const Ended ended = run("ulimit -f 64; $petal import a -o out --ledger ledgers --timeout 1 --log log" + jobs +
-                                " --report " + name + " -j " + jobs + " 2>&1 | sort > lines" + jobs + "; mv out out" +
-                                jobs + "; sort log" + jobs + " -o log" + jobs);
+        const Ended ended = run("n=" + jobs +
+                                "; ulimit -f 64; $petal import a -o out --ledger ledgers --timeout 1 --log log$n "
+                                "--report report$n -j $n 2>&1 | sort > lines$n; mv out out$n; sort log$n -o log$n");
         EXPECT_EQ(ended.status, 0) << ended.errors;
     }
     EXPECT_EQ(run("cmp report1 report20; cmp lines1 lines20; cmp log1 log20; diff -r out1 out20").output, "");
