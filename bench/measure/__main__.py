@@ -3,8 +3,8 @@
 import re
 import sys
 
-import catalog
 import archives
+import catalog
 import imports
 import machine
 import notation

@@ -149,7 +149,7 @@ units::UnitTree readModelTree(const ImportRequest& request, units::UnitLocator& 
 
 ModelSource::ModelSource(const ImportRequest& request, units::UnitLocator& locator, const TreeTaker& takeTree)
     : request_(request), tree_(readModelTree(request, locator)) {
-    if (takeTree && !tree_.files[0].units.empty()) {
+    if (takeTree) {
         takeTree(tree_);
     }
     if (request_.units.mode == "require" && !tree_.isComplete()) {

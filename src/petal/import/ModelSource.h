@@ -21,7 +21,7 @@ namespace petal {
 /// `std::system_error`.
 [[nodiscard]] int openNamelessFile();
 
-/// Called with the tree of a model's files once its units have been searched for, if it has any.
+/// Called with the tree of a model's files once its units have been searched for.
 using TreeTaker = std::function<void(const units::UnitTree& tree)>;
 
 /// The files of the request's model: only the file itself when its units are to be skipped, or when it cannot be read.

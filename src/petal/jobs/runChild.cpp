@@ -102,10 +102,10 @@ ImportResult runWithin(const Limits& limits, const ImportTask& task, bool isLast
         writeFully(resultDescriptor, encoded(format, omissions));
     };
     return task.run(task.request, {.uses = *task.uses,
-                                    .locator = *task.locator,
-                                    .takeTree = tellLosses,
-                                    .takeOmissions = tellOmissions,
-                                    .isLast = isLast});
+                                   .locator = *task.locator,
+                                   .takeTree = tellLosses,
+                                   .takeOmissions = tellOmissions,
+                                   .isLast = isLast});
 }
 
 ImportEnd run(const ImportTask& task, const Limits& limits, bool isLast) {
