@@ -3,6 +3,7 @@
 import re
 import sys
 
+import archives
 import catalog
 import imports
 import machine
@@ -46,6 +47,7 @@ def sections(asked):
     yield catalog.section(max(4, asked.imported // 4), fewer)
     yield page.section(asked.rounds)
     yield start.section(max(20, asked.rounds))
+    yield archives.section(asked.archived, asked.before, fewer)
     yield notation.section(asked.imported, asked.rounds)
 
 

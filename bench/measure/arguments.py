@@ -39,6 +39,12 @@ def writable(text):
     return text
 
 
+def executable(text):
+    if not os.path.isfile(text) or not os.access(text, os.X_OK):
+        raise argparse.ArgumentTypeError(f"'{text}' is no program")
+    return os.path.abspath(text)
+
+
 class Parser(argparse.ArgumentParser):
     """Whose errors are one line."""
 
@@ -53,6 +59,8 @@ WHOLE = {
     "imported": (within(int, 4, 4096), 64, "megabytes for imports"),
     "largest": (one_of(SIZES[1:]), SIZES[-1], "megabytes of the largest model"),
     "portion": (within(float, 1e-5, 1), 1, "the share of the hard shapes' counts that is measured"),
+    "archived": (within(int, 10, 100_000), 2000, "models of each archive"),
+    "before": (executable, None, "another petal, such as one of an earlier state, to compare archives with"),
     "output": (writable, ROOT / "docs" / "performance.md", "the file that is written"),
 }
 
@@ -75,7 +83,7 @@ def parser():
     whole = made.add_argument_group("a whole measurement, not with --quick and --record")
     for name, (check, usual, meaning) in WHOLE.items():
         told = usual.relative_to(ROOT) if isinstance(usual, Path) else usual
-        whole.add_argument(f"--{name}", type=check, help=f"{meaning} [{told}]")
+        whole.add_argument(f"--{name}", type=check, help=f"{meaning} [{'none' if told is None else told}]")
     return made
 
 

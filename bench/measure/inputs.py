@@ -6,6 +6,7 @@ import hashlib
 import json
 import os
 import re
+import shutil
 import subprocess
 from pathlib import Path
 
@@ -27,12 +28,12 @@ def mark(data):
 
 
 def kept(name, suffix, origin, make):
-    """The file of that name and origin; `make` fills it at the path it is given. One of another origin goes."""
+    """The file or folder of that name and origin; `make` fills it at the path it is given. One of another origin goes."""
     path = DATA / f"{name}.{origin}{suffix}"
     if not path.exists():
         DATA.mkdir(parents=True, exist_ok=True)
         for old in DATA.glob(f"{name}.*"):
-            old.unlink()
+            shutil.rmtree(old) if old.is_dir() else old.unlink()
         unfinished = path.with_suffix(".part")
         make(unfinished)
         unfinished.rename(path)

@@ -14,6 +14,7 @@ class Run:
     cpu: float  # seconds of processor time, its own and the system's for it
     clock: float  # seconds
     peak: int  # bytes held at most
+    faults: int  # of pages, without the disk
 
 
 class Runs:
@@ -36,6 +37,14 @@ class Runs:
         return statistics.median(run.peak for run in self.runs)
 
     @property
+    def clock(self):
+        return statistics.median(run.clock for run in self.runs)
+
+    @property
+    def faults(self):
+        return statistics.median(run.faults for run in self.runs)
+
+    @property
     def spread(self):
         """How far the middle half of the processor times is apart, as a share of their median."""
         if len(self.runs) < 2:
@@ -47,8 +56,8 @@ class Runs:
 def run(command):
     """Runs a command, a list of words, its output to nowhere. Raises CalledProcessError when it fails."""
     done = subprocess.run([program("timed"), *command], check=True, capture_output=True, text=True)
-    cpu, clock, peak = done.stdout.split()
-    return Run(float(cpu), float(clock), int(peak))
+    cpu, clock, peak, faults = done.stdout.split()
+    return Run(float(cpu), float(clock), int(peak), int(faults))
 
 
 def in_turns(commands, rounds):
@@ -66,3 +75,8 @@ def in_turns(commands, rounds):
 def ratio(dividend, divisor):
     """The median over the rounds of how many times the processor time of `divisor` `dividend` took."""
     return statistics.median(a.cpu / b.cpu for a, b in zip(dividend.runs, divisor.runs))
+
+
+def clock_ratio(dividend, divisor):
+    """The same of the time on the clock."""
+    return statistics.median(a.clock / b.clock for a, b in zip(dividend.runs, divisor.runs))

@@ -20,7 +20,7 @@ read as JSON or as an outline.
 .PP
 A single file is imported in petal's own process, and the model goes to standard output unless
 .B \-o
-names a file. Of several files, and of folders, each is imported in a process of its own, so that whatever happens in one
+names a file. Several files, and folders, are imported in other processes, so that whatever happens in one
 costs that file only;
 .B \-o
 then names the folder that the models are written to.

@@ -59,6 +59,7 @@ struct ImportRequest {
     bool namesFile = true;           // false: the model has neither its file's name nor its path
     bool isSummarised = true;        // the ledger, in lines on standard error
     bool isCounted = true;           // false: no ledger is made unless something else needs it
+    bool areObjectsCounted = true;   // false: no number is told, unless a format tells it
     int ledgerDescriptor = -1;       // unless negative, where to write the ledger; `ledger` then only names it
 };
 

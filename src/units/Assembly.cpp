@@ -42,7 +42,7 @@ std::size_t sharedAscii(std::string_view first, std::string_view second) {
 class Writer {
 public:
     Writer(const UnitTree& tree, bool toUtf8, const std::function<void(std::string_view)>& write)
-        : tree_(tree), toUtf8_(toUtf8), write_(write), buffer_(largestPart, '\0') {}
+        : tree_(tree), toUtf8_(toUtf8), write_(write), buffer_(std::make_unique_for_overwrite<char[]>(largestPart)) {}
 
     void copy(std::size_t file, Range range) {
         const std::uint64_t begin = range.begin;
@@ -84,9 +84,9 @@ private:
         if (range.begin < buffered_.begin || range.begin >= buffered_.end) {
             source_->seek(range.begin);
             const std::uint64_t room = std::clamp<std::uint64_t>(length, smallestRead, largestPart);
-            buffered_ = {range.begin, range.begin + source_->read(buffer_.data(), room)};
+            buffered_ = {range.begin, range.begin + source_->read(buffer_.get(), room)};
         }
-        const std::string_view text(buffer_.data(), buffered_.end - buffered_.begin);
+        const std::string_view text(buffer_.get(), buffered_.end - buffered_.begin);
         return text.substr(range.begin - buffered_.begin, length);
     }
 
@@ -138,8 +138,8 @@ private:
     std::string written_;                                 // not passed on yet
     std::unique_ptr<OpenFile> source_;
     std::size_t openIndex_ = 0;
-    std::string buffer_;
-    Range buffered_; // of the open file
+    std::unique_ptr<char[]> buffer_; // of `largestPart` bytes, of which a small file fills only the start
+    Range buffered_;                 // of the open file
 };
 
 /// A range of a file that is being written, and the position of the next unit and root name in it.

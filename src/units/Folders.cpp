@@ -29,8 +29,17 @@ const Folders::Names& Folders::namesIn(const fs::path& folder) {
                 kept->second = std::min(kept->second, name);
             }
         }
+        names_ += place->second.size();
+        newlyListed_.push_back(folder);
     }
     return place->second;
+}
+
+void Folders::list(const fs::path& folder) {
+    if (names_ < mostNames && !listed_.contains(folder)) {
+        static_cast<void>(namesIn(folder));
+        newlyListed_.pop_back();
+    }
 }
 
 std::optional<fs::path> Folders::find(const fs::path& folder, std::span<const std::string> parts) {

@@ -70,6 +70,10 @@ void UnitLocator::listSearchFolders() {
     }
 }
 
+void UnitLocator::list(std::span<const fs::path> folders) {
+    std::ranges::for_each(folders, [this](const fs::path& folder) { folders_.list(folder); });
+}
+
 Located UnitLocator::locate(const UnitName& name, const fs::path& folder, const fs::path& modelFolder) {
     if (name.parts.empty()) {
         return {.file = std::nullopt, .remark = "it names no file", .fault = UnitFault::unnamed};

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -52,6 +53,10 @@ public:
     /// Lists the files below the search folders now, instead of on the first search there. A process that forks should
     /// call it before, so that its children need not.
     void listSearchFolders();
+    /// The folders that were listed since the last call; and lists folders now, so that processes that are forked later
+    /// need not: see `Folders`.
+    [[nodiscard]] std::vector<std::filesystem::path> takeListed() { return folders_.takeListed(); }
+    void list(std::span<const std::filesystem::path> folders);
     /// Maps a path symbol to a folder for later searches.
     void map(std::string_view symbol, std::filesystem::path folder) { symbols_.map(symbol, std::move(folder)); }
     [[nodiscard]] const PathSymbols& getSymbols() const { return symbols_; }

@@ -58,6 +58,7 @@ public:
         if (!file) {
             throw KelException(KelString("[FAKE_F0001] cannot open ") + path);
         }
+        ++imports_;
         model.setName("made by the fake");
         model.description = options.getValue("Supported types") + KelString(", ") + options.getValue("Encoding");
         for (std::string line; std::getline(file, line);) {
@@ -67,6 +68,8 @@ public:
     }
 
 private:
+    static inline int imports_ = 0; // in this process
+
     static void obey(const std::string& line, KelModel& model, KelLog& log) {
         std::istringstream words(line);
         std::string order;
@@ -75,6 +78,9 @@ private:
         std::getline(words, argument);
         if (order == "throw") {
             throw KelException(argument.c_str());
+        }
+        if (order == "first" ? imports_ > 1 : order == "later" && imports_ == 1) {
+            throw KelException("[FAKE_F0004] not at its place");
         }
         if (order == "exit") { // as a bridge does that cannot go on reading
             std::exit(std::stoi(argument));

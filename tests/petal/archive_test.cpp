@@ -294,15 +294,21 @@ TEST(ImportEnd, GoesThroughAPipeWholeOrNotAtAll) {
     constexpr exporter::Omission kind{"flag", "flags", "why"};
     exporter::Omissions omissions;
     omissions.add(kind, 2);
+    const auto decoded = [](const std::string& bytes) {
+        petal::ImportMessage message;
+        for (std::string_view rest = bytes; petal::takePart(rest, message);) {
+        }
+        return message;
+    };
     const std::string ahead = petal::encoded(losses) + petal::encoded(losses);
     const std::string bytes = petal::encoded(end);
     for (std::size_t length = 0; length < ahead.size() + bytes.size(); ++length) {
-        const petal::ImportMessage cut = petal::decoded((ahead + bytes).substr(0, length));
+        const petal::ImportMessage cut = decoded((ahead + bytes).substr(0, length));
         EXPECT_FALSE(cut.end) << length;
         EXPECT_EQ(cut.losses.size(), std::min<std::size_t>(length * 2 / ahead.size(), 2)) << length;
     }
     const petal::ImportMessage message =
-        petal::decoded(petal::encoded("uml", omissions) + ahead + petal::encoded("uml", omissions) + bytes);
+        decoded(petal::encoded("uml", omissions) + ahead + petal::encoded("uml", omissions) + bytes);
     EXPECT_EQ(message.omissions.lines(), std::vector<std::string>{"uml: left out: 4 flags"});
     ASSERT_EQ(message.losses.size(), 2U);
     EXPECT_EQ(petal::encoded(message.losses[1]), petal::encoded(losses));

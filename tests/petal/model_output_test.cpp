@@ -1,12 +1,16 @@
 #include "Shell.h"
 #include "petal/Failure.h"
 #include "petal/output/Descriptor.h"
+#include "petal/output/FileSystems.h"
 #include "petal/output/FileUses.h"
 #include "petal/output/ModelOutput.h"
 #include "petal/output/OutputFiles.h"
 
+#include <array>
+#include <cerrno>
 #include <csignal>
 #include <fstream>
+#include <span>
 #include <sstream>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -21,9 +25,18 @@ namespace {
 std::vector<std::pair<std::string, std::string>> synchronised;
 std::string watchedTarget;
 
+/// How often a whole file system was, and whether that failed.
+int wholes = 0;
+bool isWholeBroken = false;
+
 } // namespace
 
 /// In place of the C library's.
+extern "C" int syncfs(int descriptor) noexcept {
+    ++wholes;
+    errno = EIO;
+    return isWholeBroken ? -1 : static_cast<int>(::syscall(SYS_syncfs, descriptor));
+}
 extern "C" int fsync(int descriptor) {
     const auto path = std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(descriptor));
     std::ostringstream contents;
@@ -77,6 +90,38 @@ TEST_F(Output, IsOnTheDiskAheadOfItsNameAndThenTheName) {
     EXPECT_TRUE(has(synchronised[0].first, "/.petal-"));
     EXPECT_EQ(synchronised[0].second, "before");
     EXPECT_EQ(synchronised[1], std::pair(folder.string(), std::string("after")));
+}
+
+// The files of an archive are, all at once or, where that is not certain, one by one.
+TEST_F(Output, ManyAreOnTheDiskTogether) {
+    put("b", "old");
+    std::filesystem::permissions(pathOf("b"), std::filesystem::perms(0640));
+    petal::FileSystems watching;
+    watching.watch(folder);
+    petal::FileSystems unaware;
+    for (const bool isBroken : {false, true}) {
+        isWholeBroken = isBroken;
+        wholes = 0;
+        petal::TemporaryFile one(pathOf("a"));
+        petal::TemporaryFile other(pathOf("b"));
+        const std::array<const petal::TemporaryFile*, 2> files{&one, &other};
+        synchronised.clear();
+        EXPECT_EQ(watching.sync(files), std::vector<std::error_code>(2));
+        EXPECT_EQ(wholes, 1);
+        EXPECT_EQ(synchronised.size(), isBroken ? 2U : 0U);
+        EXPECT_EQ(watching.sync(std::span(files).first(1)), std::vector<std::error_code>(1));
+        synchronised.clear();
+        EXPECT_EQ(unaware.sync(files), std::vector<std::error_code>(2));
+        EXPECT_EQ(synchronised.size(), 2U);
+        other.takePlace();
+        EXPECT_EQ(permissions("b"), std::filesystem::perms(0640));
+    }
+    petal::TemporaryFile lost(pathOf("c"));
+    std::array<int, 2> pipe{};
+    ASSERT_EQ(::pipe(pipe.data()), 0);
+    ::dup2(pipe[1], lost.getDescriptor()); // cannot be brought to the disk
+    EXPECT_EQ(unaware.sync(std::array<const petal::TemporaryFile*, 1>{&lost}).front(),
+              std::error_code(EINVAL, std::generic_category()));
 }
 
 TEST_F(Output, LeavesNoTraceWhenASignalEndsTheProgram) {

@@ -48,7 +48,13 @@ TEST_F(Units, AreImportedInTheirPlaces) {
         EXPECT_EQ(run(command).output, whole.output) << command;
     }
     EXPECT_EQ(run("$petal import m.mdl -q --units skip --format tree").errors, "");
+    const std::string imported =
+        run("TMPDIR=/missing $petal import m.mdl -q --path-map SHOP=shop --format tree").output;
+    EXPECT_EQ(imported, whole.output) << "a small text is assembled in memory";
+    put("m.mdl", model + std::string(1'000'000, '\n'));
     EXPECT_EQ(run("TMPDIR=/missing $petal import m.mdl --path-map SHOP=shop").status, 6);
+    const std::string large = run("$petal import m.mdl -q --path-map SHOP=shop --format tree").output;
+    EXPECT_EQ(large.substr(large.find("  package")), whole.output.substr(whole.output.find("  package")));
     EXPECT_EQ(files(), (Names{"m.mdl", "shop/sales.cat"}));
 }
 

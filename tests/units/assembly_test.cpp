@@ -276,6 +276,8 @@ TEST_F(Assembling, AFileThatIsOneTextIsKnownWithoutReadingIt) {
     }
     put("m", filling + "is_loaded TRUE is_loaded" + filling + "FALSE is_loaded root_cat egory");
     EXPECT_FALSE(units::mayNeedAssembly(pathOf("m")));
+    put("m", "is_loaded"); // whatever follows in memory
+    EXPECT_FALSE(units::mayNeedAssembly(pathOf("m")));
     put("m", root);
     EXPECT_TRUE(units::mayNeedAssembly(pathOf("m")));
     EXPECT_THROW(static_cast<void>(units::mayNeedAssembly(pathOf("none"))), std::system_error);

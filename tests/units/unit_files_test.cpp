@@ -62,6 +62,27 @@ TEST_F(Locator, TakesTheFirstPlaceThatHasTheFile) {
     ::unsetenv("UNIT_TEST_FOLDER");
 }
 
+// As the imports of an archive share the folders that one of them has listed.
+TEST_F(Locator, FoldersAreListedOnce) {
+    put("Old.cat", "");
+    units::UnitLocator first({}, {});
+    const auto found = [&](units::UnitLocator& locator, std::string_view name) {
+        return locator.locate(units::parseUnitName(name), folder, folder).file.has_value();
+    };
+    EXPECT_TRUE(found(first, "Old.cat"));
+    EXPECT_TRUE(first.takeListed().empty()) << "it is there by its name";
+    EXPECT_TRUE(found(first, "OLD.cat"));
+    const std::vector<std::filesystem::path> listed = first.takeListed();
+    EXPECT_EQ(listed, std::vector<std::filesystem::path>{folder});
+    units::UnitLocator second({}, {});
+    second.list(listed);
+    put("New.cat", "");
+    EXPECT_TRUE(found(second, "old.CAT"));
+    EXPECT_TRUE(found(second, "New.cat")) << "names as they are written are searched anew";
+    EXPECT_FALSE(found(second, "new.cat"));
+    EXPECT_TRUE(second.takeListed().empty());
+}
+
 TEST(UnitName, IsTakenApart) {
     struct Row {
         const char* text;

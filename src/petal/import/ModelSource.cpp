@@ -22,6 +22,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <string>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -49,6 +50,47 @@ int openNamelessFile() {
 }
 
 namespace {
+
+/// An assembled text on its way to a file without a name: in memory if it is small, else in the folder for temporary
+/// files, since it may have any size.
+class NamelessText {
+public:
+    NamelessText() = default;
+    NamelessText(const NamelessText&) = delete;
+    NamelessText& operator=(const NamelessText&) = delete;
+
+    /// Throws `std::system_error`.
+    void write(std::string_view part) {
+        begun_ += part;
+        if (file_.isOpen() || begun_.size() > largestInMemory) {
+            flush([] { return openNamelessFile(); });
+        }
+    }
+    /// Returns the descriptor, which the caller closes. Called once, as the last operation. Throws
+    /// `std::system_error`.
+    int finish() {
+        flush([] {
+            const int descriptor = ::memfd_create("petal", MFD_CLOEXEC);
+            return descriptor < 0 ? openNamelessFile() : descriptor;
+        });
+        return file_.release();
+    }
+
+private:
+    static constexpr std::size_t largestInMemory = 1'000'000;
+
+    template <class Open>
+    void flush(Open open) {
+        if (!file_.isOpen()) {
+            file_ = Descriptor(open());
+        }
+        writeFully(file_.get(), begun_);
+        begun_.clear();
+    }
+
+    std::string begun_;
+    Descriptor file_;
+};
 
 constexpr const char* renamedRootCode = "PETAL_S0002";
 
@@ -132,9 +174,10 @@ void ModelSource::assemble() {
     renamedRoot_ = assembly.getRenamedRoot();
     isUtf8_ = request_.encoding == "auto" && assembly.isMixed();
     try {
-        descriptor_ = openNamelessFile();
+        NamelessText text;
         pieces_ = assembly.write(isUtf8_ ? units::Assembly::Bytes::utf8IfMixed : units::Assembly::Bytes::asTheyAre,
-                                 [this](std::string_view part) { writeFully(descriptor_, part); });
+                                 [&](std::string_view part) { text.write(part); });
+        descriptor_ = text.finish();
     } catch (const std::system_error& error) {
         throw outputFailure("the temporary copy of '" + request_.file + "' with its controlled units", error);
     }

@@ -26,6 +26,7 @@
 #include <cstdio>
 #include <deque>
 #include <filesystem>
+#include <memory>
 #include <unistd.h>
 
 namespace petal {
@@ -49,11 +50,27 @@ std::uint64_t countObjects(KelModel& model) {
 
 namespace {
 
-/// The model of the import. It is never deleted: the end of the process frees a large model at no cost.
-KelModel& keptModel() {
-    static auto* const model = new KelModel;
-    return *model;
-}
+/// The model of an import. The last one of a process is never deleted: the end of the process frees a large model at no
+/// cost.
+class ImportedModel {
+public:
+    explicit ImportedModel(bool isLast) : isLast_(isLast), model_(std::make_unique<KelModel>()) {}
+    ImportedModel(const ImportedModel&) = delete;
+    ImportedModel& operator=(const ImportedModel&) = delete;
+    ~ImportedModel() {
+        if (isLast_) {
+            last_ = model_.release();
+        }
+    }
+
+    [[nodiscard]] KelModel& get() const { return *model_; }
+
+private:
+    static inline KelModel* last_ = nullptr;
+
+    bool isLast_;
+    std::unique_ptr<KelModel> model_;
+};
 
 /// The units of a model are known only now. No file has been opened for writing yet, which could empty one.
 void refuseToLoseUnits(const units::UnitTree& tree, const FileUses& uses) {
@@ -62,10 +79,10 @@ void refuseToLoseUnits(const units::UnitTree& tree, const FileUses& uses) {
     }
 }
 
-void import(const ImportRequest& request, KelOptionList& options, KelModelBridgeImportDllInterface& bridge,
-            KelLog& log) {
+void import(const ImportRequest& request, KelModel& model, KelOptionList& options,
+            KelModelBridgeImportDllInterface& bridge, KelLog& log) {
     try {
-        bridge.run(PlugIn::bridgeId, keptModel(), options, log);
+        bridge.run(PlugIn::bridgeId, model, options, log);
     } catch (const KelException& failure) {
         throw Failure(Outcome::importFailed, std::string(failure.getMessage().view()), importAdvice(request.file));
     }
@@ -113,8 +130,9 @@ auto readAgain(const ImportRequest& request, const char* what, Read read) {
     }
 }
 
-/// The inputs of the formats besides the model. Null for what none of them needs.
+/// The inputs of the formats. Null for what none of them needs.
 struct Knowledge {
+    KelModel& model;
     const source::SourceMap* places = nullptr;
     const exporter::DrawnPositions* positions = nullptr;
     const layout::NotationTree* notation = nullptr;
@@ -136,7 +154,7 @@ public:
             attempt(destination.beside, [&] { files_->addBeside(*destination.beside, destination.besideDescriptor); });
         }
         attempt(destination.path, [&] {
-            exporter.write({.model = keptModel(),
+            exporter.write({.model = knowledge.model,
                             .source = knowledge.places,
                             .options = options,
                             .folder = *files_,
@@ -191,7 +209,7 @@ std::uint64_t writeModel(const ImportRequest& request, const ModelSource& source
     std::optional<exporter::DrawnPositions> positions;
     if (knowledge.places != nullptr && isAnyDestination(request, &exporter::Exporter::needsPositions)) {
         positions = readAgain(request, "the positions of classes",
-                              [&] { return findPositions(source.getTree(), keptModel(), *knowledge.places); });
+                              [&] { return findPositions(source.getTree(), knowledge.model, *knowledge.places); });
         knowledge.positions = &*positions;
     }
     std::optional<layout::NotationTree> notation;
@@ -244,6 +262,8 @@ void mapSymbols(const ImportRequest& request, units::UnitLocator& locator) {
 
 ImportResult importModel(const ImportRequest& request, const ImportContext& context) {
     const PlugIn plugIn = PlugIn::load();
+    const ImportedModel imported(context.isLast);
+    KelModel& model = imported.get();
     KelOptionList options;
     plugIn.getBridge().getOptionList(options);
     setImportOptions(request, options);
@@ -266,31 +286,33 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     if (isPlaced || ledger.isWanted() || context.takeModel) {
         trace.emplace();
     }
-    import(request, options, plugIn.getBridge(), log);
-    source.complete(keptModel(), options);
+    import(request, model, options, plugIn.getBridge(), log);
+    source.complete(model, options);
     if (!request.namesFile) {
-        forgetPath(keptModel());
+        forgetPath(model);
     }
     if (trace) {
         trace->locate(source.getPieces());
     }
     if (context.takeModel) {
-        context.takeModel({keptModel(), source, *trace, chosenEncoding(options)});
+        context.takeModel({model, source, *trace, chosenEncoding(options)});
     }
     std::optional<source::SourceMap> places;
     if (isPlaced) {
         places = readAgain(request, "the places of objects",
-                           [&] { return source::makeSourceMap(source.getTree(), *trace, keptModel()); });
+                           [&] { return source::makeSourceMap(source.getTree(), *trace, model); });
     }
-    const auto makeLedger = [&] { ledger.make(source, *trace, keptModel(), chosenEncoding(options)); };
+    const auto makeLedger = [&] { ledger.make(source, *trace, model, chosenEncoding(options)); };
     if (isLedgerShown) {
         makeLedger();
     }
     const std::optional<ledger::KeptLedger> kept = ledger.getKept();
     ImportResult result;
-    result.objects = countObjects(keptModel());
-    const Knowledge knowledge{
-        .places = places ? &*places : nullptr, .ledger = kept ? &*kept : nullptr, .objects = result.objects};
+    result.objects = request.areObjectsCounted || isLedgerShown ? countObjects(model) : 0;
+    const Knowledge knowledge{.model = model,
+                              .places = places ? &*places : nullptr,
+                              .ledger = kept ? &*kept : nullptr,
+                              .objects = result.objects};
     result.omitted = writeModel(request, source, knowledge, context.takeOmissions);
     if (trace && !isLedgerShown) {
         makeLedger();

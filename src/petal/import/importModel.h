@@ -63,10 +63,11 @@ struct ImportContext {
     TreeTaker takeTree = {};     // hears of them; may be empty
     OmissionTaker takeOmissions = {}; // may be empty
     ModelTaker takeModel = {};        // likewise; called before the model is written. Not for files that are read once
+    bool isLast = true;               // no other import follows in this process
 };
 
-/// Imports one file in this process and writes the model to the destinations of the request. Called once in a
-/// process: the bridge may end it, and the model stays in memory. Throws a `Failure`.
+/// Imports one file in this process and writes the model to the destinations of the request. The bridge may end the
+/// process. After the last import the model stays in memory. Throws a `Failure`.
 ImportResult importModel(const ImportRequest& request, const ImportContext& context);
 
 } // namespace petal

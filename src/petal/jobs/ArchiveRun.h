@@ -5,10 +5,12 @@
 #include "petal/jobs/Sources.h"
 #include "petal/log/LogWriter.h"
 #include "petal/log/logFormats.h"
+#include "petal/output/FileSystems.h"
 #include "petal/report/Report.h"
 #include "units/LostUnits.h"
 #include "units/SymbolSearch.h"
 
+#include <chrono>
 #include <map>
 #include <optional>
 #include <set>
@@ -17,7 +19,8 @@
 
 namespace petal {
 
-/// Imports many files, each in its own process, several in parallel.
+/// Imports many files, several in parallel, in processes that import up to 32 small files one after the other (see
+/// `ImportProcess`).
 ///
 /// Outputs and reports do not depend on the number of parallel imports: every file has separate outputs, and after a
 /// failure that ends the run, nothing is kept of the files after the one that failed. This process must have one
@@ -50,16 +53,26 @@ private:
         ImportFiles files;
         bool isUpToDate = false; // there was no import
     };
+    /// Outputs that are complete but not in place yet.
+    struct Finished {
+        std::size_t number;
+        ImportFiles files;
+    };
 
     void importAll(const StopSignals& signals);
     void startMore(ProcessPool& pool);
-    void startImport(std::size_t number, ProcessPool& pool);
-    [[nodiscard]] ImportTask taskFor(std::size_t number);
+    void startShare(ProcessPool& pool);
+    [[nodiscard]] std::vector<NumberedTask> nextShare();
+    [[nodiscard]] std::size_t mostInShare() const;
+    [[nodiscard]] std::optional<ImportTask> taskFor(std::size_t number);
+    [[nodiscard]] ImportTask makeTask(std::size_t number);
     [[nodiscard]] std::unique_ptr<TemporaryFile> openOutput(const std::string& path);
     void settleEnded();
     void settle(std::size_t number, Ended ended);
-    void tellFailure(const std::string& file, const ImportEnd& end);
-    void keep(TemporaryFile& file);
+    void fail(std::size_t number, const ImportEnd& end);
+    [[nodiscard]] bool isBatchDue() const;
+    void keepBatch();
+    void keep(TemporaryFile& file, const std::error_code& error);
     void finish();
 
     std::vector<Source> sources_;
@@ -80,6 +93,11 @@ private:
     std::size_t end_;                    // sources from here on are not imported
     std::size_t settled_ = 0;            // the number of settled sources
     std::size_t failed_ = 0;
+    FileSystems fileSystems_;
+    std::vector<Finished> batch_; // is brought to the disk together
+    std::size_t mostInBatch_;
+    std::size_t batchFiles_ = 0;
+    std::chrono::steady_clock::time_point batchStart_;
     std::set<std::filesystem::path> folders_; // with new names that must be brought to the disk
 };
 

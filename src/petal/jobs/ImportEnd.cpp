@@ -23,6 +23,7 @@ struct EndHead {
 /// The first value of a part of a message.
 enum class Part : std::uint8_t { losses, omissions, end };
 
+/// Makes a part of a message.
 class Writer {
 public:
     template <class Value>
@@ -34,10 +35,14 @@ public:
         plain(std::uint64_t{text.size()});
         bytes_ += text;
     }
-    [[nodiscard]] std::string take() { return std::move(bytes_); }
+    [[nodiscard]] std::string take() {
+        const std::uint64_t length = bytes_.size() - sizeof length;
+        std::memcpy(bytes_.data(), &length, sizeof length);
+        return std::move(bytes_);
+    }
 
 private:
-    std::string bytes_;
+    std::string bytes_ = std::string(sizeof(std::uint64_t), '\0'); // begins with the length of the rest
 };
 
 /// Reads the bytes of a `Writer`; after their end it returns zeros and empty texts.
@@ -108,6 +113,9 @@ ImportEnd readEnd(Reader& reader) {
     end.result = head.result;
     end.text = reader.text();
     end.advice = reader.text();
+    for (auto count = reader.plain<std::uint64_t>(); count > 0 && !reader.isCut(); --count) {
+        end.listed.emplace_back(reader.text());
+    }
     return end;
 }
 
@@ -177,6 +185,10 @@ std::string encoded(const ImportEnd& end) {
     writer.plain(head);
     writer.text(end.text);
     writer.text(end.advice);
+    writer.plain(std::uint64_t{end.listed.size()});
+    for (const std::filesystem::path& folder : end.listed) {
+        writer.text(folder.native());
+    }
     return writer.take();
 }
 
@@ -211,26 +223,23 @@ std::string encoded(std::string_view format, const exporter::Omissions& omission
     return writer.take();
 }
 
-ImportMessage decoded(std::string_view bytes) {
-    ImportMessage message;
-    for (Reader reader(bytes); !reader.isAtEnd();) {
-        const auto part = reader.plain<Part>();
-        if (part == Part::losses) {
-            units::ModelLosses losses = readLosses(reader);
-            if (!reader.isCut()) {
-                message.losses.push_back(std::move(losses));
-            }
-        } else if (part == Part::omissions) {
-            const OmissionCounts omissions = readOmissions(reader);
-            if (!reader.isCut()) {
-                message.omissions.add(omissions);
-            }
-        } else {
-            ImportEnd end = readEnd(reader);
-            message.end = reader.isCut() ? std::nullopt : std::optional(std::move(end));
-        }
+bool takePart(std::string_view& bytes, ImportMessage& message) {
+    Reader head(bytes);
+    const auto length = head.plain<std::uint64_t>();
+    if (head.isCut() || length > bytes.size() - sizeof length) {
+        return false;
     }
-    return message;
+    Reader reader(bytes.substr(sizeof length, length));
+    bytes.remove_prefix(sizeof length + length);
+    const auto part = reader.plain<Part>();
+    if (part == Part::losses) {
+        message.losses.push_back(readLosses(reader));
+    } else if (part == Part::omissions) {
+        message.omissions.add(readOmissions(reader));
+    } else {
+        message.end = readEnd(reader);
+    }
+    return true;
 }
 
 } // namespace petal

@@ -4,6 +4,7 @@
 #include "units/LostUnits.h"
 
 #include <exception>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -36,6 +37,7 @@ struct ImportEnd {
     int signal = 0;                         // unless 0, the signal that ended the process
     std::vector<units::ModelLosses> losses; // of each model whose units were searched, also if the import failed
     OmissionCounts omissions;
+    std::vector<std::filesystem::path> listed; // the folders that had to be listed to find units
 
     [[nodiscard]] bool isDone() const { return outcome == Outcome::success || outcome == Outcome::checkTripped; }
 };
@@ -45,17 +47,18 @@ struct ImportEnd {
 [[nodiscard]] ImportEnd endWith(const std::exception_ptr& failure);
 
 /// Encode parts of a message to another process of the same program: the losses of a model, the omissions of a format
-/// and, last, the end without these.
+/// and, last, the end without losses and omissions. Each part begins with its length.
 [[nodiscard]] std::string encoded(const ImportEnd& end);
 [[nodiscard]] std::string encoded(const units::ModelLosses& losses);
 [[nodiscard]] std::string encoded(std::string_view format, const exporter::Omissions& omissions);
 
-/// The parts of such a message. If the message was cut, incomplete parts are missing.
+/// The parts of such a message.
 struct ImportMessage {
     std::optional<ImportEnd> end; // without the losses and omissions
     std::vector<units::ModelLosses> losses;
     OmissionCounts omissions;
 };
-[[nodiscard]] ImportMessage decoded(std::string_view bytes);
+/// Moves the first part of `bytes` to `message`. Returns false if `bytes` has no complete part.
+bool takePart(std::string_view& bytes, ImportMessage& message);
 
 } // namespace petal

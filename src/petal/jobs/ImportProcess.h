@@ -88,10 +88,10 @@ struct ImportFiles {
 struct ImportTask {
     ImportRequest request;
     const FileUses* uses;        // of the whole command; must live as long
-    units::UnitLocator* locator; // likewise; the child has a copy
+    units::UnitLocator* locator; // likewise; the child has a copy, and lists no folder again that an earlier one listed
     std::function<ImportResult(const ImportRequest&, const ImportContext&)> run = importModel;
     /// The files to write instead of the request's outputs and ledger. This process owns them and the child only writes
-    /// to them: only their owner replaces or removes a file, also if the import crashes.
+    /// to them: only their owner brings them to the disk, and replaces or removes a file, also if the import crashes.
     ImportFiles files;
     /// Callbacks for the lines that the import writes to standard error and standard output, and to its log. If one is
     /// empty, the import uses the streams of this process, or the log of the request.
@@ -99,51 +99,94 @@ struct ImportTask {
     Lines::Taker log;
 };
 
-/// An import in a forked child process. The destructor ends the child, and so does the end of this process. This
-/// process must have one thread.
+/// An import to run, with the number by which its starter knows it.
+struct NumberedTask {
+    std::size_t number;
+    ImportTask task;
+};
+
+/// An import that has ended, with the number that it was started with.
+struct EndedImport {
+    std::size_t number;
+    ImportEnd end;
+    ImportFiles files; // the task's
+};
+
+/// Imports in a forked child process, one after the other. The destructor ends the child, and so does the end of this
+/// process. This process must have one thread.
+///
+/// No import can harm another: the child ends after an import that fails or changes the state of the process, and an
+/// import that fails after others in the same child does not count; `finish` returns it to be run again. Therefore the
+/// lines of each import but the first are passed on when it has succeeded.
 class ImportProcess {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// Starts the import. `siblings` are the imports that run already; the child closes their descriptors. The child
-    /// ends after the import. Throws `std::system_error`.
-    ImportProcess(ImportTask task, const Limits& limits, std::span<const std::unique_ptr<ImportProcess>> siblings);
+    /// Starts the imports. `siblings` are the processes that run already; the child closes their descriptors. The child
+    /// ends after the last import. Throws `std::system_error`.
+    ImportProcess(std::vector<NumberedTask> tasks, const Limits& limits,
+                  std::span<const std::unique_ptr<ImportProcess>> siblings);
     ImportProcess(const ImportProcess&) = delete;
     ImportProcess& operator=(const ImportProcess&) = delete;
     ~ImportProcess();
 
     /// Appends the descriptors to wait for.
     void addTo(std::vector<pollfd>& waiting) const;
-    /// Takes the bytes that have arrived, without waiting. Returns whether the child has closed all channels.
-    bool takeArrived();
-    /// The time at which the time limit is reached; nothing without a limit.
+    /// Takes bytes that have arrived, and appends the imports that have ended. `waited` has what `addTo` appended, and
+    /// what poll said of it. Returns whether nothing more will arrive.
+    [[nodiscard]] bool takeArrived(std::span<const pollfd> waited, std::vector<EndedImport>& ended);
+    /// The time at which the time limit of the current import is reached; nothing without a limit.
     [[nodiscard]] const std::optional<Clock::time_point>& getDeadline() const { return deadline_; }
-    /// Ends the import because its time limit is reached.
+    /// Ends the child because the time limit is reached.
     void timeOut();
-    /// Waits for the end of the child, after `takeArrived` has returned true. Called once.
-    ImportEnd finish();
-    /// Gives the task's files to the caller, who keeps or removes them.
-    [[nodiscard]] ImportFiles takeFiles() { return std::move(task_.files); }
+    /// Waits for the end of the child, after `takeArrived` has returned true, and appends the imports that have ended.
+    /// Returns the others, for another process; they are fewer than this process was given. Called once.
+    [[nodiscard]] std::vector<NumberedTask> finish(std::vector<EndedImport>& ended);
+    /// Drops the imports with a higher number. Returns whether there are others that have not ended.
+    bool dropAfter(std::size_t number);
 
 private:
-    /// A pipe from the import.
+    /// A pipe from the child.
     struct Channel {
         Descriptor reading;
         Descriptor writing; // of the child; closed here after its start
         Lines lines;
+        std::size_t import = 0; // the one that is writing to it
     };
     enum : std::size_t { result, errors, log, channelCount };
+    struct HeldLine {
+        std::size_t channel;
+        std::string line;
+    };
+    struct Import {
+        NumberedTask given;
+        ImportMessage message;
+        std::vector<HeldLine> held;
+    };
 
+    [[nodiscard]] static const Lines::Taker& takerOf(const ImportTask& task, std::size_t channel);
     void openChannels();
     void closeFiles();
+    [[noreturn]] void beChild(pid_t parent);
+    void startClock();
+    void takeResult(std::string_view bytes);
+    void takeLine(std::size_t channel, std::string_view line);
+    void passOn(std::size_t channel, std::string_view line);
+    [[nodiscard]] bool hasEnded(std::size_t import) const;
+    void settle(std::vector<EndedImport>& ended);
+    void append(ImportEnd end, std::vector<EndedImport>& ended);
     [[nodiscard]] ImportEnd endOfProcess(int status) const;
 
-    ImportTask task_;
+    std::vector<Import> imports_;
+    std::size_t current_ = 0; // the first import that has not ended
     Limits limits_;
     std::array<Channel, channelCount> channels_;
-    std::string message_; // the bytes from the channel `result`
-    pid_t process_ = -1;  // -1 after its end
+    std::string marker_;        // a line that the child writes to `errors` and `log` after each import
+    std::string message_;       // bytes from `result` that are not a complete part yet
+    std::size_t heldBytes_ = 0; // of the current import and later ones
+    pid_t process_ = -1;        // -1 after its end
     bool timedOut_ = false;
+    bool isCut_ = false; // imports that the child has been given were dropped
     std::optional<Clock::time_point> deadline_;
 };
 

@@ -255,6 +255,7 @@ Outcome importSeveral(ImportRequest request, const JobsRequest& jobs) {
     request.areUnitsTold = isEachEventKept(request);
     request.isSummarised = false;
     request.isCounted = isCounted(jobs);
+    request.areObjectsCounted = request.isCounted;
     request.destinations = sharedDestination(request);
     Sources sources = findSources(jobs);
     if (sources.files.empty() && !jobs.inputs.empty()) {
@@ -309,6 +310,7 @@ Outcome importFiles(const ImportRequest& import, const JobsRequest& jobs) {
         request.destinations = destinationsOf(request);
         request.isSummarised = !jobs.quiet;
         request.isCounted = isCounted(jobs);
+        request.areObjectsCounted = jobs.report.has_value();
         return importSingle(request, jobs);
     } catch (const Stopped& stopped) {
         std::signal(stopped.signal, SIG_DFL); // everything has been cleaned up

@@ -40,6 +40,7 @@ EndedImport run(ImportTask task, const Limits& limits, const StopSignals& signal
 
 void keep(TemporaryFile& file) {
     try {
+        file.sync();
         file.takePlace();
         syncFolder(file.getTarget().parent_path());
     } catch (const std::system_error& error) {

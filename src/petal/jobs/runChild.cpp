@@ -5,11 +5,11 @@
 #include "petal/jobs/StopSignals.h"
 #include "petal/output/Descriptor.h"
 #include "petal/output/TemporaryFile.h"
-#include "petal/output/fileFailure.h"
 
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -38,7 +38,7 @@ void followParent(pid_t parent) {
 /// Limits the memory of the import. The limit ends before the result is sent, which needs memory.
 class MemoryLimit {
 public:
-    explicit MemoryLimit(const std::optional<std::uint64_t>& most) {
+    explicit MemoryLimit(const std::optional<std::uint64_t>& most) : isSet_(most.has_value()) {
         if (most) {
             rlimit limit{};
             ::getrlimit(RLIMIT_DATA, &limit);
@@ -48,7 +48,11 @@ public:
     }
     MemoryLimit(const MemoryLimit&) = delete;
     MemoryLimit& operator=(const MemoryLimit&) = delete;
-    ~MemoryLimit() { lift(); }
+    ~MemoryLimit() {
+        if (isSet_) {
+            lift();
+        }
+    }
 
     static void lift() {
         rlimit limit{};
@@ -56,6 +60,9 @@ public:
         limit.rlim_cur = limit.rlim_max;
         ::setrlimit(RLIMIT_DATA, &limit);
     }
+
+private:
+    bool isSet_;
 };
 
 std::atomic<bool> memoryRanOut{false};
@@ -85,18 +92,8 @@ void tellOfShortageAtExit() {
     }
 }
 
-void bringToDisk(const TemporaryFile& file) {
-    try {
-        file.sync();
-    } catch (const std::system_error& error) {
-        throw outputFailure(outputName(file.getTarget()), error);
-    }
-}
-
-ImportResult runWithin(const Limits& limits, const ImportTask& task) {
+ImportResult runWithin(const Limits& limits, const ImportTask& task, bool isLast) {
     const MemoryLimit limit(limits.memory);
-    std::set_new_handler(noteNoMemory);
-    std::atexit(tellOfShortageAtExit);
     errno = 0;
     const auto tellLosses = [&](const units::UnitTree& tree) {
         writeFully(resultDescriptor, encoded(units::lossesOf(tree, task.locator->getSymbols())));
@@ -104,16 +101,16 @@ ImportResult runWithin(const Limits& limits, const ImportTask& task) {
     const auto tellOmissions = [](std::string_view format, const exporter::Omissions& omissions) {
         writeFully(resultDescriptor, encoded(format, omissions));
     };
-    const ImportResult result = task.run(task.request, {*task.uses, *task.locator, tellLosses, tellOmissions});
-    for (const TemporaryFile* file : task.files.inOrder()) {
-        bringToDisk(*file);
-    }
-    return result;
+    return task.run(task.request, {.uses = *task.uses,
+                                   .locator = *task.locator,
+                                   .takeTree = tellLosses,
+                                   .takeOmissions = tellOmissions,
+                                   .isLast = isLast});
 }
 
-ImportEnd run(const ImportTask& task, const Limits& limits) {
+ImportEnd run(const ImportTask& task, const Limits& limits, bool isLast) {
     try {
-        return endWith(runWithin(limits, task));
+        return endWith(runWithin(limits, task, isLast));
     } catch (...) {
         const bool isLastError = errno == ENOMEM; // of a library without exceptions
         ImportEnd end = endWith(std::current_exception());
@@ -122,15 +119,8 @@ ImportEnd run(const ImportTask& task, const Limits& limits) {
     }
 }
 
-} // namespace
-
-void runChild(const ChildSide& side, ImportTask task, const Limits& limits) noexcept {
-    followParent(side.parent);
-    resultDescriptor = side.result;
-    if (side.errors >= 0) {
-        ::dup2(side.errors, STDOUT_FILENO);
-        ::dup2(side.errors, STDERR_FILENO);
-    }
+/// Makes the import write to the files and channels of the task.
+void redirect(ImportTask& task, const ChildSide& side) {
     if (side.log >= 0) {
         task.request.log = "/dev/fd/" + std::to_string(side.log);
     }
@@ -148,9 +138,44 @@ void runChild(const ChildSide& side, ImportTask task, const Limits& limits) noex
     if (task.files.ledger != nullptr) {
         task.request.ledgerDescriptor = task.files.ledger->getDescriptor();
     }
-    const ImportEnd end = run(task, limits);
-    std::fflush(nullptr);
-    tell(end);
+}
+
+/// Writes the marker to a channel, if there is one.
+void mark(int channel, const std::string& marker) {
+    if (channel >= 0 && !marker.empty()) {
+        writeFully(channel, marker);
+    }
+}
+
+/// The locale, which an import of a file whose name is in another encoding changes.
+std::string locale() {
+    return std::setlocale(LC_CTYPE, nullptr);
+}
+
+} // namespace
+
+void runChild(const ChildSide& side, std::vector<ImportTask> tasks, const Limits& limits) noexcept {
+    followParent(side.parent);
+    resultDescriptor = side.result;
+    if (side.errors >= 0) {
+        ::dup2(side.errors, STDOUT_FILENO);
+        ::dup2(side.errors, STDERR_FILENO);
+    }
+    std::set_new_handler(noteNoMemory);
+    std::atexit(tellOfShortageAtExit);
+    const std::string firstLocale = locale();
+    for (ImportTask& task : tasks) {
+        redirect(task, side);
+        ImportEnd end = run(task, limits, &task == &tasks.back());
+        end.listed = task.locator->takeListed();
+        std::fflush(nullptr);
+        mark(side.errors, side.marker);
+        mark(side.log, side.marker);
+        tell(end);
+        if (!end.isDone() || locale() != firstLocale) {
+            break;
+        }
+    }
     ::_exit(0);
 }
 

@@ -21,6 +21,8 @@ public:
 
     [[nodiscard]] int get() const { return descriptor_; }
     [[nodiscard]] bool isOpen() const { return descriptor_ >= 0; }
+    /// Gives the descriptor to the caller, who closes it.
+    [[nodiscard]] int release() { return std::exchange(descriptor_, -1); }
     void close() {
         if (isOpen()) {
             ::close(std::exchange(descriptor_, -1));

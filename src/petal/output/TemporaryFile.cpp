@@ -147,10 +147,22 @@ void TemporaryFile::write(std::string_view bytes) {
     writeFully(descriptor_, bytes);
 }
 
-void TemporaryFile::sync() const {
+void TemporaryFile::empty() {
+    if (::ftruncate(descriptor_, 0) != 0 || ::lseek(descriptor_, 0, SEEK_SET) != 0) {
+        throwErrno();
+    }
+}
+
+void TemporaryFile::takePermissions() const {
     struct stat existing {};
-    if ((::stat(target_.c_str(), &existing) == 0 && ::fchmod(descriptor_, existing.st_mode & permissionBits) != 0) ||
-        ::fsync(descriptor_) != 0) {
+    if (::stat(target_.c_str(), &existing) == 0 && ::fchmod(descriptor_, existing.st_mode & permissionBits) != 0) {
+        throwErrno();
+    }
+}
+
+void TemporaryFile::sync() const {
+    takePermissions();
+    if (::fsync(descriptor_) != 0) {
         throwErrno();
     }
 }

@@ -58,11 +58,14 @@ public:
 
     /// Throws `std::system_error`.
     void write(std::string_view bytes);
-    /// Brings the contents to the disk and gives the file the target's permissions if there is a target. Throws
-    /// `std::system_error`.
+    /// Removes the contents, so that writing begins again. Throws `std::system_error`.
+    void empty();
+    /// Gives the file the target's permissions if there is a target. Throws `std::system_error`.
+    void takePermissions() const;
+    /// The same, and brings the contents to the disk. Throws `std::system_error`.
     void sync() const;
-    /// Renames the file to the target, after `sync`. Throws `std::system_error`; the target is then as it was. The new
-    /// name is on the disk after `syncFolder` of its folder.
+    /// Renames the file to the target, after `sync` or `FileSystems::sync`. Throws `std::system_error`; the target is
+    /// then as it was. The new name is on the disk after `syncFolder` of its folder.
     void takePlace();
 
 private:

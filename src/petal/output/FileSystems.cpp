@@ -1,0 +1,84 @@
+#include "petal/output/FileSystems.h"
+
+#include "petal/output/TemporaryFile.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <linux/magic.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+namespace petal {
+
+namespace {
+
+/// File systems on which syncfs does for each file what fsync would do. A file system of a user's process, for one, is
+/// not told of it.
+constexpr auto wholeKinds = std::to_array<long>(
+    {EXT4_SUPER_MAGIC, XFS_SUPER_MAGIC, BTRFS_SUPER_MAGIC, F2FS_SUPER_MAGIC, TMPFS_MAGIC, OVERLAYFS_SUPER_MAGIC});
+
+bool isWholeKind(int descriptor) {
+    struct statfs status {};
+    return ::fstatfs(descriptor, &status) == 0 &&
+           std::ranges::find(wholeKinds, static_cast<long>(status.f_type)) != wholeKinds.end();
+}
+
+template <class Step>
+std::error_code attempt(Step step) {
+    try {
+        step();
+        return {};
+    } catch (const std::system_error& error) {
+        return error.code();
+    }
+}
+
+} // namespace
+
+void FileSystems::watch(const std::filesystem::path& folder) {
+    if (folders_.contains(folder)) {
+        return;
+    }
+    const char* name = folder.empty() ? "." : folder.c_str();
+    Descriptor opened(::open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    struct stat status {};
+    if (opened.isOpen() && ::fstat(opened.get(), &status) == 0) {
+        folders_[folder] = status.st_dev;
+        if (isWholeKind(opened.get())) {
+            devices_.try_emplace(status.st_dev, std::move(opened));
+        }
+    }
+}
+
+bool FileSystems::syncWhole(dev_t device) {
+    const auto found = devices_.find(device);
+    return found != devices_.end() && ::syncfs(found->second.get()) == 0;
+}
+
+std::vector<std::error_code> FileSystems::sync(std::span<const TemporaryFile* const> files) {
+    std::vector<std::error_code> errors(files.size());
+    std::map<dev_t, std::vector<std::size_t>> byDevice; // the numbers of files
+    std::vector<std::size_t> single;
+    for (std::size_t file = 0; file < files.size(); ++file) {
+        errors[file] = attempt([&] { files[file]->takePermissions(); });
+        const auto folder = folders_.find(files[file]->getTarget().parent_path());
+        (folder != folders_.end() ? byDevice[folder->second] : single).push_back(file);
+    }
+    for (const auto& [device, numbers] : byDevice) {
+        // A failure of the whole may be that of another program's file: ask each of ours.
+        if (numbers.size() == 1 || !syncWhole(device)) {
+            single.insert(single.end(), numbers.begin(), numbers.end());
+        }
+    }
+    for (const std::size_t file : single) {
+        if (!errors[file]) {
+            errors[file] = attempt([&] { files[file]->sync(); });
+        }
+    }
+    return errors;
+}
+
+} // namespace petal

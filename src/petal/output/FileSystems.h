@@ -1,0 +1,34 @@
+#pragma once
+
+#include "petal/output/Descriptor.h"
+
+#include <filesystem>
+#include <map>
+#include <span>
+#include <sys/types.h>
+#include <system_error>
+#include <vector>
+
+namespace petal {
+
+class TemporaryFile;
+
+/// Brings many files to the disk at about the cost of one, by synchronising their whole file system, which includes
+/// files of other programs. Holds a descriptor for each file system. Used by one thread.
+class FileSystems {
+public:
+    /// To be called before a file in the folder is written: later failures to bring it to the disk are noticed.
+    void watch(const std::filesystem::path& folder);
+    /// Gives the files the permissions of their targets and brings their contents to the disk. Returns the failure of
+    /// each file, in the same order; no error means that the contents will survive a power cut. Files of a kind of file
+    /// system that is not known to be synchronised as a whole are brought there one by one.
+    [[nodiscard]] std::vector<std::error_code> sync(std::span<const TemporaryFile* const> files);
+
+private:
+    [[nodiscard]] bool syncWhole(dev_t device);
+
+    std::map<std::filesystem::path, dev_t> folders_;
+    std::map<dev_t, Descriptor> devices_; // none where only single files can be synchronised
+};
+
+} // namespace petal
