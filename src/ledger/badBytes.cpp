@@ -33,11 +33,11 @@ std::uint64_t countLineEnds(std::string_view bytes) {
 std::size_t firstOdd(std::string_view bytes, std::size_t from) {
     constexpr std::size_t step = 256;
     const auto isAscii = [&] { // no early end, so that the compiler can look at many bytes at a time
-        char all = 0;
+        unsigned char all = 0;
         for (std::size_t at = 0; at < step; ++at) {
-            all |= bytes[from + at];
+            all |= static_cast<unsigned char>(bytes[from + at]);
         }
-        return all >= 0;
+        return all < 0x80;
     };
     while (bytes.size() - from >= step && isAscii()) {
         from += step;
