@@ -31,7 +31,7 @@ std::uint64_t countLineEnds(std::string_view bytes) {
 /// The offset of the first byte from `from` on that is not ASCII; the length if there is none. All bytes before it on
 /// its line are characters, so that a multi-byte character cannot begin earlier.
 std::size_t firstOdd(std::string_view bytes, std::size_t from) {
-    constexpr std::size_t step = 256;
+    constexpr std::size_t step = 64;
     const auto isAscii = [&] { // no early end, so that the compiler can look at many bytes at a time
         unsigned char all = 0;
         for (std::size_t at = 0; at < step; ++at) {
