@@ -10,6 +10,7 @@
 #include "units/OpenFile.h"
 
 #include <algorithm>
+#include <memory>
 #include <sstream>
 
 namespace fuzz {
@@ -17,13 +18,13 @@ namespace fuzz {
 namespace {
 
 std::string written(const ledger::Ledger& ledger, const std::vector<ledger::Entry>& entries,
-                    const petal::LedgerForm& form) {
+                    std::unique_ptr<petal::LedgerForm> form) {
     MemoryOutput output;
     text::BufferedOutput buffered(output);
     for (const ledger::Entry& entry : entries) {
-        form.writeEntry(ledger, entry, buffered);
+        form->writeEntry(ledger, entry, buffered);
     }
-    form.writeEnd(ledger, buffered);
+    form->writeEnd(ledger, buffered);
     buffered.flush();
     return output.text;
 }
@@ -41,13 +42,13 @@ std::uint64_t countGrouped(const ledger::Ledger& ledger) {
 }
 
 std::string formFault(const ledger::Ledger& ledger, const std::vector<ledger::Entry>& entries) {
-    std::istringstream lines(written(ledger, entries, petal::ledgerLines));
+    std::istringstream lines(written(ledger, entries, petal::makeLedgerLines()));
     for (std::string line; std::getline(lines, line);) {
         if (std::string fault = jsonFault(line); !fault.empty()) {
             return "in a ledger's line: " + fault;
         }
     }
-    std::string table = written(ledger, entries, petal::ledgerTable);
+    std::string table = written(ledger, entries, petal::makeLedgerTable());
     std::ranges::replace(table, '\t', ' '); // what stands between its columns
     return textFault(table + petal::ledgerSummary(ledger));
 }

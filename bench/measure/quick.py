@@ -23,10 +23,14 @@ STARTS = 30
 MEMORY = "file beside memory, "
 
 
+def quick_summary():
+    return summary.runs_of(model("plain", IMPORTED), ROUNDS, with_ledger=False)
+
+
 def single_ratios():
     """What measures each ratio that is measured by itself, by name. Ratios are the higher the faster petal is."""
     measures = {
-        "import beside import with the summary": lambda: 1 / summary.cost(summary.runs_of(IMPORTED, ROUNDS)),
+        "import beside import with the summary": lambda: 1 / summary.cost(quick_summary()),
         "import beside import with outputs": lambda: 1 / outputs.both_outputs(outputs.runs_of(IMPORTED, ROUNDS)),
         "newlines beside notation": lambda: notation.against_lines(model("plain", IMPORTED), ROUNDS),
         "empty process beside small import": lambda: start_ratio(start.QUIET),

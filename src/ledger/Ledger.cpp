@@ -64,7 +64,7 @@ Counts Ledger::objects() const {
 }
 
 Counts Ledger::properties() const {
-    Counts sum;
+    Counts sum = unnamed;
     for (const auto& [bytes, kind] : kinds) {
         sum += kind.propertyCounts();
     }

@@ -52,7 +52,7 @@ struct PropertyTally {
 
     // Used while the ledger is made.
     std::string_view bytes;            ///< the name as in the file
-    bool isPlain = true;               ///< it is ASCII
+    const Reason* fixed = nullptr;     ///< of those of imported objects, whatever their values; may be null
     bool isLookedAt = false;           ///< the start of its value is needed
     PropertyTally* follower = nullptr; ///< the one that followed it the last time
 };
@@ -144,6 +144,7 @@ struct Ledger {
 
     std::vector<std::string> files; ///< paths
     ByText<KindTally> kinds;
+    Counts unnamed;                    ///< properties that are not counted by kind and name
     std::vector<DamagedPlace> damages; ///< the first `mostDamages`
     std::uint64_t damageCount = 0;
     std::uint64_t badByteCount = 0;

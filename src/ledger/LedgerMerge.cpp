@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <utility>
 
 namespace ledger {
@@ -14,6 +15,7 @@ namespace ledger {
 using notation::Construct;
 using notation::Event;
 using notation::EventKind;
+using notation::Line;
 
 namespace {
 
@@ -33,6 +35,11 @@ bool isLookedAt(const PropertyRow* row, std::string_view name) {
            (row != nullptr && (row->taking == Taking::name || !row->byDefault.empty()));
 }
 
+/// The reason that all properties of that name of imported objects have, whatever their values; null if there is none.
+const Reason* fixedReason(Subject subject, const PropertyRow* row) {
+    return row == nullptr ? &otherProperties(subject) : row->taking == Taking::always ? &row->reason : nullptr;
+}
+
 bool isScalar(EventKind kind) {
     return kind != EventKind::start && kind != EventKind::end && kind != EventKind::damage;
 }
@@ -41,13 +48,15 @@ bool isScalar(EventKind kind) {
 
 LedgerMerge::LedgerMerge(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model,
                          const Choices& choices, EntrySink* entries)
-    : tree_(tree), trace_(trace), model_(model), choices_(choices), sink_(entries), text_(tree, trace),
+    : tree_(tree), trace_(trace), model_(model), choices_(choices), sink_(entries),
+      text_(tree, trace, [this](std::uint32_t file, std::string_view bytes) { searches_[file].read(bytes); }),
       lines_(trace.getFates().size()), additions_(trace.getFates().size()), isTold_(trace.getFates().size()) {
     const auto common = std::make_shared<SourceText>(choices.encoding);
     for (const units::ResolvedFile& file : tree.files) {
         ledger_.files.push_back(file.path.string());
-        texts_.push_back(choices.encodingByFile ? std::make_shared<SourceText>(units::encodingOf(file.contents.charSet))
-                                                : common);
+        texts_.push_back(choices.encodingByFile ? std::make_shared<SourceText>(encodingOf(file, choices)) : common);
+        searches_.emplace_back(encodingOf(file, choices), static_cast<std::uint32_t>(searches_.size()),
+                               BadByteSearch::Places::offsets, [this](const BadBytes&) { ++ledger_.badByteCount; });
     }
     for (const source::Effect& effect : trace.getEffects()) {
         if (effect.why == KelImportReason::textAdded && additions_[effect.object] < severalAdditions) {
@@ -62,8 +71,15 @@ LedgerMerge::LedgerMerge(const units::UnitTree& tree, const source::Trace& trace
 }
 
 Ledger LedgerMerge::make() {
-    while (text_.next()) {
-        take(text_.event());
+    for (;;) {
+        skim();
+        if (const Line* line = text_.nextLine()) {
+            take(*line);
+        } else if (text_.next()) {
+            take(text_.event());
+        } else {
+            break;
+        }
     }
     settlePending(text_.takeRest());
     flush();
@@ -79,59 +95,151 @@ void LedgerMerge::take(const Event& event) {
         }
         return;
     }
+    const Value value{event.kind, event.text, event.place.offset, event.continues};
     if (event.continues) {
-        return takeValue(event);
+        return takeValue(value);
     }
     const bool isObject = event.construct == Construct::object;
     if (event.isProperty()) {
         settlePending(text_.takeBefore(event.keyPlace.offset));
         if (depth_ > 0) {
-            startProperty(event);
+            startProperty(event.key, event.keyPlace);
         }
     }
     if (event.kind == EventKind::start && isObject) {
         settlePending(text_.takeBefore(event.place.offset));
-        startObject(event);
+        const auto name = [&](std::size_t index) {
+            return index < event.names.size() ? event.names[index].text : std::string_view();
+        };
+        startObject({event.text, name(0), name(1), event.reference, event.key, event.place, event.isImplied});
     } else if (event.kind == EventKind::end && isObject) {
         settlePending(text_.takeBefore(event.end));
         endObject();
     } else if (isScalar(event.kind)) {
-        takeValue(event);
+        takeValue(value);
+    }
+}
+
+// Counts the contents of a dropped object that no step concerns: they are dropped, too.
+void LedgerMerge::skim() {
+    const OpenObject* owner = innermost();
+    const bool isDropped = sink_ == nullptr && owner != nullptr && owner->dropped != nullptr && !owner->isWaiting &&
+                           owner->dropped->weight != Weight::loss && !isHeadPending_ && property_.tally == nullptr;
+    if (!isDropped) {
+        return;
+    }
+    const notation::Skimmed skimmed = text_.skim([this](const Line& line, std::size_t depth) {
+        KindTally& kind = kindOf(line.text);
+        const bool isCounted = kind.row->subject == Subject::none || kind.row->subject == Subject::label;
+        if (isCounted) {
+            ++kind.objects[Outcome::dropped];
+            skimmed_.resize(depth);
+            skimmed_.push_back({&kind, line.valuePlace()});
+        }
+        return isCounted;
+    });
+    ledger_.unnamed[Outcome::dropped] += skimmed.properties;
+    skimmed_.resize(skimmed.depth);
+    for (const SkimmedObject& skipped : skimmed_) { // they go on
+        --skipped.kind->objects[Outcome::dropped];
+        startObject({.kind = skipped.kind->bytes, .place = skipped.place});
+        judgeQuietHead();
+    }
+    if (skimmed.isAtEnd) {
+        endObject();
+    }
+}
+
+// Judges the head of the innermost object, which no step concerns.
+void LedgerMerge::judgeQuietHead() {
+    isHeadPending_ = false;
+    judgeHead(*innermost(), parent(), {});
+}
+
+// As the events of the line, one after the other.
+void LedgerMerge::take(const Line& line) {
+    if (!line.key.empty() || line.isObject()) {
+        settlePending(text_.takeBefore(line.place.offset));
+    }
+    const bool isQuiet = !text_.hasStepBefore(line.next);
+    if (line.isObject()) {
+        if (!line.key.empty()) {
+            startProperty(line.key, line.place);
+        }
+        settlePending(text_.takeBefore(line.valueBegin));
+        startObject({line.text, line.names[0], line.names[1], line.reference, line.key, line.valuePlace()});
+        if (isQuiet) {
+            judgeQuietHead();
+        }
+    } else if (!line.key.empty()) {
+        if (isQuiet && line.kind != EventKind::start) {
+            takeWholeProperty(line);
+        } else {
+            startProperty(line.key, line.place);
+        }
+    }
+    if (isScalar(line.kind) && property_.tally != nullptr) {
+        takeValue({line.kind, line.text, line.valueBegin});
+    }
+    for (std::uint64_t ends = line.objectEnds; ends != 0; ends &= ends - 1) {
+        settlePending(text_.takeBefore(line.endsBegin + static_cast<std::uint64_t>(std::countr_zero(ends)) + 1));
+        endObject();
     }
 }
 
 // Takes a value of the property that began last. Values in lists belong to no property.
-void LedgerMerge::takeValue(const Event& event) {
+void LedgerMerge::takeValue(const Value& value) {
     if (property_.tally == nullptr) {
         return;
     }
     OpenProperty& property = property_;
-    if (!event.continues && property.hasBegun) {
+    if (!value.continues && property.hasBegun) {
         property.isOver = true; // a second value, such as in a list
     }
     if (property.isOver) {
         return;
     }
-    const bool isQuoted = event.kind == EventKind::text;
-    if (!event.continues) {
+    const bool isQuoted = value.kind == EventKind::text;
+    if (!value.continues) {
         property.hasBegun = true;
         property.isQuoted = isQuoted;
-        property.valueBegin = isQuoted || event.kind == EventKind::line ? event.place.offset : 0;
+        property.valueBegin = isQuoted || value.kind == EventKind::line ? value.begin : 0;
     }
     if (!property.isJudged) {
         return;
     }
-    const bool isFalse = event.kind == EventKind::flag && event.text == "FALSE";
-    property.hasValue = property.hasValue || (!event.text.empty() && !isFalse);
-    property.hasEscape = property.hasEscape || (isQuoted && event.text.find_first_of("\\\"") != std::string_view::npos);
-    const bool isLookedAt = !isPlain(event.text) || property.isOdd;
+    const bool isFalse = (value.kind == EventKind::flag || value.kind == EventKind::word) && value.text == "FALSE";
+    property.hasValue = property.hasValue || (!value.text.empty() && !isFalse);
+    property.hasEscape = property.hasEscape || (isQuoted && value.text.find_first_of("\\\"") != std::string_view::npos);
+    const bool isLookedAt = !isPlain(value.text) || property.isOdd;
     property.isOdd = isLookedAt;
     if (isLookedAt) {
-        property.odd += event.text;
+        property.odd += value.text;
     }
     if (property.tally->isLookedAt && property.start.size() < longestLookedAt) {
-        property.start += event.text.substr(0, longestLookedAt);
+        property.start += value.text.substr(0, longestLookedAt);
     }
+}
+
+// Takes a property whose value and whose outcome no step concerns.
+void LedgerMerge::takeWholeProperty(const Line& line) {
+    OpenObject& owner = *innermost();
+    const bool isWaiting = owner.isWaiting && isLate(owner.subject());
+    if (owner.verdict.reason != &reasons::readFromUnit) {
+        const bool isDropped = owner.own == nullptr && !isWaiting;
+        if (isDropped && !owner.isWaiting && sink_ == nullptr) {
+            ++ledger_.unnamed[Outcome::dropped];
+            return;
+        }
+        PropertyTally& tally = propertyOf(owner, line.key);
+        const Reason* reason = isDropped ? &reasons::withObject : tally.fixed;
+        if (reason != nullptr && (!tally.isLookedAt || (isDropped && !owner.isWaiting))) {
+            return record(owner, tally, line.place, *reason, nullptr, isWaiting);
+        }
+    }
+    startProperty(line.key, line.place);
+    takeValue({line.kind, line.text, line.valueBegin});
+    settlePending({});
 }
 
 void LedgerMerge::settlePending(Effects effects) {
@@ -150,7 +258,7 @@ void LedgerMerge::settlePending(Effects effects) {
     flush();
 }
 
-void LedgerMerge::startObject(const Event& event) {
+void LedgerMerge::startObject(const Head& head) {
     if (OpenObject* parent = innermost(); parent != nullptr && parent->subject() == Subject::package) {
         tell(*parent);
     }
@@ -158,31 +266,32 @@ void LedgerMerge::startObject(const Event& event) {
         objects_.emplace_back();
     }
     OpenObject& object = objects_[depth_++];
-    object.kind = &kindOf(event.text);
-    const std::size_t names = event.names.size();
-    object.name = names == 0 ? std::string_view() : event.names.front().text;
-    object.secondName = names < 2 ? std::string_view() : event.names[1].text;
+    object.kind = &kindOf(head.kind);
+    object.name = head.name;
+    object.secondName = head.secondName;
     object.fileName.clear();
     object.client.clear();
     object.supplier.clear();
-    object.reference = event.reference;
-    object.key = event.key;
+    object.reference = head.reference;
+    object.isRoot = head.key == "root_category";
     object.own = nullptr;
     object.dropped = nullptr;
-    object.verdict = {};
+    object.verdict.reason = nullptr;
+    object.verdict.detail.clear();
     object.file = text_.getFile();
-    object.place = event.place;
-    object.isImplied = event.isImplied;
+    object.place = head.place;
+    object.isImplied = head.isImplied;
     object.isUnit = false;
     object.isLoaded = true;
     object.unit = text_.getUnit();
+    object.hasEntry = false;
+    object.isNameShown = false;
     object.lastProperty = nullptr;
     object.holder = nullptr;
     object.refusal = KelImportReason::none;
     object.note = 0;
     object.properties.clear();
     object.isWaiting = true;
-    object.entry = addEntry(object);
     isHeadPending_ = true;
 }
 
@@ -194,10 +303,10 @@ void LedgerMerge::endObject() {
     flush();
 }
 
-void LedgerMerge::startProperty(const Event& event) {
+void LedgerMerge::startProperty(std::string_view key, const notation::Place& place) {
     OpenObject& owner = *innermost();
-    property_.tally = &propertyOf(owner, event.key);
-    property_.place = event.keyPlace;
+    property_.tally = &propertyOf(owner, key);
+    property_.place = place;
     property_.valueBegin = 0;
     property_.isJudged = owner.own != nullptr || owner.isWaiting;
     property_.hasBegun = property_.isOver = property_.isQuoted = property_.hasValue = property_.hasEscape =
@@ -234,6 +343,7 @@ PropertyTally& LedgerMerge::propertyOf(OpenObject& owner, std::string_view bytes
             tally.bytes = found->first;
             tally.name = textOf(text_.getFile()).toUtf8(bytes);
             tally.row = propertyRow(kind.row->subject, bytes);
+            tally.fixed = fixedReason(kind.row->subject, tally.row);
             tally.isLookedAt = isLookedAt(tally.row, bytes);
         }
         guess = &found->second;
@@ -247,16 +357,18 @@ void LedgerMerge::count(Counts& counts, const Reason& reason) {
     ledger_.losses += reason.weight == Weight::loss ? 1 : 0;
 }
 
-std::uint64_t LedgerMerge::addEntry(const OpenObject& object) {
-    const std::uint64_t number = firstWaiting_ + waiting_.size();
-    if (!object.isImplied && sink_ != nullptr) {
-        Entry& entry = waiting_.emplace_back();
-        entry.kind = object.kind;
-        entry.file = object.file;
-        entry.place = object.place;
-        entry.name = nameOf(object);
+// Makes an entry, which waits for its outcome until `flush`. Requires a sink.
+Entry& LedgerMerge::addEntry(OpenObject& object, const PropertyTally* property, const notation::Place& place) {
+    if (!std::exchange(object.isNameShown, true)) {
+        object.shownName = nameOf(object);
     }
-    return number;
+    Entry& entry = waiting_.emplace_back();
+    entry.kind = object.kind;
+    entry.property = property;
+    entry.file = object.file;
+    entry.place = place;
+    entry.name = object.shownName;
+    return entry;
 }
 
 // Records the outcome of an object, which must be known.
@@ -271,11 +383,15 @@ void LedgerMerge::tell(OpenObject& object) {
     const Reason& reason = isKept ? object.kind->row->reason : *object.verdict.reason;
     count(object.kind->objects, reason);
     if (sink_ != nullptr) {
-        Entry& entry = waiting_[object.entry - firstWaiting_];
+        Entry& entry =
+            object.hasEntry ? waiting_[object.entry - firstWaiting_] : addEntry(object, nullptr, object.place);
         entry.reason = &reason;
         entry.detail = std::move(object.verdict.detail);
     }
-    for (const WaitingProperty& waiting : std::exchange(object.properties, {})) {
+    if (object.properties.empty()) {
+        return;
+    }
+    for (const WaitingProperty& waiting : object.properties) {
         const Reason& fate = object.own != nullptr ? *waiting.ifImported : reasons::withObject;
         count(waiting.tally->counts, fate);
         if (waiting.hasEntry) {
@@ -284,6 +400,7 @@ void LedgerMerge::tell(OpenObject& object) {
             group(*waiting.tally, fate, object.file, waiting.place);
         }
     }
+    object.properties.clear();
 }
 
 void LedgerMerge::settleProperty(Effects effects) {
@@ -293,25 +410,28 @@ void LedgerMerge::settleProperty(Effects effects) {
         noteValue(owner);
     }
     Verdict verdict = effects.empty() ? withoutEffect(owner, effects) : judgeProperty(owner, effects);
-    const Reason& reason = *verdict.reason;
+    record(owner, tally, property_.place, *verdict.reason, &verdict.detail, property_.isWaiting);
+}
+
+// Records the outcome of a property; if it is waiting, that for the case that its object is imported. `detail` may be
+// null.
+void LedgerMerge::record(OpenObject& owner, PropertyTally& tally, const notation::Place& place, const Reason& reason,
+                         std::string* detail, bool isWaiting) {
     const bool hasEntry = sink_ != nullptr && (choices_.detail == Detail::all || reason.weight != Weight::bulk);
-    if (property_.isWaiting) {
+    if (isWaiting) {
         const std::uint64_t number = firstWaiting_ + waiting_.size();
-        owner.properties.push_back({&tally, property_.place, &reason, number, hasEntry});
+        owner.properties.push_back({&tally, place, &reason, number, hasEntry});
     } else {
         count(tally.counts, reason);
     }
     if (hasEntry) {
-        Entry& entry = waiting_.emplace_back();
-        entry.kind = owner.kind;
-        entry.property = &tally;
-        entry.file = owner.file;
-        entry.place = property_.place;
-        entry.name = nameOf(owner);
-        entry.reason = property_.isWaiting ? nullptr : &reason;
-        entry.detail = std::move(verdict.detail);
-    } else if (!property_.isWaiting) {
-        group(tally, reason, owner.file, property_.place);
+        Entry& entry = addEntry(owner, &tally, place);
+        entry.reason = isWaiting ? nullptr : &reason;
+        if (detail != nullptr) {
+            entry.detail = std::move(*detail);
+        }
+    } else if (!isWaiting) {
+        group(tally, reason, owner.file, place);
     }
 }
 
@@ -365,12 +485,13 @@ void LedgerMerge::account() {
     }
 }
 
+KelString encodingOf(const units::ResolvedFile& file, const Choices& choices) {
+    return choices.encodingByFile ? KelString(units::encodingOf(file.contents.charSet)) : choices.encoding;
+}
+
 Ledger makeLedger(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model,
                   const Choices& choices, EntrySink* entries) {
-    Ledger ledger =
-        LedgerMerge(tree, trace, model, choices, choices.detail != Detail::counts ? entries : nullptr).make();
-    forEachBadBytes(tree, choices, [&](const BadBytes&) { ++ledger.badByteCount; });
-    return ledger;
+    return LedgerMerge(tree, trace, model, choices, choices.detail != Detail::counts ? entries : nullptr).make();
 }
 
 } // namespace ledger

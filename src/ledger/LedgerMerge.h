@@ -37,8 +37,7 @@ struct WaitingProperty {
 /// An object of the files that is being read.
 struct OpenObject {
     KindTally* kind = nullptr;
-    std::string key;        ///< the name of the property that has it as its value
-    std::string name;       ///< unchanged bytes
+    std::string name;       ///< unchanged bytes; empty if nothing asks for it, as the second one
     std::string secondName; ///< likewise; of a view the element it shows
     std::string fileName;   ///< likewise; of the unit that it refers to
     std::string reference;  ///< the number after its "@"
@@ -51,10 +50,14 @@ struct OpenObject {
     notation::Place place;
     bool isImplied = false; ///< its start is missing from the file: it is not counted
     bool isWaiting = false; ///< its outcome is not recorded yet
+    bool isRoot = false;    ///< it is the value of a root_category
     bool isUnit = false;
     bool isLoaded = true;
     const units::Unit* unit = nullptr; ///< that it refers to, or null
-    std::uint64_t entry = 0;           ///< the number of its entry
+    std::uint64_t entry = 0;           ///< the number of its entry, if `hasEntry`
+    bool hasEntry = false;
+    bool isNameShown = false; ///< `shownName` is known
+    std::string shownName;    ///< UTF-8, in entries
     PropertyTally* lastProperty = nullptr;
 
     // Of a view, which is decided by the steps of its properties.
@@ -96,12 +99,39 @@ private:
         std::string odd;              ///< the value from the first piece on that is not ASCII
     };
 
+    /// The head of an object.
+    struct Head {
+        std::string_view kind;
+        std::string_view name = {};
+        std::string_view secondName = {};
+        std::string_view reference = {};
+        std::string_view key = {};
+        notation::Place place = {};
+        bool isImplied = false;
+    };
+    /// An object that was counted and has not ended.
+    struct SkimmedObject {
+        KindTally* kind = nullptr;
+        notation::Place place;
+    };
+    /// A value or a piece of one.
+    struct Value {
+        notation::EventKind kind;
+        std::string_view text;
+        std::uint64_t begin = 0; ///< its offset
+        bool continues = false;
+    };
+
     // The text (LedgerMerge.cpp).
     void take(const notation::Event& event);
-    void startObject(const notation::Event& event);
+    void take(const notation::Line& line);
+    void skim();
+    void judgeQuietHead();
+    void startObject(const Head& head);
     void endObject();
-    void startProperty(const notation::Event& event);
-    void takeValue(const notation::Event& event);
+    void startProperty(std::string_view key, const notation::Place& place);
+    void takeValue(const Value& value);
+    void takeWholeProperty(const notation::Line& line);
     void settlePending(Effects effects);
     SourceText& textOf(std::uint32_t file) { return *texts_[file]; }
     KindTally& kindOf(std::string_view bytes);
@@ -111,9 +141,11 @@ private:
 
     // The ledger.
     void count(Counts& counts, const Reason& reason);
-    std::uint64_t addEntry(const OpenObject& object);
+    Entry& addEntry(OpenObject& object, const PropertyTally* property, const notation::Place& place);
     void tell(OpenObject& object);
     void settleProperty(Effects effects);
+    void record(OpenObject& owner, PropertyTally& tally, const notation::Place& place, const Reason& reason,
+                std::string* detail, bool isWaiting);
     void group(PropertyTally& tally, const Reason& reason, std::uint32_t file, const notation::Place& place);
     void flush();
     [[nodiscard]] std::string nameOf(const OpenObject& object);
@@ -153,12 +185,14 @@ private:
     const KelModel& model_;
     Choices choices_;
     EntrySink* sink_;
+    std::vector<BadByteSearch> searches_; // by file
     source::TracedText text_;
     Ledger ledger_;
     std::vector<std::shared_ptr<SourceText>> texts_; // by file
     std::vector<OpenObject> objects_;                // the first `depth_` are open; the others keep their memory
     std::size_t depth_ = 0;
-    bool isHeadPending_ = false; // the head of the innermost object has not been judged yet
+    std::vector<SkimmedObject> skimmed_; // in the innermost of them
+    bool isHeadPending_ = false;         // the head of the innermost object has not been judged yet
     OpenProperty property_;
     KindTally* lastKind_ = nullptr;
 

@@ -1,32 +1,45 @@
 // Finds bytes that are invalid in the encoding of their file.
 
-#include "host/encoding/KelTextDecoder.h"
+#include "ledger/BadByteSearch.h"
 #include "ledger/SourceText.h"
 #include "ledger/makeLedger.h"
 #include "units/OpenFile.h"
-#include "units/localText.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ledger {
 
 namespace {
 
-constexpr std::size_t pieceSize = std::size_t{64} * 1024;
+constexpr std::size_t pieceSize = std::size_t{64} * 1024; // of a longer line, each such part is decoded by itself
 
-/// Advances a place by bytes.
-void pass(notation::Place& place, std::string_view bytes) {
-    const std::size_t lastEnd = bytes.rfind('\n');
-    place.offset += bytes.size();
-    place.line += static_cast<std::uint64_t>(std::ranges::count(bytes, '\n'));
-    place.column = lastEnd != std::string_view::npos ? bytes.size() - lastEnd : place.column + bytes.size();
+/// The number of line feeds. Short counters let the compiler count many bytes at a time.
+std::uint64_t countLineEnds(std::string_view bytes) {
+    constexpr std::size_t step = 128;
+    std::uint64_t count = 0;
+    for (; bytes.size() >= step; bytes.remove_prefix(step)) {
+        std::uint8_t here = 0;
+        for (std::size_t at = 0; at < step; ++at) {
+            here += bytes[at] == '\n' ? 1 : 0;
+        }
+        count += here;
+    }
+    return count + static_cast<std::uint64_t>(std::ranges::count(bytes, '\n'));
 }
 
 /// The offset of the first byte from `from` on that is not ASCII; the length if there is none. All bytes before it on
 /// its line are characters, so that a multi-byte character cannot begin earlier.
 std::size_t firstOdd(std::string_view bytes, std::size_t from) {
-    constexpr std::size_t step = 256;
-    while (from < bytes.size() && isPlain(bytes.substr(from, step))) {
+    constexpr std::size_t step = 64;
+    const auto isAscii = [&] { // no early end, so that the compiler can look at many bytes at a time
+        unsigned char all = 0;
+        for (std::size_t at = 0; at < step; ++at) {
+            all |= static_cast<unsigned char>(bytes[from + at]);
+        }
+        return all < 0x80;
+    };
+    while (bytes.size() - from >= step && isAscii()) {
         from += step;
     }
     const auto* end = bytes.data() + bytes.size();
@@ -35,60 +48,103 @@ std::size_t firstOdd(std::string_view bytes, std::size_t from) {
         bytes.data());
 }
 
-/// Reads a file in runs of whole lines, unless lines are very long.
-class Lines {
-public:
-    explicit Lines(const std::filesystem::path& path) : source_(path), buffer_(pieceSize, '\0') {}
-
-    /// The next bytes, up to a line end if they contain one; empty at the end of the file. A line feed is never part of
-    /// a longer character in the encodings of model files.
-    std::string_view next() {
-        held_.erase(0, given_);
-        given_ = 0;
-        while (held_.size() < pieceSize) {
-            const std::size_t count = source_.read(buffer_.data(), buffer_.size());
-            if (count == 0) {
-                given_ = held_.size();
-                return held_;
-            }
-            held_.append(buffer_.data(), count);
-        }
-        const std::size_t end = held_.rfind('\n');
-        given_ = end != std::string::npos ? end + 1 : held_.size();
-        return std::string_view(held_).substr(0, given_);
-    }
-
-private:
-    units::OpenFile source_;
-    std::string buffer_;
-    std::string held_;
-    std::size_t given_ = 0;
-};
-
 } // namespace
 
-void forEachBadBytes(const units::UnitTree& tree, const Choices& choices,
-                     const std::function<void(const BadBytes&)>& take) {
+BadByteSearch::BadByteSearch(const KelString& encoding, std::uint32_t file, Places places, Take take)
+    : decoder_(encoding), places_(places), take_(std::move(take)) {
+    bad_.file = file;
+}
+
+void BadByteSearch::read(std::string_view block) {
+    if (block.empty()) {
+        decode(std::exchange(held_, {}));
+    }
+    while (!block.empty()) {
+        const std::string_view piece = block.substr(0, pieceSize - offset_ % pieceSize);
+        block.remove_prefix(piece.size());
+        readPiece(piece);
+        offset_ += piece.size();
+        if (offset_ % pieceSize == 0) {
+            endPiece();
+        }
+    }
+}
+
+// A line feed is never part of a longer character in the encodings of model files, so each line is decoded by itself.
+void BadByteSearch::readPiece(std::string_view piece) {
+    std::size_t passed = 0;
+    const auto rest = [&] { return piece.substr(passed); };
+    if (!held_.empty()) {
+        passed = std::min(piece.find('\n'), piece.size());
+        held_ += piece.substr(0, passed);
+        if (passed == piece.size()) {
+            return;
+        }
+        decode(std::exchange(held_, {}));
+    }
+    for (std::size_t odd = firstOdd(piece, passed); odd < piece.size(); odd = firstOdd(piece, passed)) {
+        pass(piece.substr(passed, odd - passed));
+        passed = odd;
+        const std::size_t end = piece.find('\n', odd);
+        if (end == std::string_view::npos) {
+            held_ = rest();
+            passed = piece.size();
+        } else {
+            decode(piece.substr(odd, end - odd));
+            passed = end;
+        }
+    }
+    pass(rest());
+    if (const std::size_t lineEnd = piece.rfind('\n'); lineEnd != std::string_view::npos) {
+        lineOffset_ = offset_ + lineEnd + 1;
+    }
+}
+
+// Ends a part of a line that is too long to be held.
+void BadByteSearch::endPiece() {
+    if (lineOffset_ + pieceSize <= offset_) {
+        decode(std::exchange(held_, {}));
+        lineOffset_ = offset_;
+    }
+}
+
+// Decodes a text without a line end.
+void BadByteSearch::decode(std::string_view text) {
+    if (text.empty()) {
+        return;
+    }
+    std::size_t passed = 0;
+    for (const KelTextDecoder::Run& run : decoder_.badRuns(text)) {
+        pass(text.substr(passed, run.offset - passed));
+        passed = run.offset;
+        bad_.bytes = text.substr(passed, run.length);
+        take_(bad_);
+    }
+    pass(text.substr(passed));
+}
+
+void BadByteSearch::pass(std::string_view bytes) {
+    bad_.place.offset += bytes.size();
+    if (places_ == Places::lines) {
+        const std::size_t lastEnd = bytes.rfind('\n');
+        bad_.place.line += countLineEnds(bytes);
+        bad_.place.column =
+            lastEnd != std::string_view::npos ? bytes.size() - lastEnd : bad_.place.column + bytes.size();
+    }
+}
+
+void forEachBadBytes(const units::UnitTree& tree, const Choices& choices, const BadByteSearch::Take& take) {
+    std::string block(pieceSize, '\0');
     for (std::size_t index = 0; index < tree.files.size(); ++index) {
         const units::ResolvedFile& file = tree.files[index];
-        KelTextDecoder decoder(choices.encodingByFile ? KelString(units::encodingOf(file.contents.charSet))
-                                                      : choices.encoding);
-        Lines lines(file.path);
-        BadBytes bad{static_cast<std::uint32_t>(index), {}, {}};
-        for (std::string_view bytes = lines.next(); !bytes.empty(); bytes = lines.next()) {
-            std::size_t passed = 0;
-            for (std::size_t at = firstOdd(bytes, 0); at < bytes.size();) {
-                const std::size_t end = std::min(bytes.find('\n', at), bytes.size());
-                for (const KelTextDecoder::Run& run : decoder.badRuns(bytes.substr(at, end - at))) {
-                    pass(bad.place, bytes.substr(passed, at + run.offset - passed));
-                    passed = at + run.offset;
-                    bad.bytes = bytes.substr(passed, run.length);
-                    take(bad);
-                }
-                at = firstOdd(bytes, end);
-            }
-            pass(bad.place, bytes.substr(passed));
-        }
+        BadByteSearch search(encodingOf(file, choices), static_cast<std::uint32_t>(index), BadByteSearch::Places::lines,
+                             take);
+        units::OpenFile source(file.path);
+        std::size_t count = 0;
+        do {
+            count = source.read(block.data(), block.size());
+            search.read(std::string_view(block).substr(0, count));
+        } while (count > 0);
     }
 }
 

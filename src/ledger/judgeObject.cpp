@@ -191,6 +191,10 @@ void LedgerMerge::judgeHead(OpenObject& object, OpenObject* parent, Effects effe
     // The outcome of a package depends on properties: its content may be elsewhere.
     if ((!isLate(row.subject) || object.dropped != nullptr) && row.subject != Subject::package) {
         tell(object);
+    } else if (sink_ != nullptr && !object.isImplied) {
+        object.entry = firstWaiting_ + waiting_.size();
+        object.hasEntry = true;
+        addEntry(object, nullptr, object.place);
     }
 }
 
@@ -261,7 +265,7 @@ void LedgerMerge::judgeUnmade(OpenObject& object, const OpenObject* parent, Effe
             return object.own == nullptr ? missing(object, parent, reasons::within) : void();
         }
         if (effect.kind == EffectKind::refused && effect.why != KelImportReason::nothingActive) {
-            const bool isRoot = object.key == "root_category" && object.subject() == Subject::package;
+            const bool isRoot = object.isRoot && object.subject() == Subject::package;
             if (isRoot && effect.why == KelImportReason::beforeLogicalView) {
                 return drop(object, reasons::rootRenamed);
             }

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "host/text/KelString.h"
+#include "ledger/BadByteSearch.h"
 #include "ledger/Ledger.h"
 #include "source/Trace.h"
 #include "units/RootPackage.h"
 #include "units/UnitTree.h"
-
-#include <functional>
 
 class KelModel;
 
@@ -26,14 +25,17 @@ struct Choices {
 ///
 /// Every object and property that the notation reader reports is counted once. `model` must be the one that the import
 /// made, and `trace` must have been located. `entries` receives the entries; it may be null with the detail `counts`.
-/// Throws `std::system_error` when a file cannot be read, and what `entries` throws. Reads the files once for the
-/// outcomes and once for invalid bytes; time is proportional to the files, memory to the trace, not to the entries.
+/// Throws `std::system_error` when a file cannot be read, and what `entries` throws. Reads the files once; time is
+/// proportional to them, memory to the trace, not to the entries. With the detail `counts` the properties of dropped
+/// objects are only counted all together.
 [[nodiscard]] Ledger makeLedger(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model,
                                 const Choices& choices, EntrySink* entries);
 
+/// The encoding of a file's texts.
+[[nodiscard]] KelString encodingOf(const units::ResolvedFile& file, const Choices& choices);
+
 /// Calls `take` for every run of bytes that is invalid in the encoding of its file, in the order of the files. Throws
 /// as `makeLedger` does.
-void forEachBadBytes(const units::UnitTree& tree, const Choices& choices,
-                     const std::function<void(const BadBytes&)>& take);
+void forEachBadBytes(const units::UnitTree& tree, const Choices& choices, const BadByteSearch::Take& take);
 
 } // namespace ledger

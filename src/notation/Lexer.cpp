@@ -1,6 +1,7 @@
 #include "notation/Lexer.h"
 
 #include "notation/ByteClasses.h"
+#include "notation/ByteRuns.h"
 
 namespace notation {
 
@@ -157,6 +158,36 @@ bool Lexer::atLineEnd() {
         lineEnds_ = followed && at_[1] == '\n' ? LineEnds::lf : LineEnds::cr;
     }
     return lineEnds_ == LineEnds::cr;
+}
+
+bool Lexer::findLine(bool isTokenTaken, LineStart& line) const {
+    if (!isAfterToken()) {
+        return false;
+    }
+    if (isTokenTaken) {
+        const char* const lineEnd = at_ + (*at_ == '\r' ? 1 : 0);
+        if (*lineEnd != '\n') {
+            return false;
+        }
+        line.begin = lineEnd + 1;
+        line.token = runs::endOfBlanks(line.begin);
+        line.number = line_ + 1;
+        line.offset = window_.offsetOf(line.begin);
+        line.indent = 0;
+        return true;
+    }
+    line.begin = line.token = window_.begin() + (token_.place.offset - window_.offsetOf(window_.begin()));
+    line.number = line_;
+    line.offset = lineStart_;
+    line.indent = token_.indent;
+    return token_.isFirst;
+}
+
+void Lexer::goOn(const LineStart& line) {
+    textBegin_ = at_ = line.end;
+    line_ = line.endNumber;
+    lineStart_ = line.endOffset;
+    lineIsNew_ = false;
 }
 
 Place Lexer::placeOf(const char* at) const {

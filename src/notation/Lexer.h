@@ -1,6 +1,7 @@
 #pragma once
 
 #include "notation/InputWindow.h"
+#include "notation/Line.h"
 #include "notation/Token.h"
 
 namespace notation {
@@ -41,6 +42,11 @@ public:
         barLine_ = cursor.barLine;
         indent_ = cursor.indent;
     }
+    /// Whether the next token, or the current one if that has not been taken, is the first on a line, and lines end
+    /// with LF; sets `line` then.
+    bool findLine(bool isTokenTaken, LineStart& line) const;
+    /// Goes on at the end of the line before `line`.
+    void goOn(const LineStart& line);
 
 private:
     enum class LineEnds { unknown, lf, cr };

@@ -20,6 +20,16 @@ std::size_t Nesting::endsByIndent(std::uint32_t indent) const {
     return static_cast<std::size_t>(holder - open_.rbegin());
 }
 
+std::size_t Nesting::depthInObject() const {
+    constexpr std::size_t most = 8;
+    for (std::size_t count = 1; count <= std::min(most, open_.size()); ++count) {
+        if (open_[open_.size() - count].construct == Construct::object) {
+            return count;
+        }
+    }
+    return 0;
+}
+
 Nesting::Repair Nesting::forObject(std::uint32_t indent) const {
     if (tellsBy(indent)) {
         const std::size_t ends = endsByIndent(indent);

@@ -24,6 +24,9 @@ public:
         return !open_.empty() && open_.back().construct == construct;
     }
 
+    /// The number of constructs from the innermost object on, itself included; 0 if that is far out or there is none.
+    [[nodiscard]] std::size_t depthInObject() const;
+
     /// The repair for a misplaced object or property: `ends` constructs end before it; then, with `reopens`, one that a
     /// surplus parenthesis closed is opened again.
     struct Repair {

@@ -44,6 +44,7 @@ Reader::Row Reader::row() const {
 }
 
 bool Reader::next() {
+    leaveLines();
     return (consumes_ && settings_.isFast && usualEvent()) || anyEvent();
 }
 

@@ -1,8 +1,8 @@
 #include "source/TracedText.h"
 
-#include "notation/Reader.h"
 #include "units/OpenFile.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -10,22 +10,34 @@ namespace source {
 
 namespace {
 
+constexpr std::uint64_t toTheEnd = std::numeric_limits<std::uint64_t>::max();
 constexpr std::size_t nestedWindow = std::size_t{16} * 1024; // of units, which may nest deep
 
 } // namespace
 
-struct TracedText::OpenText {
-    OpenText(const std::filesystem::path& path, std::size_t index, const notation::Reader::Settings& settings)
-        : file(static_cast<std::uint32_t>(index)), source(path), reader(source, settings) {}
+struct TracedText::OpenText final : notation::ByteSource {
+    OpenText(const std::filesystem::path& path, std::size_t index, const notation::Reader::Settings& settings,
+             const Watch& watched)
+        : file(static_cast<std::uint32_t>(index)), source(path), watch(watched), reader(*this, settings) {}
+
+    std::size_t read(char* target, std::size_t size) override {
+        const std::size_t count = source.read(target, size);
+        if (watch) {
+            watch(file, {target, count});
+        }
+        return count;
+    }
 
     std::uint32_t file;
     units::OpenFile source;
-    notation::Reader reader;
+    const Watch& watch;
+    notation::Reader reader; // of this
     std::size_t nextUnit = 0;
+    std::size_t openUnits = 0; // objects that refer to units
 };
 
-TracedText::TracedText(const units::UnitTree& tree, const Trace& trace)
-    : tree_(tree), effects_(trace.getEffects()), isClosed_(tree.files.size()) {
+TracedText::TracedText(const units::UnitTree& tree, const Trace& trace, Watch watch)
+    : tree_(tree), watch_(std::move(watch)), effects_(trace.getEffects()), isClosed_(tree.files.size()) {
     open(0);
 }
 
@@ -34,7 +46,7 @@ TracedText::~TracedText() = default;
 void TracedText::open(std::size_t file) {
     notation::Reader::Settings settings;
     settings.window = open_.empty() ? settings.window : nestedWindow;
-    open_.push_back(std::make_unique<OpenText>(tree_.files[file].path, file, settings));
+    open_.push_back(std::make_unique<OpenText>(tree_.files[file].path, file, settings, watch_));
 }
 
 bool TracedText::next() {
@@ -54,10 +66,12 @@ bool TracedText::next() {
     if (now.construct == notation::Construct::object) {
         if (now.kind == notation::EventKind::start) {
             unit_ = unitAt(now.place);
+            open_.back()->openUnits += unit_ != nullptr ? 1 : 0;
             objects_.push_back(unit_);
         } else if (now.kind == notation::EventKind::end) {
             const units::Unit* ended = objects_.back();
             objects_.pop_back();
+            open_.back()->openUnits -= ended != nullptr ? 1 : 0;
             toOpen_ = ended != nullptr && ended->state == units::UnitState::found ? ended : nullptr;
         }
     }
@@ -68,6 +82,48 @@ const notation::Event& TracedText::event() const {
     return open_.back()->reader.event();
 }
 
+// The reader, if no object that refers to a unit is open; `before` becomes the offset of the next one.
+notation::Reader* TracedText::readerOfLines(std::uint64_t& before) {
+    if (open_.empty() || toOpen_ != nullptr || open_.back()->openUnits > 0) {
+        return nullptr;
+    }
+    OpenText& text = *open_.back();
+    const std::vector<units::Unit>& units = tree_.files[text.file].units;
+    before = text.nextUnit < units.size() ? units[text.nextUnit].reference.range.begin : toTheEnd;
+    return &text.reader;
+}
+
+const notation::Line* TracedText::nextLine() {
+    std::uint64_t before = 0;
+    notation::Reader* const reader = readerOfLines(before);
+    const notation::Line* line = reader != nullptr ? reader->nextLine(before) : nullptr;
+    if (line == nullptr) {
+        return nullptr;
+    }
+    file_ = open_.back()->file;
+    unit_ = nullptr;
+    if (line->isObject()) {
+        objects_.push_back(nullptr);
+    }
+    for (std::uint64_t ends = line->objectEnds; ends != 0; ends &= ends - 1) {
+        objects_.pop_back();
+    }
+    return line;
+}
+
+notation::Skimmed TracedText::skim(const notation::Reader::TakeObject& take) {
+    std::uint64_t before = 0;
+    notation::Reader* const reader = readerOfLines(before);
+    const bool isQuiet = taken_ == effects_.size() || effects_[taken_].file == file_;
+    if (reader == nullptr || file_ != open_.back()->file || !isQuiet) {
+        return {};
+    }
+    const notation::Skimmed skimmed =
+        reader->skim(taken_ < effects_.size() ? std::min(before, effects_[taken_].begin) : before, take);
+    objects_.resize(objects_.size() + skimmed.depth - (skimmed.isAtEnd ? 1 : 0));
+    return skimmed;
+}
+
 const units::Unit* TracedText::unitAt(const notation::Place& place) {
     OpenText& text = *open_.back();
     const std::vector<units::Unit>& units = tree_.files[text.file].units;
@@ -75,7 +131,7 @@ const units::Unit* TracedText::unitAt(const notation::Place& place) {
         ++text.nextUnit;
     }
     const bool isUnit = text.nextUnit < units.size() && units[text.nextUnit].reference.range.begin == place.offset;
-    return isUnit ? &units[text.nextUnit] : nullptr;
+    return isUnit ? &units[text.nextUnit++] : nullptr;
 }
 
 std::span<const Effect> TracedText::takeSome(std::uint64_t offset) {

@@ -2,9 +2,17 @@
 
 #include "text/escape.h"
 
+#include <array>
+#include <charconv>
+#include <limits>
 #include <utility>
 
 namespace text {
+
+void appendNumber(std::string& to, std::uint64_t value) {
+    std::array<char, std::numeric_limits<std::uint64_t>::digits10 + 1> digits;
+    to.append(digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr);
+}
 
 void JsonLine::key(std::string_view name) {
     if (line_.back() != '{') {
@@ -17,12 +25,12 @@ void JsonLine::key(std::string_view name) {
 
 void JsonLine::text(std::string_view name, std::string_view value) {
     key(name);
-    line_ += quotedJsonText(value);
+    appendQuotedJson(line_, value);
 }
 
 void JsonLine::number(std::string_view name, std::uint64_t value) {
     key(name);
-    line_ += std::to_string(value);
+    appendNumber(line_, value);
 }
 
 void JsonLine::truth(std::string_view name, bool value) {

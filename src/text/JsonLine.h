@@ -6,10 +6,15 @@
 
 namespace text {
 
+/// Appends the decimal digits of a number.
+void appendNumber(std::string& to, std::uint64_t value);
+
 /// Builds a JSON object on a single line, in memory. Texts may be any bytes (see `quotedJsonText`); names must be
 /// letters and digits.
 class JsonLine {
 public:
+    JsonLine() { line_.reserve(usualLength); }
+
     void text(std::string_view name, std::string_view value);
     void number(std::string_view name, std::uint64_t value);
     void truth(std::string_view name, bool value);
@@ -21,6 +26,8 @@ public:
     [[nodiscard]] std::string finish();
 
 private:
+    static constexpr std::size_t usualLength = 300;
+
     void key(std::string_view name);
 
     std::string line_ = "{";

@@ -69,6 +69,15 @@ bool isPlainAscii(std::string_view text) {
     return unusualBits < firstBeyondAscii;
 }
 
+/// Whether the text is printable ASCII that JSON has no escapes for. Nearly all texts are.
+bool standsInJson(std::string_view text) {
+    unsigned char isUnusual = 0; // no early end, so that the compiler can look at many bytes at a time
+    for (const char byte : text) {
+        isUnusual |= static_cast<unsigned char>(byte < ' ' || byte == 0x7F || byte == '"' || byte == '\\');
+    }
+    return isUnusual == 0;
+}
+
 } // namespace
 
 std::string escaped(std::string_view text, const Escapes& escapes) {
@@ -108,7 +117,15 @@ std::string validText(std::string_view bytes) {
 }
 
 std::string quotedJsonText(std::string_view text) {
-    return '"' + escaped(text, json) + '"';
+    std::string quoted;
+    appendQuotedJson(quoted, text);
+    return quoted;
+}
+
+void appendQuotedJson(std::string& to, std::string_view text) {
+    to += '"';
+    standsInJson(text) ? to.append(text) : to.append(escaped(text, json));
+    to += '"';
 }
 
 bool isSafeJsonText(std::string_view text) {

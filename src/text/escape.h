@@ -39,6 +39,9 @@ struct Escapes {
 /// becomes U+FFFD.
 [[nodiscard]] std::string quotedJsonText(std::string_view text);
 
+/// Appends `text` as a JSON string, as `quotedJsonText`.
+void appendQuotedJson(std::string& to, std::string_view text);
+
 /// Whether any JSON writer makes the same of `text` as `quotedJsonText`: it is valid UTF-8 and all that needs an escape
 /// is quotes, backslashes and the controls before the blank.
 [[nodiscard]] bool isSafeJsonText(std::string_view text);

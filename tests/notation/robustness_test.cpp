@@ -3,6 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <random>
+#include <regex>
+
 namespace {
 
 using namespace notation;
@@ -83,6 +88,126 @@ TEST(Robustness, UsualEventsAreTheSameReadSlowly) {
             ASSERT_EQ(test::slowDifference(text), "") << text;
             ASSERT_EQ(test::slowDifference(text, small), "") << text;
         }
+    }
+}
+
+std::string at(const Place& place) {
+    return " " + std::to_string(place.offset) + ":" + std::to_string(place.line) + ":" + std::to_string(place.column);
+}
+
+/// What a line can say of an event, on a line of its own. What an event does not say is empty.
+std::string stepOf(const Event& event) {
+    std::string step = event.isProperty() ? std::string(event.key) + at(event.keyPlace) + "\n" : "";
+    const bool isNested = event.construct != Construct::object && event.construct != Construct::list;
+    if (event.kind == EventKind::damage) {
+        return step + "!" + damageWord(event.damage->kind) + at(event.damage->place) + "\n";
+    }
+    if (event.kind == EventKind::start) {
+        step += isNested ? "" : "(" + std::string(event.text) + at(event.place);
+        for (const Name& name : event.names) {
+            step += " '" + std::string(name.text) + "'";
+        }
+        return step + (isNested ? "" : " @" + std::string(event.reference) + "\n");
+    }
+    if (event.kind == EventKind::end) {
+        return step + (event.construct == Construct::object ? ")" + std::to_string(event.end) + "\n" : "");
+    }
+    return step + "=" + std::string(event.text) + (event.kind == EventKind::text ? at(event.place) : "") + "\n";
+}
+
+std::string stepsOf(const Line& line) {
+    std::string steps = line.key.empty() ? "" : std::string(line.key) + at(line.place) + "\n";
+    if (line.isStart()) {
+        steps += "(" + std::string(line.text) + at(line.valuePlace());
+        for (const std::string_view name : line.names) {
+            steps += line.isObject() && name.data() != nullptr ? " '" + std::string(name) + "'" : "";
+        }
+        steps += " @" + (line.isObject() ? std::string(line.reference) : "") + "\n";
+    } else if (line.kind != EventKind::end) {
+        steps += "=" + std::string(line.text) + (line.kind == EventKind::text ? at(line.valuePlace()) : "") + "\n";
+    }
+    for (std::uint64_t end = 0; end < line.ends; ++end) {
+        steps += (line.objectEnds >> end & 1U) != 0 ? ")" + std::to_string(line.endsBegin + end + 1) + "\n" : "";
+    }
+    return steps;
+}
+
+/// The steps of a text; `linesRead`, unless null, has lines read whole and receives their number.
+std::string stepsOf(std::string_view text, const Reader::Settings& settings, std::size_t* linesRead) {
+    MemorySource source(text, 777);
+    Reader reader(source, settings);
+    std::string steps;
+    for (;;) {
+        if (const Line* line = linesRead != nullptr ? reader.nextLine() : nullptr) {
+            steps += stepsOf(*line);
+            ++*linesRead;
+        } else if (reader.next()) {
+            steps += stepOf(reader.event());
+        } else {
+            return steps;
+        }
+    }
+}
+
+/// The number of properties, objects and damages. With `skims` objects are skimmed whenever that is possible.
+std::array<std::size_t, 3> countsOf(std::string_view text, bool skims) {
+    MemorySource source(text);
+    Reader reader(source);
+    std::array<std::size_t, 3> counts{};
+    for (;;) {
+        if (skims) {
+            counts[0] += reader
+                             .skim(UINT64_MAX,
+                                   [&](const Line& line, std::size_t) {
+                                       const bool isRead = line.text != "Class";
+                                       counts[1] += isRead ? 1 : 0;
+                                       return isRead;
+                                   })
+                             .properties;
+        }
+        if (!reader.next()) {
+            return counts;
+        }
+        const Event& event = reader.event();
+        counts[0] += event.isProperty() ? 1 : 0;
+        counts[1] += event.kind == EventKind::start && event.construct == Construct::object ? 1 : 0;
+        counts[2] += event.kind == EventKind::damage ? 1 : 0;
+    }
+}
+
+/// The text, and the text with some of its bytes lost, doubled or overwritten.
+std::vector<std::string> damagedVersions(const std::string& text) {
+    std::mt19937 random(1);
+    std::vector<std::string> texts{text};
+    for (int version = 0; version < 200; ++version) {
+        std::string changed = text;
+        for (int change = 0; change < 20; ++change) {
+            static constexpr std::string_view marks = "()\"\n\r|@\\#;,/ \tA0-\x7F\x80";
+            changed.replace(random() % changed.size(), random() % 3, 1, marks[random() % marks.size()]);
+        }
+        texts.push_back(std::move(changed));
+    }
+    return texts;
+}
+
+/// Lines that are read whole stand for the events that they take the place of, and are most lines of sound files.
+TEST(Robustness, LinesReadWholeStandForTheirEvents) {
+    std::vector<std::string> texts = examples();
+    for (const std::string& whole : examples()) {
+        texts.push_back(std::regex_replace(whole, std::regex("\n"), "\r\n"));
+    }
+    for (const std::string& whole : texts) {
+        for (const std::string& text : damagedVersions(whole)) {
+            for (const std::size_t window : {std::size_t{256}, std::size_t{65536}}) {
+                const Reader::Settings settings{.window = window, .deepest = 12};
+                std::size_t lines = 0;
+                ASSERT_EQ(stepsOf(text, settings, &lines), stepsOf(text, settings, nullptr));
+            }
+            ASSERT_EQ(countsOf(text, true), countsOf(text, false));
+        }
+        std::size_t lines = 0;
+        EXPECT_FALSE(stepsOf(whole, {}, &lines).empty());
+        EXPECT_GT(lines, static_cast<std::size_t>(std::ranges::count(whole, '\n')) * 8 / 10);
     }
 }
 

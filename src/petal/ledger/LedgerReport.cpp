@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -97,20 +98,20 @@ class LedgerOutput final : public ledger::EntrySink {
 public:
     LedgerOutput(const ImportRequest& request, ledger::EntrySink* keeper)
         : keeper_(keeper), name_("the ledger '" + *request.ledger + "'"), output_(open(request)), buffered_(*output_),
-          form_(output_->isTerminal() ? ledgerTable : ledgerLines) {}
+          form_(output_->isTerminal() ? makeLedgerTable() : makeLedgerLines()) {}
 
     void take(const ledger::Ledger& ledger, const ledger::Entry& entry) override {
-        attempt([&] { form_.writeEntry(ledger, entry, buffered_); });
+        attempt([&] { form_->writeEntry(ledger, entry, buffered_); });
         if (keeper_ != nullptr) {
             keeper_->take(ledger, entry);
         }
     }
     void take(const ledger::Ledger& ledger, const ledger::BadBytes& bytes) {
-        attempt([&] { form_.writeBytes(ledger, bytes, buffered_); });
+        attempt([&] { form_->writeBytes(ledger, bytes, buffered_); });
     }
     void finish(const ledger::Ledger& ledger) {
         attempt([&] {
-            form_.writeEnd(ledger, buffered_);
+            form_->writeEnd(ledger, buffered_);
             buffered_.flush();
             output_->commit();
         });
@@ -135,7 +136,7 @@ private:
     std::string name_;
     std::unique_ptr<ModelOutput> output_;
     text::BufferedOutput buffered_;
-    const LedgerForm& form_;
+    std::unique_ptr<LedgerForm> form_;
 };
 
 bool isRegularFile(const std::string& path) {
@@ -194,8 +195,10 @@ void LedgerReport::write(const ModelSource& source, const source::Trace& trace, 
                          const ledger::Choices& choices) {
     LedgerOutput output(request_, isKept_ ? &keeper_ : nullptr);
     ledger_ = ledger::makeLedger(source.getTree(), trace, model, choices, &output);
-    ledger::forEachBadBytes(source.getTree(), choices,
-                            [&](const ledger::BadBytes& bytes) { output.take(*ledger_, bytes); });
+    if (ledger_->badByteCount > 0) {
+        ledger::forEachBadBytes(source.getTree(), choices,
+                                [&](const ledger::BadBytes& bytes) { output.take(*ledger_, bytes); });
+    }
     output.finish(*ledger_);
 }
 

@@ -1,5 +1,9 @@
+#include "host/model/links/KelPointerHash.h"
 #include "petal/ledger/ledgerForms.h"
 #include "text/JsonLine.h"
+#include "text/escape.h"
+
+#include <tsl/robin_map.h>
 
 namespace petal {
 
@@ -12,6 +16,7 @@ using ledger::Ledger;
 /// One line. Empty texts are omitted.
 class Line {
 public:
+    Line() = default;
     explicit Line(const char* entry) { text("entry", entry); }
 
     void text(const char* name, std::string_view value) {
@@ -32,28 +37,19 @@ public:
         if (reason.weight == ledger::Weight::loss) {
             line_.truth("loss", true);
         }
-        text("reason", reasonText(reason, detail));
+        detail.empty() ? text("reason", reason.text) : text("reason", reasonText(reason, detail));
     }
     void place(const Ledger& ledger, std::uint32_t file, const notation::Place& place) {
         text("file", ledger.files[file]);
         number("line", place.line);
         number("column", place.column);
     }
-    void write(text::BufferedOutput& output) { output.put(line_.finish()); }
+    [[nodiscard]] std::string finish() { return line_.finish(); }
+    void write(text::BufferedOutput& output) { output.put(finish()); }
 
 private:
     text::JsonLine line_;
 };
-
-void writeEntry(const Ledger& ledger, const Entry& entry, text::BufferedOutput& output) {
-    Line line(entry.property == nullptr ? "object" : "property");
-    line.place(ledger, entry.file, entry.place);
-    line.text("kind", entry.kind->name);
-    line.text("name", entry.name);
-    line.text("property", entry.property != nullptr ? entry.property->name : "");
-    line.reason(*entry.reason, entry.detail);
-    line.write(output);
-}
 
 void writeGroups(const Ledger& ledger, const ledger::KindTally& kind, text::BufferedOutput& output) {
     for (const ledger::PropertyTally* property : kind.sortedProperties()) {
@@ -77,39 +73,103 @@ void writeKind(const ledger::KindTally& kind, text::BufferedOutput& output) {
     line.write(output);
 }
 
-void writeBytes(const Ledger& ledger, const ledger::BadBytes& bad, text::BufferedOutput& output) {
-    Line line("bytes");
-    line.place(ledger, bad.file, bad.place);
-    line.text("bytes", hexText(bad.bytes));
-    line.write(output);
-}
+/// The parts of lines that many lines share, by what they are about. Each is quoted once.
+class Parts {
+public:
+    /// The members that `add` gives to a line, with a comma before each.
+    template <class Add>
+    static std::string make(Add add) {
+        constexpr std::string_view start = "{";
+        constexpr std::string_view end = "}\n";
+        Line line;
+        add(line);
+        const std::string text = line.finish();
+        const std::string_view members =
+            std::string_view(text).substr(start.size(), text.size() - start.size() - end.size());
+        return members.empty() ? std::string() : "," + std::string(members);
+    }
+    /// The same of `subject`, which must live as long and always have the same ones.
+    template <class Subject, class Add>
+    const std::string& of(const Subject& subject, Add add) {
+        auto found = parts_.find(&subject);
+        if (found == parts_.end()) {
+            found = parts_.emplace(&subject, make(add)).first;
+        }
+        return found->second;
+    }
 
-void writeEnd(const Ledger& ledger, text::BufferedOutput& output) {
-    for (const ledger::DamagedPlace& damaged : ledger.damages) {
-        Line line("damage");
-        line.place(ledger, damaged.file, damaged.damage.place);
-        line.text("damage", notation::damageWord(damaged.damage.kind));
-        line.text("text", notation::damageText(damaged.damage));
+private:
+    tsl::robin_map<const void*, std::string, KelPointerHash> parts_;
+};
+
+class LedgerLines final : public LedgerForm {
+public:
+    void writeEntry(const Ledger& ledger, const Entry& entry, text::BufferedOutput& output) override {
+        line_ = entry.property == nullptr ? R"({"entry":"object")" : R"({"entry":"property")";
+        line_ += parts_.of(ledger.files[entry.file], [&](Line& line) { line.text("file", ledger.files[entry.file]); });
+        addNumber("line", entry.place.line);
+        addNumber("column", entry.place.column);
+        line_ += parts_.of(*entry.kind, [&](Line& line) { line.text("kind", entry.kind->name); });
+        if (!entry.name.empty()) {
+            line_ += R"(,"name":)";
+            text::appendQuotedJson(line_, entry.name);
+        }
+        if (entry.property != nullptr) {
+            line_ += parts_.of(*entry.property, [&](Line& line) { line.text("property", entry.property->name); });
+        }
+        const auto addReason = [&](Line& line) { line.reason(*entry.reason, entry.detail); };
+        line_ += entry.detail.empty() ? parts_.of(*entry.reason, addReason) : Parts::make(addReason);
+        line_ += "}\n";
+        output.put(line_);
+    }
+
+    void writeBytes(const Ledger& ledger, const ledger::BadBytes& bad, text::BufferedOutput& output) override {
+        Line line("bytes");
+        line.place(ledger, bad.file, bad.place);
+        line.text("bytes", hexText(bad.bytes));
         line.write(output);
     }
-    const std::vector<const ledger::KindTally*> kinds = ledger.sortedKinds();
-    for (const ledger::KindTally* kind : kinds) {
-        writeGroups(ledger, *kind, output);
+
+    void writeEnd(const Ledger& ledger, text::BufferedOutput& output) override {
+        for (const ledger::DamagedPlace& damaged : ledger.damages) {
+            Line line("damage");
+            line.place(ledger, damaged.file, damaged.damage.place);
+            line.text("damage", notation::damageWord(damaged.damage.kind));
+            line.text("text", notation::damageText(damaged.damage));
+            line.write(output);
+        }
+        const std::vector<const ledger::KindTally*> kinds = ledger.sortedKinds();
+        for (const ledger::KindTally* kind : kinds) {
+            writeGroups(ledger, *kind, output);
+        }
+        for (const ledger::KindTally* kind : kinds) {
+            writeKind(*kind, output);
+        }
+        Line total("total");
+        total.counts("objects", ledger.objects());
+        total.counts("properties", ledger.properties());
+        total.number("losses", ledger.losses);
+        total.number("badBytes", ledger.badByteCount);
+        total.number("damages", ledger.damageCount);
+        total.write(output);
     }
-    for (const ledger::KindTally* kind : kinds) {
-        writeKind(*kind, output);
+
+private:
+    void addNumber(std::string_view name, std::uint64_t value) {
+        line_ += ",\"";
+        line_ += name;
+        line_ += "\":";
+        text::appendNumber(line_, value);
     }
-    Line total("total");
-    total.counts("objects", ledger.objects());
-    total.counts("properties", ledger.properties());
-    total.number("losses", ledger.losses);
-    total.number("badBytes", ledger.badByteCount);
-    total.number("damages", ledger.damageCount);
-    total.write(output);
-}
+
+    Parts parts_;
+    std::string line_;
+};
 
 } // namespace
 
-const LedgerForm ledgerLines{writeEntry, writeBytes, writeEnd};
+std::unique_ptr<LedgerForm> makeLedgerLines() {
+    return std::make_unique<LedgerLines>();
+}
 
 } // namespace petal

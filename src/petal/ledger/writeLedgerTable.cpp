@@ -35,35 +35,41 @@ const char* wordOf(const ledger::Reason& reason) {
                                                  : ledger::outcomeWords[static_cast<std::size_t>(reason.outcome)];
 }
 
-void writeEntry(const Ledger& ledger, const ledger::Entry& entry, text::BufferedOutput& output) {
-    if (entry.reason->outcome != Outcome::imported) {
-        output.put(std::string(wordOf(*entry.reason)) + "\t" + placeText(ledger, entry.file, entry.place) + "\t" +
-                   subjectText(entry) + ": " + text::printableText(reasonText(*entry.reason, entry.detail)) + "\n");
-    }
-}
-
-void writeBytes(const Ledger& ledger, const ledger::BadBytes& bad, text::BufferedOutput& output) {
-    output.put("bytes\t" + placeText(ledger, bad.file, bad.place) + "\t" + hexText(bad.bytes) +
-               ": invalid in the encoding\n");
-}
-
-void writeEnd(const Ledger& ledger, text::BufferedOutput& output) {
-    for (const ledger::DamagedPlace& damaged : ledger.damages) {
-        output.put("damage\t" + placeText(ledger, damaged.file, damaged.damage.place) + "\t" +
-                   notation::damageText(damaged.damage) + "\n");
-    }
-    for (const ledger::KindTally* kind : ledger.sortedKinds()) {
-        output.put(text::printableText(kind->name) + ": " + countsText(kind->objects) + "\n");
-        for (const ledger::PropertyTally* property : kind->sortedProperties()) {
-            output.put("\t" + text::printableText(property->name) + ": " + countsText(property->counts) + "\n");
+class LedgerTable final : public LedgerForm {
+public:
+    void writeEntry(const Ledger& ledger, const ledger::Entry& entry, text::BufferedOutput& output) override {
+        if (entry.reason->outcome != Outcome::imported) {
+            output.put(std::string(wordOf(*entry.reason)) + "\t" + placeText(ledger, entry.file, entry.place) + "\t" +
+                       subjectText(entry) + ": " + text::printableText(reasonText(*entry.reason, entry.detail)) + "\n");
         }
     }
-    output.put("objects: " + countsText(ledger.objects()) + "\nproperties: " + countsText(ledger.properties()) + "\n");
-}
+
+    void writeBytes(const Ledger& ledger, const ledger::BadBytes& bad, text::BufferedOutput& output) override {
+        output.put("bytes\t" + placeText(ledger, bad.file, bad.place) + "\t" + hexText(bad.bytes) +
+                   ": invalid in the encoding\n");
+    }
+
+    void writeEnd(const Ledger& ledger, text::BufferedOutput& output) override {
+        for (const ledger::DamagedPlace& damaged : ledger.damages) {
+            output.put("damage\t" + placeText(ledger, damaged.file, damaged.damage.place) + "\t" +
+                       notation::damageText(damaged.damage) + "\n");
+        }
+        for (const ledger::KindTally* kind : ledger.sortedKinds()) {
+            output.put(text::printableText(kind->name) + ": " + countsText(kind->objects) + "\n");
+            for (const ledger::PropertyTally* property : kind->sortedProperties()) {
+                output.put("\t" + text::printableText(property->name) + ": " + countsText(property->counts) + "\n");
+            }
+        }
+        output.put("objects: " + countsText(ledger.objects()) + "\nproperties: " + countsText(ledger.properties()) +
+                   "\n");
+    }
+};
 
 } // namespace
 
-const LedgerForm ledgerTable{writeEntry, writeBytes, writeEnd};
+std::unique_ptr<LedgerForm> makeLedgerTable() {
+    return std::make_unique<LedgerTable>();
+}
 
 std::string reasonText(const ledger::Reason& reason, const std::string& detail) {
     std::string text = reason.text;
