@@ -10,6 +10,7 @@
 #include "notation/wordKind.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <utility>
 
@@ -25,6 +26,7 @@ constexpr std::size_t portion = std::size_t{512} * 1024;
 constexpr std::size_t lookBack = std::size_t{16} * 1024; // of the text before, for the head of an object
 constexpr std::size_t lookAhead = std::size_t{4} * 1024; // from a quid's name to the end of its text
 constexpr std::size_t localWindow = std::size_t{16} * 1024;
+constexpr std::size_t localMargin = 256; // for what is read of a quid
 constexpr std::size_t blockSize = 64;
 
 constexpr std::string_view quidWord = "quid";
@@ -39,24 +41,20 @@ bool isBlank(char byte) {
     return classOf(byte) == ByteClass::blank || byte == '\r'; // in files whose lines end with LF
 }
 
-/// A file from an object on, after an LF, which tells how lines end.
+/// A text from an object on, after an LF, which tells how lines end.
 class LocalSource final : public notation::ByteSource {
 public:
-    LocalSource(units::OpenFile& file, std::uint64_t offset) : file_(file) { file_.seek(offset); }
+    explicit LocalSource(notation::ByteSource& text) : text_(text) {}
     std::size_t read(char* target, std::size_t size) override {
-        if (!std::exchange(hasBegun_, true)) {
-            *target = '\n';
-            return 1;
-        }
-        return file_.read(target, size);
+        return std::exchange(hasBegun_, true) ? text_.read(target, size) : (*target = '\n', 1);
     }
 
 private:
-    units::OpenFile& file_;
+    notation::ByteSource& text_;
     bool hasBegun_ = false;
 };
 
-/// Fills a text from a file, as far as that goes. Returns how much of it was filled.
+/// Fills a text from a file, as far as that goes. Returns how much of it is filled then.
 std::size_t fill(std::string& text, std::size_t from, units::OpenFile& file) {
     std::size_t filled = from;
     for (std::size_t count = 1; count > 0 && filled < text.size(); filled += count) {
@@ -65,43 +63,46 @@ std::size_t fill(std::string& text, std::size_t from, units::OpenFile& file) {
     return filled;
 }
 
-/// The lines of a file before an offset, the last one first.
+/// The lines of a file before a place, the last one first.
 class LinesBefore {
 public:
-    /// `offset` is that of the begin of a line.
-    LinesBefore(units::OpenFile& file, std::uint64_t offset) : file_(file), begin_(offset), end_(offset) {}
+    /// `text` is a part of the file from the offset `begin` on; it ends with a line.
+    LinesBefore(std::string_view text, std::uint64_t begin, units::OpenFile& file)
+        : file_(file), text_(text), begin_(begin) {}
 
     /// The next line; nothing at the begin of the file, or for a line of extreme length.
     std::optional<std::string_view> next() {
-        while (end_ > 0) {
-            text_.resize(static_cast<std::size_t>(end_ - begin_));
-            const std::size_t before = text_.size() > 1 ? text_.rfind('\n', text_.size() - 2) : std::string::npos;
-            if (before != std::string::npos || (begin_ == 0 && !text_.empty())) {
-                end_ = begin_ + before + 1; // npos + 1 is 0
-                return std::string_view(text_).substr(before + 1);
+        for (;;) {
+            const std::size_t before = text_.size() > 1 ? text_.rfind('\n', text_.size() - 2) : std::string_view::npos;
+            if (before != std::string_view::npos || (begin_ == 0 && !text_.empty())) {
+                const std::string_view line = text_.substr(before + 1); // npos + 1 is 0
+                text_.remove_suffix(line.size());
+                return line;
             }
-            if (text_.size() == portion) {
-                break;
+            if (begin_ == 0 || text_.size() == portion) {
+                return std::nullopt;
             }
-            size_ = std::min(portion, 2 * size_);
-            begin_ = end_ - std::min<std::uint64_t>(end_, size_);
-            text_.resize(static_cast<std::size_t>(end_ - begin_));
-            file_.seek(begin_);
-            if (fill(text_, 0, file_) != text_.size()) {
-                break;
-            }
+            readBefore(begin_ + text_.size());
         }
-        return std::nullopt;
     }
     /// The offset of the line.
-    [[nodiscard]] std::uint64_t offset() const { return end_; }
+    [[nodiscard]] std::uint64_t offset() const { return begin_ + text_.size(); }
 
 private:
+    void readBefore(std::uint64_t end) {
+        size_ = std::min(portion, 2 * size_);
+        begin_ = end - std::min<std::uint64_t>(end, size_);
+        buffer_.resize(static_cast<std::size_t>(end - begin_));
+        file_.seek(begin_);
+        fill(buffer_, 0, file_);
+        text_ = buffer_;
+    }
+
     units::OpenFile& file_;
-    std::string text_;
-    std::uint64_t begin_;          // of the text, as an offset
-    std::uint64_t end_;            // of the text that has not been returned
-    std::size_t size_ = lookAhead; // half of what to read next
+    std::string_view text_; // what has not been returned
+    std::uint64_t begin_;   // of the text, as an offset
+    std::string buffer_;
+    std::size_t size_ = lookBack; // half of what to read next
 };
 
 /// The column of the first byte of a line that is not a blank, as the reader counts them.
@@ -118,6 +119,16 @@ std::size_t indentOf(std::string_view line) {
         }
     }
     return columns;
+}
+
+/// The parentheses that are opened in a block, less those closed.
+int balanceOf(const char* block) {
+    static_assert(blockSize <= SCHAR_MAX);
+    signed char balance = 0; // so that the compiler counts in vectors of bytes
+    for (std::size_t index = 0; index < blockSize; ++index) {
+        balance = static_cast<signed char>(balance + (block[index] == '(') - (block[index] == ')'));
+    }
+    return balance;
 }
 
 } // namespace
@@ -151,10 +162,14 @@ void QuidSearch::refill() {
 }
 
 void QuidSearch::measureDepth(std::size_t from, std::size_t to) {
-    for (std::size_t at = from; at < to; at += blockSize) {
-        const std::string_view block = std::string_view(text_).substr(at, std::min(blockSize, to - at));
-        depth_ = std::max<std::int64_t>(0, depth_ + std::ranges::count(block, '(') - std::ranges::count(block, ')'));
-        isLost_ = isLost_ || depth_ > static_cast<std::int64_t>(notation::Reader::Settings().deepest / 2);
+    constexpr auto most = static_cast<std::int64_t>(notation::Reader::Settings().deepest / 2);
+    std::size_t at = from;
+    for (; at + blockSize <= to; at += blockSize) {
+        depth_ = std::max<std::int64_t>(0, depth_ + balanceOf(text_.data() + at));
+        isLost_ = isLost_ || depth_ > most;
+    }
+    for (; at < to; ++at) {
+        depth_ += text_[at] == '(' ? 1 : text_[at] == ')' && depth_ > 0 ? -1 : 0;
     }
 }
 
@@ -333,7 +348,7 @@ std::vector<std::uint64_t> QuidSearch::objectsBefore(std::size_t at) {
     const std::size_t line = lineBegin(at, 0);
     const std::size_t indent = indentOf(std::string_view(text_).substr(line, at - line));
     std::vector<std::uint64_t> objects;
-    LinesBefore lines(again_, origin_ + line);
+    LinesBefore lines(std::string_view(text_).substr(0, line), origin_, again_);
     while (const std::optional<std::string_view> one = lines.next()) {
         const bool isAround = indentOf(*one) < indent;
         const std::size_t open = isAround || objects.size() < mostNear ? one->find(opening) : std::string_view::npos;
@@ -376,9 +391,12 @@ QuidSearch::Reading QuidSearch::readFrom(std::uint64_t object, std::uint64_t qui
         std::uint64_t headEnd;
     };
     std::vector<Open> open;
-    LocalSource source(again_, object);
+    const bool isNear = object >= origin_;
+    notation::MemorySource near(isNear ? std::string_view(text_).substr(object - origin_) : std::string_view());
+    again_.seek(object);
+    LocalSource source(isNear ? static_cast<notation::ByteSource&>(near) : again_);
     notation::Reader::Settings settings;
-    settings.window = localWindow;
+    settings.window = std::min<std::uint64_t>(localWindow, quid - object + localMargin);
     notation::Reader reader(source, settings);
     bool isInHead = false; // of the innermost construct, an object
     while (reader.next()) {
