@@ -83,13 +83,13 @@ private:
     }
 
     /// Returns false for an object whose place might be somewhere else.
-    bool add(ObjectNumber number, const SourcePlace& place, SourceMap& map) const {
+    bool add(ObjectNumber number, SourcePlace place, SourceMap& map) const {
         const KelObject* object = trace_.getFate(number).object;
         if (isMadeAgain_[number] || object == &model_) {
             return false;
         }
         if (object != nullptr) {
-            map.add(*object, place);
+            map.add(*object, std::move(place));
         }
         return true;
     }
