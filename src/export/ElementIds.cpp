@@ -106,6 +106,16 @@ private:
     std::vector<std::vector<HashState>> states_ = std::vector<std::vector<HashState>>(elementKinds().size());
 };
 
+bool isPackageOrClass(const KelObject& object) {
+    return object.elementType == KelElementType::designPackage || object.elementType == KelElementType::classObject;
+}
+
+/// The parts without those of classes and other elements in packages.
+std::span<const Part> partsOfPackages(const KelObject& owner) {
+    const bool isAbove = owner.elementType == KelElementType::model || owner.isInstanceOf(KelElementType::package);
+    return isAbove ? documentParts(owner) : std::span<const Part>();
+}
+
 /// Hashes hashes under the key of the process. Otherwise a file could choose names that collide in the table.
 struct KeyedHash {
     std::size_t operator()(std::uint64_t hash) const noexcept {
@@ -132,8 +142,9 @@ std::string qualifiedName(const KelObject& element) {
 /// Makes the ids in two passes over the elements, as only the first shows which quids several elements have.
 class ElementIds::Maker final : private ModelVisitor {
 public:
-    Maker(ElementIds& ids, const KelModel& model, const source::SourceMap* source) : ids_(ids), source_(source) {
-        walkModel(model, documentParts, *this);
+    Maker(ElementIds& ids, const KelModel& model, const source::SourceMap* source, Of of)
+        : ids_(ids), source_(source), of_(of) {
+        walkModel(model, of == Of::all || source != nullptr ? documentParts : partsOfPackages, *this);
         ids_.ids_.reserve(elements_.size());
         for (const Element& element : elements_) {
             giveId(element);
@@ -157,7 +168,10 @@ private:
                 holder.value() = nullptr;
             }
         }
-        elements_.push_back({&object, quid, depth_++});
+        const std::size_t depth = depth_++;
+        if (of_ == Of::all || object.elementType == KelElementType::model || isPackageOrClass(object)) {
+            elements_.push_back({&object, quid, depth});
+        }
     }
     void leave(const KelObject& /*object*/) override { --depth_; }
 
@@ -214,6 +228,7 @@ private:
 
     ElementIds& ids_;
     const source::SourceMap* source_;
+    Of of_;
     std::vector<Element> elements_; // in the order of the walk
     std::size_t depth_ = 0;
     /// The element that alone has the quid; null: there are several.
@@ -222,8 +237,8 @@ private:
     tsl::robin_map<std::uint64_t, std::uint32_t, KeyedHash> taken_; // with the last number added to each name
 };
 
-ElementIds::ElementIds(const KelModel& model, const source::SourceMap* source) {
-    const Maker maker(*this, model, source);
+ElementIds::ElementIds(const KelModel& model, const source::SourceMap* source, Of of) {
+    const Maker maker(*this, model, source, of);
 }
 
 } // namespace exporter

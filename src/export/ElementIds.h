@@ -2,6 +2,7 @@
 
 #include "host/model/links/KelPointerHash.h"
 
+#include <cstdint>
 #include <memory_resource>
 #include <string>
 #include <string_view>
@@ -35,12 +36,15 @@ namespace exporter {
 /// threads is safe. Takes time and memory proportional to the model, at any depth.
 class ElementIds {
 public:
+    /// The elements that have ids; the ids are the same in both cases.
+    enum class Of : std::uint8_t { all, packagesAndClasses };
+
     /// Without a `source` (null) no quids are known. May throw `std::bad_alloc`.
-    ElementIds(const KelModel& model, const source::SourceMap* source);
+    ElementIds(const KelModel& model, const source::SourceMap* source, Of of = Of::all);
     ElementIds(const ElementIds&) = delete;
     ElementIds& operator=(const ElementIds&) = delete;
 
-    /// The id of the element; empty for an object that the JSON document does not hold.
+    /// The id of the element; empty for one that has none, such as an object that the JSON document does not hold.
     [[nodiscard]] std::string idOf(const KelObject& element) const { return std::string(viewOf(element)); }
     /// The same without a copy; valid as long as this object.
     [[nodiscard]] std::string_view viewOf(const KelObject& element) const {
