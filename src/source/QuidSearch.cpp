@@ -232,7 +232,8 @@ std::optional<std::size_t> QuidSearch::textBegin(std::size_t at) {
         ++at;
     }
     const ByteClass next = classOf(byte(at));
-    if (next == ByteClass::control || next == ByteClass::comment || byte(at) == '/') {
+    // Commas are damages, after which a value may still follow.
+    if (next == ByteClass::control || next == ByteClass::comment || next == ByteClass::comma || byte(at) == '/') {
         return at == text_.size() && isWhole_ ? std::nullopt : lose();
     }
     return next == ByteClass::quote ? std::optional(at + 1) : std::nullopt;

@@ -192,6 +192,7 @@ TEST(QuidMap, HasTheQuidsThatReadingGives) {
         {"(object Class \"A\" # (object x\n ; quid \"1\"\n  // quid \"3\"\n  quid \"2\")", "A=2 "},
         {"(object Class \"A\"\n  x (y quid \"1\")\n  quid # c\n  \"2\")", "A=2 ", true},
         {"(object Class\n  quid \"1\")\n (object\n Class \"B\"\n  quid \"2\")", "", true},
+        {"(object Class \"A\"\n  quid , \"1\")", "A=1 ", true},
         {"(object Class \"A\"\n  x (list l quid \"1\"))", "A=1 ", true},
     };
     const std::string path = testing::TempDir() + "quid_map.mdl";
