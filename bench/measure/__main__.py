@@ -5,6 +5,7 @@ import sys
 
 import archives
 import catalog
+import formats
 import imports
 import machine
 import notation
@@ -45,6 +46,8 @@ def sections(asked):
     yield passes.section(asked.imported, ("plain", "dense", "types"))
     yield outputs.section(asked.imported, asked.rounds)
     yield catalog.section(max(4, asked.imported // 4), fewer)
+    yield formats.section(asked.imported, fewer)
+    yield formats.growth(asked.portion, fewer)
     yield page.section(asked.rounds)
     yield start.section(max(20, asked.rounds))
     yield archives.section(asked.archived, asked.before, fewer)

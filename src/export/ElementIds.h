@@ -3,7 +3,9 @@
 #include "host/model/links/KelPointerHash.h"
 
 #include <cstdint>
+#include <memory_resource>
 #include <string>
+#include <string_view>
 #include <tsl/robin_map.h>
 
 class KelModel;
@@ -30,24 +32,31 @@ namespace exporter {
 ///   is added to the name, in the order of the JSON document; the id then depends on the elements of the same kind and
 ///   name before this one, and on no others. Nameless elements of one owner share the empty name.
 ///
-/// No two elements of a model have the same id. The model must not change while the object lives, and `source` must
-/// outlive it. Reading from several threads is safe. Takes time and memory proportional to the model, at any depth.
+/// No two elements of a model have the same id. The model must not change while the object lives. Reading from several
+/// threads is safe. Takes time and memory proportional to the model, at any depth.
 class ElementIds {
 public:
-    /// Without a `source` (null) no quids are known. May throw `std::bad_alloc`.
-    ElementIds(const KelModel& model, const source::SourceMap* source);
+    /// The elements that have ids; the ids are the same in both cases.
+    enum class Of : std::uint8_t { all, packagesAndClasses };
 
-    /// The id of the element; empty for an object that the JSON document does not hold.
-    [[nodiscard]] std::string idOf(const KelObject& element) const;
+    /// Without a `source` (null) no quids are known. May throw `std::bad_alloc`.
+    ElementIds(const KelModel& model, const source::SourceMap* source, Of of = Of::all);
+    ElementIds(const ElementIds&) = delete;
+    ElementIds& operator=(const ElementIds&) = delete;
+
+    /// The id of the element; empty for one that has none, such as an object that the JSON document does not hold.
+    [[nodiscard]] std::string idOf(const KelObject& element) const { return std::string(viewOf(element)); }
+    /// The same without a copy; valid as long as this object.
+    [[nodiscard]] std::string_view viewOf(const KelObject& element) const {
+        const auto found = ids_.find(&element);
+        return found != ids_.end() ? found->second : std::string_view();
+    }
 
 private:
-    struct Id {
-        const std::string* quid = nullptr; // of the source; null: the hash is the id
-        std::uint64_t hash = 0;
-    };
     class Maker;
 
-    tsl::robin_map<const KelObject*, Id, KelPointerHash> ids_;
+    std::pmr::monotonic_buffer_resource texts_; // of the ids
+    tsl::robin_map<const KelObject*, std::string_view, KelPointerHash> ids_;
 };
 
 } // namespace exporter

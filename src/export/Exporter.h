@@ -33,7 +33,7 @@ enum class Shape : std::uint8_t { nothing, oneFile };
 /// Everything that a format is given to write a model. Owns nothing; lives during one call.
 struct ExportContext {
     const KelModel& model;           ///< does not change meanwhile
-    const source::SourceMap* source; ///< the places that the model's objects come from; null: not known
+    const source::SourceMap* source; ///< the quids of the model's objects, and their places if needed; null: not known
     const OptionValues& options;     ///< of the format's options
     OutputFolder& folder;            ///< opened by the format, completed by the caller
     Omissions& omissions;            ///< to which the format adds whatever of the model it has no place for
@@ -65,15 +65,18 @@ struct Exporter {
     /// Writes the model. Throws what the folder and its outputs throw, and `std::bad_alloc`. Takes time and memory
     /// proportional to the model. Null for a format that writes nothing, not even an empty file.
     void (*write)(const ExportContext& context);
-    /// Whether `ExportContext::source` is needed, which costs reading the files once more. Null for never.
+    /// Whether `ExportContext::source` is needed, which costs a search of the files. Null for never.
     bool (*needsSource)(const OptionValues& options) = nullptr;
-    /// The same of `ExportContext::positions`. A format that needs them needs the source.
+    /// Whether it must have places besides quids, which costs reading the files once more. A format that needs them
+    /// needs the source. Null for never.
+    bool (*needsPlaces)(const OptionValues& options) = nullptr;
+    /// The same of `ExportContext::positions`. A format that needs them needs places.
     bool (*needsPositions)(const OptionValues& options) = nullptr;
     /// Throws `WrongOption` for values that their options accept and the format does not. Called before an import. Null
     /// for a format that takes all.
     void (*check)(const OptionValues& options) = nullptr;
     /// The same of `ExportContext::notation` and `ledger`: of what is in the files besides the model. A format that
-    /// needs them needs the source.
+    /// needs them needs places.
     bool (*needsFiles)(const OptionValues& options) = nullptr;
     /// Writes the index of a folder of outputs, the file "index" with the first ending. Throws what the output throws.
     /// Null for a format without one.

@@ -1,5 +1,6 @@
 #include "export/UniqueNames.h"
 
+#include "text/ascii.h"
 #include "text/escape.h"
 #include "text/utf8.h"
 
@@ -17,6 +18,9 @@ namespace exporter {
 namespace {
 
 std::string folded(std::string_view name) {
+    if (text::isAscii(name)) {
+        return text::lowerCase(name);
+    }
     std::string result;
     for (std::size_t at = 0; at < name.size();) {
         const UChar32 character = u_foldCase(text::nextCharacter(name, at), U_FOLD_CASE_DEFAULT);
@@ -29,7 +33,7 @@ std::string folded(std::string_view name) {
 }
 
 bool isReserved(std::string_view name, const NameRules& rules) {
-    return std::ranges::find(rules.reserved, folded(name)) != rules.reserved.end();
+    return !rules.reserved.empty() && std::ranges::binary_search(rules.reserved, std::string_view(folded(name)));
 }
 
 /// Whether the name, which is valid UTF-8, needs no quotes for its characters.
@@ -46,6 +50,10 @@ bool isPlain(std::string_view name, const NameRules& rules) {
 /// The text with "_" for everything that no name may hold, of any length.
 std::string allowed(std::string_view text, const NameRules& rules) {
     const bool isQuotable = rules.quote != 0;
+    const auto isPrintableAscii = [](char byte) { return byte >= ' ' && byte <= '~'; };
+    if (isQuotable && !text.empty() && std::ranges::all_of(text, isPrintableAscii)) {
+        return std::string(text);
+    }
     std::string name;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t start = at;
@@ -99,17 +107,18 @@ std::string UniqueNames::key(std::string_view name) const {
 std::string UniqueNames::make(std::string_view text) {
     const std::string name = allowed(text, rules_);
     std::string made = limited(name, "", text, rules_);
-    const std::string first = key(made);
-    if (taken_.try_emplace(first, 1).second) {
+    const auto [first, isNew] = taken_.try_emplace(key(made), 1);
+    if (isNew) {
         return made;
     }
-    std::uint64_t number = taken_.at(first);
+    const std::string taken = first->first;
+    std::uint64_t number = first->second;
     bool isFree = false;
     while (!isFree) {
         made = limited(name, "_" + std::to_string(++number), text, rules_);
         isFree = (rules_.quote != 0 || !isReserved(made, rules_)) && taken_.try_emplace(key(made), 1).second;
     }
-    taken_[first] = number;
+    taken_[taken] = number;
     return made;
 }
 

@@ -18,7 +18,7 @@ struct NameRules {
     /// digits after the first character.
     bool (*allows)(int character, bool isFirst);
     bool foldsCase;                             ///< names that differ in case only are the same name
-    std::span<const std::string_view> reserved; ///< words that are not names, in lower case, in any order
+    std::span<const std::string_view> reserved; ///< words that are not names, in lower case, in ascending order
     char quote;                                 ///< before and after a name of any characters; 0 without such a form
 };
 

@@ -51,7 +51,7 @@ bool always(const OptionValues& /*options*/) {
 
 constexpr std::array table{
     Exporter{"json", "the whole model as a JSON document for programs", Shape::oneFile, jsonEndings, jsonOptions,
-             writeJson, needsPlaces},
+             writeJson, needsPlaces, needsPlaces},
     Exporter{"tree", "an outline for people", Shape::oneFile, treeEndings, {}, writeOutline},
     Exporter{"uml", "UML 2.5 in XMI for modelling tools, such as those of Eclipse", Shape::oneFile, umlEndings,
              umlOptions, writeUml, always},
@@ -60,9 +60,9 @@ constexpr std::array table{
     Exporter{"mermaid", "class diagrams as text for Mermaid, alone or in Markdown", Shape::oneFile, mermaidEndings,
              mermaidOptions, writeMermaid},
     Exporter{"dot", "a graph of classes and packages for Graphviz", Shape::oneFile, dotEndings, dotOptions, writeDot,
-             always, needsPositions},
+             always, needsPositions, needsPositions},
     Exporter{"sql", "tables and keys for PostgreSQL, SQLite or Oracle", Shape::oneFile, sqlEndings, sqlOptions,
-             writeSql, always, nullptr, checkSqlOptions},
+             writeSql, always, nullptr, nullptr, checkSqlOptions},
     Exporter{.format = "html",
              .description = "a report for people: a page for a browser, in one file",
              .shape = Shape::oneFile,
@@ -70,6 +70,7 @@ constexpr std::array table{
              .options = {},
              .write = writeHtml,
              .needsSource = always,
+             .needsPlaces = always,
              .needsFiles = always,
              .writeIndex = writeHtmlIndex},
     Exporter{"none", "no model: only import and report", Shape::nothing, {}, {}, nullptr},

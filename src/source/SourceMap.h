@@ -25,7 +25,8 @@ struct SourcePlace {
 /// The places in the files that the objects of a finished model come from.
 ///
 /// Owns its places; the objects are only keys, so the map must not outlive the model, and the model must not change
-/// meanwhile. Several threads may read it at a time. A lookup takes constant time.
+/// meanwhile. Several threads may read it at a time. A lookup takes constant time. What `find` returns is valid until
+/// the next `add`.
 class SourceMap {
 public:
     SourceMap() = default;
@@ -35,15 +36,20 @@ public:
     [[nodiscard]] const std::vector<std::string>& getFiles() const { return files_; }
     /// The place of an object; null if no object of the files is known to have caused it.
     [[nodiscard]] const SourcePlace* find(const KelObject& object) const {
-        const auto found = places_.find(&object);
-        return found != places_.end() ? &found->second : nullptr;
+        const auto found = indexes_.find(&object);
+        return found != indexes_.end() ? &places_[found->second] : nullptr;
     }
     /// Does nothing if the object has a place already.
-    void add(const KelObject& object, const SourcePlace& place) { places_.try_emplace(&object, place); }
+    void add(const KelObject& object, SourcePlace place) {
+        if (indexes_.try_emplace(&object, static_cast<std::uint32_t>(places_.size())).second) {
+            places_.push_back(std::move(place));
+        }
+    }
 
 private:
     std::vector<std::string> files_;
-    tsl::robin_map<const KelObject*, SourcePlace, KelPointerHash> places_;
+    std::vector<SourcePlace> places_; // beside each other like the objects in the files
+    tsl::robin_map<const KelObject*, std::uint32_t, KelPointerHash> indexes_;
 };
 
 } // namespace source

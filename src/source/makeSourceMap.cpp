@@ -33,7 +33,7 @@ class MapMaker {
 public:
     MapMaker(const units::UnitTree& tree, const Trace& trace, const KelModel& model)
         : trace_(trace), modelNumber_(numberOf(model, trace)), text_(tree, trace), places_(trace.getFates().size()),
-          claims_(trace.getFates().size()), map_(namesOf(tree)) {}
+          claims_(trace.getFates().size()), map_(pathsOf(tree)) {}
 
     SourceMap make() {
         while (text_.next()) {
@@ -53,12 +53,6 @@ private:
     static ObjectNumber numberOf(const KelModel& model, const Trace& trace) {
         const auto found = std::ranges::find(trace.getFates(), &model, &Fate::object);
         return static_cast<ObjectNumber>(found - trace.getFates().begin());
-    }
-    static std::vector<std::string> namesOf(const units::UnitTree& tree) {
-        std::vector<std::string> names;
-        std::ranges::transform(tree.files, std::back_inserter(names),
-                               [](const units::ResolvedFile& file) { return file.path.string(); });
-        return names;
     }
 
     void take(const Event& event) {
@@ -165,6 +159,13 @@ private:
 };
 
 } // namespace
+
+std::vector<std::string> pathsOf(const units::UnitTree& tree) {
+    std::vector<std::string> paths;
+    std::ranges::transform(tree.files, std::back_inserter(paths),
+                           [](const units::ResolvedFile& file) { return file.path.string(); });
+    return paths;
+}
 
 SourceMap makeSourceMap(const units::UnitTree& tree, const Trace& trace, const KelModel& model) {
     return MapMaker(tree, trace, model).make();

@@ -13,4 +13,7 @@ namespace source {
 /// import made.
 [[nodiscard]] SourceMap makeSourceMap(const units::UnitTree& tree, const Trace& trace, const KelModel& model);
 
+/// The files of a tree as the shell would name them.
+[[nodiscard]] std::vector<std::string> pathsOf(const units::UnitTree& tree);
+
 } // namespace source

@@ -5,11 +5,9 @@
 namespace text {
 
 std::string lowerCase(std::string_view text) {
-    std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), [](char byte) {
-        return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
-    });
-    return lower;
+    std::string small(text);
+    std::ranges::transform(small, small.begin(), lower);
+    return small;
 }
 
 std::string_view trimmed(std::string_view text) {

@@ -7,6 +7,10 @@ namespace text {
 
 /// Texts as words of ASCII; bytes beyond it stay as they are. The views are parts of the argument.
 
+/// A letter as a small letter, any other byte unchanged.
+[[nodiscard]] constexpr char lower(char byte) {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
+}
 /// With small letters.
 [[nodiscard]] std::string lowerCase(std::string_view text);
 /// Without blanks, tabs and line ends before and after it.

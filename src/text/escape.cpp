@@ -103,6 +103,10 @@ std::string escaped(std::string_view text, const Escapes& escapes) {
 }
 
 bool isPrintable(int character) {
+    constexpr int lastOfAscii = 0x7E;
+    if (character >= firstAfterControls && character <= lastOfAscii) {
+        return true;
+    }
     return std::none_of(unprintable.begin(), unprintable.end(), [character](const Range& range) {
         return range.first <= character && character <= range.last;
     });

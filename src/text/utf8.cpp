@@ -6,7 +6,7 @@
 
 namespace text {
 
-int nextCharacter(std::string_view text, std::size_t& at) {
+int nextBeyondAscii(std::string_view text, std::size_t& at) {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     const std::size_t length = text.size();
     UChar32 character = 0;
@@ -14,13 +14,17 @@ int nextCharacter(std::string_view text, std::size_t& at) {
     return character < 0 ? -1 : character;
 }
 
-bool isValidUtf8(std::string_view text) {
+bool isAscii(std::string_view text) {
     unsigned char allBits = 0;
     for (const char byte : text) {
         allBits |= static_cast<unsigned char>(byte);
     }
-    if (allBits < 0x80) {
-        return true; // nearly all texts
+    return allBits < 0x80;
+}
+
+bool isValidUtf8(std::string_view text) {
+    if (isAscii(text)) {
+        return true;
     }
     for (std::size_t at = 0; at < text.size();) {
         if (nextCharacter(text, at) < 0) {
@@ -31,6 +35,9 @@ bool isValidUtf8(std::string_view text) {
 }
 
 std::string repairedUtf8(std::string_view text) {
+    if (isValidUtf8(text)) {
+        return std::string(text);
+    }
     std::string repaired;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t start = at;

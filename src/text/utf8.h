@@ -11,7 +11,14 @@ namespace text {
 
 /// Reads the character at `at`, which must be within the text, and moves `at` to the next one. Returns its number, or
 /// -1 for an invalid sequence.
-[[nodiscard]] int nextCharacter(std::string_view text, std::size_t& at);
+[[nodiscard]] int nextBeyondAscii(std::string_view text, std::size_t& at);
+[[nodiscard]] inline int nextCharacter(std::string_view text, std::size_t& at) {
+    const auto byte = static_cast<unsigned char>(text[at]);
+    return byte < 0x80 ? (++at, byte) : nextBeyondAscii(text, at);
+}
+
+/// Whether all bytes are ASCII. Nearly all texts are.
+[[nodiscard]] bool isAscii(std::string_view text);
 
 [[nodiscard]] bool isValidUtf8(std::string_view text);
 

@@ -22,7 +22,7 @@ bool isWord(int character, bool isFirst) {
     return isLowerCaseWord(character, isFirst) || (character >= 'A' && character <= 'Z') || character > 0x7F;
 }
 
-constexpr std::array reserved{"order"sv, "end"sv, "end_"sv, "a_2"sv};
+constexpr std::array reserved{"a_2"sv, "end"sv, "end_"sv, "order"sv};
 constexpr NameRules sql{
     .longest = 32, .allows = isLowerCaseWord, .foldsCase = true, .reserved = reserved, .quote = '"'};
 constexpr NameRules aliases{.longest = 40, .allows = isWord, .foldsCase = false, .reserved = reserved, .quote = 0};

@@ -1,5 +1,7 @@
 #include "host/model/KelTraversalOperation.h"
 #include "scanner/RealModels.h"
+#include "source/QuidSearch.h"
+#include "source/makeQuidMap.h"
 #include "source/makeSourceMap.h"
 #include "support/ImportedModel.h"
 #include "units/PieceMap.h"
@@ -114,6 +116,122 @@ TEST(SourceMap, HasAPlaceForEveryObjectOfEveryModel) {
         SCOPED_TRACE(model);
         const PlaceLines lines = placesOf(model);
         EXPECT_EQ(lines.homeless, 0) << lines.text;
+    }
+}
+
+/// A line for every object of the model that has a quid.
+class QuidLines final : public KelTraversalOperation {
+public:
+    QuidLines(KelModel& model, const SourceMap& map) : map_(map) {
+        pre_process(&model, unused_);
+        model._depthTraversal(*this, nullptr);
+    }
+
+    void pre_process(KelObject* object, void*& /*userData*/) override {
+        const SourcePlace* place = map_.find(*object);
+        if (place != nullptr && !place->quid.empty()) {
+            text += std::string(object->getName().view()) + "=" + place->quid + " ";
+        }
+    }
+    void post_process(KelObject* /*object*/, void* /*userData*/) override {}
+
+    std::string text;
+
+private:
+    const SourceMap& map_;
+    void* unused_ = nullptr;
+};
+
+/// The quids that reading a file gives; the search must give the same.
+std::string quidsOf(const std::string& path) {
+    source::Trace trace;
+    ImportedModel imported = ImportedModel::ofFile(path);
+    trace.locate(nullptr);
+    units::UnitTree tree;
+    tree.files.push_back({path, 0, {}, {}});
+    std::string quids = QuidLines(imported.model, source::makeSourceMap(tree, trace, imported.model)).text;
+    EXPECT_EQ(QuidLines(imported.model, source::makeQuidMap(tree, trace, imported.model)).text, quids);
+    return quids;
+}
+
+bool isSearchLost(const std::string& path) {
+    source::QuidSearch search(path);
+    while (search.next()) {
+    }
+    return search.isLost();
+}
+
+// The search looks at little of the text, and must know when that is not enough.
+TEST(QuidMap, HasTheQuidsThatReadingGives) {
+    struct Case {
+        const char* classes; // the content of the logical view
+        const char* quids;   // those of the classes
+        bool isLost = false;
+    };
+    const std::string deep = std::string(60'000, '(') + std::string(60'000, ')');
+    const std::string attributes =
+        "  attributes (list Attribute_Set\n   (object Attribute\n    tool \"quid \\\"7\\\"\")";
+    const std::string late = "(object Class \"A\"\n" + attributes + ")\n  quid \"1\")";
+    const std::string unbalanced = "(object Class \"A\"\n" + attributes + "))\n  quid \"1\")";
+    const std::string nested = "(object Class \"A\"\n  operations (list Operations\n   (object Operation \"f\"\n"
+                               "    quid \"2\"))\n  quid \"1\")";
+    const std::string far = "(object Class \"A\"\n  x (list l\n" + std::string(700'000, '\n') + "   )\n  quid \"1\")";
+    const std::string tooDeep = "(object Class \"A\"\n  x " + deep + "\n  quid \"1\")";
+    const Case cases[] = {
+        {"(object Class \"A\" @7\n  quid\n \"1\"\n  quid \"2\")\n (object Class \"B\"\n  quid \"\"\n  quid \"3\")",
+         "A=1 B=3 "},
+        {late.c_str(), "A=1 "},
+        {nested.c_str(), "A=1 f=2 "},
+        {far.c_str(), "A=1 "},
+        {tooDeep.c_str(), "A=1 ", true},
+        {unbalanced.c_str(), "Logical View=1 ", true},
+        {"(object Class \"A\" quid \"1\") (object Class \"B\" stereotype \"s\" quid \"2\")", "A=1 B=2 "},
+        {"(object Class \"A\"\n  quid \"1)\n  quid \"2\")", "Logical View=2 A=1 ", true},
+        {"(object Class \"A\"\n  quid \"a\\\"b\")", "A=a\\\"b ", true},
+        {"(object Class \"A\"\n  documentation\n| (object Class \"C\"\n| quid \"1\"\n  quid \"2\")", "A=2 "},
+        {"(object Class \"A\" # (object x\n ; quid \"1\"\n  // quid \"3\"\n  quid \"2\")", "A=2 "},
+        {"(object Class \"A\"\n  x (y quid \"1\")\n  quid # c\n  \"2\")", "A=2 ", true},
+        {"(object Class\n  quid \"1\")\n (object\n Class \"B\"\n  quid \"2\")", "", true},
+        {"(object Class \"A\"\n  quid , \"1\")", "A=1 ", true},
+        {"(object Class \"A\"\n  x (list l quid \"1\"))", "A=1 ", true},
+    };
+    const std::string path = testing::TempDir() + "quid_map.mdl";
+    for (const Case& one : cases) {
+        SCOPED_TRACE(std::string(one.classes).substr(0, 200));
+        std::ofstream(path) << petalHeader << "(object Design \"D\"\n root_category (object Class_Category "
+                            << "\"Logical View\"\n  logical_models (list l\n " << one.classes << ")))\n";
+        EXPECT_EQ(quidsOf(path), one.quids);
+        EXPECT_EQ(isSearchLost(path), one.isLost);
+    }
+    std::filesystem::remove(path);
+}
+
+// The model has the quid of its design or, without one, that of the first object.
+TEST(QuidMap, HasTheQuidOfTheModel) {
+    const std::string view = " root_category (object Class_Category \"Logical View\"\n  quid \"V\")";
+    const std::string path = testing::TempDir() + "quid_map.mdl";
+    const std::string texts[] = {
+        "(object Petal\n quid \"P\")\n(object Design \"D\"\n" + view + "\n quid \"D\")",
+        "(object Petal\n quid \"P\")\n(object Design \"D\"\n" + view + ")\n(object Design \"E\"\n quid \"E\")",
+        "(object Petal\n quid \"P\")\n(object X \"Design\"\n" + view + ")",
+        "(object Petal\r\n quid \"P\")\r\n(object Design \"D\"\r\n quid \"D\"\r\n" + view + ")",
+        "(object Petal\r quid \"P\")\r(object Design \"D\"\r quid \"D\"\r" + view + ")",
+    };
+    std::string quids;
+    for (const std::string& text : texts) {
+        std::ofstream(path) << text;
+        quids += quidsOf(path) + "; ";
+    }
+    EXPECT_EQ(quids, "quid_map=D Logical View=V ; quid_map=E Logical View=V ; quid_map=P Logical View=V ; "
+                     "quid_map=D Logical View=V ; quid_map=D Logical View=V ; ");
+    std::filesystem::remove(path);
+}
+
+TEST(QuidMap, IsFoundWithoutReadingRealModels) {
+    for (const auto& model : rose::test::realModels()) {
+        SCOPED_TRACE(model);
+        quidsOf(model);
+        EXPECT_FALSE(isSearchLost(model));
     }
 }
 

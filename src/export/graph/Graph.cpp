@@ -101,7 +101,7 @@ private:
 
     void giveIds(const KelModel& model) {
         constexpr std::size_t shortLength = 8;
-        const ElementIds ids(model, nullptr);
+        const ElementIds ids(model, nullptr, ElementIds::Of::packagesAndClasses);
         tsl::robin_set<std::string> taken;
         for (const KelClass* one : graph_.classes_) {
             std::string id = ids.idOf(*one); // "n" and a hash

@@ -100,9 +100,10 @@ bool isIdentifierCharacter(int character, bool /*isFirst*/) {
         ranges, [character](const Range& range) { return range.first <= character && character <= range.last; });
 }
 
-constexpr std::array<std::string_view, 12> reservedWords{"note",  "callback",  "click",     "href",
-                                                         "link",  "style",     "cssclass",  "classdef",
-                                                         "class", "namespace", "direction", "end"};
+constexpr std::array<std::string_view, 12> reservedWords{"callback", "class",     "classdef", "click",
+                                                         "cssclass", "direction", "end",      "href",
+                                                         "link",     "namespace", "note",     "style"};
+static_assert(std::ranges::is_sorted(reservedWords));
 constexpr NameRules identifiers{
     .longest = 100, .allows = isIdentifierCharacter, .foldsCase = true, .reserved = reservedWords, .quote = 0};
 

@@ -38,6 +38,7 @@ constexpr std::string_view postgresqlWords =
     "similar some symmetric system_user table tablesample then to trailing true union unique user using "
     "variadic verbose when where window with";
 constexpr auto postgresqlReserved = split<countWords(postgresqlWords)>(postgresqlWords);
+static_assert(std::ranges::is_sorted(postgresqlReserved));
 
 /// SQLite's keywords of version 3.40, all of them: which ones a name may be differs between its versions.
 constexpr std::string_view sqliteWords =
@@ -52,6 +53,7 @@ constexpr std::string_view sqliteWords =
     "row rows savepoint select set table temp temporary then ties to transaction trigger unbounded union "
     "unique update using vacuum values view virtual when where window with without";
 constexpr auto sqliteReserved = split<countWords(sqliteWords)>(sqliteWords);
+static_assert(std::ranges::is_sorted(sqliteReserved));
 
 /// The reserved words of Oracle's SQL, its pseudocolumns, and words that begin what is not a column in a table.
 constexpr std::string_view oracleWords =
@@ -65,6 +67,7 @@ constexpr std::string_view oracleWords =
     "table then to trigger uid union unique update user validate values varchar varchar2 view whenever where "
     "with";
 constexpr auto oracleReserved = split<countWords(oracleWords)>(oracleWords);
+static_assert(std::ranges::is_sorted(oracleReserved));
 
 constexpr std::array postgresqlTypes{
     TypeRow{smallInteger, "smallint", ""},
@@ -195,6 +198,9 @@ constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
 /// The text with U+FFFD for NUL, invalid sequences and, when `arePrintable`, all that is not printable.
 std::string cleaned(std::string_view text, bool arePrintable) {
+    if (std::ranges::all_of(text, [](char byte) { return byte >= ' ' && byte <= '~'; })) {
+        return std::string(text);
+    }
     std::string clean;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t start = at;
@@ -207,6 +213,9 @@ std::string cleaned(std::string_view text, bool arePrintable) {
 
 std::string quoted(std::string_view text) {
     std::string literal = "'";
+    if (text.find('\'') == std::string_view::npos) {
+        return literal.append(text).append("'");
+    }
     for (const char byte : text) {
         literal.append(byte == '\'' ? 2 : 1, byte);
     }

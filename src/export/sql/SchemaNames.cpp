@@ -1,6 +1,7 @@
 #include "export/sql/SchemaNames.h"
 
 #include "host/text/KelString.h"
+#include "text/ascii.h"
 #include "text/utf8.h"
 
 #include <unicode/uchar.h>
@@ -20,11 +21,29 @@ constexpr std::array systemColumns{"cmax"sv, "cmin"sv, "ctid"sv, "tableoid"sv, "
 /// Beginnings of the names of PostgreSQL's and SQLite's own tables.
 constexpr std::array systemPrefixes{"pg_"sv, "sqlite_"sv};
 
+constexpr UChar32 firstBeyondAscii = 0x80;
+
 bool isWordCharacter(UChar32 character) {
+    if (character >= 0 && character < firstBeyondAscii) {
+        const int small = character | 0x20;
+        return (small >= 'a' && small <= 'z') || (character >= '0' && character <= '9');
+    }
     return character >= 0 && (u_isalnum(character) != 0 || ((U_GET_GC_MASK(character) & U_GC_M_MASK) != 0));
 }
 
+bool isCapital(UChar32 character) {
+    return character < firstBeyondAscii ? character >= 'A' && character <= 'Z' : u_isUUppercase(character) != 0;
+}
+
+bool isSmall(UChar32 character) {
+    return character < firstBeyondAscii ? character >= 'a' && character <= 'z' : u_isULowercase(character) != 0;
+}
+
 void append(std::string& text, UChar32 character) {
+    if (character < firstBeyondAscii) {
+        text += static_cast<char>(character);
+        return;
+    }
     std::array<char, U8_MAX_LENGTH> bytes{};
     std::size_t length = 0;
     U8_APPEND_UNSAFE(bytes.data(), length, character);
@@ -43,26 +62,18 @@ std::string snake(std::string_view text) {
             last = 0;
             continue;
         }
-        if (last != 0 && u_isUUppercase(character) != 0) {
+        if (last != 0 && isCapital(character)) {
             std::size_t ahead = at;
             const UChar32 next = at < text.size() ? text::nextCharacter(text, ahead) : 0;
-            const bool endsCapitals = u_isUUppercase(last) != 0 && next > 0 && u_isULowercase(next) != 0;
-            if (u_isULowercase(last) != 0 || u_isdigit(last) != 0 || endsCapitals) {
+            const bool endsCapitals = isCapital(last) && next > 0 && isSmall(next);
+            if (isSmall(last) || u_isdigit(last) != 0 || endsCapitals) {
                 name += '_';
             }
         }
-        append(name, u_tolower(character));
+        append(name, character < firstBeyondAscii ? text::lower(static_cast<char>(character)) : u_tolower(character));
         last = character;
     }
     return name;
-}
-
-std::string inLowerCase(std::string_view text) {
-    std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), [](char byte) {
-        return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
-    });
-    return lower;
 }
 
 bool allowsAny(int character, bool /*isFirst*/) {
@@ -89,7 +100,7 @@ NameRules NameSpace::rulesFor(const NameStyle& style) {
 }
 
 Name NameSpace::make(std::string_view styledText) {
-    const std::string folded = inLowerCase(styledText.substr(0, rules_.longest));
+    const std::string folded = text::lowerCase(styledText.substr(0, rules_.longest));
     std::string text(styledText);
     Name name;
     const bool isOfSystem = std::ranges::find(systemColumns, folded) != systemColumns.end() ||

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <memory>
 #include <set>
+#include <tuple>
 #include <unordered_map>
 
 namespace exporter::sql {
@@ -15,6 +16,9 @@ namespace exporter::sql {
 namespace {
 
 const ColumnType madeKeyType{.family = Family::bigInteger, .length = 0, .scale = 0, .sql = {}};
+
+/// An index by a rank and an element's id.
+using Ranked = std::tuple<bool, std::string_view, std::uint32_t>;
 
 class ColumnMaker {
 public:
@@ -67,13 +71,13 @@ private:
 };
 
 void ColumnMaker::sortById() {
-    std::vector<std::pair<std::string, std::uint32_t>> keyed;
+    std::vector<Ranked> ranked;
     for (std::uint32_t table = 0; table < plan_.tables.size(); ++table) {
         const bool isJoin = plan_.tables[table].rule == Rule::joinTable;
-        keyed.emplace_back((isJoin ? "2" : "1") + ids_.idOf(*plan_.tables[table].element), table);
+        ranked.emplace_back(isJoin, ids_.viewOf(*plan_.tables[table].element), table);
     }
-    std::ranges::sort(keyed);
-    for (auto& [id, table] : keyed) {
+    std::ranges::sort(ranked);
+    for (const auto& [isJoin, id, table] : ranked) {
         byId_.push_back(table);
     }
 }
@@ -250,17 +254,17 @@ void ColumnMaker::setKind(Column& column, const PlannedTable& planned) {
 /// Indexes of the attributes in the order of their elements' ids: of those that become several columns, or of the
 /// others.
 std::vector<std::uint32_t> ColumnMaker::attributesById(const PlannedTable& planned, bool areSplit) const {
-    std::vector<std::pair<std::string, std::uint32_t>> keyed;
+    std::vector<std::pair<std::string_view, std::uint32_t>> keyed;
     for (std::uint32_t index = 0; index < planned.attributes.size(); ++index) {
         const PlannedColumn& attribute = planned.attributes[index];
         const bool isSplit = attribute.target != noTable && layouts_[attribute.target].keyTypes.size() != 1;
         if (isSplit == areSplit) {
-            keyed.emplace_back(ids_.idOf(*attribute.element), index);
+            keyed.emplace_back(ids_.viewOf(*attribute.element), index);
         }
     }
     std::ranges::sort(keyed);
     std::vector<std::uint32_t> order;
-    std::ranges::transform(keyed, std::back_inserter(order), &std::pair<std::string, std::uint32_t>::second);
+    std::ranges::transform(keyed, std::back_inserter(order), &std::pair<std::string_view, std::uint32_t>::second);
     return order;
 }
 
@@ -302,14 +306,13 @@ void ColumnMaker::nameReferences(std::uint32_t table) {
     for (const std::uint32_t index : attributesById(planned, true)) {
         nameReference(table, planned.attributes[index], layouts_[table].attributes[index]);
     }
-    std::vector<std::pair<std::string, std::uint32_t>> keyed;
+    std::vector<Ranked> ranked;
     for (std::uint32_t index = 0; index < planned.references.size(); ++index) {
         const PlannedColumn& reference = planned.references[index];
-        const std::string_view rank = reference.rule == Rule::supertypeReference ? "1" : "2";
-        keyed.emplace_back(std::string(rank) + ids_.idOf(*reference.element), index);
+        ranked.emplace_back(reference.rule != Rule::supertypeReference, ids_.viewOf(*reference.element), index);
     }
-    std::ranges::sort(keyed);
-    for (const auto& [id, index] : keyed) {
+    std::ranges::sort(ranked);
+    for (const auto& [isOther, id, index] : ranked) {
         nameReference(table, planned.references[index], layouts_[table].references[index]);
     }
 }

@@ -87,7 +87,7 @@ class UmlMapping {
 public:
     UmlMapping(const ExportContext& context, Omissions& omissions);
 
-    [[nodiscard]] std::string idOf(const KelObject& element) const { return ids_.idOf(element); }
+    [[nodiscard]] std::string_view idOf(const KelObject& element) const { return ids_.viewOf(element); }
     [[nodiscard]] bool holds(const KelClass* one) const { return metaclasses_.contains(one); }
 
     /// Of a class that the document holds.

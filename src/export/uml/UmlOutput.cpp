@@ -107,7 +107,7 @@ void UmlOutput::comment(std::string_view commentId, std::string_view annotatedId
 }
 
 void UmlOutput::comments(const KelElement& object, std::string_view id) {
-    const std::string own = idOf(object);
+    const std::string_view own = idOf(object);
     if (object.isInstanceOf(KelElementType::modelObject)) {
         const std::string_view description = static_cast<const KelModelObject&>(object).description.view();
         if (!description.empty()) {

@@ -68,7 +68,10 @@ public:
     [[nodiscard]] const UmlMapping& mapping() const { return mapping_; }
     [[nodiscard]] const Flavour& flavour() const { return flavour_; }
     [[nodiscard]] Omissions& omissions() { return omissions_; }
-    [[nodiscard]] std::string idOf(const KelObject& element) const { return mapping_.idOf(element); }
+    /// Empty while the writer only counts: ids hold no character that XML cannot hold.
+    [[nodiscard]] std::string_view idOf(const KelObject& element) const {
+        return xml_.isCounting() ? std::string_view() : mapping_.idOf(element);
+    }
 
     /// The element `tag` with its type and id.
     void start(const char* tag, const char* type, std::string_view id, Layout layout);

@@ -107,7 +107,7 @@ void writeQualifiers(const KelAssociationRole& role, std::string_view id, UmlOut
 
 void writeEnd(const char* tag, const KelAssociationRole& role, std::string_view associationId, UmlOutput& output) {
     const KelAssociation& association = *role.getAssociation();
-    const std::string id = output.idOf(role);
+    const std::string_view id = output.idOf(role);
     const KelClass* type = output.mapping().classAt(role);
     const Aggregation aggregation = association.associationRoles().count() == fewestEnds
                                         ? aggregationOf(association, static_cast<std::size_t>(indexOf(role)))
@@ -137,7 +137,7 @@ void writeEndReferences(const KelAssociation& association, UmlOutput& output, bo
     std::vector<std::string> ends;
     std::vector<std::string> navigable;
     for (const KelAssociationRole* role : association.associationRoles()) {
-        ends.push_back(output.idOf(*role));
+        ends.emplace_back(output.idOf(*role));
         if (role->isNavigable && output.mapping().ownerOf(*role) == nullptr) {
             navigable.push_back(ends.back());
         }
@@ -163,7 +163,7 @@ void writeOwnedEnds(const KelAssociation& association, std::string_view id, UmlO
 }
 
 void writeAssociation(const KelAssociation& association, UmlOutput& output) {
-    const std::string id = output.idOf(association);
+    const std::string_view id = output.idOf(association);
     output.start("packagedElement", "uml:Association", id, Layout::block);
     output.nameOf(association);
     writeEndReferences(association, output, false);

@@ -189,7 +189,7 @@ private:
             std::vector<std::string> ids;
             for (const KelAttribute* attribute : attributes) {
                 if (mapping_.holds(attribute->getAssociatedClass())) {
-                    ids.push_back(output_.idOf(*attribute));
+                    ids.emplace_back(output_.idOf(*attribute));
                 }
             }
             Details details;
@@ -276,8 +276,8 @@ private:
     void writeGeneralizations() {
         for (const WrittenGeneralization& row : mapping_.generalizationsOf(one_, output_.omissions())) {
             const KelGeneralization& said = *row.said;
-            const std::string supertype = output_.idOf(*row.supertype);
-            std::string id = output_.idOf(said);
+            const std::string_view supertype = output_.idOf(*row.supertype);
+            std::string id(output_.idOf(said));
             if (!row.isFirst) {
                 id.append("-Of-").append(id_).append("-To-").append(supertype);
             }
@@ -305,11 +305,11 @@ private:
 
     void writeRealizations() {
         for (const KelRealization* realization : one_.realizationsAsRealization()) {
-            const std::string id = mapping_.isOfInterface(*realization) ? output_.idOf(*realization) : "";
-            if (id.empty()) {
+            if (!mapping_.isOfInterface(*realization)) {
                 continue;
             }
-            const std::string specification = output_.idOf(*realization->getSpecificationClass());
+            const std::string_view id = output_.idOf(*realization);
+            const std::string_view specification = output_.idOf(*realization->getSpecificationClass());
             output_.start("interfaceRealization", "uml:InterfaceRealization", id, Layout::line);
             output_.nameOf(*realization);
             output_.attribute("client", id_);
@@ -323,7 +323,7 @@ private:
     const KelClass& one_;
     UmlOutput& output_;
     const UmlMapping& mapping_;
-    const std::string id_;
+    const std::string_view id_;
     const Metaclass metaclass_;
     const AssociationClass* association_; // null: not an association class
     const Binding binding_;

@@ -32,7 +32,7 @@ void addVisibility(std::int32_t visibility, Details& details) {
 }
 
 void writeParameter(const KelArgument& argument, UmlOutput& output) {
-    const std::string id = output.idOf(argument);
+    const std::string_view id = output.idOf(argument);
     const TypeTarget type = output.mapping().targetOf(argument.getType());
     output.start("ownedParameter", "uml:Parameter", id, Layout::line);
     output.nameOf(argument);
@@ -50,7 +50,7 @@ std::string_view concurrencyOf(std::int32_t number) {
 }
 
 void writeAttribute(const KelAttribute& attribute, bool isId, UmlOutput& output) {
-    const std::string id = output.idOf(attribute);
+    const std::string_view id = output.idOf(attribute);
     const TypeTarget type = output.mapping().targetOf(attribute.getType());
     output.start("ownedAttribute", "uml:Property", id, Layout::line);
     output.nameOf(attribute);
@@ -73,7 +73,7 @@ void writeAttribute(const KelAttribute& attribute, bool isId, UmlOutput& output)
 }
 
 void writeLiteral(const KelAttribute& literal, UmlOutput& output) {
-    const std::string id = output.idOf(literal);
+    const std::string_view id = output.idOf(literal);
     output.start("ownedLiteral", "uml:EnumerationLiteral", id, Layout::line);
     output.nameOf(literal);
     output.visibility(literal.visibility);
@@ -101,7 +101,7 @@ void writeLiteral(const KelAttribute& literal, UmlOutput& output) {
 }
 
 void writeOperation(const KelOperation& operation, UmlOutput& output) {
-    const std::string id = output.idOf(operation);
+    const std::string_view id = output.idOf(operation);
     const std::string precondition = partId(id, "Precondition");
     const std::string postcondition = partId(id, "Postcondition");
     output.start("ownedOperation", "uml:Operation", id, Layout::block);

@@ -102,7 +102,7 @@ public:
 
 private:
     void startModel(const KelModel& model) {
-        const std::string id = output_.idOf(model);
+        const std::string_view id = output_.idOf(model);
         output_.start("uml:Model", "uml:Model", id, Layout::block);
         output_.nameOf(model);
         Details details;
@@ -120,7 +120,7 @@ private:
     }
 
     void startPackage(const KelDesignPackage& package) {
-        const std::string id = output_.idOf(package);
+        const std::string_view id = output_.idOf(package);
         output_.start("packagedElement", "uml:Package", id, Layout::block);
         output_.nameOf(package);
         output_.annotations(id, package.stereotype.isEmpty() ? Keywords() : Keywords{package.stereotype.view()}, {});
@@ -161,7 +161,7 @@ private:
             output_.omissions().add(omission);
             return;
         }
-        const std::string id = output_.idOf(link);
+        const std::string_view id = output_.idOf(link);
         output_.start("packagedElement", type, id, Layout::line);
         output_.nameOf(link);
         output_.attribute("client", output_.idOf(*client));
@@ -182,7 +182,7 @@ private:
     }
 
     void writeType(const KelConcreteType& written) {
-        const std::string id = output_.idOf(written);
+        const std::string_view id = output_.idOf(written);
         const KelConcreteType& type = output_.mapping().detailedOf(written);
         const bool hasValues = type.getTypeValueCount() > 0;
         output_.start("packagedElement", metaclassName(hasValues ? Metaclass::enumeration : Metaclass::primitiveType),

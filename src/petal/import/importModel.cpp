@@ -20,6 +20,7 @@
 #include "petal/output/fileFailure.h"
 #include "petal/units/lossLines.h"
 #include "petal/units/unitOptions.h"
+#include "source/makeQuidMap.h"
 #include "source/makeSourceMap.h"
 
 #include <algorithm>
@@ -299,8 +300,9 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     }
     std::optional<source::SourceMap> places;
     if (isPlaced) {
-        places = readAgain(request, "the places of objects",
-                           [&] { return source::makeSourceMap(source.getTree(), *trace, model); });
+        const auto make =
+            isAnyDestination(request, &exporter::Exporter::needsPlaces) ? source::makeSourceMap : source::makeQuidMap;
+        places = readAgain(request, "the places of objects", [&] { return make(source.getTree(), *trace, model); });
     }
     const auto makeLedger = [&] { ledger.make(source, *trace, model, chosenEncoding(options)); };
     if (isLedgerShown) {

@@ -1,0 +1,457 @@
+// Only lines matter for tokens: each text and comment ends with its line, so the tokens of a line can be told without
+// those before. Nesting matters for owners. Tools write the quid right after the head of the object, where the two
+// lines are enough; for other quids, an object around is found by its indentation, and read from there on. If that
+// shows no damage, the whole file would be read the same there, for every repair of nesting begins with a damage.
+
+#include "source/QuidSearch.h"
+
+#include "notation/ByteClasses.h"
+#include "notation/Reader.h"
+#include "notation/wordKind.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <utility>
+
+namespace source {
+
+namespace {
+
+using notation::ByteClass;
+using notation::classOf;
+using notation::EventKind;
+
+constexpr std::size_t portion = std::size_t{512} * 1024;
+constexpr std::size_t lookBack = std::size_t{16} * 1024; // of the text before, for the head of an object
+constexpr std::size_t lookAhead = std::size_t{4} * 1024; // from a quid's name to the end of its text
+constexpr std::size_t localWindow = std::size_t{16} * 1024;
+constexpr std::size_t localMargin = 256; // for what is read of a quid
+constexpr std::size_t blockSize = 64;
+
+constexpr std::string_view quidWord = "quid";
+constexpr std::string_view designWord = "Design";
+constexpr std::string_view objectWord = "object";
+
+bool isInWord(char byte) {
+    return classOf(byte) >= ByteClass::bar;
+}
+
+bool isBlank(char byte) {
+    return classOf(byte) == ByteClass::blank || byte == '\r'; // in files whose lines end with LF
+}
+
+/// A text from an object on, after an LF, which tells how lines end.
+class LocalSource final : public notation::ByteSource {
+public:
+    explicit LocalSource(notation::ByteSource& text) : text_(text) {}
+    std::size_t read(char* target, std::size_t size) override {
+        return std::exchange(hasBegun_, true) ? text_.read(target, size) : (*target = '\n', 1);
+    }
+
+private:
+    notation::ByteSource& text_;
+    bool hasBegun_ = false;
+};
+
+/// Fills a text from a file, as far as that goes. Returns how much of it is filled then.
+std::size_t fill(std::string& text, std::size_t from, units::OpenFile& file) {
+    std::size_t filled = from;
+    for (std::size_t count = 1; count > 0 && filled < text.size(); filled += count) {
+        count = file.read(text.data() + filled, text.size() - filled);
+    }
+    return filled;
+}
+
+/// The lines of a file before a place, the last one first.
+class LinesBefore {
+public:
+    /// `text` is a part of the file from the offset `begin` on; it ends with a line.
+    LinesBefore(std::string_view text, std::uint64_t begin, units::OpenFile& file)
+        : file_(file), text_(text), begin_(begin) {}
+
+    /// The next line; nothing at the begin of the file, or for a line of extreme length.
+    std::optional<std::string_view> next() {
+        for (;;) {
+            const std::size_t before = text_.size() > 1 ? text_.rfind('\n', text_.size() - 2) : std::string_view::npos;
+            if (before != std::string_view::npos || (begin_ == 0 && !text_.empty())) {
+                const std::string_view line = text_.substr(before + 1); // npos + 1 is 0
+                text_.remove_suffix(line.size());
+                return line;
+            }
+            if (begin_ == 0 || text_.size() == portion) {
+                return std::nullopt;
+            }
+            readBefore(begin_ + text_.size());
+        }
+    }
+    /// The offset of the line.
+    [[nodiscard]] std::uint64_t offset() const { return begin_ + text_.size(); }
+
+private:
+    void readBefore(std::uint64_t end) {
+        size_ = std::min(portion, 2 * size_);
+        begin_ = end - std::min<std::uint64_t>(end, size_);
+        buffer_.resize(static_cast<std::size_t>(end - begin_));
+        file_.seek(begin_);
+        fill(buffer_, 0, file_);
+        text_ = buffer_;
+    }
+
+    units::OpenFile& file_;
+    std::string_view text_; // what has not been returned
+    std::uint64_t begin_;   // of the text, as an offset
+    std::string buffer_;
+    std::size_t size_ = lookBack; // half of what to read next
+};
+
+/// The column of the first byte of a line that is not a blank, as the reader counts them.
+std::size_t indentOf(std::string_view line) {
+    constexpr std::size_t tabWidth = 8;
+    std::size_t columns = 0;
+    for (const char byte : line) {
+        if (byte == '\t') {
+            columns += tabWidth - columns % tabWidth;
+        } else if (byte == ' ') {
+            ++columns;
+        } else {
+            break;
+        }
+    }
+    return columns;
+}
+
+/// The parentheses that are opened in a block, less those closed.
+int balanceOf(const char* block) {
+    static_assert(blockSize <= SCHAR_MAX);
+    signed char balance = 0; // so that the compiler counts in vectors of bytes
+    for (std::size_t index = 0; index < blockSize; ++index) {
+        balance = static_cast<signed char>(balance + (block[index] == '(') - (block[index] == ')'));
+    }
+    return balance;
+}
+
+} // namespace
+
+QuidSearch::QuidSearch(const std::filesystem::path& file) : source_(file), again_(file) {
+    refill();
+    const std::size_t end = text_.find_first_of("\r\n");
+    const bool isCr = end != std::string::npos && text_[end] == '\r' && byte(end + 1) != '\n';
+    isLost_ = isLost_ || isCr || (end == std::string::npos && !isWhole_);
+}
+
+/// Drops text before the place of the search and appends more.
+void QuidSearch::refill() {
+    const std::size_t dropped = next_ > lookBack ? next_ - lookBack : 0;
+    text_.erase(0, dropped);
+    origin_ += dropped;
+    for (std::size_t* index : {&next_, &checked_, &lexed_, &headBegin_}) {
+        *index -= std::min(dropped, *index);
+    }
+    const std::size_t kept = text_.size();
+    text_.resize(kept + portion);
+    const std::size_t filled = fill(text_, kept, source_);
+    isWhole_ = filled < text_.size();
+    text_.resize(filled);
+    const std::size_t to = isWhole_ ? filled : filled - std::min(filled, lookAhead);
+    if (to > checked_) {
+        measureDepth(checked_, to);
+        countDesigns(checked_, to);
+        checked_ = to;
+    }
+}
+
+void QuidSearch::measureDepth(std::size_t from, std::size_t to) {
+    constexpr auto most = static_cast<std::int64_t>(notation::Reader::Settings().deepest / 2);
+    std::size_t at = from;
+    for (; at + blockSize <= to; at += blockSize) {
+        depth_ = std::max<std::int64_t>(0, depth_ + balanceOf(text_.data() + at));
+        isLost_ = isLost_ || depth_ > most;
+    }
+    for (; at < to; ++at) {
+        depth_ += text_[at] == '(' ? 1 : text_[at] == ')' && depth_ > 0 ? -1 : 0;
+    }
+}
+
+void QuidSearch::countDesigns(std::size_t from, std::size_t to) {
+    for (std::size_t at = text_.find(designWord, from); at < to; at = text_.find(designWord, at + 1)) {
+        std::size_t before = at;
+        while (before > 0 && !isInWord(text_[before - 1]) && classOf(text_[before - 1]) <= ByteClass::lineEnd) {
+            --before;
+        }
+        const bool isKind = before != at && before >= objectWord.size() && !isInWord(byte(at + designWord.size()));
+        designs_ += isKind && text_.compare(before - objectWord.size(), objectWord.size(), objectWord) == 0 ? 1 : 0;
+    }
+}
+
+std::optional<FoundQuid> QuidSearch::next() {
+    while (!isLost_) {
+        const std::size_t at = text_.find(quidWord, next_);
+        if (!isWhole_ && (at == std::string::npos || at + lookAhead > text_.size())) {
+            next_ = at != std::string::npos ? at : text_.size() - (quidWord.size() - 1);
+            refill();
+            continue;
+        }
+        if (at == std::string::npos) {
+            break;
+        }
+        next_ = at + quidWord.size();
+        const bool isWord = !isInWord(byte(next_)) && (at == 0 || !isInWord(text_[at - 1]));
+        if (std::optional<FoundQuid> found = isWord ? quidAt(at) : std::nullopt) {
+            return found;
+        }
+    }
+    return std::nullopt;
+}
+
+/// The quid whose property's name may be at an index; nothing if there is none.
+std::optional<FoundQuid> QuidSearch::quidAt(std::size_t at) {
+    const std::optional<std::size_t> begin = textBegin(next_);
+    if (!begin || !lexTo(at)) {
+        return std::nullopt;
+    }
+    const std::size_t end = text_.find_first_of(std::string_view("\"\\\r\n\0", 5), *begin);
+    if (end == std::string::npos || text_[end] != '"' || end - at > lookAhead) {
+        return lose();
+    }
+    const std::string_view text = std::string_view(text_).substr(*begin, end - *begin);
+    std::optional<FoundQuid> found;
+    if (head_ == Head::whole) {
+        found = {origin_ + headBegin_, origin_ + at, text};
+    } else {
+        found = ownedByOther(at, text);
+    }
+    lexed_ = next_ = end + 1;
+    head_ = Head::none;
+    return found;
+}
+
+/// The first byte of the quoted text that comes next; nothing if there is none.
+std::optional<std::size_t> QuidSearch::textBegin(std::size_t at) {
+    while (at < text_.size() && (isBlank(text_[at]) || text_[at] == '\n')) {
+        ++at;
+    }
+    const ByteClass next = classOf(byte(at));
+    // Commas are damages, after which a value may still follow.
+    if (next == ByteClass::control || next == ByteClass::comment || next == ByteClass::comma || byte(at) == '/') {
+        return at == text_.size() && isWhole_ ? std::nullopt : lose();
+    }
+    return next == ByteClass::quote ? std::optional(at + 1) : std::nullopt;
+}
+
+/// Advances from token to token, at least from the line before, and returns whether a token begins at the index.
+bool QuidSearch::lexTo(std::size_t at) {
+    const std::size_t line = lineBegin(at, lexed_);
+    const std::size_t before = line > lexed_ ? lineBegin(line - 1, lexed_) : lexed_;
+    if (before > lexed_) {
+        lexed_ = before;
+        head_ = Head::none;
+    } else if (before == 0 && origin_ > 0) { // no place between tokens
+        lose();
+    }
+    while (lexed_ < at && !isLost_) {
+        takeToken();
+    }
+    return lexed_ == at && !isLost_;
+}
+
+/// Passes a token, a blank or the end of a line.
+void QuidSearch::takeToken() {
+    const char first = text_[lexed_];
+    switch (classOf(first)) {
+    case ByteClass::blank:
+        ++lexed_;
+        break;
+    case ByteClass::lineEnd:
+        head_ = first == '\n' && head_ != Head::whole ? Head::none : head_; // the kind is on the same line
+        ++lexed_;
+        break;
+    case ByteClass::open:
+        head_ = Head::opened;
+        headBegin_ = lexed_++;
+        break;
+    case ByteClass::quote:
+        head_ = head_ == Head::whole ? Head::whole : Head::none;
+        takeQuoted();
+        break;
+    case ByteClass::bar:
+        head_ = Head::none;
+        lexed_ = lineEnd(lexed_);
+        break;
+    case ByteClass::comment:
+        lexed_ = lineEnd(lexed_);
+        break;
+    case ByteClass::control:
+        lose();
+        break;
+    case ByteClass::word:
+        takeWord();
+        break;
+    default:
+        head_ = Head::none;
+        ++lexed_;
+    }
+}
+
+void QuidSearch::takeQuoted() {
+    for (std::size_t at = lexed_ + 1; at < text_.size(); ++at) {
+        switch (text_[at]) {
+        case '"':
+            lexed_ = at + 1;
+            return;
+        case '\\':
+            at += byte(at + 1) == '"' || byte(at + 1) == '\\' ? 1 : 0;
+            break;
+        case '\n':
+        case '\0':
+            lose();
+            return;
+        default:
+            break;
+        }
+    }
+    lose();
+}
+
+void QuidSearch::takeWord() {
+    if (text_[lexed_] == '/' && byte(lexed_ + 1) == '/') {
+        lexed_ = lineEnd(lexed_);
+        return;
+    }
+    const std::size_t begin = lexed_;
+    while (lexed_ < text_.size() && isInWord(text_[lexed_])) {
+        ++lexed_;
+    }
+    const std::string_view word = std::string_view(text_).substr(begin, lexed_ - begin);
+    if (head_ == Head::opened && word == objectWord) {
+        head_ = Head::named;
+    } else if (head_ == Head::named && notation::wordKind(word) == notation::TokenKind::word) {
+        head_ = Head::whole;
+    } else if (head_ != Head::whole || notation::wordKind(word) != notation::TokenKind::reference) {
+        head_ = Head::none;
+    }
+}
+
+/// The begin of the line that the index is in, or `least` if that is later.
+std::size_t QuidSearch::lineBegin(std::size_t at, std::size_t least) const {
+    const void* end = at > least ? ::memrchr(text_.data() + least, '\n', at - least) : nullptr;
+    return end != nullptr ? static_cast<std::size_t>(static_cast<const char*>(end) - text_.data()) + 1 : least;
+}
+
+std::size_t QuidSearch::lineEnd(std::size_t at) const {
+    return std::min(text_.find('\n', at), text_.size());
+}
+
+/// The "(" of objects before an index, by lines, that may be around it: if lines are indented, the first is.
+std::vector<std::uint64_t> QuidSearch::objectsBefore(std::size_t at) {
+    constexpr std::size_t mostNear = 4;
+    constexpr std::string_view opening = "(object ";
+    const std::size_t line = lineBegin(at, 0);
+    const std::size_t indent = indentOf(std::string_view(text_).substr(line, at - line));
+    std::vector<std::uint64_t> objects;
+    LinesBefore lines(std::string_view(text_).substr(0, line), origin_, again_);
+    while (const std::optional<std::string_view> one = lines.next()) {
+        const bool isAround = indentOf(*one) < indent;
+        const std::size_t open = isAround || objects.size() < mostNear ? one->find(opening) : std::string_view::npos;
+        if (open != std::string_view::npos && one->substr(0, open).find_first_of("\"|#;/") == std::string_view::npos) {
+            objects.insert(isAround ? objects.begin() : objects.end(), lines.offset() + open);
+            if (isAround) {
+                break;
+            }
+        }
+    }
+    return objects;
+}
+
+/// The quid of an object that has other properties before it.
+std::optional<FoundQuid> QuidSearch::ownedByOther(std::size_t at, std::string_view text) {
+    for (const std::uint64_t object : objectsBefore(at)) {
+        readBytes_ += origin_ + at - object;
+        if (readBytes_ > 2 * (origin_ + at)) { // reading the file once is faster
+            break;
+        }
+        FoundQuid found{.owner = 0, .headEnd = 0, .text = text};
+        switch (readFrom(object, origin_ + at, found)) {
+        case Reading::quid:
+            return found;
+        case Reading::noQuid:
+            return std::nullopt;
+        case Reading::damage:
+            return lose();
+        case Reading::ended:
+            break;
+        }
+    }
+    return lose();
+}
+
+/// Reads from an object to the name "quid" at an offset, and finds its owner.
+QuidSearch::Reading QuidSearch::readFrom(std::uint64_t object, std::uint64_t quid, FoundQuid& found) {
+    struct Open {
+        std::uint64_t begin;
+        std::uint64_t headEnd;
+    };
+    std::vector<Open> open;
+    const bool isNear = object >= origin_;
+    notation::MemorySource near(isNear ? std::string_view(text_).substr(object - origin_) : std::string_view());
+    again_.seek(object);
+    LocalSource source(isNear ? static_cast<notation::ByteSource&>(near) : again_);
+    notation::Reader::Settings settings;
+    settings.window = std::min<std::uint64_t>(localWindow, quid - object + localMargin);
+    notation::Reader reader(source, settings);
+    bool isInHead = false; // of the innermost construct, an object
+    while (reader.next()) {
+        const notation::Event& event = reader.event();
+        if (event.kind == EventKind::damage) {
+            break;
+        }
+        const bool isObject = event.kind == EventKind::start && event.construct == notation::Construct::object;
+        if (event.isProperty() || isObject) {
+            const std::uint64_t begin = object + (event.isProperty() ? event.keyPlace : event.place).offset - 1;
+            if (std::exchange(isInHead, false)) {
+                open.back().headEnd = begin;
+            }
+            if (begin >= quid) {
+                found.owner = open.empty() ? 0 : open.back().begin;
+                found.headEnd = open.empty() ? 0 : open.back().headEnd;
+                const bool isQuid = begin == quid && event.kind == EventKind::text && !open.empty();
+                return isQuid ? Reading::quid : Reading::noQuid;
+            }
+        }
+        if (event.kind == EventKind::start) {
+            open.push_back({object + event.place.offset - 1, 0});
+            isInHead = isObject;
+        } else if (event.kind == EventKind::end) {
+            open.pop_back();
+            isInHead = false;
+            if (open.empty()) {
+                return Reading::ended;
+            }
+        }
+    }
+    return Reading::damage;
+}
+
+TopObjects findTopObjects(const std::filesystem::path& file) {
+    constexpr int mostEvents = 1000;
+    units::OpenFile source(file);
+    notation::Reader::Settings settings;
+    settings.window = localWindow;
+    notation::Reader reader(source, settings);
+    TopObjects tops;
+    for (int count = 0; count < mostEvents && !tops.design && reader.next(); ++count) {
+        const notation::Event& event = reader.event();
+        if (event.kind == EventKind::damage) {
+            break;
+        }
+        if (event.kind == EventKind::start && event.construct == notation::Construct::object) {
+            tops.first = tops.first.value_or(event.place.offset);
+            if (event.depth == 0 && event.text == designWord) {
+                tops.design = event.place.offset;
+            }
+        }
+    }
+    return tops;
+}
+
+} // namespace source
