@@ -11,13 +11,10 @@
 #include <cinttypes>
 #include <cstdio>
 #include <tsl/robin_map.h>
-#include <utility>
 
 namespace exporter {
 
 namespace {
-
-constexpr std::string_view separator = "::";
 
 using HashState = XXH64_state_t;
 
@@ -55,9 +52,13 @@ std::string idOfName(std::uint64_t hash) {
 /// Keeps the states of the hash after the name of each owner, for each kind as deep as an element of that kind was met.
 class NameIds::Hashes {
 public:
-    explicit Hashes(std::vector<std::string_view> kinds) : kinds_(std::move(kinds)), states_(kinds_.size()) {}
+    explicit Hashes(const std::vector<std::string_view>& kinds) : states_(kinds.size()) {
+        for (const std::string_view kind : kinds) {
+            kinds_.emplace_back(kind).push_back('\0');
+        }
+    }
 
-    void enter(std::string_view owner) { owners_.emplace_back(owner); }
+    void enter(std::string_view owner) { owners_.emplace_back(owner).append("::"); }
     void leave() {
         owners_.pop_back();
         for (std::vector<HashState>& states : states_) {
@@ -70,12 +71,10 @@ public:
         if (states.empty()) {
             XXH64_reset(&states.emplace_back(), 0);
             add(states.back(), kinds_[kind]);
-            add(states.back(), std::string_view("", 1)); // a NUL
         }
         while (states.size() <= owners_.size()) {
             states.push_back(states.back());
             add(states.back(), owners_[states.size() - 2]);
-            add(states.back(), separator);
         }
         HashState state = states.back();
         add(state, name);
@@ -101,13 +100,13 @@ private:
         }
     }
 
-    std::vector<std::string_view> kinds_;
-    std::vector<std::string> owners_;
+    std::vector<std::string> kinds_;  // each with a NUL
+    std::vector<std::string> owners_; // each with the "::" after it
     std::vector<std::vector<HashState>> states_; // [kind][d] is the state after the first d owners
     tsl::robin_map<std::uint64_t, std::uint32_t, KeyedHash> taken_; // with the last number added to each name
 };
 
-NameIds::NameIds(std::vector<std::string_view> kinds) : hashes_(std::make_unique<Hashes>(std::move(kinds))) {}
+NameIds::NameIds(const std::vector<std::string_view>& kinds) : hashes_(std::make_unique<Hashes>(kinds)) {}
 NameIds::~NameIds() = default;
 
 void NameIds::enter(std::string_view owner) {

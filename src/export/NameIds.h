@@ -26,8 +26,8 @@ namespace exporter {
 /// than flat ones.
 class NameIds {
 public:
-    /// The words of the kinds, which live as long as the program; several kinds may have one word.
-    explicit NameIds(std::vector<std::string_view> kinds);
+    /// The words of the kinds; several kinds may have one word.
+    explicit NameIds(const std::vector<std::string_view>& kinds);
     NameIds(const NameIds&) = delete;
     NameIds& operator=(const NameIds&) = delete;
     ~NameIds();
