@@ -1,0 +1,262 @@
+#include "diff/lines.h"
+
+#include "text/escape.h"
+#include "text/utf8.h"
+
+#include <algorithm>
+#include <map>
+
+namespace diff {
+
+namespace {
+
+constexpr std::string_view none = "(none)";
+constexpr std::string_view ellipsis = "…";
+constexpr std::size_t longestText = 120; // of a value, in bytes
+constexpr std::size_t keptBefore = 20;   // the first difference
+
+/// Names, types and ends of elements, as people tell them apart.
+class Labels {
+public:
+    explicit Labels(const Model& model) : model_(model) {}
+
+    [[nodiscard]] std::string of(ElementId id) const {
+        const Element& element = model_[id];
+        const std::string name(element.name);
+        switch (element.kind) {
+        case Kind::attribute:
+        case Kind::argument:
+            return name + typed(id, FieldId::type);
+        case Kind::operation:
+            return name + "(" + arguments(id) + ")" + typed(id, FieldId::returnType);
+        case Kind::role:
+            return name + typed(id, FieldId::classOfRole);
+        case Kind::association:
+            return spaced(name) + "(" + listed(id, FieldId::classOfRole, Kind::role) + ")";
+        case Kind::generalization:
+            return spaced(name) + related(id, FieldId::subtypes, FieldId::supertypes);
+        case Kind::realization:
+            return spaced(name) + related(id, FieldId::realizationClass, FieldId::specificationClass);
+        case Kind::dependency:
+            return spaced(name) + related(id, FieldId::client, FieldId::supplier);
+        default:
+            return name;
+        }
+    }
+
+private:
+    static std::string spaced(const std::string& name) { return name.empty() ? name : name + " "; }
+
+    [[nodiscard]] std::string targets(ElementId id, FieldId field) const {
+        const Field* found = model_.find(id, field);
+        if (found == nullptr) {
+            return "?";
+        }
+        if (formOf(field) == ValueForm::reference) {
+            return std::string(model_[static_cast<ElementId>(found->value)].name);
+        }
+        std::string names;
+        for (const ElementId target : model_.references(*found)) {
+            names.append(names.empty() ? "" : ", ").append(model_[target].name);
+        }
+        return names;
+    }
+    [[nodiscard]] std::string typed(ElementId id, FieldId field) const {
+        return model_.find(id, field) != nullptr ? ": " + targets(id, field) : "";
+    }
+    [[nodiscard]] std::string related(ElementId id, FieldId from, FieldId to) const {
+        return targets(id, from) + " → " + targets(id, to);
+    }
+    [[nodiscard]] std::string listed(ElementId owner, FieldId field, Kind kind) const {
+        std::string names;
+        for (ElementId id = model_.firstWithin(owner); id != noElement; id = model_.nextWithin(id)) {
+            if (model_[id].kind == kind) {
+                names.append(names.empty() ? "" : ", ").append(targets(id, field));
+            }
+        }
+        return names;
+    }
+    [[nodiscard]] std::string arguments(ElementId operation) const {
+        std::string names;
+        for (ElementId id = model_.firstWithin(operation); id != noElement; id = model_.nextWithin(id)) {
+            names.append(names.empty() ? "" : ", ").append(of(id));
+        }
+        return names;
+    }
+
+    const Model& model_;
+};
+
+std::string textOf(const Value& value) {
+    struct Writer {
+        std::string operator()(std::monostate /*none*/) const { return ""; }
+        std::string operator()(const std::string& text) const { return text; }
+        std::string operator()(bool flag) const { return flag ? "yes" : "no"; }
+        std::string operator()(std::int64_t number) const { return std::to_string(number); }
+        std::string operator()(const std::vector<std::string>& list) const {
+            std::string all;
+            for (const std::string& one : list) {
+                all.append(all.empty() ? "" : ", ").append(one);
+            }
+            return all;
+        }
+    };
+    return text::printableText(std::visit(Writer(), value));
+}
+
+/// The place of a character that is not after `at`.
+std::size_t startOfCharacter(std::string_view text, std::size_t at) {
+    while (at > 0 && at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U) {
+        --at;
+    }
+    return std::min(at, text.size());
+}
+
+std::string cut(std::string_view text, std::size_t from) {
+    std::string result(from > 0 ? ellipsis : "");
+    const std::string_view rest = text.substr(from);
+    if (rest.size() <= longestText) {
+        return result.append(rest);
+    }
+    return result.append(rest.substr(0, startOfCharacter(rest, longestText))).append(ellipsis);
+}
+
+/// Cuts two long texts so that their first difference is seen.
+void shorten(std::string& from, std::string& to) {
+    if (from.size() <= longestText && to.size() <= longestText) {
+        return;
+    }
+    const auto differing = std::ranges::mismatch(from, to);
+    const auto first = static_cast<std::size_t>(differing.in1 - from.begin());
+    const std::size_t start = first > longestText / 2 ? startOfCharacter(from, first - keptBefore) : 0;
+    from = cut(from, start);
+    to = cut(to, std::min(start, to.size()));
+}
+
+char symbolOf(const Change& change) {
+    constexpr std::string_view symbols = "+->>";
+    const std::optional<Verb> verb = verbOf(change);
+    return verb ? symbols[static_cast<std::size_t>(*verb)] : '~';
+}
+
+/// The part of a line that says what has changed.
+void describe(const Difference& difference, const Change& change, Line& line) {
+    line.symbol = symbolOf(change);
+    line.rule = &ruleOf(change.rule);
+    if (change.subject == Subject::existence) {
+        return;
+    }
+    if (difference.evidenceOf(change) == Evidence::content) {
+        line.evidence = Evidence::content;
+    }
+    const auto& [from, to] = difference.valuesOf(change);
+    line.field = text::printableText(difference.fieldOf(change));
+    line.from = textOf(from);
+    line.to = textOf(to);
+    shorten(line.from, line.to);
+    line.from = line.from.empty() ? none : line.from;
+    line.to = line.to.empty() ? none : line.to;
+}
+
+} // namespace
+
+void forLines(const Difference& difference, const std::function<void(const Line&)>& take) {
+    const Labels olds(difference.oldModel());
+    const Labels news(difference.newModel());
+    std::vector<Change> sorted;
+    for (const TreeNode& node : changeTree(difference, difference.changes(), sorted)) {
+        const bool isModel = node.newId == 0;
+        if (isModel && node.changes.empty()) {
+            continue;
+        }
+        Line line;
+        line.depth = isModel ? 0 : node.depth - 1;
+        line.kind = kindWord(node.newId != noElement ? difference.newModel()[node.newId].kind
+                                                     : difference.oldModel()[node.oldId].kind);
+        line.label = text::printableText(node.newId != noElement ? news.of(node.newId) : olds.of(node.oldId));
+        if (node.changes.size() == 1) {
+            describe(difference, node.changes[0], line);
+            take(line);
+            continue;
+        }
+        line.symbol = node.changes.empty() ? ' ' : '~';
+        take(line);
+        for (const Change& change : node.changes) {
+            Line part;
+            part.depth = line.depth + 2;
+            describe(difference, change, part);
+            take(part);
+        }
+    }
+    for (const Change& change : difference.changes()) {
+        if (change.subject == Subject::layout) {
+            Line line;
+            line.kind = kindWord(Kind::diagram);
+            line.label = text::printableText(difference.nameOf(change));
+            describe(difference, change, line);
+            take(line);
+        }
+    }
+}
+
+std::string summaryText(const Summary& summary) {
+    struct Count {
+        std::uint64_t number;
+        std::string_view word;
+    };
+    std::string text;
+    for (const auto& [number, word] :
+         {Count{summary.added, "added"}, Count{summary.removed, "removed"}, Count{summary.renamed, "renamed"},
+          Count{summary.moved, "moved"}, Count{summary.changed, "changed"}}) {
+        if (number > 0) {
+            text.append(text.empty() ? "" : ", ").append(std::to_string(number)).append(" ").append(word);
+        }
+    }
+    if (text.empty()) {
+        return "no changes";
+    }
+    return text + " (" + std::to_string(summary.byWeight[0]) + " breaking)";
+}
+
+std::string matchingRemark(const Difference& difference) {
+    return difference.matching().isByName
+               ? "elements are matched by name, as the models share most names and hardly any quid"
+               : "";
+}
+
+std::string title(const Report& report) {
+    return text::printableText(report.oldFile) + " → " + text::printableText(report.newFile);
+}
+
+std::vector<PackageCount> countByPackage(const Difference& difference) {
+    std::vector<PackageCount> counts;
+    std::map<std::string, std::size_t, std::less<>> places;
+    std::pair<const Model*, ElementId> last{nullptr, noElement};
+    std::size_t lastPlace = 0;
+    for (const Change& change : difference.changes()) {
+        const bool isNew = change.newId != noElement;
+        const Model& model = isNew ? difference.newModel() : difference.oldModel();
+        ElementId package = noElement;
+        if (change.subject != Subject::layout) {
+            package = isNew ? change.newId : change.oldId;
+            while (package != 0 && model[package].kind != Kind::package) {
+                package = model[package].owner;
+            }
+        }
+        if (counts.empty() || last != std::pair(&model, package)) {
+            last = {&model, package};
+            const std::string name = package == noElement ? "(drawings)"
+                                     : package == 0       ? "(model)"
+                                                          : text::printableText(qualifiedName(model, package));
+            const auto [place, isFirst] = places.try_emplace(name, counts.size());
+            if (isFirst) {
+                counts.push_back({name, {}});
+            }
+            lastPlace = place->second;
+        }
+        counts[lastPlace].summary.add(change);
+    }
+    return counts;
+}
+
+} // namespace diff
