@@ -118,8 +118,7 @@ public:
         if (pairs.areRare) { // do the names say more?
             areQuidsUsed_ = false;
             matchNames();
-            const std::size_t most = std::min(models_[0]->count(), models_[1]->count());
-            matching_.isByName = static_cast<std::size_t>(matched_) * 2 > most;
+            matching_.isByName = areMostNamesMatched();
             if (!matching_.isByName) {
                 areQuidsUsed_ = true;
                 start();
@@ -154,14 +153,29 @@ private:
         matching_.oldOf.assign(models_[1]->elements().size(), noElement);
         matching_.evidence.assign(models_[0]->elements().size(), Evidence::name);
         add(0, 0, Evidence::name);
-        matched_ = 0;
+    }
+
+    /// Of the elements that are known by their names.
+    [[nodiscard]] bool areMostNamesMatched() const {
+        std::array<std::size_t, 2> named{};
+        std::size_t matched = 0;
+        for (Side side = 0; side < 2; ++side) {
+            for (ElementId id = 1; id < models_[side]->elements().size(); ++id) {
+                const Element& element = (*models_[side])[id];
+                const bool isNamed =
+                    !element.name.empty() &&
+                    (isReferredTo(element.kind) || element.kind == Kind::attribute || element.kind == Kind::operation);
+                named[side] += isNamed ? 1 : 0;
+                matched += isNamed && side == 0 && isMatched(side, id) ? 1 : 0;
+            }
+        }
+        return matched * 2 > std::min(named[0], named[1]);
     }
 
     void add(ElementId oldId, ElementId newId, Evidence evidence) {
         matching_.newOf[oldId] = newId;
         matching_.oldOf[newId] = oldId;
         matching_.evidence[oldId] = evidence;
-        ++matched_;
     }
 
     /// Of elements of one name in owners that are a pair.
@@ -662,7 +676,6 @@ private:
     std::array<std::vector<bool>, 2> ownQuids_;
     bool areQuidsUsed_ = true;
     Matching matching_;
-    std::uint32_t matched_ = 0;
     std::array<std::unique_ptr<Referrers>, 2> referrers_; // made when they are needed
     std::array<ElementId, 2> neighboursOf_{noElement, noElement};
     std::array<Ids, 2> neighbours_; // of the elements in that owner

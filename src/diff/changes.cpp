@@ -111,10 +111,8 @@ private:
         if (rule == nullptr || (one != nullptr && other != nullptr && areEqual(*one, *other))) {
             return;
         }
-        if (one != nullptr && other == nullptr ? isNothing(old_, *one)
-            : one == nullptr                   ? isNothing(new_, *other)
-                                               : false) {
-            return;
+        if (id == FieldId::origins && (one == nullptr || other == nullptr)) {
+            return; // one of the models is none
         }
         std::string name(rule->rule);
         if (id == FieldId::type && old_[oldId].kind == Kind::argument) {
@@ -122,11 +120,6 @@ private:
         }
         name += directionOf(rule->comparison, one, other);
         add(ruleNamed(name), Subject::field, oldId, newId).field = id;
-    }
-
-    /// Whether a field says nothing that counts: an origin may.
-    [[nodiscard]] static bool isNothing(const Model& model, const Field& field) {
-        return field.id == FieldId::origins && recordKeys<true>(model, field, nullptr) == std::vector<std::string>{};
     }
 
     [[nodiscard]] bool areEqual(const Field& one, const Field& other) const {
@@ -147,7 +140,7 @@ private:
             return targets == sorted(new_.references(other));
         }
         case ValueForm::records:
-            return recordKeys<true>(old_, one, &matching_.newOf) == recordKeys<true>(new_, other, nullptr);
+            return recordKeys(old_, one, &matching_.newOf) == recordKeys(new_, other, nullptr);
         }
         return false;
     }
@@ -161,7 +154,6 @@ private:
 
     /// A text for each record that is the same for equal ones. The file's path and encoding do not count. `newOf`, if
     /// there is one, maps the targets of references.
-    template <bool isSorted>
     static std::vector<std::string> recordKeys(const Model& model, const Field& field,
                                                const std::vector<ElementId>* newOf) {
         std::vector<std::string> keys;
@@ -183,9 +175,7 @@ private:
                 keys.push_back(std::move(key));
             }
         }
-        if (isSorted) {
-            std::ranges::sort(keys);
-        }
+        std::ranges::sort(keys);
         return keys;
     }
 

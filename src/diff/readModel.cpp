@@ -207,9 +207,8 @@ public:
         const Level list = levels_.back();
         levels_.pop_back();
         if (list.member->hasField) {
-            const std::uint64_t size = poolSize(formOf(list.member->field)) - list.first;
-            if (size > 0) {
-                pending_.push_back({list.member->field, static_cast<std::uint32_t>(size), list.first});
+            if (list.size > 0) {
+                pending_.push_back({list.member->field, list.size, list.first});
             }
         }
         return true;
@@ -221,6 +220,7 @@ private:
         const Member* member = nullptr; // of a list
         ElementId id = noElement;       // of an element
         std::uint64_t first = 0;        // of a list, in its pool
+        std::uint32_t size = 0;         // of a list of values, not of elements
         std::size_t pending = 0;        // of an element or a record: where its fields start
         bool hasKind = false;
     };
@@ -254,6 +254,7 @@ private:
     }
 
     bool startRecord() {
+        ++levels_.back().size;
         levels_.push_back({.kind = Level::record, .pending = pending_.size()});
         return true;
     }
@@ -308,6 +309,7 @@ private:
                 return refuse("a number is misplaced");
             }
             model_.references_.push_back(static_cast<ElementId>(value));
+            ++levels_.back().size;
             return true;
         }
         switch (member_->use) {
@@ -373,6 +375,7 @@ private:
                 return refuse("a text is misplaced");
             }
             model_.texts_.push_back(text);
+            ++levels_.back().size;
             return true;
         }
         return isIn(Level::element)        ? takeTextOf(model_.elements_[levels_.back().id], text)

@@ -9,8 +9,10 @@
 #include "petal/output/fileFailure.h"
 #include "petal/units/lossLines.h"
 #include "petal/units/unitOptions.h"
+#include "petal/units/unitTrees.h"
 #include "text/escape.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <filesystem>
@@ -109,6 +111,7 @@ public:
         import.destinations = {{.format = "json", .path = "/dev/fd/" + std::to_string(output_.get()) }};
         import.units = request.units;
         import.logLevel = "ERROR";
+        import.namesFile = !input_.isOpen(); // its path is that of a descriptor
         import.areUnitsTold = false;
         import.isSummarised = false;
         import.isCounted = false;
@@ -121,14 +124,17 @@ public:
     }
 
     /// Called after the import, if there was one.
-    [[nodiscard]] ReadSide read() {
+    [[nodiscard]] ReadSide read(const DiffRequest& request) {
         if (!isJson_ && !isImported()) {
             return {};
         }
         try {
             std::string document = isJson_ ? std::move(document_) : contentsOf(output_.get());
             output_.close();
-            return {.model = diff::readModel(std::move(document)), .isModelFile = !isJson_};
+            return {.model = diff::readModel(std::move(document)),
+                    .isModelFile = !isJson_,
+                    .drawings =
+                        !isJson_ && std::ranges::count(request.shown, "layout") > 0 ? readDrawings(request) : nullptr};
         } catch (const diff::BadDocument& error) {
             throw Failure(Outcome::inputNotRead,
                           "'" + side_.name + "' is not a JSON document that petal can compare: " + error.what(),
@@ -139,6 +145,12 @@ public:
     }
 
 private:
+    [[nodiscard]] std::unique_ptr<layout::NotationTree> readDrawings(const DiffRequest& request) const {
+        units::UnitLocator locator = makeUnitLocator(request.units);
+        return std::make_unique<layout::NotationTree>(request.units.mode == "skip" ? readModelAlone(file_)
+                                                                                   : readModelTree(file_, locator));
+    }
+
     Side side_;
     std::string file_; // the model file; empty for a document
     bool isJson_ = false;
@@ -201,7 +213,7 @@ std::array<ReadSide, 2> readSides(const std::array<Side, 2>& sides, const DiffRe
     if (readings[0].isImported() || readings[1].isImported()) {
         import(readings, request);
     }
-    return {readings[0].read(), readings[1].read()};
+    return {readings[0].read(request), readings[1].read(request)};
 }
 
 } // namespace petal

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "diff/Model.h"
+#include "layout/NotationTree.h"
 #include "petal/Request.h"
 
 #include <array>
+#include <memory>
 #include <string>
 
 namespace petal {
@@ -17,7 +19,8 @@ struct Side {
 /// A side that has been read.
 struct ReadSide {
     diff::Model model;
-    bool isModelFile = false; ///< not a JSON document
+    bool isModelFile = false;                       ///< not a JSON document
+    std::unique_ptr<layout::NotationTree> drawings; ///< of a model file, if the request is for its layout; else null
 };
 
 /// Reads both sides. Model files are imported in child processes, at the same time. Reports missing units on standard

@@ -1,8 +1,11 @@
+#include "diff/drawings.h"
 #include "diff/writers.h"
 #include "petal/Failure.h"
 #include "petal/commands.h"
 #include "petal/diff/Ignoring.h"
 #include "petal/diff/Sides.h"
+#include "petal/jobs/Console.h"
+#include "petal/jobs/StopSignals.h"
 #include "petal/output/Descriptor.h"
 #include "petal/output/ModelOutput.h"
 #include "petal/output/fileFailure.h"
@@ -10,8 +13,8 @@
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <unistd.h>
 
 namespace petal {
@@ -71,10 +74,7 @@ bool isColoured(const DiffRequest& request) {
     if (request.colour != "auto") {
         return request.colour == "always";
     }
-    const char* refused = std::getenv("NO_COLOR");
-    const char* terminal = std::getenv("TERM");
-    return !request.output && ::isatty(STDOUT_FILENO) != 0 && (refused == nullptr || *refused == '\0') &&
-           (terminal == nullptr || std::string_view(terminal) != "dumb");
+    return !request.output && takesColours(STDOUT_FILENO);
 }
 
 /// The changes that end the command with status 3.
@@ -111,6 +111,15 @@ void printRules() {
     writeToStandardOutput(text);
 }
 
+void addDrawings(diff::Difference& difference, const std::array<Side, 2>& sides, const std::array<ReadSide, 2>& read) {
+    if (read[0].drawings != nullptr && read[1].drawings != nullptr) {
+        difference.addLayout(
+            diff::compareDrawings({*read[0].drawings, sides[0].name}, {*read[1].drawings, sides[1].name}));
+    } else {
+        std::fputs("petal: diff: layout cannot be compared: JSON documents have none\n", stderr);
+    }
+}
+
 void write(const diff::Report& report, const DiffRequest& request) {
     try {
         const std::unique_ptr<ModelOutput> output = ModelOutput::open(request.output);
@@ -123,7 +132,9 @@ void write(const diff::Report& report, const DiffRequest& request) {
 
 } // namespace
 
-Outcome diffModels(const DiffRequest& request) {
+namespace {
+
+Outcome compare(const DiffRequest& request) {
     if (request.listsRules) {
         printRules();
         return Outcome::success;
@@ -140,6 +151,9 @@ Outcome diffModels(const DiffRequest& request) {
     const std::array<Side, 2> sides = sidesOf(request);
     const std::array<ReadSide, 2> read = readSides(sides, request);
     diff::Difference difference(read[0].model, read[1].model, renamesOf(request), shownOf(request));
+    if (std::ranges::count(request.shown, "layout") > 0) {
+        addDrawings(difference, sides, read);
+    }
     ignoring.applyTo(difference);
     if (difference.matching().isByName && !request.quiet && !request.isGit && request.form != "text") {
         std::fputs("petal: diff: the models share hardly any quid; elements are matched by name\n", stderr);
@@ -152,6 +166,18 @@ Outcome diffModels(const DiffRequest& request) {
            .isColoured = isColoured(request)},
           request);
     return conditions.areMet(difference) ? Outcome::checkTripped : Outcome::success;
+}
+
+} // namespace
+
+Outcome diffModels(const DiffRequest& request) {
+    try {
+        return compare(request);
+    } catch (const Stopped& stopped) {
+        std::signal(stopped.signal, SIG_DFL); // everything has been cleaned up
+        static_cast<void>(std::raise(stopped.signal));
+        return Outcome::unexpected;
+    }
 }
 
 } // namespace petal
