@@ -24,11 +24,12 @@ public:
             owned_.push_back({node, change});
             for (Node up = node; up != noNode && !isIn[up]; up = ownerOf(up)) {
                 isIn[up] = true;
-                links_.push_back({ownerOf(up), up < newCount(), up});
+                links_.push_back({ownerOf(up), isType(up), up < newCount(), up});
             }
         }
         std::ranges::sort(links_, [](const Link& one, const Link& other) {
-            return std::tuple(one.owner, one.isNew, one.node) < std::tuple(other.owner, other.isNew, other.node);
+            return std::tuple(one.owner, one.isType, one.isNew, one.node) <
+                   std::tuple(other.owner, other.isType, other.isNew, other.node);
         });
         std::ranges::stable_sort(owned_, {}, &Owned::node);
     }
@@ -62,6 +63,7 @@ private:
 
     struct Link {
         Node owner;
+        bool isType; // they follow from what uses them, and come last
         bool isNew;
         Node node;
     };
@@ -71,6 +73,10 @@ private:
     };
 
     [[nodiscard]] Node newCount() const { return static_cast<Node>(difference_.newModel().elements().size()); }
+    [[nodiscard]] bool isType(Node node) const {
+        return (node < newCount() ? difference_.newModel()[node] : difference_.oldModel()[node - newCount()]).kind ==
+               Kind::type;
+    }
     [[nodiscard]] Node ownerOf(Node node) const {
         if (node < newCount()) {
             return difference_.newModel()[node].owner;

@@ -17,8 +17,8 @@ struct TreeNode {
 };
 
 /// The elements that have changed, and their owners up to the model, each after its owner; within an owner those that
-/// were removed come first. `changes` are those of the difference, or some of them, in any order; those of drawings are
-/// left out. The nodes refer to `sorted`, which takes the changes in the order of the nodes.
+/// were removed come first, and types last. `changes` are those of the difference, or some of them, in any order; those
+/// of drawings are left out. The nodes refer to `sorted`, which takes the changes in the order of the nodes.
 [[nodiscard]] std::vector<TreeNode> changeTree(const Difference& difference, std::span<const Change> changes,
                                                std::vector<Change>& sorted);
 

@@ -304,6 +304,18 @@ public:
         return {};
     }
 
+    /// The name of a target with what tells it from others of that name.
+    [[nodiscard]] Value distinctName(ElementId id, FieldId field) const {
+        const auto target = static_cast<ElementId>(model_.find(id, field)->value);
+        const Element& element = model_[target];
+        std::string mark(element.quid);
+        if (element.kind == Kind::type) {
+            mark = std::string(model_.text(model_.find(target, FieldId::typeKind))) + " " +
+                   std::string(model_.text(model_.find(target, FieldId::dataType)));
+        }
+        return nameOf(target) + " (" + mark + ")";
+    }
+
     /// The names of the elements of one kind in an owner.
     [[nodiscard]] Value listOf(ElementId owner, Kind kind) const {
         std::vector<std::string> names;
@@ -439,8 +451,14 @@ std::pair<Value, Value> Difference::valuesOf(const Change& change) const {
         };
         return {ownerOf(old_, one), ownerOf(new_, other)};
     }
-    case Subject::field:
-        return {olds.fieldValue(one, change.field, other), news.fieldValue(other, change.field, one)};
+    case Subject::field: {
+        std::pair<Value, Value> values{olds.fieldValue(one, change.field, other),
+                                       news.fieldValue(other, change.field, one)};
+        if (formOf(change.field) == ValueForm::reference && values.first == values.second) {
+            return {olds.distinctName(one, change.field), news.distinctName(other, change.field)};
+        }
+        return values;
+    }
     case Subject::order:
         return {olds.listOf(one, static_cast<Kind>(change.detail)),
                 news.listOf(other, static_cast<Kind>(change.detail))};

@@ -39,6 +39,8 @@ public:
             return spaced(name) + related(id, FieldId::realizationClass, FieldId::specificationClass);
         case Kind::dependency:
             return spaced(name) + related(id, FieldId::client, FieldId::supplier);
+        case Kind::type: // a declared type and the system's type for it may have one name
+            return name + " (" + std::string(model_.text(model_.find(id, FieldId::typeKind))) + ")";
         default:
             return name;
         }
