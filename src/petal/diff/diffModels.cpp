@@ -104,9 +104,15 @@ private:
 };
 
 void printRules() {
+    const auto padded = [](std::string_view word, std::size_t width) {
+        return std::string(word) + std::string(width - std::min(word.size(), width - 2), ' ');
+    };
+    constexpr std::size_t ruleWidth = 35;
+    constexpr std::size_t weightWidth = 13;
     std::string text;
     for (const diff::Rule& rule : diff::rules()) {
-        text.append(rule.name).append("\t").append(weightWord(rule.weight)).append("\t").append(rule.text) += '\n';
+        text += padded(rule.name, ruleWidth) + padded(weightWord(rule.weight), weightWidth);
+        text.append(rule.text) += '\n';
     }
     writeToStandardOutput(text);
 }
