@@ -1,6 +1,7 @@
 #include "diff/changes.h"
 
 #include "diff/ChangeTree.h"
+#include "diff/labels.h"
 #include "export/relationships.h"
 
 #include <algorithm>
@@ -342,10 +343,7 @@ public:
     }
 
 private:
-    [[nodiscard]] std::string nameOf(ElementId id) const {
-        const std::string name = qualifiedName(model_, id);
-        return name.empty() ? std::string(kindWord(model_[id].kind)) : name;
-    }
+    [[nodiscard]] std::string nameOf(ElementId id) const { return describedName(model_, id); }
 
     /// Of all targets or, with the diagram of the other model, of those that it does not show.
     [[nodiscard]] Value namesOf(const Field& field, ElementId otherId) const {

@@ -1,5 +1,6 @@
 #include "diff/lines.h"
 
+#include "diff/labels.h"
 #include "text/escape.h"
 #include "text/utf8.h"
 
@@ -14,80 +15,6 @@ constexpr std::string_view none = "(none)";
 constexpr std::string_view ellipsis = "…";
 constexpr std::size_t longestText = 120; // of a value, in bytes
 constexpr std::size_t keptBefore = 20;   // the first difference
-
-/// Names, types and ends of elements, as people tell them apart.
-class Labels {
-public:
-    explicit Labels(const Model& model) : model_(model) {}
-
-    [[nodiscard]] std::string of(ElementId id) const {
-        const Element& element = model_[id];
-        const std::string name(element.name);
-        switch (element.kind) {
-        case Kind::attribute:
-        case Kind::argument:
-            return name + typed(id, FieldId::type);
-        case Kind::operation:
-            return name + "(" + arguments(id) + ")" + typed(id, FieldId::returnType);
-        case Kind::role:
-            return name + typed(id, FieldId::classOfRole);
-        case Kind::association:
-            return spaced(name) + "(" + listed(id, FieldId::classOfRole, Kind::role) + ")";
-        case Kind::generalization:
-            return spaced(name) + related(id, FieldId::subtypes, FieldId::supertypes);
-        case Kind::realization:
-            return spaced(name) + related(id, FieldId::realizationClass, FieldId::specificationClass);
-        case Kind::dependency:
-            return spaced(name) + related(id, FieldId::client, FieldId::supplier);
-        case Kind::type: // a declared type and the system's type for it may have one name
-            return name + " (" + std::string(model_.text(model_.find(id, FieldId::typeKind))) + ")";
-        default:
-            return name;
-        }
-    }
-
-private:
-    static std::string spaced(const std::string& name) { return name.empty() ? name : name + " "; }
-
-    [[nodiscard]] std::string targets(ElementId id, FieldId field) const {
-        const Field* found = model_.find(id, field);
-        if (found == nullptr) {
-            return "?";
-        }
-        if (formOf(field) == ValueForm::reference) {
-            return std::string(model_[static_cast<ElementId>(found->value)].name);
-        }
-        std::string names;
-        for (const ElementId target : model_.references(*found)) {
-            names.append(names.empty() ? "" : ", ").append(model_[target].name);
-        }
-        return names;
-    }
-    [[nodiscard]] std::string typed(ElementId id, FieldId field) const {
-        return model_.find(id, field) != nullptr ? ": " + targets(id, field) : "";
-    }
-    [[nodiscard]] std::string related(ElementId id, FieldId from, FieldId to) const {
-        return targets(id, from) + " → " + targets(id, to);
-    }
-    [[nodiscard]] std::string listed(ElementId owner, FieldId field, Kind kind) const {
-        std::string names;
-        for (ElementId id = model_.firstWithin(owner); id != noElement; id = model_.nextWithin(id)) {
-            if (model_[id].kind == kind) {
-                names.append(names.empty() ? "" : ", ").append(targets(id, field));
-            }
-        }
-        return names;
-    }
-    [[nodiscard]] std::string arguments(ElementId operation) const {
-        std::string names;
-        for (ElementId id = model_.firstWithin(operation); id != noElement; id = model_.nextWithin(id)) {
-            names.append(names.empty() ? "" : ", ").append(of(id));
-        }
-        return names;
-    }
-
-    const Model& model_;
-};
 
 std::string textOf(const Value& value) {
     struct Writer {
@@ -152,6 +79,7 @@ void describe(const Difference& difference, const Change& change, Line& line) {
         line.evidence = Evidence::content;
     }
     const auto& [from, to] = difference.valuesOf(change);
+    line.hasValues = true;
     line.field = text::printableText(difference.fieldOf(change));
     line.from = textOf(from);
     line.to = textOf(to);
@@ -162,22 +90,49 @@ void describe(const Difference& difference, const Change& change, Line& line) {
 
 } // namespace
 
+namespace {
+
+/// Whether the line of an added or removed owner says it: its arguments or ends.
+bool isInLineOfOwner(const Difference& difference, const TreeNode& node, const TreeNode& owner) {
+    const Kind kind =
+        (node.newId != noElement ? difference.newModel()[node.newId] : difference.oldModel()[node.oldId]).kind;
+    const auto isExistence = [](const TreeNode& one) {
+        return one.changes.size() == 1 && one.changes[0].subject == Subject::existence;
+    };
+    const Kind ownerKind =
+        (owner.newId != noElement ? difference.newModel()[owner.newId] : difference.oldModel()[owner.oldId]).kind;
+    return ((kind == Kind::argument && ownerKind == Kind::operation) ||
+            (kind == Kind::role && ownerKind == Kind::association)) &&
+           isExistence(node) && isExistence(owner) && node.depth == owner.depth + 1 &&
+           node.changes[0].rule == ruleFor(kind, *verbOf(owner.changes[0]));
+}
+
+} // namespace
+
 void forLines(const Difference& difference, const std::function<void(const Line&)>& take) {
-    const Labels olds(difference.oldModel());
-    const Labels news(difference.newModel());
     std::vector<Change> sorted;
+    TreeNode owner; // the last one that is no argument or role
     for (const TreeNode& node : changeTree(difference, difference.changes(), sorted)) {
         const bool isModel = node.newId == 0;
         if (isModel && node.changes.empty()) {
             continue;
         }
+        if (node.depth > owner.depth && owner.depth > 0 && isInLineOfOwner(difference, node, owner)) {
+            continue;
+        }
+        owner = node;
         Line line;
         line.depth = isModel ? 0 : node.depth - 1;
         line.kind = kindWord(node.newId != noElement ? difference.newModel()[node.newId].kind
                                                      : difference.oldModel()[node.oldId].kind);
-        line.label = text::printableText(node.newId != noElement ? news.of(node.newId) : olds.of(node.oldId));
+        line.label = text::printableText(node.newId != noElement ? labelOf(difference.newModel(), node.newId)
+                                                                 : labelOf(difference.oldModel(), node.oldId));
         if (node.changes.size() == 1) {
             describe(difference, node.changes[0], line);
+            if (node.changes[0].subject == Subject::name) { // the names say which element it is
+                line.label.clear();
+                line.field.clear();
+            }
             take(line);
             continue;
         }

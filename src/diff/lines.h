@@ -15,8 +15,9 @@ struct Line {
     char symbol = ' '; ///< "+", "-", "~", ">", or a blank for an element that only has others in it
     std::string kind;  ///< of the element; empty if a line above names it
     std::string label; ///< its name, with its type or ends; empty likewise
-    std::string field; ///< what has changed; empty for none
-    std::string from;  ///< its values; empty texts for none, too
+    std::string field; ///< what has changed; empty for none, and for a name in place of the label
+    bool hasValues = false;
+    std::string from; ///< its values
     std::string to;
     const Rule* rule = nullptr;       ///< null for a line without a change
     std::optional<Evidence> evidence; ///< unless it is the quid or the name

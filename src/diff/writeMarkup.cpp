@@ -11,17 +11,26 @@ namespace {
 
 using Replacement = text::Escapes::Replacement;
 
-/// All characters of ASCII that begin markup somewhere. Unprintable ones have been spelled out before.
-constexpr std::array markdownReplacements{
-    Replacement{'\\', "\\\\"}, Replacement{'`', "\\`"},  Replacement{'*', "\\*"},  Replacement{'_', "\\_"},
-    Replacement{'{', "\\{"},   Replacement{'}', "\\}"},  Replacement{'[', "\\["},  Replacement{']', "\\]"},
-    Replacement{'(', "\\("},   Replacement{')', "\\)"},  Replacement{'<', "&lt;"}, Replacement{'>', "&gt;"},
-    Replacement{'#', "\\#"},   Replacement{'+', "\\+"},  Replacement{'-', "\\-"},  Replacement{'.', "\\."},
-    Replacement{'!', "\\!"},   Replacement{'|', "\\|"},  Replacement{'~', "\\~"},  Replacement{'&', "&amp;"},
-    Replacement{'$', "\\$"},   Replacement{'@', "\\@"},  Replacement{':', "\\:"},  Replacement{'=', "\\="},
-    Replacement{'%', "\\%"},   Replacement{'"', "\\\""}, Replacement{'\'', "\\'"}, Replacement{'^', "\\^"},
-};
-constexpr text::Escapes markdown{markdownReplacements, "\xef\xbf\xbd", "\xef\xbf\xbd", nullptr};
+/// A text of the model for Markdown: as code, in which nothing begins markup. Unprintable characters have been spelled
+/// out before.
+std::string asCode(std::string_view text) {
+    std::size_t longest = 0; // of the runs of backticks
+    for (std::size_t at = 0; (at = text.find('`', at)) != std::string_view::npos;) {
+        const std::size_t end = std::min(text.find_first_not_of('`', at), text.size());
+        longest = std::max(longest, end - at);
+        at = end;
+    }
+    const std::string fence(longest + 1, '`');
+    const bool isPadded = text.empty() || text.front() == '`' || text.back() == '`' || text.front() == ' ';
+    const std::string padding(isPadded ? " " : "");
+    return fence + padding + std::string(text) + padding + fence;
+}
+
+/// The same within a table, in which "|" ends a cell even so.
+std::string asCodeOfTable(std::string_view text) {
+    constexpr std::array bar{Replacement{'|', "\\|"}};
+    return asCode(text::escaped(text, {bar, "\xef\xbf\xbd", "\xef\xbf\xbd", nullptr}));
+}
 
 constexpr std::array htmlReplacements{Replacement{'&', "&amp;"}, Replacement{'<', "&lt;"}, Replacement{'>', "&gt;"},
                                       Replacement{'"', "&quot;"}};
@@ -94,7 +103,8 @@ public:
     MarkupWriter(const Report& report, text::Output& output) : report_(report), out_(output) {}
 
     void writeMarkdown() {
-        put("# " + text::escaped(title(report_), markdown) + "\n\n");
+        put("# " + asCode(text::printableText(report_.oldFile)) + " → " + asCode(text::printableText(report_.newFile)) +
+            "\n\n");
         put(summaryText(summaryOf(report_.difference)) + "\n");
         if (const std::string remark = matchingRemark(report_.difference); !remark.empty()) {
             put("\n_" + remark + "_\n");
@@ -104,7 +114,7 @@ public:
             put("\n| package | added | removed | renamed or moved | changed | breaking |\n"
                 "|---|--:|--:|--:|--:|--:|\n");
             for (const auto& [name, summary] : counts) {
-                put("| " + text::escaped(name, markdown));
+                put("| " + asCodeOfTable(name));
                 for (const std::uint64_t count : {summary.added, summary.removed, summary.renamed + summary.moved,
                                                   summary.changed, summary.byWeight[0]}) {
                     put(" | " + (count > 0 ? std::to_string(count) : std::string()));
@@ -151,15 +161,13 @@ private:
         out_.putRepeated(' ', 2 * levelOf(line));
         put("-");
         const std::string_view word = wordOf(line.symbol);
-        if (line.symbol != ' ' && !line.kind.empty() && line.field.empty() && line.rule != nullptr) {
+        if (line.symbol != ' ' && !line.kind.empty() && !line.hasValues && line.rule != nullptr) {
             put(" " + std::string(word));
         }
         put(line.kind.empty() ? "" : " " + line.kind);
-        put(line.label.empty() ? "" : " **" + text::escaped(line.label, markdown) + "**");
-        if (!line.field.empty()) {
-            put(std::string(line.kind.empty() ? " " : ": ") + text::escaped(line.field, markdown) + " " +
-                text::escaped(line.from, markdown) + " → " + text::escaped(line.to, markdown));
-        }
+        put(line.label.empty() ? "" : " " + asCode(line.label));
+        put(line.field.empty() ? "" : (line.kind.empty() ? " " : ": ") + line.field);
+        put(line.hasValues ? " " + asCode(line.from) + " → " + asCode(line.to) : "");
         if (line.rule != nullptr) {
             const bool isBreaking = line.rule->weight == Weight::breaking;
             put(" (`" + std::string(line.rule->name) + "`, " + (isBreaking ? "**breaking**" : "") +
@@ -176,8 +184,10 @@ private:
         put(line.kind.empty() ? "" : " <i>" + line.kind + "</i>");
         put(line.label.empty() ? "" : " " + text::escaped(line.label, html));
         if (!line.field.empty()) {
-            put((line.kind.empty() ? " <i>" : ": <i>") + text::escaped(line.field, html) + "</i> <del>" +
-                text::escaped(line.from, html) + "</del> → <ins>" + text::escaped(line.to, html) + "</ins>");
+            put((line.kind.empty() ? " <i>" : ": <i>") + text::escaped(line.field, html) + "</i>");
+        }
+        if (line.hasValues) {
+            put(" <del>" + text::escaped(line.from, html) + "</del> → <ins>" + text::escaped(line.to, html) + "</ins>");
         }
         if (line.rule != nullptr) {
             put(std::string("<small") + (line.rule->weight == Weight::breaking ? " class=\"breaking\">" : ">") +

@@ -77,7 +77,8 @@ private:
         text += line.kind.empty() ? "" : " " + line.kind;
         text += line.label.empty() ? "" : " " + line.label;
         text += line.field.empty() || line.kind.empty() ? "" : ":";
-        text += line.field.empty() ? "" : " " + line.field + " " + line.from + " → " + line.to;
+        text += line.field.empty() ? "" : " " + line.field;
+        text += line.hasValues ? " " + line.from + " → " + line.to : "";
         putColoured(colourOf(line.symbol), text);
         if (line.rule != nullptr) {
             put("  [" + std::string(line.rule->name) + ", ");

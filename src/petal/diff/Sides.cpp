@@ -204,6 +204,11 @@ void import(std::array<Reading, 2>& readings, const DiffRequest& request) {
             tellLosses(side, *ends[number]);
         }
     }
+    const auto lacksUnits = [](const std::optional<ImportEnd>& end) { return end && end->result.unitsMissing > 0; };
+    if (lacksUnits(ends[0]) != lacksUnits(ends[1]) && !request.quiet && !request.isGit) {
+        std::fputs("petal: diff: only one of the models lacks units; what they hold seems to be added or removed\n",
+                   stderr);
+    }
 }
 
 } // namespace
