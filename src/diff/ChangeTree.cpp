@@ -39,8 +39,8 @@ public:
     void walk(Take take) const {
         std::vector<std::pair<Node, std::size_t>> open;
         const auto push = [&](Node owner, std::size_t depth) {
-            const auto within = std::ranges::equal_range(links_, owner, {}, &Link::owner);
-            for (auto link = within.end(); link != within.begin();) {
+            const auto first = std::ranges::lower_bound(links_, owner, {}, &Link::owner);
+            for (auto link = std::ranges::upper_bound(links_, owner, {}, &Link::owner); link != first;) {
                 open.emplace_back((--link)->node, depth);
             }
         };
@@ -48,7 +48,9 @@ public:
         while (!open.empty()) {
             const auto [node, depth] = open.back();
             open.pop_back();
-            take(node, depth, std::ranges::equal_range(owned_, node, {}, &Owned::node));
+            take(node, depth,
+                 std::span(std::ranges::lower_bound(owned_, node, {}, &Owned::node),
+                           std::ranges::upper_bound(owned_, node, {}, &Owned::node)));
             push(node, depth + 1);
         }
     }

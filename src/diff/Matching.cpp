@@ -93,8 +93,8 @@ public:
     }
 
     [[nodiscard]] std::span<const Reference> of(ElementId target) const {
-        const auto found = std::ranges::equal_range(references_, target, {}, &Reference::target);
-        return {found.begin(), found.end()};
+        return {std::ranges::lower_bound(references_, target, {}, &Reference::target),
+                std::ranges::upper_bound(references_, target, {}, &Reference::target)};
     }
 
 private:
@@ -615,7 +615,8 @@ private:
         std::vector<std::pair<std::uint32_t, std::uint32_t>> pairs;
         for (auto at = mine.begin(); at != mine.end();) {
             const auto end = std::find_if(at, mine.end(), [&](const Posting& one) { return one.first != at->first; });
-            const auto found = std::ranges::equal_range(theirs, at->first, {}, &Posting::first);
+            const std::span<const Posting> found(std::ranges::lower_bound(theirs, at->first, {}, &Posting::first),
+                                                 std::ranges::upper_bound(theirs, at->first, {}, &Posting::first));
             if (static_cast<std::size_t>(end - at) <= rareEnough && found.size() <= rareEnough) {
                 for (auto one = at; one != end; ++one) {
                     for (const Posting& other : found) {

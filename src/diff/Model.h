@@ -225,8 +225,11 @@ struct BadDocument : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// Whether a document is known to be UTF-8.
+enum class Trust : std::uint8_t { none, utf8 };
+
 /// Reads a JSON document that petal wrote, of format version 1, with or without the places of elements. Throws
 /// `BadDocument`. Takes time and memory proportional to the document, and no stack for the depth of the model.
-[[nodiscard]] Model readModel(std::string document);
+[[nodiscard]] Model readModel(std::string document, Trust trust = Trust::none);
 
 } // namespace diff

@@ -100,14 +100,15 @@ private:
         while (one != ones.end() || other != others.end()) {
             const bool isInOld = one != ones.end() && (other == others.end() || one->id <= other->id);
             const bool isInNew = other != others.end() && (one == ones.end() || other->id <= one->id);
+            const FieldId id = isInOld ? one->id : other->id;
             const Field* oldField = isInOld ? &*one++ : nullptr;
             const Field* newField = isInNew ? &*other++ : nullptr;
-            compareField(oldId, newId, oldField, newField);
+            compareField(oldId, newId, id, oldField, newField);
         }
     }
 
-    void compareField(ElementId oldId, ElementId newId, const Field* one, const Field* other) {
-        const FieldId id = one != nullptr ? one->id : other->id;
+    /// Null for a side that has the value of a field left out.
+    void compareField(ElementId oldId, ElementId newId, FieldId id, const Field* one, const Field* other) {
         const FieldRule* rule = fieldRule(id);
         if (rule == nullptr || (one != nullptr && other != nullptr && areEqual(*one, *other))) {
             return;

@@ -56,7 +56,7 @@ std::vector<Property> propertiesOf(const NotationTree& tree, NodeId view) {
         std::string name(node.key);
         for (NodeId up = node.parent; up != view && up != noNode; up = tree[up].parent) {
             if (tree[up].kind == NodeKind::object) {
-                name = std::string(tree[up].text) + " " + name;
+                name.insert(0, std::string(tree[up].text) + " ");
             }
         }
         properties.push_back({std::move(name), std::move(value)});

@@ -10,7 +10,7 @@ public:
 
     [[nodiscard]] std::string of(ElementId id) const {
         const Element& element = model_[id];
-        const std::string name(element.name);
+        std::string name(element.name);
         switch (element.kind) {
         case Kind::attribute:
         case Kind::argument:

@@ -127,6 +127,10 @@ void forLines(const Difference& difference, const std::function<void(const Line&
                                                      : difference.oldModel()[node.oldId].kind);
         line.label = text::printableText(node.newId != noElement ? labelOf(difference.newModel(), node.newId)
                                                                  : labelOf(difference.oldModel(), node.oldId));
+        const bool isTyped = line.kind == kindWord(Kind::attribute) || line.kind == kindWord(Kind::argument);
+        if (isTyped && !node.changes.empty() && node.changes[0].subject != Subject::existence) {
+            line.label = text::printableText(difference.newModel()[node.newId].name); // what changes may be its type
+        }
         if (node.changes.size() == 1) {
             describe(difference, node.changes[0], line);
             if (node.changes[0].subject == Subject::name) { // the names say which element it is

@@ -145,8 +145,8 @@ public:
         put("<fieldset><legend>Shown</legend>\n");
         for (const Weight weight : {Weight::breaking, Weight::compatible, Weight::information}) {
             const std::string word(weightWord(weight));
-            put("<label><input type=\"checkbox\" id=\"" + word + "\" checked> " + word + " (" +
-                std::to_string(summary.byWeight[static_cast<std::size_t>(weight)]) + ")</label>\n");
+            put(R"(<label><input type="checkbox" id=")" + word + R"(" checked> )");
+            put(word + " (" + std::to_string(summary.byWeight[static_cast<std::size_t>(weight)]) + ")</label>\n");
         }
         put("</fieldset>\n<main>\n");
         forLines(report_.difference, [this](const Line& line) { writeHtmlLine(line); });

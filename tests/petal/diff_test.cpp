@@ -56,7 +56,7 @@ TEST_F(Diff, PrintsATreeOfChanges) {
               "    package Sales\n"
               "    > class Order → PurchaseOrder  [class-renamed, breaking]\n"
               "      - attribute total: int  [attribute-removed, breaking]\n"
-              "      ~ attribute id: String: type int → String  [attribute-type-changed, breaking]\n"
+              "      ~ attribute id: type int → String  [attribute-type-changed, breaking]\n"
               "      + attribute date: String  [attribute-added, compatible]\n"
               "- type int (base)  [type-removed, breaking]\n"
               "- type int (derived)  [type-removed, breaking]\n");

@@ -131,7 +131,7 @@ public:
         try {
             std::string document = isJson_ ? std::move(document_) : contentsOf(output_.get());
             output_.close();
-            return {.model = diff::readModel(std::move(document)),
+            return {.model = diff::readModel(std::move(document), isJson_ ? diff::Trust::none : diff::Trust::utf8),
                     .isModelFile = !isJson_,
                     .drawings =
                         !isJson_ && std::ranges::count(request.shown, "layout") > 0 ? readDrawings(request) : nullptr};
@@ -166,7 +166,7 @@ void tellLosses(const Side& side, const ImportEnd& end) {
     }
     TextLines lines = lossLines(lost);
     for (std::string& line : lines) {
-        line = text::printableText(side.name) + ": " + line;
+        line.insert(0, text::printableText(side.name) + ": ");
     }
     std::fputs(asNotes(lines).c_str(), stderr);
 }
