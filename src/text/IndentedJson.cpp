@@ -74,11 +74,6 @@ void IndentedJson::null() {
     WriteNull();
 }
 
-void IndentedJson::null() {
-    startValue();
-    WriteNull();
-}
-
 void IndentedJson::startValue() {
     if (level_stack_.Empty()) {
         return;
