@@ -131,10 +131,13 @@ public:
         try {
             std::string document = isJson_ ? std::move(document_) : contentsOf(output_.get());
             output_.close();
-            return {.model = diff::readModel(std::move(document), isJson_ ? diff::Trust::none : diff::Trust::utf8),
-                    .isModelFile = !isJson_,
-                    .drawings =
-                        !isJson_ && std::ranges::count(request.shown, "layout") > 0 ? readDrawings(request) : nullptr};
+            ReadSide side;
+            side.model = diff::readModel(std::move(document), isJson_ ? diff::Trust::none : diff::Trust::utf8);
+            side.isModelFile = !isJson_;
+            if (side.isModelFile && std::ranges::count(request.shown, "layout") > 0) {
+                side.drawings = readDrawings(request);
+            }
+            return side;
         } catch (const diff::BadDocument& error) {
             throw Failure(Outcome::inputNotRead,
                           "'" + side_.name + "' is not a JSON document that petal can compare: " + error.what(),
