@@ -57,7 +57,7 @@ _petal() {
     'units:--unit-dir') words="" ;;
     'report merge:-o') words="" ;;
     'formats:formats') words="json tree uml plantuml mermaid dot sql html none" ;;
-    'schema:schema') words="diagrams formats info ledger log model report units version" ;;
+    'schema:schema') words="diagrams diff formats info ledger log model report units version" ;;
     'draw:--diagram') words="" ;;
     'draw:-o') words="" ;;
     'draw:--as') words="svg drawio" ;;
@@ -100,6 +100,19 @@ _petal() {
     'catalog:--source') words="none objects all" ;;
     'catalog:--part') words="" ;;
     'catalog:--ask') words="" ;;
+    'diff:-f'|'diff:--format') words="text json markdown html" ;;
+    'diff:-o') words="" ;;
+    'diff:--color') words="auto always never" ;;
+    'diff:--renames') words="content quid no" ;;
+    'diff:--show') words="" ;;
+    'diff:--ignore') words="" ;;
+    'diff:--ignore-file') words="" ;;
+    'diff:--fail-on') words="breaking any RULE" ;;
+    'diff:--types') words="" ;;
+    'diff:--encoding') words="" ;;
+    'diff:--units') words="require warn skip" ;;
+    'diff:--path-map') words="" ;;
+    'diff:--unit-dir') words="" ;;
     *)
         case "$command:$current" in
         ':-'*) words="-h --help --version --json" ;;
@@ -112,10 +125,11 @@ _petal() {
         'schema:-'*) words="-h --help" ;;
         'draw:-'*) words="-h --help --list --json --diagram -o --as -O -j --jobs -q --quiet --units --path-map --unit-dir" ;;
         'catalog:-'*) words="-h --help --files-from -0 --null -j --jobs --timeout --max-memory --types --encoding --units --path-map --unit-dir -o --source -q --quiet --part --merge --ask --json --csv" ;;
+        'diff:-'*) words="-h --help -f --format --stat -o --color --renames --show --ignore --ignore-file --fail-on --rules --git -q --quiet --types --encoding --units --path-map --unit-dir" ;;
         'textconv:-'*) words="-h --help" ;;
         'options:-'*) words="-h --help" ;;
         'spec:-'*) words="-h --help" ;;
-        ':'*) words="import info units report formats schema draw catalog textconv options spec" ;;
+        ':'*) words="import info units report formats schema draw catalog diff textconv options spec" ;;
         esac ;;
     esac
     # shellcheck disable=SC2207 # the words hold no blanks

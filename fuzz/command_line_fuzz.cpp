@@ -97,7 +97,7 @@ constexpr FileOption fileOptions[] = {
     {"-o",
      [](const petal::Request& request) {
          return std::ranges::all_of(request.import.outputs, [](const std::string& path) { return isStream(path); }) &&
-                isStream(request.merge.output) && isStream(request.draw.output);
+                isStream(request.merge.output) && isStream(request.draw.output) && isStream(request.diff.output);
      }},
     {"--log", [](const petal::Request& request) { return isStream(request.import.log); }},
     {"--ledger", [](const petal::Request& request) { return isStream(request.import.ledger); }},
@@ -106,18 +106,20 @@ constexpr FileOption fileOptions[] = {
     {"--path-map",
      [](const petal::Request& request) {
          return areHarmlessMaps(request.import.units.pathMaps) && areHarmlessMaps(request.units.units.pathMaps) &&
-                areHarmlessMaps(request.draw.units.pathMaps);
+                areHarmlessMaps(request.draw.units.pathMaps) && areHarmlessMaps(request.diff.units.pathMaps);
      }},
     {"--unit-dir",
      [](const petal::Request& request) {
          return areHarmless(request.import.units.folders) && areHarmless(request.units.units.folders) &&
-                areHarmless(request.draw.units.folders);
+                areHarmless(request.draw.units.folders) && areHarmless(request.diff.units.folders);
      }},
+    {"--ignore-file", [](const petal::Request& request) { return areHarmless(request.diff.ignoreFiles); }},
     {"",
      [](const petal::Request& request) {
          return areHarmless(request.jobs.inputs) && areHarmless(request.merge.reports) &&
                 areHarmless(request.info.files) && areHarmless(request.units.files) &&
-                areHarmless(request.draw.inputs) && isHarmless(request.textconv.file);
+                areHarmless(request.draw.inputs) && areHarmless(request.diff.models) &&
+                isHarmless(request.textconv.file);
      }},
 };
 
@@ -152,7 +154,8 @@ bool staysInProcess(const petal::JobsRequest& jobs) {
 }
 
 bool mayRun(const petal::Request& request) {
-    return staysInProcess(request.jobs) && request.draw.inputs.size() <= 1 &&
+    const bool isImporting = request.diff.models.size() > 1; // in processes of their own
+    return staysInProcess(request.jobs) && request.draw.inputs.size() <= 1 && !isImporting &&
            std::ranges::all_of(fileOptions, [&](const FileOption& option) { return option.isFree(request); });
 }
 
@@ -174,6 +177,7 @@ struct Statuses {
 constexpr Statuses statuses[] = {
     {petal::Command::import, "01234"}, {petal::Command::textconv, "012"},    {petal::Command::info, "015"},
     {petal::Command::units, "01245"},  {petal::Command::mergeReports, "01"}, {petal::Command::draw, "0124"},
+    {petal::Command::diff, "012"},
 };
 
 bool mayEndWith(int status, const std::optional<petal::Request>& request) {

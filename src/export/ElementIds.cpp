@@ -1,5 +1,6 @@
 #include "export/ElementIds.h"
 
+#include "export/NameIds.h"
 #include "export/modelWalk.h"
 #include "export/words.h"
 #include "host/model/KelModel.h"
@@ -8,12 +9,10 @@
 #include "text/ascii.h"
 #include "text/utf8.h"
 
-#define XXH_STATIC_LINKING_ONLY // the states of hashes are copied
-#include <xxhash.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <iterator>
 #include <string_view>
 #include <vector>
 
@@ -22,15 +21,6 @@ namespace exporter {
 namespace {
 
 constexpr std::string_view separator = "::";
-
-/// Whether a text may be part of an id.
-bool isPlain(std::string_view quid) {
-    return !quid.empty() && std::ranges::all_of(quid, [](char byte) {
-        const char lower = static_cast<char>(byte | 0x20);
-        return (lower >= 'a' && lower <= 'z') || (byte >= '0' && byte <= '9') || byte == '.' || byte == '-' ||
-               byte == '_';
-    });
-}
 
 /// The name as outputs show it. `repaired` holds it if it is not the name itself.
 std::string_view shownName(const KelObject& element, std::string& repaired) {
@@ -55,56 +45,17 @@ struct FoldedEqual {
     }
 };
 
-using HashState = XXH64_state_t;
-
-// Where the compiler knows the text, it warns of what XXH64 would do with longer ones.
-[[gnu::noipa]] void add(HashState& state, std::string_view text) {
-    XXH64_update(&state, text.data(), text.size());
+std::vector<std::string_view> kindWords() {
+    std::vector<std::string_view> words;
+    std::ranges::transform(elementKinds(), std::back_inserter(words), &ElementKind::word);
+    return words;
 }
 
-/// XXH64 over kind, NUL and qualified name of the elements of a walk.
-///
-/// Keeps the states of the hash after the name of each owner, for each kind as deep as an element of that kind was met.
-/// Each owner's name is therefore hashed once for a kind, and deep models cost no more than flat ones.
-class NameHashes {
-public:
-    /// From now on `owner` contains the elements met.
-    void enter(const KelObject& owner) { owners_.push_back(&owner); }
-    /// Keeps so many owners.
-    void leaveTo(std::size_t count) {
-        if (count >= owners_.size()) {
-            return;
-        }
-        owners_.resize(count);
-        for (std::vector<HashState>& states : states_) {
-            states.resize(std::min(states.size(), count + 1));
-        }
-    }
-
-    /// The state of the hash after the qualified name of an element in the owner entered last.
-    HashState of(const KelObject& element) {
-        const auto kind = std::ranges::find(elementKinds(), element.elementType, &ElementKind::type);
-        std::vector<HashState>& states = states_[static_cast<std::size_t>(kind - elementKinds().begin())];
-        if (states.empty()) {
-            XXH64_reset(&states.emplace_back(), 0);
-            add(states.back(), {kind->word, std::char_traits<char>::length(kind->word) + 1}); // with its NUL
-        }
-        while (states.size() <= owners_.size()) {
-            states.push_back(states.back());
-            add(states.back(), shownName(*owners_[states.size() - 2], repaired_));
-            add(states.back(), separator);
-        }
-        HashState state = states.back();
-        add(state, shownName(element, repaired_));
-        return state;
-    }
-
-private:
-    std::vector<const KelObject*> owners_;
-    std::string repaired_;
-    /// [kind][d] is the state after the first d owners.
-    std::vector<std::vector<HashState>> states_ = std::vector<std::vector<HashState>>(elementKinds().size());
-};
+/// The kind of an element, as an index into the kinds.
+std::size_t kindOf(const KelObject& element) {
+    const auto kind = std::ranges::find(elementKinds(), element.elementType, &ElementKind::type);
+    return static_cast<std::size_t>(kind - elementKinds().begin());
+}
 
 bool isPackageOrClass(const KelObject& object) {
     return object.elementType == KelElementType::designPackage || object.elementType == KelElementType::classObject;
@@ -115,13 +66,6 @@ std::span<const Part> partsOfPackages(const KelObject& owner) {
     const bool isAbove = owner.elementType == KelElementType::model || owner.isInstanceOf(KelElementType::package);
     return isAbove ? documentParts(owner) : std::span<const Part>();
 }
-
-/// Hashes hashes under the key of the process. Otherwise a file could choose names that collide in the table.
-struct KeyedHash {
-    std::size_t operator()(std::uint64_t hash) const noexcept {
-        return KelTextHash()({reinterpret_cast<const char*>(&hash), sizeof hash});
-    }
-};
 
 } // namespace
 
@@ -160,7 +104,7 @@ private:
 
     void enter(const KelObject& object) override {
         const source::SourcePlace* place = source_ != nullptr ? source_->find(object) : nullptr;
-        const bool hasQuid = place != nullptr && isPlain(place->quid);
+        const bool hasQuid = place != nullptr && mayBeId(place->quid);
         const std::string_view quid = hasQuid ? place->quid : std::string_view();
         if (hasQuid) {
             const auto [holder, isNew] = quids_.try_emplace(quid, &object);
@@ -180,10 +124,12 @@ private:
         names_.leaveTo(element.depth > 0 ? element.depth - 1 : 0); // without the model
         if (isNew) {
             const bool hasOwnQuid = !element.quid.empty() && quids_.at(element.quid) != nullptr;
-            id.value() = hasOwnQuid ? quidId(element.quid) : nameId(freeHash(names_.of(*element.object)));
+            id.value() = hasOwnQuid
+                             ? quidId(element.quid)
+                             : nameId(names_.take(kindOf(*element.object), shownName(*element.object, repaired_)));
         }
         if (element.depth > 0) {
-            names_.enter(*element.object);
+            names_.enter(shownName(*element.object, repaired_));
         }
     }
 
@@ -195,36 +141,13 @@ private:
     }
 
     std::string_view nameId(std::uint64_t hash) {
-        constexpr std::size_t digits = 16;
-        constexpr int bitsOfDigit = 4;
-        char* const text = newText(1 + digits);
-        *text = 'n';
-        for (std::size_t at = digits; at > 0; --at, hash >>= bitsOfDigit) {
-            text[at] = "0123456789abcdef"[hash % digits];
-        }
-        return {text, 1 + digits};
+        const std::string id = idOfName(hash);
+        char* const text = newText(id.size());
+        std::ranges::copy(id, text);
+        return {text, id.size()};
     }
 
     char* newText(std::size_t size) { return static_cast<char*>(ids_.texts_.allocate(size, 1)); }
-
-    /// The hash of the name, or of the name with the first number that no element has.
-    std::uint64_t freeHash(const HashState& name) {
-        const std::uint64_t plain = XXH64_digest(&name);
-        const auto [taken, isNew] = taken_.try_emplace(plain, 1);
-        if (isNew) {
-            return plain;
-        }
-        std::uint32_t number = taken->second;
-        for (;;) {
-            HashState state = name;
-            add(state, "#" + std::to_string(++number));
-            const std::uint64_t numbered = XXH64_digest(&state);
-            if (taken_.try_emplace(numbered, 1).second) {
-                taken_[plain] = number;
-                return numbered;
-            }
-        }
-    }
 
     ElementIds& ids_;
     const source::SourceMap* source_;
@@ -233,8 +156,8 @@ private:
     std::size_t depth_ = 0;
     /// The element that alone has the quid; null: there are several.
     tsl::robin_map<std::string_view, const KelObject*, FoldedHash, FoldedEqual> quids_;
-    NameHashes names_;
-    tsl::robin_map<std::uint64_t, std::uint32_t, KeyedHash> taken_; // with the last number added to each name
+    NameIds names_{kindWords()};
+    std::string repaired_;
 };
 
 ElementIds::ElementIds(const KelModel& model, const source::SourceMap* source, Of of) {

@@ -20,7 +20,8 @@ enum class Command {
     units,
     textconv,
     draw,
-    catalog
+    catalog,
+    diff
 };
 
 /// How to find the controlled units of a model. Texts are the bytes that the shell gave.
@@ -141,6 +142,26 @@ struct TextconvRequest {
     std::string file; // bytes as the shell gave them
 };
 
+/// The arguments of `petal diff`.
+struct DiffRequest {
+    std::vector<std::string> models; // two, or the arguments of git's external diff; bytes as the shell gave them
+    bool isGit = false;
+    std::string form = "text";             // of diff::forms()
+    bool isStatistic = false;              // counts by package instead
+    std::optional<std::string> output;     // unset or "-": standard output
+    std::string colour = "auto";           // or "always", "never"
+    std::string renames = "content";       // or "quid", "no"
+    std::vector<std::string> shown;        // of "layout", "order", "quids", "encoding" and "units"
+    std::vector<std::string> ignoredRules; // names
+    std::vector<std::string> ignoreFiles;
+    std::vector<std::string> failOn; // "breaking", "any" and names of rules
+    bool listsRules = false;         // instead of comparing
+    bool quiet = false;
+    std::optional<std::string> types; // as of an import
+    std::string encoding = "auto";
+    UnitChoices units;
+};
+
 struct Request {
     Command command = Command::help;
     std::string helpText; // of the command `help`
@@ -155,6 +176,7 @@ struct Request {
     TextconvRequest textconv;
     DrawRequest draw;
     CatalogRequest catalog;
+    DiffRequest diff;
 };
 
 } // namespace petal

@@ -3,6 +3,7 @@
 #include "export/exporters.h"
 #include "host/log/Severity.h"
 #include "petal/Failure.h"
+#include "petal/diff/diffOptions.h"
 #include "petal/import/PlugIn.h"
 #include "petal/ledger/LedgerReport.h"
 #include "petal/schema/schemas.h"
@@ -368,6 +369,8 @@ constexpr std::array commandRows{
                [](CLI::App& app, Request& request) { describeDraw(app, request.draw); }},
     CommandRow{"catalog", "Put many models into a database, to be asked with SQL, or ask one", Command::catalog, true,
                [](CLI::App& app, Request& request) { describeCatalog(app, request.catalog); }},
+    CommandRow{"diff", "Print what has changed between two models", Command::diff, true,
+               [](CLI::App& app, Request& request) { describeDiff(app, request.diff); }},
     CommandRow{"textconv", "Print the outline of a model file for git's textconv", Command::textconv, true,
                [](CLI::App& app, Request& request) { describeTextconv(app, request.textconv); }},
     CommandRow{"options", "Print the bridge's options, their values and defaults", Command::options, false, nullptr},

@@ -13,6 +13,8 @@ namespace petal {
 [[nodiscard]] Outcome catalogModels(const CatalogRequest& request);
 /// Writes the outline of one file to standard output for comparisons: nothing in it comes from the file's path.
 void convertToText(const TextconvRequest& request);
+/// Compares two models and writes what has changed. Returns `success` or `checkTripped`.
+[[nodiscard]] Outcome diffModels(const DiffRequest& request);
 /// Draws the diagrams of one file or many, or lists them. Imports nothing.
 void drawDiagrams(const DrawRequest& request);
 void mergeReports(const MergeRequest& request);

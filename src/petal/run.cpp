@@ -52,6 +52,8 @@ Outcome execute(const Request& request) {
     case Command::draw:
         drawDiagrams(request.draw);
         break;
+    case Command::diff:
+        return diffModels(request.diff);
     case Command::info:
         printInfo(request.info);
         break;

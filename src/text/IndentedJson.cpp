@@ -64,9 +64,9 @@ void IndentedJson::number(std::int64_t value) {
     WriteInt64(value);
 }
 
-void IndentedJson::trueFlag() {
+void IndentedJson::truth(bool value) {
     startValue();
-    WriteBool(true);
+    WriteBool(value);
 }
 
 void IndentedJson::null() {

@@ -37,7 +37,8 @@ public:
     /// than 4 GiB.
     void text(std::string_view value);
     void number(std::int64_t value);
-    void trueFlag();
+    void truth(bool value);
+    void trueFlag() { truth(true); }
     void null();
 
 private:

@@ -57,6 +57,7 @@ def main(petal, folder, *examples):
     commands = [("formats", "--json"), ("--version", "--json"), ("info", "--json", *examples),
                 ("draw", "--list", "--json", *examples),
                 ("units", "--json", *examples), ("import", "-q", "-f", "none", "--report", "-", *examples)]
+    commands += [("diff", "--show", "layout,order,quids", "-f", "json", examples[0], other) for other in examples[1:]]
     for example in examples:
         commands += [("import", "-q", "-f", "json", "-O", "places=true", example), ("import", "-q", example),
                      ("import", "-q", "-f", "none", "--ledger", "-", "--ledger-detail", "all", example)]

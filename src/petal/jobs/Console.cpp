@@ -41,9 +41,9 @@ std::string clockText(double seconds) {
 
 } // namespace
 
-bool takesColours() {
+bool takesColours(int descriptor) {
     const char* refused = std::getenv("NO_COLOR");
-    return ::isatty(STDERR_FILENO) == 1 && !isPlainTerminal() && (refused == nullptr || *refused == '\0');
+    return ::isatty(descriptor) == 1 && !isPlainTerminal() && (refused == nullptr || *refused == '\0');
 }
 
 std::string progressText(const ProgressCounts& counts, double seconds) {

@@ -4,11 +4,12 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 
 namespace petal {
 
-/// Whether to use colours on standard error: it is a terminal that supports them, and NO_COLOR is not set.
-[[nodiscard]] bool takesColours();
+/// Whether to use colours on a stream: it is a terminal that supports them, and NO_COLOR is not set.
+[[nodiscard]] bool takesColours(int descriptor = STDERR_FILENO);
 
 /// The progress of a run through many files.
 struct ProgressCounts {
