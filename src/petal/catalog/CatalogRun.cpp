@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace petal {
@@ -17,7 +18,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr auto progressInterval = std::chrono::milliseconds(250);
-constexpr std::size_t aheadPerProcess = 16; // models that may wait for an earlier one, which bounds the open files
+constexpr std::size_t mostForOne = 32;            // models per process
+constexpr std::uint64_t largestShare = 1'000'000; // bytes of the files of a process that has several
 
 /// The bytes of a file, mapped.
 class MappedFile {
@@ -177,42 +179,77 @@ void CatalogRun::dropGone() {
 
 void CatalogRun::startMore(ProcessPool& pool) {
     const auto most = static_cast<std::size_t>(request_.jobs.parallel);
-    while (next_ < sources_.size() && pool.getCount() < most && next_ < settled_ + most * aheadPerProcess) {
-        start(next_++, pool);
+    while (next_ < sources_.size() && pool.getCount() < most && next_ < settled_ + mostAhead()) {
+        std::vector<NumberedTask> share = nextShare();
+        if (!share.empty()) {
+            pool.start(std::move(share));
+        }
     }
 }
 
-void CatalogRun::start(std::size_t number, ProcessPool& pool) {
+/// How many models may wait for an earlier one; each has an open file.
+std::size_t CatalogRun::mostAhead() const {
+    rlimit limit{};
+    ::getrlimit(RLIMIT_NOFILE, &limit);
+    const auto parallel = static_cast<std::size_t>(request_.jobs.parallel);
+    return std::clamp<std::size_t>(limit.rlim_cur / 3, parallel, parallel * mostForOne * 2);
+}
+
+/// The next readings for one process: several if the files are small. Models that need none end at once.
+std::vector<NumberedTask> CatalogRun::nextShare() {
+    const auto parallel = static_cast<std::size_t>(request_.jobs.parallel);
+    const std::size_t atATime = std::min(sources_.size() - next_, mostAhead()) / (parallel * 2);
+    const std::size_t most = std::clamp(atATime, std::size_t{1}, mostForOne);
+    std::vector<NumberedTask> share;
+    std::uint64_t bytes = 0;
+    for (; next_ < sources_.size() && next_ < settled_ + mostAhead() && share.size() < most; ++next_) {
+        std::error_code error;
+        const std::uint64_t size = std::filesystem::file_size(sources_[next_].path, error); // the largest for no file
+        if (!share.empty() && size > largestShare - std::min(bytes, largestShare)) {
+            break;
+        }
+        bytes += std::min(size, largestShare);
+        if (std::optional<ImportTask> task = taskFor(next_)) {
+            share.push_back({next_, *std::move(task)});
+        }
+    }
+    return share;
+}
+
+/// The reading of a model; none, and its job has ended, if there is nothing to read.
+std::optional<ImportTask> CatalogRun::taskFor(std::size_t number) {
     const Source& source = sources_[number];
     Job& job = jobs_[number];
     const catalog::KnownModel* known = knownOf(number);
     const bool isSame = known != nullptr && known->version == reading_.version && known->reading == reading_.options;
-    if (!source.unreadable.empty()) {
-        job.end = endWith(std::make_exception_ptr(Failure(Outcome::inputNotRead, source.unreadable, "")));
-    } else if (!isSame || !looksUnchanged(*known, source.path)) {
-        job.rows = Descriptor(::memfd_create("rows", MFD_CLOEXEC));
-        if (!job.rows.isOpen()) {
-            job.rows = Descriptor(openNamelessFile());
+    const bool isReadable = source.unreadable.empty();
+    if (!isReadable || (isSame && looksUnchanged(*known, source.path))) {
+        if (!isReadable) {
+            job.end = endWith(std::make_exception_ptr(Failure(Outcome::inputNotRead, source.unreadable, "")));
         }
-        ImportTask task{.request = request_.import,
-                        .uses = &uses_,
-                        .locator = &locator_,
-                        .run =
-                            [this, number, known, rows = job.rows.get()](const ImportRequest& request,
-                                                                         const ImportContext& context) {
-                                return readModel(request, context, reading_, paths_[number], known, rows);
-                            },
-                        .files = {},
-                        .errors = {},
-                        .log = {}};
-        task.request.file = source.path;
-        task.errors = [this, &source](std::string_view line) {
-            console_.write(findLogFormat("text")->lineOf(line, source.path));
-        };
-        pool.start(number, std::move(task));
-        return;
+        ended_.insert(number);
+        return std::nullopt;
     }
-    ended_.insert(number);
+    job.rows = Descriptor(::memfd_create("rows", MFD_CLOEXEC));
+    if (!job.rows.isOpen()) {
+        job.rows = Descriptor(openNamelessFile());
+    }
+    ImportTask task{
+        .request = request_.import,
+        .uses = &uses_,
+        .locator = &locator_,
+        .run =
+            [this, number, known, rows = job.rows.get()](const ImportRequest& request, const ImportContext& context) {
+                return readModel(request, context, reading_, paths_[number], known, rows);
+            },
+        .files = {},
+        .errors = {},
+        .log = {}};
+    task.request.file = source.path;
+    task.errors = [this, &source](std::string_view line) {
+        console_.write(findLogFormat("text")->lineOf(line, source.path));
+    };
+    return task;
 }
 
 void CatalogRun::settleEnded() {

@@ -6,6 +6,7 @@
 #include "petal/jobs/Sources.h"
 
 #include <map>
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
@@ -29,7 +30,7 @@ struct CatalogCounts {
 [[nodiscard]] std::vector<std::string> catalogPaths(std::span<const Source> sources,
                                                     std::span<const std::string> inputs);
 
-/// Brings a catalogue up to date with files: reads those that have changed, each in its own process, several in
+/// Brings a catalogue up to date with files: reads those that have changed, in processes of their own, several in
 /// parallel, and writes their rows in the order of the sources, so that the rows do not depend on the number of
 /// processes. This process must have one thread.
 class CatalogRun {
@@ -52,7 +53,9 @@ private:
 
     void dropGone();
     void startMore(ProcessPool& pool);
-    void start(std::size_t number, ProcessPool& pool);
+    [[nodiscard]] std::size_t mostAhead() const;
+    std::vector<NumberedTask> nextShare();
+    std::optional<ImportTask> taskFor(std::size_t number);
     void settleEnded();
     void settle(std::size_t number, Job& job);
     void putRows(std::string_view bytes, const catalog::KnownModel* known);

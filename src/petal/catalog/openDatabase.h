@@ -9,8 +9,8 @@
 
 namespace petal {
 
-/// Whether the name of a catalogue is that of a database of a PostgreSQL server, by libpq's rules for connection strings,
-/// and not of a file: "postgresql://..." or "WORD=...". A file of such a name has "./" before it.
+/// Whether the name of a catalogue is that of a database of a PostgreSQL server, by libpq's rules for connection
+/// strings, and not of a file: "postgresql://..." or "WORD=...". A file of such a name has "./" before it.
 [[nodiscard]] bool isServer(std::string_view name);
 
 /// Opens a catalogue in the database that its name means, whose part is loaded for it. Throws a `Failure`, and

@@ -133,6 +133,9 @@ ImportResult readModel(const ImportRequest& request, const ImportContext& contex
     };
     own.takeModel = [&](const FinishedImport& import) {
         const source::SourceMap places = source::makeSourceMap(import.source.getTree(), import.trace, import.model);
+        if (::ftruncate(descriptor, 0) != 0 || ::lseek(descriptor, 0, SEEK_SET) != 0) {
+            throwErrno();
+        }
         DescriptorOutput output(descriptor);
         catalog::RowWriter rows(output);
         catalog::writeModelRows({.model = import.model,

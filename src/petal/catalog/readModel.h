@@ -27,8 +27,8 @@ struct CatalogReading {
 [[nodiscard]] bool looksUnchanged(const catalog::KnownModel& known, const std::string& file);
 
 /// Imports a model and writes its rows to a descriptor; writes nothing if the content of all its files is what `known`,
-/// which may be null, says. The model's path in the catalogue is `path`. Throws a `Failure`. As `importModel`, once in
-/// a process.
+/// which may be null, says. The model's path in the catalogue is `path`. Replaces what an earlier
+/// reading of the model wrote there. Throws a `Failure`.
 [[nodiscard]] ImportResult readModel(const ImportRequest& request, const ImportContext& context,
                                      const CatalogReading& reading, const std::string& path,
                                      const catalog::KnownModel* known, int descriptor);
