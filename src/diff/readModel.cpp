@@ -4,14 +4,23 @@
 #include "text/escape.h"
 #include "text/utf8.h"
 
+// A third of a document is blanks, which SSE2 skips. Other files use the same templates without it, so these have a
+// namespace of their own.
 #ifdef __SSE2__
-#define RAPIDJSON_SSE2 // a third of a document is blanks
+#define RAPIDJSON_SSE2
+#define RAPIDJSON_NAMESPACE rapidjsonBySse2
+#define RAPIDJSON_NAMESPACE_BEGIN namespace rapidjsonBySse2 {
+#define RAPIDJSON_NAMESPACE_END }
 #endif
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
 
 #include <algorithm>
 #include <tsl/robin_map.h>
+
+#ifdef __SSE2__
+namespace rapidjson = rapidjsonBySse2;
+#endif
 
 namespace diff {
 
@@ -85,6 +94,8 @@ class ModelReader {
 public:
     static Model read(std::string document) {
         ModelReader reader;
+        constexpr std::size_t piece = 16; // of the text, which SSE2 reads at a time, also at its end
+        document.reserve(document.size() + piece);
         *reader.model_.text_ = std::move(document);
         reader.model_.elements_.clear();
         rapidjson::Reader parser;

@@ -29,6 +29,7 @@
 #include <filesystem>
 #include <memory>
 #include <unistd.h>
+#include <utility>
 
 namespace petal {
 
@@ -60,7 +61,7 @@ public:
     ImportedModel& operator=(const ImportedModel&) = delete;
     ~ImportedModel() {
         if (isLast_) {
-            last_ = model_.release();
+            delete std::exchange(last_, model_.release()); // a program that calls petal's functions may import again
         }
     }
 
