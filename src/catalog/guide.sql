@@ -85,7 +85,7 @@ WHERE unit.found = 0
 ORDER BY model.path, unit.path;
 
 -- losses: What was lost most often in the import, and why?
-SELECT kind, property, outcome, reason, count(*) AS times, count(DISTINCT model) AS models
+SELECT kind, property, outcome, reason, min(detail) AS example, count(*) AS times, count(DISTINCT model) AS models
 FROM loss
 GROUP BY kind, property, outcome, reason
 ORDER BY times DESC, kind, property NULLS FIRST, outcome, reason
