@@ -12,6 +12,64 @@ ORDER BY classes DESC, model.path;
 -- totals: How many rows does each table have?
 SELECT * FROM estate_totals;
 
+-- info: Which version and encoding does each model have, who wrote it, and how much is in its files?
+SELECT model.path,
+    (SELECT min(value) FROM source_property WHERE object = head.id AND source_property.name = 'version') AS version,
+    (SELECT min(value) FROM source_property WHERE object = head.id AND source_property.name = '_written') AS written_by,
+    model.encoding,
+    (SELECT count(*) FROM source_object WHERE source_object.model = model.id) AS objects,
+    (SELECT count(*) FROM source_object
+        WHERE source_object.model = model.id AND substr(kind, length(kind) - 6) = 'Diagram') AS diagrams,
+    (SELECT count(*) FROM unit WHERE unit.model = model.id) AS units,
+    model.damages
+FROM model
+LEFT JOIN source_object AS head ON head.id = (
+    SELECT min(top.id) FROM source_object AS top
+    WHERE top.model = model.id AND top.kind = 'Petal' AND top.file IS NULL
+)
+ORDER BY model.path;
+
+-- objects: How many objects of each kind are in each file, and what became of them?
+SELECT model.path AS model, source_object.file AS unit, source_object.kind, count(*) AS objects,
+    sum(CASE WHEN source_object.outcome = 'imported' THEN 1 ELSE 0 END) AS imported,
+    sum(CASE WHEN source_object.outcome = 'changed' THEN 1 ELSE 0 END) AS changed,
+    sum(CASE WHEN source_object.outcome = 'dropped' THEN 1 ELSE 0 END) AS dropped
+FROM source_object JOIN model ON model.id = source_object.model
+GROUP BY model.id, model.path, source_object.file, source_object.kind
+ORDER BY model.path, source_object.file NULLS FIRST, source_object.kind;
+
+-- diagrams: Which diagrams of all kinds do the files have?
+SELECT model.path AS model, source_object.kind, source_object.name, source_object.file AS unit, source_object.line
+FROM source_object JOIN model ON model.id = source_object.model
+WHERE substr(source_object.kind, length(source_object.kind) - 6) = 'Diagram'
+ORDER BY model.path, source_object.id;
+
+-- damages: Which errors in the notation do the files have, and where?
+SELECT model.path AS model, damage.file AS unit, damage.line, damage."column", damage.name AS damage, damage.text
+FROM damage JOIN model ON model.id = damage.model
+ORDER BY model.path, damage.id;
+
+-- units: Which files is each model kept in, and were they found?
+SELECT model.path AS model, unit.kind, unit.name, unit.path AS unit, unit.found, unit.remark
+FROM unit JOIN model ON model.id = unit.model
+ORDER BY model.path, unit.path, unit.id;
+
+-- report: What became of each file, and how much of it was dropped or lost?
+SELECT model.path, model.status, model.failure,
+    (SELECT count(*) FROM element WHERE element.model = model.id) AS elements,
+    (SELECT count(*) FROM source_object WHERE source_object.model = model.id AND outcome = 'dropped') AS dropped,
+    model.losses, model.damages,
+    (SELECT count(*) FROM unit WHERE unit.model = model.id AND unit.found = 1) AS units_found,
+    (SELECT count(*) FROM unit WHERE unit.model = model.id AND unit.found = 0) AS units_missing
+FROM model
+ORDER BY model.path;
+
+-- ledger: What was lost, where, and why?
+SELECT model.path AS model, loss.file AS unit, loss.line, loss."column", loss.kind, loss.name, loss.property,
+    loss.outcome, loss.reason, loss.detail
+FROM loss JOIN model ON model.id = loss.model
+ORDER BY model.path, loss.file NULLS FIRST, loss.line, loss."column", loss.property NULLS FIRST, loss.id;
+
 -- failed-models: Which models could not be read, and why?
 SELECT path, failure FROM model WHERE status = 'failed' ORDER BY path;
 
@@ -27,7 +85,7 @@ WHERE unit.found = 0
 ORDER BY model.path, unit.path;
 
 -- losses: What was lost most often in the import, and why?
-SELECT kind, property, outcome, reason, count(*) AS times, count(DISTINCT model) AS models
+SELECT kind, property, outcome, reason, min(detail) AS example, count(*) AS times, count(DISTINCT model) AS models
 FROM loss
 GROUP BY kind, property, outcome, reason
 ORDER BY times DESC, kind, property NULLS FIRST, outcome, reason

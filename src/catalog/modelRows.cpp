@@ -108,6 +108,18 @@ void writeLosses(const Outcomes& outcomes, const std::vector<std::string>& files
     }
 }
 
+void writeDamages(const ledger::Ledger& ledger, const std::vector<std::string>& files, RowWriter& rows) {
+    for (const ledger::DamagedPlace& damaged : ledger.damages) {
+        rows.start(TableId::damage);
+        rows.name(notation::damageWord(damaged.damage.kind));
+        rows.reference(1);
+        rows.text(notation::damageText(damaged.damage));
+        rows.text(files[damaged.file]);
+        rows.integer(static_cast<std::int64_t>(damaged.damage.place.line));
+        rows.integer(static_cast<std::int64_t>(damaged.damage.place.column));
+    }
+}
+
 std::string_view encodingOf(const KelModel& model) {
     for (const KelMetadataOrigin* origin : model.metadataOrigins()) {
         return origin->sourceEncoding.view();
@@ -134,6 +146,7 @@ void writeModelRows(const ImportedParts& parts, const KnownModel& known, RowWrit
     writeOrigins(parts, known, rows);
     const ElementPlaces elements = writeElementRows(parts, files, rows);
     writeLosses(outcomes, files, rows);
+    writeDamages(ledger, files, rows);
     if (parts.source != SourceDetail::none) {
         const SourceLinks links{outcomes.all, files, elements};
         writeSourceRows(parts, links, rows);

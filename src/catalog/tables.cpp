@@ -257,6 +257,15 @@ constexpr std::array lossColumns{
     Column{"line", integer, "The line where it stands."},
     Column{"column", integer, "The byte of the line at which it begins, from 1."},
 };
+constexpr std::array damageColumns{
+    own,
+    Column{"name", text, "The word for the kind of error, such as unclosedText."},
+    Column{"model", reference, "The model.", model},
+    Column{"text", text, "The error in words."},
+    Column{"file", text, "As element.file."},
+    Column{"line", integer, "The line where it stands."},
+    Column{"column", integer, "The byte of the line at which it stands, from 1."},
+};
 constexpr std::array sourceObjectColumns{
     own,
     Column{"name", text, "The name in the object's head; of a view, of what it shows."},
@@ -308,6 +317,8 @@ constexpr std::array all{
     Table{note, "note", "A remark on an element.", noteColumns, 2},
     Table{loss, "loss", "Something of a type that the import supports, which was changed or dropped nevertheless.",
           lossColumns, 2},
+    Table{damage, "damage", "An error in the notation of a model's files; of each model the first 1,000.",
+          damageColumns, 2},
     Table{sourceObject, "source_object",
           "An object of the files as it stands, imported or not: use cases, states and components, too.",
           sourceObjectColumns, 2},
@@ -335,6 +346,12 @@ constexpr std::array attributesColumns{
     Detail{"package", "The qualified name of the package of its class."},
     Detail{"class", "The name of its class."},
     Detail{"type", "The name of its type."},
+    Detail{"visibility", "attribute.visibility."},
+    Detail{"initial_value", "attribute.initial_value."},
+    Detail{"is_static", "attribute.is_static."},
+    Detail{"is_derived", "attribute.is_derived."},
+    Detail{"containment", "attribute.containment."},
+    Detail{"documentation", "element.documentation."},
     Detail{"class_id", "The number of its class."},
     Detail{"type_id", "The number of its type."},
 };
@@ -349,6 +366,12 @@ constexpr std::array associationsColumns{
     Detail{"second_class", "The name of the class at its second end."},
     Detail{"second_role", "The name of that end."},
     Detail{"second_multiplicity", "How many objects may be there."},
+    Detail{"is_aggregation", "association.is_aggregation."},
+    Detail{"first_is_navigable", "role.is_navigable of the first end."},
+    Detail{"second_is_navigable", "role.is_navigable of the second end."},
+    Detail{"documentation", "element.documentation."},
+    Detail{"first_class_id", "The number of the class at the first end."},
+    Detail{"second_class_id", "The number of the class at the second end."},
 };
 constexpr std::array referencesColumns{
     Detail{"class", "The number of the class that uses the other one."},

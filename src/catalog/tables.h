@@ -7,7 +7,7 @@
 namespace catalog {
 
 /// The version of the catalogue's tables. A catalogue of another version is not written to.
-inline constexpr int schemaVersion = 1;
+inline constexpr int schemaVersion = 2;
 
 /// The tables with rows of models. `about` and `guide`, which describe them, are not among these.
 enum class TableId : std::uint8_t {
@@ -34,6 +34,7 @@ enum class TableId : std::uint8_t {
     diagramElement,
     note,
     loss,
+    damage,
     sourceObject,
     sourceProperty,
 };

@@ -109,5 +109,6 @@ SELECT (SELECT count(*) FROM model) AS model,
     (SELECT count(*) FROM diagram_element) AS diagram_element,
     (SELECT count(*) FROM note) AS note,
     (SELECT count(*) FROM loss) AS loss,
+    (SELECT count(*) FROM damage) AS damage,
     (SELECT count(*) FROM source_object) AS source_object,
     (SELECT count(*) FROM source_property) AS source_property;

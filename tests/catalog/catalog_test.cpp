@@ -112,6 +112,11 @@ TEST_F(Catalog, TheFileIsAsItsDescriptionSays) {
              "LIKE 'search_%'")) {
         EXPECT_TRUE(isExplained(row[0], "IS NULL")) << row[0];
     }
+    for (const Catalogue::Cells& row :
+         file.ask("SELECT thing.name, info.name FROM sqlite_schema AS thing, pragma_table_info(thing.name) AS info "
+                  "WHERE thing.type = 'view' AND thing.name <> 'estate_totals'")) {
+        EXPECT_TRUE(isExplained(row[0], "= '" + row[1] + "'")) << row[0] << "." << row[1];
+    }
     EXPECT_EQ(file.faults(), "");
 }
 
@@ -216,8 +221,9 @@ TEST_F(Catalog, AnswersWithViewsSearchAndGuide) {
     EXPECT_EQ(
         file.ask("SELECT class_name, used_name FROM class_references WHERE \"by\" = 'attribute' AND used_name = 'B'"),
         (std::vector<Catalogue::Cells>{{"D", "B"}}));
-    const std::set<std::string> mayBeEmpty{"copied-models", "missing-units", "duplicate-classes",
-                                           "differing-attributes", "enumerations"};
+    const std::set<std::string> mayBeEmpty{
+        "copied-models", "missing-units", "duplicate-classes", "differing-attributes", "enumerations",
+        "units",         "damages"};
     for (const Catalogue::Cells& question : file.ask("SELECT name, sql FROM guide")) {
         const std::vector<Catalogue::Cells> rows = file.ask(question[1]);
         EXPECT_TRUE(!rows.empty() || mayBeEmpty.contains(question[0])) << question[0];
@@ -236,6 +242,62 @@ TEST_F(Catalog, AnswersWithViewsSearchAndGuide) {
     expectRefusals("$petal catalog ", {{"--ask nothing a.db", 2, "the guide has no question 'nothing'"},
                                        {"--ask models missing.db", 1, "'missing.db' does not exist"},
                                        {"--ask models models/circle.mdl", 1, "is not a catalogue"}});
+}
+
+TEST_F(Catalog, AnswersWhatOtherCommandsPrint) {
+    put("models/part.cat", header + "(object Class_Category \"part\" logical_models (list unit_reference_list " +
+                               classNamed("Inner", "oops )") + "))\n");
+    put("models/m.mdl",
+        "(object Petal\n    version 47\n    _written \"Some 1.0\"\n    charSet 0)\n" +
+            logicalView("(object Class_Category \"part\" is_unit TRUE is_loaded FALSE file_name \"part.cat\")\n"
+                        "(object Class_Category \"lost\" is_unit TRUE is_loaded FALSE file_name \"lost.cat\")\n"
+                        "(object ClassDiagram \"Main\")(object UseCaseDiagram \"Uses\") ] " +
+                        classNamed("Outer"))
+                .substr(header.size()));
+    ASSERT_EQ(run("$petal catalog models -o a.db; $petal import models/m.mdl -q -f none --ledger m.ledger").status, 0);
+    const auto listed = [&](const std::string& command) {
+        rapidjson::Document list;
+        list.Parse(run(command).output.c_str());
+        EXPECT_TRUE(list.IsArray()) << command;
+        return list;
+    };
+    const auto answer = [&](const std::string& name) {
+        return listed("$petal catalog --json --ask " + name + " a.db");
+    };
+    const rapidjson::Document files = listed("$petal info --json models/m.mdl models/part.cat");
+    const rapidjson::Document info = answer("info");
+    ASSERT_EQ(info.Size(), 1U);
+    EXPECT_STREQ(info[0]["version"].GetString(), "47");
+    EXPECT_STREQ(info[0]["written_by"].GetString(), files[0]["written"].GetString());
+    EXPECT_EQ(info[0]["objects"].GetInt(), files[0]["objects"].GetInt() + files[1]["objects"].GetInt());
+    EXPECT_EQ(info[0]["diagrams"].GetInt(), static_cast<int>(files[0]["diagrams"].Size()));
+    EXPECT_EQ(answer("diagrams").Size(), files[0]["diagrams"].Size());
+    EXPECT_EQ(answer("objects").Size(),
+              files[0]["objectsByKind"].MemberCount() + files[1]["objectsByKind"].MemberCount());
+
+    std::multiset<std::string> damages;
+    for (const rapidjson::Value& file : files.GetArray()) {
+        for (const rapidjson::Value& damage : file["firstDamages"].GetArray()) {
+            damages.insert(std::to_string(damage["line"].GetInt()) + ":" + std::to_string(damage["column"].GetInt()) +
+                           " " + damage["kind"].GetString() + ": " + damage["text"].GetString());
+        }
+    }
+    EXPECT_GE(damages.size(), 2U);
+    std::multiset<std::string> told;
+    for (const Catalogue::Cells& row :
+         Catalogue(pathOf("a.db")).ask("SELECT line || ':' || \"column\" || ' ' || name || ': ' || text FROM damage")) {
+        told.insert(row.front());
+    }
+    EXPECT_EQ(told, damages);
+    EXPECT_EQ(answer("damages").Size(), damages.size());
+
+    const rapidjson::Document units = answer("units");
+    ASSERT_EQ(units.Size(), 2U);
+    EXPECT_EQ(units[0]["found"].GetInt() + units[1]["found"].GetInt(), 1);
+    const rapidjson::Document report = answer("report");
+    EXPECT_EQ(report[0]["units_missing"].GetInt(), 1);
+    EXPECT_EQ(report[0]["damages"].GetInt(), static_cast<int>(damages.size()));
+    EXPECT_EQ(std::to_string(answer("ledger").Size()) + "\n", run("grep -c '\"loss\":true' m.ledger").output);
 }
 
 TEST_F(Catalog, FollowsTheFiles) {

@@ -250,6 +250,16 @@ CREATE TABLE loss (
     "column" INTEGER
 );
 
+CREATE TABLE damage (
+    id INTEGER PRIMARY KEY,
+    name TEXT NOT NULL,
+    model INTEGER REFERENCES model (id),
+    text TEXT,
+    file TEXT,
+    line INTEGER,
+    "column" INTEGER
+);
+
 CREATE TABLE source_object (
     id INTEGER PRIMARY KEY,
     name TEXT NOT NULL,
@@ -324,6 +334,7 @@ CREATE INDEX diagram_element_diagram ON diagram_element (diagram);
 CREATE INDEX diagram_element_element ON diagram_element (element);
 CREATE INDEX note_element ON note (element);
 CREATE INDEX loss_model ON loss (model);
+CREATE INDEX damage_model ON damage (model);
 CREATE INDEX source_object_model ON source_object (model);
 CREATE INDEX source_object_parent ON source_object (parent);
 CREATE INDEX source_object_element ON source_object (element);

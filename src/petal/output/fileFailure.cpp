@@ -56,7 +56,7 @@ std::string importAdvice(const std::string& file) {
     if (S_ISREG(status.st_mode) && status.st_size == 0) {
         return "It is empty. Was it saved or copied completely?";
     }
-    return "Check that it is a model file as its tool saves it; '--log-level DEBUG' shows how far the import got.";
+    return "Check that it is a model file as its tool saves it; 'petal import --log-level DEBUG' shows how far it got.";
 }
 
 Failure outputFailure(const std::string& what, const std::system_error& error) {
