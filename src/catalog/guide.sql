@@ -168,6 +168,19 @@ LIMIT 50;
 -- unresolved-types: Which types of attributes, operations and arguments mean nothing that is known?
 SELECT name, users, models FROM unresolved_types ORDER BY users DESC, name LIMIT 100;
 
+-- type-users: What has which type? Add WHERE type.name = '...' for the type that is to go.
+SELECT type.name AS type, element.kind, element.qualified_name AS used_by, model.path AS model, element.file,
+    element.line
+FROM (
+    SELECT id, type FROM attribute
+    UNION ALL SELECT id, return_type FROM operation
+    UNION ALL SELECT id, type FROM argument
+) AS uses
+JOIN type ON type.id = uses.type
+JOIN element ON element.id = uses.id
+JOIN model ON model.id = element.model
+ORDER BY type.name, model.path, element.qualified_name, uses.id;
+
 -- duplicate-classes: Which classes do several models have?
 SELECT name, models, classes FROM duplicate_classes ORDER BY models DESC, name LIMIT 100;
 
