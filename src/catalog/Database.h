@@ -84,11 +84,11 @@ public:
     virtual ~Database() = default;
 
     /// The models of the catalogue, by path.
-    [[nodiscard]] virtual std::vector<KnownModel> models() = 0;
+    [[nodiscard]] std::vector<KnownModel> models();
     /// The first number that is free, by table; 1 of an empty one.
-    [[nodiscard]] virtual Ids freeIds() = 0;
+    [[nodiscard]] Ids freeIds();
     /// The numbers of a model's elements, by their element id.
-    [[nodiscard]] virtual std::unordered_map<std::string, std::int64_t> elementsOf(std::int64_t model) = 0;
+    [[nodiscard]] std::unordered_map<std::string, std::int64_t> elementsOf(std::int64_t model);
 
     /// Puts the rows of a model in; `before` is the number of the model whose rows they replace, or 0. One
     /// transaction, which small models may share: the last of them are there after `finish`.

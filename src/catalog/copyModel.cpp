@@ -8,10 +8,6 @@ namespace catalog {
 
 namespace {
 
-std::string quoted(std::string_view name) {
-    return "\"" + std::string(name) + "\"";
-}
-
 /// The numbers of a table's rows, in ascending order: the place of one is its local number less 1.
 using Numbers = std::vector<std::int64_t>;
 

@@ -56,6 +56,10 @@ std::vector<std::string_view> viewStatements() {
     return statementsOf(textOf("views"));
 }
 
+std::string quoted(std::string_view name) {
+    return "\"" + std::string(name) + "\"";
+}
+
 std::string ofModel(const Table& table, std::string_view model) {
     const Column& owner = table.columns[table.owner];
     if (owner.kind == ColumnKind::key || owner.target == TableId::model) {

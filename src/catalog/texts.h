@@ -15,6 +15,9 @@ namespace catalog {
 /// The statements of the views.
 [[nodiscard]] std::vector<std::string_view> viewStatements();
 
+/// A name of a table or column in a statement.
+[[nodiscard]] std::string quoted(std::string_view name);
+
 /// The condition that a row of the table belongs to the model whose number `model`, an expression, is.
 [[nodiscard]] std::string ofModel(const Table& table, std::string_view model);
 

@@ -118,9 +118,6 @@ public:
     PostgresqlDatabase& operator=(const PostgresqlDatabase&) = delete;
     ~PostgresqlDatabase() override = default;
 
-    std::vector<KnownModel> models() override;
-    Ids freeIds() override;
-    std::unordered_map<std::string, std::int64_t> elementsOf(std::int64_t model) override;
     void put(PlacedRows& rows, std::int64_t before) override;
     void setTimes(const KnownModel& model) override;
     void remove(std::int64_t model) override;
@@ -236,60 +233,6 @@ void PostgresqlDatabase::explain(const std::string& version) {
         }
     }
     connection_.execute(script);
-}
-
-std::vector<KnownModel> PostgresqlDatabase::models() {
-    std::vector<KnownModel> models;
-    std::unordered_map<std::int64_t, std::size_t> byId;
-    const Result model = connection_.execute(
-        "SELECT id, path, size, modified, hash, petal_version, reading, status, failure FROM model ORDER BY path");
-    for (int row = 0; row < PQntuples(model.get()); ++row) {
-        KnownModel& one = models.emplace_back();
-        one.id = numberAt(model, row, 0);
-        one.path = valueAt(model, row, 1);
-        one.facts = {static_cast<std::uint64_t>(numberAt(model, row, 2)), std::string(valueAt(model, row, 3)),
-                     std::string(valueAt(model, row, 4))};
-        one.version = valueAt(model, row, 5);
-        one.reading = valueAt(model, row, 6);
-        one.isImported = valueAt(model, row, 7) == "imported";
-        one.failure = valueAt(model, row, 8);
-        byId[one.id] = models.size() - 1;
-    }
-    const Result unit = connection_.execute(
-        "SELECT id, model, name, path, kind, found, remark, size, modified, hash FROM unit ORDER BY id");
-    for (int row = 0; row < PQntuples(unit.get()); ++row) {
-        KnownUnit& one = models[byId.at(numberAt(unit, row, 1))].units.emplace_back();
-        one.id = numberAt(unit, row, 0);
-        one.name = valueAt(unit, row, 2);
-        one.path = valueAt(unit, row, 3);
-        one.kind = valueAt(unit, row, 4);
-        one.isFound = numberAt(unit, row, 5) != 0;
-        one.remark = valueAt(unit, row, 6);
-        one.facts = {static_cast<std::uint64_t>(numberAt(unit, row, 7)), std::string(valueAt(unit, row, 8)),
-                     std::string(valueAt(unit, row, 9))};
-    }
-    return models;
-}
-
-Ids PostgresqlDatabase::freeIds() {
-    Ids ids;
-    for (const Table& table : tables()) {
-        if (table.columns.front().kind == ColumnKind::key) {
-            ids.first[static_cast<std::size_t>(table.id)] =
-                connection_.numberOf("SELECT max(id) FROM " + quoted(table.name)) + 1;
-        }
-    }
-    return ids;
-}
-
-std::unordered_map<std::string, std::int64_t> PostgresqlDatabase::elementsOf(std::int64_t model) {
-    std::unordered_map<std::string, std::int64_t> ids;
-    const Result element =
-        connection_.execute("SELECT element_id, id FROM element WHERE model = " + std::to_string(model));
-    for (int row = 0; row < PQntuples(element.get()); ++row) {
-        ids.emplace(valueAt(element, row, 0), numberAt(element, row, 1));
-    }
-    return ids;
 }
 
 void PostgresqlDatabase::copy(const Table& table, const std::string& lines) {

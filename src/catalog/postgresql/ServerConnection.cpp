@@ -7,7 +7,19 @@
 
 namespace catalog {
 
+std::string_view valueAt(const Result& result, int row, int column) {
+    return {PQgetvalue(result.get(), row, column), static_cast<std::size_t>(PQgetlength(result.get(), row, column))};
+}
+
 namespace {
+
+/// A number of a result; 0 for null.
+std::int64_t numberAt(const Result& result, int row, int column) {
+    const std::string_view digits = valueAt(result, row, column);
+    std::int64_t number = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return number;
+}
 
 constexpr const char* goesOn = "Run petal again then: it goes on where it was.";
 
@@ -58,21 +70,6 @@ Value answerValue(const Result& result, int column) {
 }
 
 } // namespace
-
-std::string_view valueAt(const Result& result, int row, int column) {
-    return {PQgetvalue(result.get(), row, column), static_cast<std::size_t>(PQgetlength(result.get(), row, column))};
-}
-
-std::int64_t numberAt(const Result& result, int row, int column) {
-    const std::string_view digits = valueAt(result, row, column);
-    std::int64_t number = 0;
-    std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    return number;
-}
-
-std::string quoted(std::string_view name) {
-    return "\"" + std::string(name) + "\"";
-}
 
 ServerConnection::ServerConnection(const std::string& target) {
     const std::array<const char*, 4> words{"dbname", "client_encoding", "fallback_application_name", nullptr};

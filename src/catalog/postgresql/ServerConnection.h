@@ -18,11 +18,6 @@ using Result = std::unique_ptr<PGresult, ClearResult>;
 
 /// A value of a result, which must live as long.
 [[nodiscard]] std::string_view valueAt(const Result& result, int row, int column);
-/// A number of a result; 0 for null.
-[[nodiscard]] std::int64_t numberAt(const Result& result, int row, int column);
-
-/// A name in a statement.
-[[nodiscard]] std::string quoted(std::string_view name);
 
 /// A database of a PostgreSQL server, connected. Used by one thread of one process; a forked process must leave it
 /// alone. All functions throw `DatabaseFailure` with advice, and `std::bad_alloc`.

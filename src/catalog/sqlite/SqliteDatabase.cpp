@@ -32,10 +32,6 @@ std::string schemaText(Stage stage) {
     return script;
 }
 
-std::string quoted(std::string_view name) {
-    return "\"" + std::string(name) + "\"";
-}
-
 class SqliteDatabase final : public Database {
 public:
     SqliteDatabase(const std::string& path, Access access, const std::string& version) : connection_(path, access) {
@@ -45,9 +41,6 @@ public:
     SqliteDatabase& operator=(const SqliteDatabase&) = delete;
     ~SqliteDatabase() override = default;
 
-    std::vector<KnownModel> models() override;
-    Ids freeIds() override;
-    std::unordered_map<std::string, std::int64_t> elementsOf(std::int64_t model) override;
     void put(PlacedRows& rows, std::int64_t before) override;
     void setTimes(const KnownModel& model) override;
     void remove(std::int64_t model) override;
@@ -158,59 +151,6 @@ void SqliteDatabase::transaction(Change change) {
         connection_.tryTo("ROLLBACK");
         throw;
     }
-}
-
-std::vector<KnownModel> SqliteDatabase::models() {
-    std::vector<KnownModel> models;
-    Statement model(
-        connection_,
-        "SELECT id, path, size, modified, hash, petal_version, reading, status, failure FROM model ORDER BY path");
-    std::unordered_map<std::int64_t, std::size_t> byId;
-    while (model.step()) {
-        KnownModel& one = models.emplace_back();
-        one.id = model.number(0);
-        one.path = model.text(1);
-        one.facts = {static_cast<std::uint64_t>(model.number(2)), model.text(3), model.text(4)};
-        one.version = model.text(5);
-        one.reading = model.text(6);
-        one.isImported = model.view(7) == "imported";
-        one.failure = model.text(8);
-        byId[one.id] = models.size() - 1;
-    }
-    Statement unit(connection_,
-                   "SELECT id, model, name, path, kind, found, remark, size, modified, hash FROM unit ORDER BY id");
-    while (unit.step()) {
-        KnownUnit& one = models[byId.at(unit.number(1))].units.emplace_back();
-        one.id = unit.number(0);
-        one.name = unit.text(2);
-        one.path = unit.text(3);
-        one.kind = unit.text(4);
-        one.isFound = unit.number(5) != 0;
-        one.remark = unit.text(6);
-        one.facts = {static_cast<std::uint64_t>(unit.number(7)), unit.text(8), unit.text(9)};
-    }
-    return models;
-}
-
-Ids SqliteDatabase::freeIds() {
-    Ids ids;
-    for (const Table& table : tables()) {
-        if (table.columns.front().kind == ColumnKind::key) {
-            ids.first[static_cast<std::size_t>(table.id)] =
-                connection_.numberOf("SELECT max(id) FROM " + quoted(table.name)) + 1;
-        }
-    }
-    return ids;
-}
-
-std::unordered_map<std::string, std::int64_t> SqliteDatabase::elementsOf(std::int64_t model) {
-    std::unordered_map<std::string, std::int64_t> ids;
-    Statement statement(connection_, "SELECT element_id, id FROM element WHERE model = ?");
-    statement.bind(1, model);
-    while (statement.step()) {
-        ids.emplace(statement.text(0), statement.number(1));
-    }
-    return ids;
 }
 
 Statement& SqliteDatabase::insertOf(TableId table) {

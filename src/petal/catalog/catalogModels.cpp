@@ -9,7 +9,6 @@
 #include "petal/units/lossLines.h"
 #include "petal/units/unitOptions.h"
 
-#include <csignal>
 #include <xxhash.h>
 
 #include <csignal>
