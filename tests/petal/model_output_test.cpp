@@ -166,7 +166,11 @@ TEST_F(Output, FilesAreReplacedTogether) {
                 EXPECT_THROW(outputs.commit(), std::system_error);
                 std::filesystem::remove(pathOf("last"));
             } else {
+                synchronised.clear();
+                wholes = 0;
                 outputs.commit();
+                EXPECT_EQ(wholes, 2) << "the contents, then the names";
+                EXPECT_TRUE(synchronised.empty());
             }
         }
         EXPECT_EQ(files(), fails ? Names{"old"} : (Names{"a/b/deep", "last", "new", "old"}));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "export/OutputFolder.h"
+#include "petal/output/FileSystems.h"
 #include "petal/output/ModelOutput.h"
 #include "petal/output/TemporaryFile.h"
 
@@ -39,10 +40,14 @@ private:
         void write(std::string_view bytes) override { temporary.write(bytes); }
         TemporaryFile temporary;
     };
+    /// Begins a file that replaces `target`.
+    [[nodiscard]] text::Output& add(std::filesystem::path target);
+    void sync();
     void replaceAll();
 
     std::unique_ptr<ModelOutput> one_; // null for a folder
     std::filesystem::path folder_;
+    FileSystems fileSystems_;             // of `files_`
     std::deque<File> files_;              // of a folder, and those beside
     std::unique_ptr<ModelOutput> stream_; // beside, if it is not a regular file
     text::Output* beside_ = nullptr;
