@@ -43,7 +43,9 @@ public:
     Replacement& operator=(const Replacement&) = delete;
     ~Replacement() {
         for (const Step& step : steps_) {
-            ::unlink(step.former.c_str());
+            if (!step.isNew) {
+                ::unlink(step.former.c_str());
+            }
         }
     }
 
