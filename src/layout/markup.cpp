@@ -67,7 +67,7 @@ std::string markup(std::string_view text) {
 }
 
 std::string decimal(double number, int decimals) {
-    std::array<char, 64> digits; // NOLINT(cppcoreguidelines-pro-type-member-init): written before it is read
+    std::array<char, 64> digits{};
     constexpr double mostExact = 1e15;
     if (std::abs(number) < mostExact && number == std::trunc(number)) { // most are whole, which is quicker
         const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), static_cast<std::int64_t>(number));

@@ -14,7 +14,8 @@
 namespace petal {
 
 /// The files of one export, which are put in place together. Owns them; without `commit` they leave no trace, even when
-/// a signal ends the process. Each file uses a descriptor as long as the object lives.
+/// a signal ends the process. Each file uses a descriptor as long as the object lives. Several files are brought to the
+/// disk together, by `FileSystems`.
 class OutputFiles final : public exporter::OutputFolder {
 public:
     /// A folder of one: the output that `ModelOutput::open` opens. Throws as it does.
