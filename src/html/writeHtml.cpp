@@ -45,23 +45,24 @@ const text::Embedded& part(std::string_view name) {
     return *std::ranges::find(parts(), name, &text::Embedded::name);
 }
 
-/// Collects an output up to a limit, and passes the rest by.
+/// Collects an output up to a limit, at which it ends the writing.
 class Limited final : public text::Output {
 public:
+    struct Full {};
+
+    /// Throws `Full`.
     void write(std::string_view bytes) override {
-        isWhole_ = isWhole_ && text_.size() + bytes.size() <= most;
-        if (isWhole_) {
-            text_ += bytes;
+        if (text_.size() + bytes.size() > most) {
+            throw Full();
         }
+        text_ += bytes;
     }
-    [[nodiscard]] bool isWhole() const { return isWhole_; }
     [[nodiscard]] const std::string& getText() const { return text_; }
 
 private:
     static constexpr std::size_t most = 500'000;
 
     std::string text_;
-    bool isWhole_ = true;
 };
 
 class FolderOfOne final : public exporter::OutputFolder {
@@ -105,15 +106,15 @@ void writeOutline(const exporter::ExportContext& context, text::BufferedOutput& 
     FolderOfOne folder(outline);
     const exporter::OptionValues options({}, {});
     exporter::Omissions omissions; // the page has all of the model
-    exporter::writeOutline({.model = context.model,
-                            .source = context.source,
-                            .options = options,
-                            .folder = folder,
-                            .omissions = omissions});
     output.put("<noscript>\n<p>Without script this page shows an outline of the model.</p>\n<pre>");
-    if (outline.isWhole()) {
+    try {
+        exporter::writeOutline({.model = context.model,
+                                .source = context.source,
+                                .options = options,
+                                .folder = folder,
+                                .omissions = omissions});
         output.put(text::escaped(outline.getText(), markup));
-    } else {
+    } catch (const Limited::Full&) {
         const ShortOutline shortened(context.model, output);
     }
     output.put("</pre>\n</noscript>\n");

@@ -51,21 +51,19 @@ Elements::Elements(const NotationTree& tree) : tree_(tree), around_(tree.size(),
             continue;
         }
         if (const std::string_view quid = tree.text(id, "quid"); !quid.empty()) {
-            quids_.emplace_back(upper(quid), id);
+            quids_.try_emplace(upper(quid), id);
         }
         if (isInPaths(node)) {
             const std::uint64_t before = around_[id] == noNode ? hashStart : extended(hashes[id], separator);
             paths_.emplace_back(hashes[id] = extended(before, node.name), id);
         }
     }
-    std::ranges::stable_sort(quids_, {}, &std::pair<std::string, NodeId>::first);
     std::ranges::stable_sort(paths_, {}, &std::pair<std::uint64_t, NodeId>::first);
 }
 
 NodeId Elements::withQuid(std::string_view quid) const {
-    const std::string wanted = upper(quid);
-    const auto found = std::ranges::lower_bound(quids_, wanted, {}, &std::pair<std::string, NodeId>::first);
-    return found != quids_.end() && found->first == wanted ? found->second : noNode;
+    const auto found = quids_.find(upper(quid));
+    return found != quids_.end() ? found->second : noNode;
 }
 
 NodeId Elements::named(std::string_view path) const {

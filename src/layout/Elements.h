@@ -3,6 +3,7 @@
 #include "layout/NotationTree.h"
 
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -11,7 +12,7 @@ namespace layout {
 /// The elements of a model, by quid and by qualified name.
 ///
 /// Refers to the tree, which must outlive it. Immutable, so several threads may use it. Takes memory proportional to
-/// the tree; a lookup takes logarithmic time.
+/// the tree; a lookup takes logarithmic time at most.
 class Elements {
 public:
     explicit Elements(const NotationTree& tree);
@@ -25,8 +26,8 @@ private:
     [[nodiscard]] bool isPathOf(NodeId object, std::string_view path) const;
 
     const NotationTree& tree_;
-    std::vector<NodeId> around_; // of each node the named object that it is in
-    std::vector<std::pair<std::string, NodeId>> quids_;
+    std::vector<NodeId> around_;                          // of each node the named object that it is in
+    std::unordered_map<std::string, NodeId> quids_;       // in capitals
     std::vector<std::pair<std::uint64_t, NodeId>> paths_; // hashes
 };
 

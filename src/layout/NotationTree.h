@@ -18,7 +18,11 @@ enum class NodeKind : std::uint8_t { root, object, list, value, group, text, num
 /// An object, a list, a property's value. Texts are in UTF-8.
 struct Node {
     NodeKind kind = NodeKind::root;
-    std::uint32_t file = 0;      ///< in `UnitTree::files`
+    std::uint32_t file = 0; ///< in `UnitTree::files`
+    NodeId parent = noNode;
+    NodeId first = noNode;
+    NodeId last = noNode;
+    NodeId next = noNode;        ///< beside the key, for lookups, which walk over both
     std::string_view key;        ///< of the property that it is the value of; empty for none
     std::string_view text;       ///< of an object or a list the word that says what it is; else the value
     std::string_view firstName;  ///< of an object
@@ -27,10 +31,6 @@ struct Node {
     double x = 0;                ///< of a location; of a number its value
     double y = 0;                ///< of a location
     std::uint64_t line = 0;      ///< where it begins
-    NodeId parent = noNode;
-    NodeId first = noNode;
-    NodeId last = noNode;
-    NodeId next = noNode;
 };
 
 /// The faults of the notation in the files, which were repaired.

@@ -2,10 +2,11 @@
 
 #include "text/utf8.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
+#include <cstdint>
 
 namespace layout {
 
@@ -17,6 +18,11 @@ constexpr std::string_view replacement = "\uFFFD";
 bool isAllowed(int character) {
     return (character >= 0x20 && character < 0x7F) || (character >= 0xA0 && character <= 0xD7FF) ||
            (character >= 0xE000 && character <= 0xFFFD) || (character >= 0x10000 && (character & 0xFFFE) != 0xFFFE);
+}
+
+/// Whether the byte is a character that stands as it is, as nearly all do.
+bool stands(char byte) {
+    return byte >= 0x20 && byte < 0x7F && byte != '&' && byte != '<' && byte != '>' && byte != '"';
 }
 
 std::string_view entityFor(int character) {
@@ -47,6 +53,12 @@ std::string markup(std::string_view text) {
     result.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t start = at;
+        at = static_cast<std::size_t>(
+            std::find_if_not(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(), stands) - text.begin());
+        if (at > start) {
+            result += text.substr(start, at - start);
+            continue;
+        }
         const int character = text::nextCharacter(text, at);
         const std::string_view entity = entityFor(character);
         result += !entity.empty() ? entity : isAllowed(character) ? text.substr(start, at - start) : replacement;
@@ -56,6 +68,11 @@ std::string markup(std::string_view text) {
 
 std::string decimal(double number, int decimals) {
     std::array<char, 64> digits{};
+    constexpr double mostExact = 1e15;
+    if (std::abs(number) < mostExact && number == std::trunc(number)) { // most are whole, which is quicker
+        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), static_cast<std::int64_t>(number));
+        return std::string(digits.data(), end.ptr);
+    }
     const auto end =
         std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::fixed, decimals);
     std::string_view text(digits.data(), static_cast<std::size_t>(end.ptr - digits.data()));
@@ -70,9 +87,12 @@ std::string colourText(Colour colour) {
     if (colour == noColour) {
         return "none";
     }
-    std::array<char, 8> digits{};
-    static_cast<void>(std::snprintf(digits.data(), digits.size(), "#%06x", static_cast<unsigned>(colour & 0xFFFFFF)));
-    return digits.data();
+    std::string text = "#000000";
+    auto rest = static_cast<unsigned>(colour & 0xFFFFFF);
+    for (std::size_t digit = text.size() - 1; rest != 0; --digit, rest >>= 4U) {
+        text[digit] = "0123456789abcdef"[rest & 0xFU];
+    }
+    return text;
 }
 
 std::string faceText(std::string_view face) {

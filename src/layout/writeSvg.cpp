@@ -34,7 +34,13 @@ public:
         raw(markup(value));
         raw(R"(")");
     }
-    void number(std::string_view name, double value) { attribute(name, decimal(value)); }
+    void number(std::string_view name, double value) {
+        raw(" ");
+        raw(name);
+        raw(R"(=")");
+        raw(decimal(value));
+        raw(R"(")");
+    }
 
     void rectangle(const Rectangle& box, std::string_view more = "") {
         raw("<rect");

@@ -153,6 +153,7 @@ TEST_F(Output, LeavesNoTraceWhenASignalEndsTheProgram) {
 
 TEST_F(Output, FilesAreReplacedTogether) {
     put("old", "before");
+    isWholeBroken = false;
     for (const bool fails : {true, false}) {
         {
             petal::OutputFiles outputs{std::filesystem::path(folder)};
@@ -166,7 +167,11 @@ TEST_F(Output, FilesAreReplacedTogether) {
                 EXPECT_THROW(outputs.commit(), std::system_error);
                 std::filesystem::remove(pathOf("last"));
             } else {
+                synchronised.clear();
+                wholes = 0;
                 outputs.commit();
+                EXPECT_EQ(wholes, 2) << "the contents, then the names";
+                EXPECT_TRUE(synchronised.empty());
             }
         }
         EXPECT_EQ(files(), fails ? Names{"old"} : (Names{"a/b/deep", "last", "new", "old"}));

@@ -114,7 +114,7 @@ Failure noDiagramNamed(const std::string& where, const DrawRequest& request) {
 /// Of several models some may lack the diagrams that are named; a single one must have one.
 std::unique_ptr<Drawing> readDrawing(const std::string& path, const DrawRequest& request, units::UnitLocator& locator,
                                      bool isSingle) {
-    units::UnitTree files = request.units.mode == "skip" ? readModelAlone(path) : readModelTree(path, locator);
+    units::UnitTree files = request.units.mode == "skip" ? readModelAlone(path) : readModelFiles(path, locator);
     if (request.units.mode != "skip") {
         checkUnits(path, files, request, locator, isSingle);
     }

@@ -43,19 +43,26 @@ void FileSystems::watch(const std::filesystem::path& folder) {
         return;
     }
     const char* name = folder.empty() ? "." : folder.c_str();
-    Descriptor opened(::open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     struct stat status {};
+    if (::stat(name, &status) == 0 && devices_.contains(status.st_dev)) {
+        folders_[folder] = status.st_dev;
+        return;
+    }
+    Descriptor opened(::open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (opened.isOpen() && ::fstat(opened.get(), &status) == 0) {
         folders_[folder] = status.st_dev;
-        if (isWholeKind(opened.get())) {
-            devices_.try_emplace(status.st_dev, std::move(opened));
-        }
+        devices_.try_emplace(status.st_dev, isWholeKind(opened.get()) ? std::move(opened) : Descriptor());
     }
 }
 
 bool FileSystems::syncWhole(dev_t device) {
     const auto found = devices_.find(device);
-    return found != devices_.end() && ::syncfs(found->second.get()) == 0;
+    return found != devices_.end() && found->second.isOpen() && ::syncfs(found->second.get()) == 0;
+}
+
+const dev_t* FileSystems::deviceOf(const std::filesystem::path& folder) const {
+    const auto found = folders_.find(folder);
+    return found != folders_.end() ? &found->second : nullptr;
 }
 
 std::vector<std::error_code> FileSystems::sync(std::span<const TemporaryFile* const> files) {
@@ -64,8 +71,8 @@ std::vector<std::error_code> FileSystems::sync(std::span<const TemporaryFile* co
     std::vector<std::size_t> single;
     for (std::size_t file = 0; file < files.size(); ++file) {
         errors[file] = attempt([&] { files[file]->takePermissions(); });
-        const auto folder = folders_.find(files[file]->getTarget().parent_path());
-        (folder != folders_.end() ? byDevice[folder->second] : single).push_back(file);
+        const dev_t* device = deviceOf(files[file]->getTarget().parent_path());
+        (device != nullptr ? byDevice[*device] : single).push_back(file);
     }
     for (const auto& [device, numbers] : byDevice) {
         // A failure of the whole may be that of another program's file: ask each of ours.
@@ -79,6 +86,21 @@ std::vector<std::error_code> FileSystems::sync(std::span<const TemporaryFile* co
         }
     }
     return errors;
+}
+
+void FileSystems::syncFolders(const std::set<std::filesystem::path>& folders) {
+    std::map<dev_t, std::vector<const std::filesystem::path*>> byDevice;
+    std::vector<const std::filesystem::path*> single;
+    for (const std::filesystem::path& folder : folders) {
+        const dev_t* device = deviceOf(folder);
+        (device != nullptr ? byDevice[*device] : single).push_back(&folder);
+    }
+    for (const auto& [device, some] : byDevice) {
+        if (some.size() == 1 || !syncWhole(device)) {
+            single.insert(single.end(), some.begin(), some.end());
+        }
+    }
+    std::ranges::for_each(single, [](const std::filesystem::path* folder) { syncFolder(*folder); });
 }
 
 } // namespace petal

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <map>
+#include <set>
 #include <span>
 #include <sys/types.h>
 #include <system_error>
@@ -23,12 +24,15 @@ public:
     /// each file, in the same order; no error means that the contents will survive a power cut. Files of a kind of file
     /// system that is not known to be synchronised as a whole are brought there one by one.
     [[nodiscard]] std::vector<std::error_code> sync(std::span<const TemporaryFile* const> files);
+    /// Brings the names in the folders to the disk, likewise. Throws `std::system_error`.
+    void syncFolders(const std::set<std::filesystem::path>& folders);
 
 private:
+    [[nodiscard]] const dev_t* deviceOf(const std::filesystem::path& folder) const; // null: not watched
     [[nodiscard]] bool syncWhole(dev_t device);
 
     std::map<std::filesystem::path, dev_t> folders_;
-    std::map<dev_t, Descriptor> devices_; // none where only single files can be synchronised
+    std::map<dev_t, Descriptor> devices_; // not open where only single files can be synchronised
 };
 
 } // namespace petal

@@ -43,7 +43,9 @@ public:
     Replacement& operator=(const Replacement&) = delete;
     ~Replacement() {
         for (const Step& step : steps_) {
-            ::unlink(step.former.c_str());
+            if (!step.isNew) {
+                ::unlink(step.former.c_str());
+            }
         }
     }
 
@@ -94,15 +96,20 @@ text::Output& OutputFiles::open(std::string_view name) {
     if (!target) {
         throw std::system_error(std::make_error_code(std::errc::file_exists));
     }
-    removeAbandoned(target->parent_path(), fewNames);
-    return files_.emplace_back(std::move(*target));
+    return add(std::move(*target));
+}
+
+text::Output& OutputFiles::add(fs::path target) {
+    const fs::path folder = target.parent_path();
+    removeAbandoned(folder, fewNames);
+    fileSystems_.watch(folder);
+    return files_.emplace_back(std::move(target));
 }
 
 void OutputFiles::addBeside(const std::string& path, int descriptor) {
     if (descriptor < 0 && path != "-" && namedDescriptor(path) < 0) {
         if (auto target = fileToReplace(path)) {
-            removeAbandoned(target->parent_path(), fewNames);
-            beside_ = &files_.emplace_back(std::move(*target));
+            beside_ = &add(std::move(*target));
             return;
         }
     }
@@ -114,14 +121,24 @@ void OutputFiles::commit() {
     if (stream_ != nullptr) {
         stream_->commit();
     }
+    sync();
+    replaceAll();
     std::set<fs::path> folders;
     for (const File& file : files_) {
-        file.temporary.sync();
         folders.insert(file.temporary.getTarget().parent_path());
     }
-    replaceAll();
-    for (const fs::path& folder : folders) {
-        syncFolder(folder);
+    fileSystems_.syncFolders(folders);
+}
+
+void OutputFiles::sync() {
+    std::vector<const TemporaryFile*> files;
+    for (const File& file : files_) {
+        files.push_back(&file.temporary);
+    }
+    for (const std::error_code& error : fileSystems_.sync(files)) {
+        if (error) {
+            throw std::system_error(error);
+        }
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "export/OutputFolder.h"
+#include "petal/output/FileSystems.h"
 #include "petal/output/ModelOutput.h"
 #include "petal/output/TemporaryFile.h"
 
@@ -13,7 +14,8 @@
 namespace petal {
 
 /// The files of one export, which are put in place together. Owns them; without `commit` they leave no trace, even when
-/// a signal ends the process. Each file uses a descriptor as long as the object lives.
+/// a signal ends the process. Each file uses a descriptor as long as the object lives. Several files are brought to the
+/// disk together, by `FileSystems`.
 class OutputFiles final : public exporter::OutputFolder {
 public:
     /// A folder of one: the output that `ModelOutput::open` opens. Throws as it does.
@@ -39,10 +41,14 @@ private:
         void write(std::string_view bytes) override { temporary.write(bytes); }
         TemporaryFile temporary;
     };
+    /// Begins a file that replaces `target`.
+    [[nodiscard]] text::Output& add(std::filesystem::path target);
+    void sync();
     void replaceAll();
 
     std::unique_ptr<ModelOutput> one_; // null for a folder
     std::filesystem::path folder_;
+    FileSystems fileSystems_;             // of `files_`
     std::deque<File> files_;              // of a folder, and those beside
     std::unique_ptr<ModelOutput> stream_; // beside, if it is not a regular file
     text::Output* beside_ = nullptr;
