@@ -28,8 +28,7 @@ struct Matching {
 ///
 /// 1. elements that alone have their quid, by it;
 /// 2. by the name in owners that are a pair. Those of one name, and the nameless, by equal content first; then those
-/// with
-///    a name, and arguments and roles without one, in their order;
+/// with a name, and arguments and roles without one, in their order;
 /// 3. in owners that are a pair, those alike in content by at least 60 in 100, if each is the only best for the other:
 ///    fields, what is in them, who refers to them and, for parts of classes, operations and associations, what stands
 ///    beside them.

@@ -4,7 +4,8 @@
 
 namespace text {
 
-BufferedOutput::BufferedOutput(Output& output) : output_(output), buffer_(std::make_unique_for_overwrite<char[]>(capacity)) {}
+BufferedOutput::BufferedOutput(Output& output)
+    : output_(output), buffer_(std::make_unique_for_overwrite<char[]>(capacity)) {}
 
 void BufferedOutput::put(std::string_view bytes) {
     if (bytes.size() > capacity - length_) {

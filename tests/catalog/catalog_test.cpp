@@ -459,4 +459,37 @@ TEST_F(CatalogOfFakes, ACrashCostsOneModel) {
     EXPECT_EQ(file.faults(), "");
 }
 
+// Small models share a process. One that ends it is read again alone, and the others are as if it were not there.
+TEST_F(CatalogOfFakes, ModelsThatShareAProcessDoNotHarmEachOther) {
+    const std::map<int, const char*> bad{{3, "crash\n"}, {9, "exit 3\n"}, {10, "crash\n"}, {29, "exit 3\n"}};
+    for (int number = 0; number < 40; ++number) {
+        const auto one = bad.find(number);
+        put("models/m" + std::to_string(100 + number) + ".mdl", one != bad.end() ? one->second : good);
+    }
+    for (const char* file : {"one.db", "three.db"}) {
+        const bool isOne = std::string_view(file) == "one.db";
+        const Ended ended = run(std::string("$petal catalog models -j ") + (isOne ? "1" : "3") + " -o " + file);
+        EXPECT_EQ(ended.status, 5);
+        EXPECT_TRUE(has(ended.errors, "40 models: 36 read, 0 unchanged, 4 failed"));
+        const Catalogue catalogue(pathOf(file));
+        EXPECT_EQ(catalogue.ask("SELECT path FROM model WHERE status = 'failed' ORDER BY path"),
+                  (std::vector<Catalogue::Cells>{{"m103.mdl"}, {"m109.mdl"}, {"m110.mdl"}, {"m129.mdl"}}));
+        EXPECT_EQ(catalogue.one("SELECT count(*) FROM (SELECT model FROM element GROUP BY model HAVING count(*) = 2)"),
+                  "36");
+        EXPECT_EQ(catalogue.faults(), "");
+    }
+    EXPECT_TRUE(get("one.db") == get("three.db"));
+}
+
+TEST_F(CatalogOfFakes, AFileMayHaveANameLikeThatOfADatabase) {
+    put("models/a.mdl", good);
+    EXPECT_EQ(run("$petal catalog models -q -o ./host=a.db").status, 0);
+    EXPECT_EQ(Catalogue(pathOf("host=a.db")).one("SELECT count(*) FROM model"), "1");
+    EXPECT_EQ(run("$petal catalog models -q -o 'Estate 1=new.db'").status, 0);
+    EXPECT_EQ(Catalogue(pathOf("Estate 1=new.db")).one("SELECT count(*) FROM model"), "1");
+    const Ended server = run("$petal catalog models -q -o 'host=/nowhere dbname=a'");
+    EXPECT_EQ(server.status, 6);
+    EXPECT_TRUE(has(server.errors, "the database cannot be reached"));
+}
+
 } // namespace
