@@ -435,6 +435,37 @@ TEST_F(Catalog, SaysWhyAFileIsNoCatalogueOrCannotBeWritten) {
     expectAsFresh("full.db");
 }
 
+// A later run of a part must find its models there, whatever else has come or gone.
+TEST_F(Catalog, PartsKeepTheirModels) {
+    putRandom(30);
+    const auto partsOf = [&] {
+        std::map<std::string, std::string> parts; // by path
+        for (const std::string part : {"1", "2", "3"}) {
+            const std::string file = "part" + part + ".db";
+            EXPECT_EQ(run("$petal catalog models -q --part " + part + "/3 -o " + file).status, 0);
+            for (const Catalogue::Cells& row : Catalogue(pathOf(file)).ask("SELECT path FROM model")) {
+                EXPECT_TRUE(parts.emplace(row.front(), part).second) << row.front() << " is in two parts";
+            }
+        }
+        return parts;
+    };
+    const std::map<std::string, std::string> before = partsOf();
+    EXPECT_EQ(before.size(), 30U);
+    for (const std::string part : {"1", "2", "3"}) {
+        const auto models = std::ranges::count(before, part, &std::pair<const std::string, std::string>::second);
+        EXPECT_GT(models, 0) << part;
+        EXPECT_LT(models, 30) << part;
+    }
+    put("models/a/first.mdl", logicalView(classNamed("First")));
+    std::filesystem::remove(pathOf("models") / before.begin()->first);
+    const std::map<std::string, std::string> after = partsOf();
+    EXPECT_EQ(after.size(), 30U);
+    EXPECT_TRUE(after.contains("a/first.mdl"));
+    for (const auto& [path, part] : after) {
+        EXPECT_TRUE(path == "a/first.mdl" || before.at(path) == part) << path;
+    }
+}
+
 class CatalogOfFakes : public FakeBridge {};
 
 TEST_F(CatalogOfFakes, ACrashCostsOneModel) {
