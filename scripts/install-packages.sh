@@ -19,7 +19,8 @@ case "${1:-}" in
     ;;
 --lint) packages="$packages clang-format clang-tidy eslint tidy python3-tinycss2" ;;
 --bench)
-    packages="$packages python3 flex libhyperscan-dev linux-perf valgrind strace"
+    packages="$packages python3 flex libhyperscan-dev linux-perf valgrind strace gnuplot-nox"
+    packages="$packages sqlite3 postgresql" # catalogues
     packages="$packages chromium chromium-driver python3-selenium" # show the format html
     ;;
 --fuzz) packages="$packages libgtest-dev libxml2-dev clang-14 libfuzzer-14-dev libclang-rt-14-dev llvm-14 python3" ;;

@@ -4,10 +4,9 @@ import argparse
 import os
 from pathlib import Path
 
-from inputs import found_models
+from inputs import SIZES, found_models
 from programs import ROOT
-
-SIZES = (1, 4, 16, 64, 256, 1024)  # megabytes; time is compared with that of the second
+from sections import SECTIONS
 
 
 def within(kind, low, high):
@@ -28,6 +27,16 @@ def one_of(numbers):
         if text not in map(str, numbers):
             raise argparse.ArgumentTypeError(f"'{text}' is none of {', '.join(map(str, numbers))}")
         return int(text)
+
+    return check
+
+
+def names_of(known):
+    def check(text):
+        names = text.split(",")
+        if not set(names) <= set(known):
+            raise argparse.ArgumentTypeError(f"'{text}' is not of {', '.join(known)}")
+        return names
 
     return check
 
@@ -60,7 +69,8 @@ WHOLE = {
     "largest": (one_of(SIZES[1:]), SIZES[-1], "megabytes of the largest model"),
     "portion": (within(float, 1e-5, 1), 1, "the share of the hard shapes' counts that is measured"),
     "archived": (within(int, 10, 100_000), 2000, "models of each archive"),
-    "before": (executable, None, "another petal, such as one of an earlier state, to compare archives with"),
+    "before": (executable, None, "another petal, such as one of an earlier state, to compare with"),
+    "only": (names_of(SECTIONS), None, f"only renew these sections of the file, with commas: {', '.join(SECTIONS)}"),
     "output": (writable, ROOT / "docs" / "performance.md", "the file that is written"),
 }
 
@@ -77,13 +87,10 @@ def parser():
     quick.add_argument(
         "--record", action="store_true", help="measure as --quick does, and put the ratios, less a margin, on record"
     )
-    quick.add_argument(
-        "--page", action="store_true", help="only measure pages in a browser, and renew their section of the file"
-    )
     whole = made.add_argument_group("a whole measurement, not with --quick and --record")
     for name, (check, usual, meaning) in WHOLE.items():
         told = usual.relative_to(ROOT) if isinstance(usual, Path) else usual
-        whole.add_argument(f"--{name}", type=check, help=f"{meaning} [{'none' if told is None else told}]")
+        whole.add_argument(f"--{name}", type=check, help=meaning if told is None else f"{meaning} [{told}]")
     return made
 
 
@@ -96,8 +103,6 @@ def arguments():
             setattr(asked, name, usual)
         elif asked.quick or asked.record:
             made.error(f"--{name} has no effect with --quick or --record")
-        elif asked.page and name not in ("rounds", "output"):
-            made.error(f"--{name} has no effect with --page")
     try:
         found_models()
     except ValueError as error:

@@ -13,6 +13,7 @@ from pathlib import Path
 from programs import DATA, program
 
 MEGABYTE = 1_000_000
+SIZES = (1, 4, 16, 64, 256, 1024)  # megabytes of ordinary models; time is compared with that of the second
 REAL_MODELS = "PETAL_REAL_MODELS"
 
 

@@ -26,8 +26,3 @@ def import_of(path, output="none"):
 def summed_up_import_of(path, output="none"):
     """The same with the summary that petal gives by default."""
     return [program("petal"), "import", str(path), "--format", output]
-
-
-def ledger_import_of(path, detail="named"):
-    """The same without the summary, but with a ledger, which goes nowhere."""
-    return [*import_of(path), "--ledger", "/dev/null", "--ledger-detail", detail]

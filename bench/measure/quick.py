@@ -8,10 +8,10 @@ import outputs
 import scanner
 import shapes
 import start
-import summary
 from inputs import made_texts, model
-from programs import ROOT, has
+from programs import ROOT, has, import_of, summed_up_import_of
 from report import Goal
+from timing import in_turns, ratio
 
 FLOORS = ROOT / "bench" / "floors.json"
 MARGIN = 0.75  # a floor is this share of what was measured: the noise of a busy machine must not cross it
@@ -23,14 +23,16 @@ STARTS = 30
 MEMORY = "file beside memory, "
 
 
-def quick_summary():
-    return summary.runs_of(model("plain", IMPORTED), ROUNDS, with_ledger=False)
+def summary_ratio():
+    path = model("plain", IMPORTED)
+    runs = in_turns({"quiet": import_of(path), "usual": summed_up_import_of(path)}, ROUNDS)
+    return 1 / ratio(runs["usual"], runs["quiet"])
 
 
 def single_ratios():
     """What measures each ratio that is measured by itself, by name. Ratios are the higher the faster petal is."""
     measures = {
-        "import beside import with the summary": lambda: 1 / summary.cost(quick_summary()),
+        "import beside import with the summary": summary_ratio,
         "import beside import with outputs": lambda: 1 / outputs.both_outputs(outputs.runs_of(IMPORTED, ROUNDS)),
         "newlines beside notation": lambda: notation.against_lines(model("plain", IMPORTED), ROUNDS),
         "empty process beside small import": lambda: start_ratio(start.QUIET),

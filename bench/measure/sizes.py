@@ -1,7 +1,6 @@
 """Whether time and memory grow in step with the input: ordinary models of 1 MB to 1 GB."""
 
-from arguments import SIZES
-from inputs import model, remove, size
+from inputs import SIZES, model, remove, size
 from programs import import_of
 from report import Goal, Section, table
 from timing import in_turns

@@ -60,12 +60,13 @@ def run(command):
     return Run(float(cpu), float(clock), int(peak), int(faults))
 
 
-def in_turns(commands, rounds):
-    """Runs each of the named commands that many times, one after the other in every round; the first round, which
-    finds cold caches, does not count unless it is the only one. Returns the runs by name."""
+def in_turns(commands, rounds, prepare=lambda: None):
+    """Runs each of the named commands that many times, one after the other in every round, each after `prepare`; the
+    first round, which finds cold caches, does not count unless it is the only one. Returns the runs by name."""
     runs = {name: Runs() for name in commands}
     for number in range(rounds + 1 if rounds > 1 else 1):
         for name, command in commands.items():
+            prepare()
             one = run(command)
             if number > 0 or rounds == 1:
                 runs[name].runs.append(one)
