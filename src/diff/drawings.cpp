@@ -44,19 +44,19 @@ std::vector<Property> propertiesOf(const NotationTree& tree, NodeId view) {
         const Node& node = tree[id];
         std::string value;
         if (node.kind == NodeKind::location) {
-            value = "(" + numberText(node.x) + ", " + numberText(node.y) + ")";
+            value = "(" + numberText(node.x()) + ", " + numberText(node.y()) + ")";
         } else if (node.kind == NodeKind::number) {
-            value = numberText(node.x);
-        } else if (node.kind == NodeKind::word || std::ranges::count(drawnTexts, node.key) > 0) {
-            value = node.text;
+            value = numberText(node.number());
+        } else if (node.kind == NodeKind::word || std::ranges::count(drawnTexts, node.key.name()) > 0) {
+            value = node.text();
         }
-        if (value.empty() || std::ranges::count(modelWords, node.key) > 0) {
+        if (value.empty() || std::ranges::count(modelWords, node.key.name()) > 0) {
             continue;
         }
-        std::string name(node.key);
+        std::string name(node.key.name());
         for (NodeId up = node.parent; up != view && up != noNode; up = tree[up].parent) {
             if (tree[up].kind == NodeKind::object) {
-                name.insert(0, std::string(tree[up].text) + " ");
+                name.insert(0, std::string(tree[up].text()) + " ");
             }
         }
         properties.push_back({std::move(name), std::move(value)});
@@ -97,20 +97,20 @@ std::vector<Diagram> diagramsOf(const Drawings& drawings) {
         const Node& node = drawings.tree[id];
         Diagram& diagram = diagrams.emplace_back();
         diagram.id = id;
-        diagram.kind = node.text;
+        diagram.kind = node.text();
         diagram.quid = text::lowerCase(drawings.tree.text(id, "quid"));
         const std::vector<std::string> packages = layout::packagesOf(drawings.tree, id);
         for (const std::string& package : packages) {
             diagram.side.qualifiedName += package + "::";
             ids.enter(package);
         }
-        diagram.side.qualifiedName += node.name;
+        diagram.side.qualifiedName += node.name();
         diagram.side.id = exporter::mayBeId(diagram.quid) ? exporter::idOfQuid(diagram.quid)
-                                                          : exporter::idOfName(ids.take(0, node.name));
+                                                          : exporter::idOfName(ids.take(0, node.name()));
         ids.leaveTo(0);
-        const std::string& unit = drawings.tree.fileName(node.file);
+        const std::string& unit = drawings.tree.fileName(node.head().file);
         diagram.side.file = unit.empty() ? drawings.file : unit;
-        diagram.side.line = node.line;
+        diagram.side.line = node.head().line;
     }
     return diagrams;
 }
@@ -123,7 +123,7 @@ void addViews(const NotationTree& tree, NodeId list, Views& views) {
     std::map<ViewKey, std::size_t> counts;
     for (NodeId id = tree[list].first; id != noNode; id = tree[id].next) {
         if (tree[id].kind == NodeKind::object) {
-            ViewKey key{tree[id].text, tree.text(id, "quidu"), tree[id].name, 0};
+            ViewKey key{tree[id].text(), tree.text(id, "quidu"), tree[id].name(), 0};
             std::get<3>(key) = counts[key]++;
             views.emplace(key, id);
         }

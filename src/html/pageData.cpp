@@ -218,7 +218,7 @@ public:
             if (node.kind != layout::NodeKind::object) {
                 continue;
             }
-            const auto found = details_.find({node.file, node.line, node.text});
+            const auto found = details_.find({node.head().file, node.head().line, node.text()});
             if (found != details_.end() && !found->second) {
                 found->second = {notation->text(id, "documentation"), notation->text(id, "quid")};
             }
@@ -272,10 +272,10 @@ void writePictureList(const layout::NotationTree& notation, CompactJson& json) {
     for (const layout::NodeId diagram : layout::diagramsOf(notation)) {
         const layout::Node& node = notation[diagram];
         json.open('[');
-        json.text(node.text);
-        json.text(node.name);
-        json.number(node.file);
-        json.number(node.line);
+        json.text(node.text());
+        json.text(node.name());
+        json.number(node.head().file);
+        json.number(node.head().line);
         json.close(']');
     }
     json.close(']');

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 namespace layout {
 
@@ -18,12 +19,15 @@ std::uint64_t extended(std::uint64_t hash, std::string_view text) {
     return hash;
 }
 
-std::string upper(std::string_view text) {
-    std::string result(text);
-    std::ranges::transform(result, result.begin(), [](char byte) {
-        return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
-    });
-    return result;
+bool isSmall(char byte) {
+    return byte >= 'a' && byte <= 'z';
+}
+
+/// The text in capitals, in `room` if it is not the text itself.
+std::string_view upper(std::string_view text, std::span<char> room) {
+    std::ranges::transform(text, room.begin(),
+                           [](char byte) { return isSmall(byte) ? static_cast<char>(byte - 'a' + 'A') : byte; });
+    return {room.data(), text.size()};
 }
 
 /// Of a diagram, not of the model.
@@ -33,44 +37,82 @@ bool isDrawn(std::string_view kind) {
 
 /// Whether it is part of the paths of what is in it.
 bool isInPaths(const Node& node) {
-    return node.kind == NodeKind::object && !node.name.empty() && node.text != "Design";
+    return node.kind == NodeKind::object && !node.name().empty() && node.text() != "Design";
+}
+
+/// Whether it is in, or is, something drawn.
+bool isWithinDrawn(const NotationTree& tree, NodeId id) {
+    while (id != noNode && !(tree[id].kind == NodeKind::object && isDrawn(tree[id].text()))) {
+        id = tree[id].parent;
+    }
+    return id != noNode;
 }
 
 } // namespace
 
-Elements::Elements(const NotationTree& tree) : tree_(tree), around_(tree.size(), noNode) {
-    std::vector<std::uint64_t> hashes(tree.size(), hashStart); // of the paths that end with, or around, each node
-    NodeId id = noNode;
-    bool skips = false;
-    while ((id = tree.following(id, noNode, skips)) != noNode) {
-        const Node& node = tree[id];
-        around_[id] = isInPaths(tree[node.parent]) ? node.parent : around_[node.parent];
-        hashes[id] = hashes[node.parent];
-        skips = node.kind == NodeKind::object && isDrawn(node.text);
-        if (node.kind != NodeKind::object || skips) {
+Elements::Elements(const NotationTree& tree) : tree_(tree) {
+    const std::vector<NodeId> quids = tree.sorted(tree.quids());
+    quids_.reserve(quids.size());
+    NodeId list = noNode; // of the last object, and whether it is of a diagram
+    bool isListDrawn = false;
+    for (const NodeId node : quids) {
+        const NodeId object = tree[node].parent;
+        const std::string_view quid = tree.text(object, "quid");
+        if (tree[object].kind != NodeKind::object || quid.empty() || tree.find(object, "quid") != node ||
+            isDrawn(tree[object].text())) {
             continue;
         }
-        if (const std::string_view quid = tree.text(id, "quid"); !quid.empty()) {
-            quids_.try_emplace(upper(quid), id);
+        if (list != tree[object].parent) {
+            list = tree[object].parent;
+            isListDrawn = isWithinDrawn(tree, list);
         }
-        if (isInPaths(node)) {
-            const std::uint64_t before = around_[id] == noNode ? hashStart : extended(hashes[id], separator);
-            paths_.emplace_back(hashes[id] = extended(before, node.name), id);
+        if (!isListDrawn) {
+            quids_.try_emplace(std::ranges::any_of(quid, isSmall) ? kept(quid) : quid, object);
         }
     }
-    std::ranges::stable_sort(paths_, {}, &std::pair<std::uint64_t, NodeId>::first);
+}
+
+std::string_view Elements::kept(std::string_view quid) {
+    return upper(quid, {static_cast<char*>(capitals_.allocate(quid.size(), 1)), quid.size()});
 }
 
 NodeId Elements::withQuid(std::string_view quid) const {
-    const auto found = quids_.find(upper(quid));
+    std::array<char, 64> room{};
+    std::string longer;
+    if (std::ranges::any_of(quid, isSmall)) {
+        if (quid.size() > room.size()) {
+            longer.resize(quid.size());
+        }
+        quid = upper(quid, longer.empty() ? std::span<char>(room) : std::span<char>(longer));
+    }
+    const auto found = quids_.find(quid);
     return found != quids_.end() ? found->second : noNode;
+}
+
+void Elements::makePaths() const {
+    paths_.around.assign(tree_.size(), noNode);
+    std::vector<std::uint64_t> hashes(tree_.size(), hashStart); // of the paths that end with, or around, each node
+    NodeId id = noNode;
+    bool skips = false;
+    while ((id = tree_.following(id, noNode, skips)) != noNode) {
+        const Node& node = tree_[id];
+        paths_.around[id] = isInPaths(tree_[node.parent]) ? node.parent : paths_.around[node.parent];
+        hashes[id] = hashes[node.parent];
+        skips = node.kind == NodeKind::object && isDrawn(node.text());
+        if (!skips && isInPaths(node)) {
+            const std::uint64_t before = paths_.around[id] == noNode ? hashStart : extended(hashes[id], separator);
+            paths_.hashes.emplace_back(hashes[id] = extended(before, node.name()), id);
+        }
+    }
+    std::ranges::stable_sort(paths_.hashes, {}, &std::pair<std::uint64_t, NodeId>::first);
 }
 
 NodeId Elements::named(std::string_view path) const {
     constexpr int mostTries = 8; // names that share a hash are no accident
-    auto found =
-        std::ranges::lower_bound(paths_, extended(hashStart, path), {}, &std::pair<std::uint64_t, NodeId>::first);
-    for (int tries = 0; tries < mostTries && found != paths_.end(); ++tries, ++found) {
+    std::call_once(paths_.isMade, [this] { makePaths(); });
+    auto found = std::ranges::lower_bound(paths_.hashes, extended(hashStart, path), {},
+                                          &std::pair<std::uint64_t, NodeId>::first);
+    for (int tries = 0; tries < mostTries && found != paths_.hashes.end(); ++tries, ++found) {
         if (isPathOf(found->second, path)) {
             return found->second;
         }
@@ -79,9 +121,9 @@ NodeId Elements::named(std::string_view path) const {
 }
 
 bool Elements::isPathOf(NodeId object, std::string_view path) const {
-    while (path.ends_with(tree_[object].name)) {
-        path.remove_suffix(tree_[object].name.size());
-        object = around_[object];
+    while (path.ends_with(tree_[object].name())) {
+        path.remove_suffix(tree_[object].name().size());
+        object = paths_.around[object];
         if (object == noNode || path.empty()) {
             return object == noNode && path.empty();
         }
@@ -120,10 +162,10 @@ std::string_view signOf(std::string_view word, std::string_view otherwise) {
 
 /// Of a list of such objects.
 template <class Take>
-void forEach(const NotationTree& tree, NodeId element, std::string_view list, std::string_view kind, Take take) {
+void forEach(const NotationTree& tree, NodeId element, Key list, std::string_view kind, Take take) {
     const NodeId found = tree.find(element, list);
     for (NodeId child = tree[found].first; found != noNode && child != noNode; child = tree[child].next) {
-        if (tree[child].kind == NodeKind::object && tree[child].text == kind) {
+        if (tree[child].kind == NodeKind::object && tree[child].text() == kind) {
             take(child);
         }
     }
@@ -150,7 +192,7 @@ std::vector<Member> attributesOf(const NotationTree& tree, NodeId element, const
         std::string text = stereotypeOf(tree, attribute, style);
         text += signOf(tree.text(attribute, "exportControl"), "- ");
         text += tree.isTrue(attribute, "derived") ? "/" : "";
-        text += typed(tree[attribute].name, tree.text(attribute, "type"));
+        text += typed(tree[attribute].name(), tree.text(attribute, "type"));
         if (const std::string_view initial = tree.text(attribute, "initv"); !initial.empty()) {
             text.append(" = ").append(initial);
         }
@@ -164,11 +206,11 @@ std::vector<Member> operationsOf(const NotationTree& tree, NodeId element, const
     forEach(tree, element, "operations", "Operation", [&](NodeId operation) {
         std::string text = stereotypeOf(tree, operation, style);
         text += signOf(tree.text(operation, "opExportControl"), "+ ");
-        text.append(tree[operation].name).append("(");
+        text.append(tree[operation].name()).append("(");
         if (style.hasSignatures) {
             bool isFirst = true;
             forEach(tree, operation, "parameters", "Parameter", [&](NodeId parameter) {
-                text += (isFirst ? "" : ", ") + typed(tree[parameter].name, tree.text(parameter, "type"));
+                text += (isFirst ? "" : ", ") + typed(tree[parameter].name(), tree.text(parameter, "type"));
                 isFirst = false;
             });
         }
@@ -183,8 +225,9 @@ std::vector<Member> operationsOf(const NotationTree& tree, NodeId element, const
 
 std::vector<std::string> templateParametersOf(const NotationTree& tree, NodeId element) {
     std::vector<std::string> parameters;
-    forEach(tree, element, "parameters", "Parameter",
-            [&](NodeId parameter) { parameters.push_back(typed(tree[parameter].name, tree.text(parameter, "type"))); });
+    forEach(tree, element, "parameters", "Parameter", [&](NodeId parameter) {
+        parameters.push_back(typed(tree[parameter].name(), tree.text(parameter, "type")));
+    });
     return parameters;
 }
 

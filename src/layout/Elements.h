@@ -1,9 +1,12 @@
 #pragma once
 
+#include "host/text/KelTextHash.h"
 #include "layout/NotationTree.h"
 
+#include <memory_resource>
+#include <mutex>
 #include <string>
-#include <unordered_map>
+#include <tsl/robin_map.h>
 #include <utility>
 #include <vector>
 
@@ -11,8 +14,8 @@ namespace layout {
 
 /// The elements of a model, by quid and by qualified name.
 ///
-/// Refers to the tree, which must outlive it. Immutable, so several threads may use it. Takes memory proportional to
-/// the tree; a lookup takes logarithmic time at most.
+/// Refers to the tree, which must outlive it. Several threads may use it. Takes memory proportional to the tree; a
+/// lookup takes logarithmic time at most, but the first one by name the time to walk the tree: few models need it.
 class Elements {
 public:
     explicit Elements(const NotationTree& tree);
@@ -23,12 +26,20 @@ public:
     [[nodiscard]] NodeId named(std::string_view path) const;
 
 private:
+    /// By name, made when first needed.
+    struct Paths {
+        std::once_flag isMade;
+        std::vector<NodeId> around;                           // of each node the named object that it is in
+        std::vector<std::pair<std::uint64_t, NodeId>> hashes; // of the paths, in their order
+    };
+    void makePaths() const;
+    [[nodiscard]] std::string_view kept(std::string_view quid);
     [[nodiscard]] bool isPathOf(NodeId object, std::string_view path) const;
 
     const NotationTree& tree_;
-    std::vector<NodeId> around_;                          // of each node the named object that it is in
-    std::unordered_map<std::string, NodeId> quids_;       // in capitals
-    std::vector<std::pair<std::uint64_t, NodeId>> paths_; // hashes
+    tsl::robin_map<std::string_view, NodeId, KelTextHash> quids_; // in capitals
+    std::pmr::monotonic_buffer_resource capitals_;                // of quids that the tree has not in capitals
+    mutable Paths paths_;
 };
 
 /// A line of a compartment.

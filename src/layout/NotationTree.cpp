@@ -1,9 +1,9 @@
 #include "layout/NotationTree.h"
 
 #include "host/encoding/KelTextDecoder.h"
-#include "host/text/KelTextHash.h"
 #include "notation/Reader.h"
 #include "notation/unescaped.h"
+#include "notation/wordKind.h"
 #include "units/OpenFile.h"
 #include "units/localText.h"
 
@@ -11,7 +11,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <tsl/robin_set.h>
+#include <new>
+#include <type_traits>
 #include <utility>
 
 namespace layout {
@@ -21,78 +22,7 @@ namespace {
 using notation::Construct;
 using notation::Event;
 using notation::EventKind;
-
-/// The properties with a single value that pictures need.
-constexpr std::array<std::string_view, 63> wantedKeys{"AssociationClass",
-                                                      "Containment",
-                                                      "IncludeAttribute",
-                                                      "IncludeOperation",
-                                                      "Nested",
-                                                      "Parent_View",
-                                                      "ShowCompartmentStereotypes",
-                                                      "ShowOperationSignature",
-                                                      "SuppressAttribute",
-                                                      "SuppressOperation",
-                                                      "abstract",
-                                                      "anchor",
-                                                      "anchor_loc",
-                                                      "bold",
-                                                      "class",
-                                                      "client",
-                                                      "client_cardinality",
-                                                      "color",
-                                                      "default_color",
-                                                      "derived",
-                                                      "documentation",
-                                                      "drawSupplier",
-                                                      "exportControl",
-                                                      "face",
-                                                      "fill_color",
-                                                      "height",
-                                                      "hidden",
-                                                      "icon",
-                                                      "icon_height",
-                                                      "icon_style",
-                                                      "icon_width",
-                                                      "initv",
-                                                      "is_aggregate",
-                                                      "is_navigable",
-                                                      "italics",
-                                                      "justify",
-                                                      "label",
-                                                      "line_color",
-                                                      "line_style",
-                                                      "location",
-                                                      "max_width",
-                                                      "nlines",
-                                                      "opExportControl",
-                                                      "origin",
-                                                      "origin_attachment",
-                                                      "quid",
-                                                      "quidu",
-                                                      "result",
-                                                      "sequence",
-                                                      "size",
-                                                      "static",
-                                                      "stereotype",
-                                                      "strike",
-                                                      "supplier",
-                                                      "sync_is_horizontal",
-                                                      "synchronization",
-                                                      "terminal_attachment",
-                                                      "terminus",
-                                                      "type",
-                                                      "underline",
-                                                      "width",
-                                                      "y_coord",
-                                                      "when"};
-
-/// The property's name as the tree has it; empty for one that is not wanted.
-std::string_view wantedKey(std::string_view key) {
-    static const tsl::robin_set<std::string_view, KelTextHash> keys(wantedKeys.begin(), wantedKeys.end());
-    const auto found = keys.find(key);
-    return found != keys.end() ? *found : std::string_view();
-}
+using notation::Line;
 
 /// The lists of properties that belong to other tools.
 constexpr std::string_view toolProperties = "attributes";
@@ -117,7 +47,11 @@ std::int64_t toReference(std::string_view text) {
 }
 
 bool isAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+    unsigned char bits = 0; // no early end, so that the compiler can look at many bytes at a time
+    for (const char byte : text) {
+        bits |= static_cast<unsigned char>(byte);
+    }
+    return bits < 0x80;
 }
 
 NodeKind kindOf(Construct construct) {
@@ -151,6 +85,7 @@ public:
 
     void load() {
         tree_.nodes_.add();
+        open_.push_back({noNode, noNode});
         contents_.resize(files_.files.size(), noNode);
         for (file_ = 0; file_ < files_.files.size(); ++file_) {
             const units::ResolvedFile& file = files_.files[file_];
@@ -163,18 +98,52 @@ public:
     }
 
 private:
+    struct Open {
+        NodeId node;
+        NodeId last; // in it
+    };
+    /// The start of an object, as events and lines have it.
+    struct Start {
+        std::string_view kind;
+        std::string_view firstName;
+        std::string_view name;
+        std::string_view reference;
+        std::uint64_t line;
+        std::uint64_t offset;
+    };
+
     void read(const units::ResolvedFile& file) {
         units::OpenFile source(file.path);
         notation::Reader reader(source);
         KelTextDecoder decoder(units::encodingOf(file.contents.charSet));
         decoder_ = &decoder;
         unit_ = 0;
-        open_.assign(1, noNode);
+        open_.resize(1);
         skipped_ = 0;
-        while (reader.next()) {
-            take(reader.event());
+        for (;;) {
+            if (const Line* line = reader.nextLine()) {
+                take(*line);
+            } else if (reader.next()) {
+                take(reader.event());
+            } else {
+                break;
+            }
         }
         finishText();
+    }
+
+    void take(const Line& line) {
+        finishText();
+        if (line.isStart()) {
+            if (!skips(line.key)) {
+                start(line);
+            }
+        } else if (line.kind != EventKind::end && skipped_ == 0) {
+            value(line);
+        }
+        for (std::uint32_t end = 0; end < line.ends; ++end) {
+            this->end();
+        }
     }
 
     void take(const Event& event) {
@@ -193,15 +162,9 @@ private:
         }
         finishText();
         if (event.kind == EventKind::end) {
-            if (skipped_ > 0) {
-                --skipped_;
-            } else if (open_.size() > 1) {
-                open_.pop_back();
-            }
+            end();
         } else if (event.kind == EventKind::start) {
-            if (skipped_ > 0 || event.key == toolProperties) {
-                ++skipped_;
-            } else {
+            if (!skips(event.key)) {
                 start(event);
             }
         } else if (skipped_ == 0) {
@@ -209,87 +172,153 @@ private:
         }
     }
 
-    Node& add(NodeKind kind, const Event& event) {
+    /// Whether the construct that starts is left out.
+    bool skips(std::string_view key) {
+        const bool skips = skipped_ > 0 || key == toolProperties;
+        skipped_ += skips ? 1 : 0;
+        return skips;
+    }
+
+    void end() {
+        if (skipped_ > 0) {
+            --skipped_;
+        } else if (open_.size() > 1) {
+            open_.pop_back();
+        }
+    }
+
+    /// The node is valid until the next one is added.
+    Node& add(NodeKind kind, Key key) {
         const auto id = static_cast<NodeId>(tree_.nodes_.size());
-        const NodeId parent = open_.back();
+        Open& above = open_.back();
         Node& node = tree_.nodes_.add();
         node.kind = kind;
-        node.file = static_cast<std::uint32_t>(file_);
-        node.line = event.place.line;
-        node.parent = parent;
-        Node& above = tree_.nodes_[parent];
-        (above.first == noNode ? above.first : tree_.nodes_[above.last].next) = id;
+        node.key = key;
+        node.parent = above.node;
+        (above.last == noNode ? tree_.nodes_[above.node].first : tree_.nodes_[above.last].next) = id;
         above.last = id;
+        if (key == Key("quid")) {
+            tree_.quids_.push_back(id);
+        }
         return node;
+    }
+    [[nodiscard]] NodeId lastAdded() const { return static_cast<NodeId>(tree_.nodes_.size() - 1); }
+
+    void start(const Line& line) {
+        if (line.construct != Construct::object) {
+            startList(kindOf(line.construct), Key::of(line.key), line.text);
+            return;
+        }
+        const auto& [first, second] = line.names;
+        const std::string_view name = decoded(first);
+        startObject(Key::of(line.key), {line.text, name, second.data() == nullptr ? name : decoded(second),
+                                        line.reference, line.place.line, line.valueBegin});
     }
 
     void start(const Event& event) {
-        const NodeId parent = open_.back();
-        Node& node = add(kindOf(event.construct), event);
-        const auto id = static_cast<NodeId>(tree_.nodes_.size() - 1);
-        node.key = kept(event.key);
-        node.text = kept(event.text);
-        if (event.construct == Construct::object) {
-            if (!event.names.empty()) {
-                node.firstName = name(event.names.front());
-                node.name = event.names.size() == 1 ? node.firstName : name(event.names.back());
-            }
-            node.reference = toReference(event.reference);
-            const units::ResolvedFile& file = files_.files[file_];
-            if (parent == noNode && event.text == file.contents.kind && contents_[file_] == noNode &&
-                event.place.offset == file.contents.content.begin) {
-                contents_[file_] = id;
-            }
-            while (unit_ < file.units.size() && file.units[unit_].reference.place.offset < event.place.offset) {
-                ++unit_;
-            }
-            if (unit_ < file.units.size() && file.units[unit_].reference.place.offset == event.place.offset &&
-                file.units[unit_].state == units::UnitState::found) {
-                places_.emplace_back(id, file.units[unit_].file);
-            }
+        if (event.construct != Construct::object) {
+            startList(kindOf(event.construct), Key::of(event.key), event.text);
+            return;
         }
-        open_.push_back(id);
+        Start start{event.text, {}, {}, event.reference, event.place.line, event.place.offset};
+        if (!event.names.empty()) {
+            start.firstName = name(event.names.front());
+            start.name = event.names.size() == 1 ? start.firstName : name(event.names.back());
+        }
+        startObject(Key::of(event.key), start);
+    }
+
+    void startList(NodeKind kind, Key key, std::string_view word) {
+        add(kind, key).data_.text = textOf(shared(word));
+        if (kind == NodeKind::list && key == Key("items")) {
+            tree_.itemLists_.push_back(lastAdded());
+        }
+        open_.push_back({lastAdded(), noNode});
+    }
+
+    /// The names are kept already.
+    void startObject(Key key, const Start& start) {
+        const NodeId parent = open_.back().node;
+        add(NodeKind::object, key).data_.head =
+            newHead({shared(start.kind), start.firstName, start.name, toReference(start.reference), start.line,
+                     static_cast<std::uint32_t>(file_)});
+        open_.push_back({lastAdded(), noNode});
+        const units::ResolvedFile& file = files_.files[file_];
+        if (parent == noNode && start.kind == file.contents.kind && contents_[file_] == noNode &&
+            start.offset == file.contents.content.begin) {
+            contents_[file_] = lastAdded();
+        }
+        while (unit_ < file.units.size() && file.units[unit_].reference.place.offset < start.offset) {
+            ++unit_;
+        }
+        if (unit_ < file.units.size() && file.units[unit_].reference.place.offset == start.offset &&
+            file.units[unit_].state == units::UnitState::found) {
+            places_.emplace_back(lastAdded(), file.units[unit_].file);
+        }
+    }
+
+    /// Whether a value of the property is kept: within objects only those of the table are.
+    [[nodiscard]] bool isWanted(Key key) const {
+        const NodeKind above = tree_[open_.back().node].kind;
+        return key.isOfValues() || (above != NodeKind::object && above != NodeKind::root);
+    }
+
+    void value(const Line& line) {
+        const Key key = Key::of(line.key);
+        if (line.construct == Construct::value) {
+            startList(NodeKind::value, key, "Text");
+            add(NodeKind::text, {}).data_.text = textOf(decoded(line.text));
+            end();
+            return;
+        }
+        if (!isWanted(key)) {
+            return;
+        }
+        switch (line.kind) {
+        case EventKind::location:
+            add(NodeKind::location, key).data_.place = {toNumber(line.text), toNumber(line.y)};
+            break;
+        case EventKind::reference:
+            add(NodeKind::reference, key).data_.reference = toReference(line.text);
+            break;
+        case EventKind::text:
+            add(NodeKind::text, key).data_.text = textOf(decoded(line.text));
+            break;
+        default:
+            const bool isWord = notation::wordKind(line.text) == notation::TokenKind::word;
+            add(isWord ? NodeKind::word : NodeKind::number, key).data_.text =
+                textOf(isWord ? shared(line.text) : kept(line.text));
+        }
     }
 
     void value(const Event& event) {
-        const Node& above = tree_[open_.back()];
-        std::string_view key;
-        if (above.kind == NodeKind::object || above.kind == NodeKind::root) {
-            key = wantedKey(event.key);
-            if (key.empty()) {
-                return;
-            }
+        const Key key = Key::of(event.key);
+        if (!isWanted(key)) {
+            return;
         }
-        const NodeKind kind = event.kind == EventKind::location                                   ? NodeKind::location
-                              : event.kind == EventKind::reference                                ? NodeKind::reference
-                              : event.kind == EventKind::integer || event.kind == EventKind::real ? NodeKind::number
-                              : event.kind == EventKind::text || event.kind == EventKind::line    ? NodeKind::text
-                                                                                                  : NodeKind::word;
-        Node& node = add(kind, event);
-        node.key = key;
-        switch (kind) {
-        case NodeKind::location:
-            node.x = toNumber(event.text);
-            node.y = toNumber(event.y);
+        switch (event.kind) {
+        case EventKind::location:
+            add(NodeKind::location, key).data_.place = {toNumber(event.text), toNumber(event.y)};
             break;
-        case NodeKind::reference:
-            node.reference = toReference(event.text);
+        case EventKind::reference:
+            add(NodeKind::reference, key).data_.reference = toReference(event.text);
             break;
-        case NodeKind::number:
-            node.x = toNumber(event.text);
-            node.text = kept(event.text);
+        case EventKind::integer:
+        case EventKind::real:
+            add(NodeKind::number, key).data_.text = textOf(kept(event.text));
             break;
         default:
-            filling_ = static_cast<NodeId>(tree_.nodes_.size() - 1);
             isQuoted_ = event.kind == EventKind::text;
+            add(isQuoted_ || event.kind == EventKind::line ? NodeKind::text : NodeKind::word, key);
+            filling_ = lastAdded();
             pending_.assign(event.text);
         }
     }
 
     void finishText() {
         if (filling_ != noNode) {
-            Node& node = tree_.nodes_[std::exchange(filling_, noNode)];
-            node.text = decoded(isQuoted_ ? notation::unescaped(pending_) : pending_);
+            const std::string_view text = decoded(isQuoted_ ? notation::unescaped(pending_) : pending_);
+            tree_.nodes_[std::exchange(filling_, noNode)].data_.text = textOf(text);
         }
     }
 
@@ -297,7 +326,7 @@ private:
         return decoded(name.hasEscapes ? notation::unescaped(name.text) : std::string(name.text));
     }
 
-    std::string_view decoded(const std::string& bytes) {
+    std::string_view decoded(std::string_view bytes) {
         return isAscii(bytes) ? kept(bytes) : kept(decoder_->toUtf8(bytes));
     }
 
@@ -305,23 +334,30 @@ private:
         if (text.empty()) {
             return {};
         }
-        if (text.size() > free_) {
-            constexpr std::size_t chunk = std::size_t{64} * 1024;
-            const std::size_t size = std::max(chunk, text.size());
-            if (size == chunk) {
-                chunk_ = tree_.texts_.emplace_back(new char[size]).get();
-                free_ = size;
-            } else {
-                char* const own = tree_.texts_.emplace_back(new char[size]).get();
-                std::ranges::copy(text, own);
-                return {own, text.size()};
-            }
-        }
-        char* const target = chunk_;
+        auto* const target = static_cast<char*>(tree_.texts_.allocate(text.size(), 1));
         std::ranges::copy(text, target);
-        chunk_ += text.size();
-        free_ -= text.size();
         return {target, text.size()};
+    }
+
+    /// The same for words, of which files have few, over and over.
+    std::string_view shared(std::string_view word) {
+        if (word.empty()) {
+            return {};
+        }
+        const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(word[at]); };
+        std::string_view& known =
+            recent_[(byte(0) + byte(word.size() / 2) * 5U + byte(word.size() - 1) * 17U + word.size()) %
+                    recent_.size()];
+        if (known != word) {
+            known = kept(word);
+        }
+        return known;
+    }
+
+    static Node::Text textOf(std::string_view text) { return {text.data(), text.size()}; }
+
+    ObjectHead* newHead(const ObjectHead& head) {
+        return new (tree_.texts_.allocate(sizeof(ObjectHead), alignof(ObjectHead))) ObjectHead(head);
     }
 
     /// Makes the object that refers to a unit what the unit's content is.
@@ -329,18 +365,18 @@ private:
         if (content == noNode) {
             return;
         }
+        tree_.isInOrder_ = false;
         Node& target = tree_.nodes_[reference];
         Node& source = tree_.nodes_[content];
-        Node merged = source;
-        merged.key = target.key;
-        merged.parent = target.parent;
-        merged.next = target.next;
-        target = merged;
+        target.kind = source.kind;
+        target.first = source.first;
+        target.data_ = source.data_;
         for (NodeId child = target.first; child != noNode; child = tree_.nodes_[child].next) {
             tree_.nodes_[child].parent = reference;
         }
-        source.first = source.last = noNode;
-        source.text = {};
+        source.first = noNode;
+        source.data_.head = newHead(source.head());
+        source.data_.head->kind = {};
     }
 
     NotationTree& tree_;
@@ -348,16 +384,34 @@ private:
     std::size_t file_ = 0;
     std::size_t unit_ = 0; // of the file: the first that may come next
     KelTextDecoder* decoder_ = nullptr;
-    std::vector<NodeId> open_;
+    std::vector<Open> open_;
     std::size_t skipped_ = 0; // constructs open within one that is left out
     NodeId filling_ = noNode; // whose text is in `pending_` so far
     bool isQuoted_ = false;
     std::string pending_;
-    char* chunk_ = nullptr;
-    std::size_t free_ = 0;
+    std::array<std::string_view, 256> recent_;
     std::vector<NodeId> contents_;                       // of each file
     std::vector<std::pair<NodeId, std::size_t>> places_; // references and the files of their units
 };
+
+const ObjectHead Node::noHead;
+
+double Node::number() const {
+    return kind == NodeKind::number ? toNumber(text()) : kind == NodeKind::location ? data_.place.x : 0;
+}
+
+void NotationTree::Nodes::grow() {
+    constexpr std::size_t fewest = 1024;
+    const std::size_t capacity = std::max(fewest, capacity_ * 2);
+    static_assert(std::is_trivially_copyable_v<Node>);
+    auto* const larger = static_cast<Node*>(std::realloc(nodes_.get(), capacity * sizeof(Node)));
+    if (larger == nullptr) {
+        throw std::bad_alloc();
+    }
+    static_cast<void>(nodes_.release());
+    nodes_.reset(larger);
+    capacity_ = capacity;
+}
 
 NotationTree::NotationTree(const units::UnitTree& files) {
     Loader(*this, files).load();
@@ -365,7 +419,7 @@ NotationTree::NotationTree(const units::UnitTree& files) {
 
 NotationTree::~NotationTree() = default;
 
-NodeId NotationTree::find(NodeId object, std::string_view key) const {
+NodeId NotationTree::find(NodeId object, Key key) const {
     for (NodeId child = nodes_[object].first; child != noNode; child = nodes_[child].next) {
         if (nodes_[child].key == key) {
             return child;
@@ -374,25 +428,25 @@ NodeId NotationTree::find(NodeId object, std::string_view key) const {
     return noNode;
 }
 
-std::string_view NotationTree::text(NodeId object, std::string_view key) const {
+std::string_view NotationTree::text(NodeId object, Key key) const {
     NodeId found = find(object, key);
     if (found != noNode && nodes_[found].kind == NodeKind::value) {
         found = nodes_[found].first;
     }
     const NodeKind kind = nodes_[found].kind;
     return found != noNode && (kind == NodeKind::text || kind == NodeKind::word || kind == NodeKind::number)
-               ? nodes_[found].text
+               ? nodes_[found].text()
                : std::string_view();
 }
 
-double NotationTree::number(NodeId object, std::string_view key, double otherwise) const {
-    const NodeId found = find(object, key);
-    return nodes_[found].kind == NodeKind::number ? nodes_[found].x : otherwise;
+double NotationTree::number(NodeId object, Key key, double otherwise) const {
+    const Node& found = nodes_[find(object, key)];
+    return found.kind == NodeKind::number ? found.number() : otherwise;
 }
 
-std::int64_t NotationTree::reference(NodeId object, std::string_view key) const {
-    const NodeId found = find(object, key);
-    return nodes_[found].kind == NodeKind::reference ? nodes_[found].reference : -1;
+std::int64_t NotationTree::reference(NodeId object, Key key) const {
+    const Node& found = nodes_[find(object, key)];
+    return found.kind == NodeKind::reference ? found.reference() : -1;
 }
 
 NodeId NotationTree::following(NodeId id, NodeId top, bool skips) const {
@@ -403,6 +457,23 @@ NodeId NotationTree::following(NodeId id, NodeId top, bool skips) const {
         id = nodes_[id].parent;
     }
     return id == top ? noNode : nodes_[id].next;
+}
+
+std::vector<NodeId> NotationTree::sorted(std::vector<NodeId> nodes) const {
+    if (isInOrder_) {
+        return nodes;
+    }
+    std::vector<bool> isSought(size());
+    for (const NodeId node : nodes) {
+        isSought[node] = true;
+    }
+    nodes.clear();
+    for (NodeId id = noNode; (id = following(id, noNode)) != noNode;) {
+        if (isSought[id]) {
+            nodes.push_back(id);
+        }
+    }
+    return nodes;
 }
 
 } // namespace layout

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "layout/Key.h"
 #include "units/UnitTree.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,23 +18,71 @@ inline constexpr NodeId noNode = 0; ///< the root, which has no owner
 
 enum class NodeKind : std::uint8_t { root, object, list, value, group, text, number, reference, location, word };
 
-/// An object, a list, a property's value. Texts are in UTF-8.
-struct Node {
+/// The start of an object.
+struct ObjectHead {
+    std::string_view kind;
+    std::string_view firstName;
+    std::string_view name;       ///< the last one; both are the same where there is only one
+    std::int64_t reference = -1; ///< the number after "@"
+    std::uint64_t line = 0;      ///< where it begins
+    std::uint32_t file = 0;      ///< in `UnitTree::files`
+};
+
+/// An object, a list, a property's value. Texts are in UTF-8, and live as long as the tree.
+///
+/// Models have hundreds of thousands of them, so a node is small, and what only objects have is elsewhere.
+class Node {
+public:
     NodeKind kind = NodeKind::root;
-    std::uint32_t file = 0; ///< in `UnitTree::files`
+    Key key; ///< of the property that it is the value of
     NodeId parent = noNode;
     NodeId first = noNode;
-    NodeId last = noNode;
-    NodeId next = noNode;        ///< beside the key, for lookups, which walk over both
-    std::string_view key;        ///< of the property that it is the value of; empty for none
-    std::string_view text;       ///< of an object or a list the word that says what it is; else the value
-    std::string_view firstName;  ///< of an object
-    std::string_view name;       ///< the last one; both are the same where there is only one
-    std::int64_t reference = -1; ///< of an object the number after "@", of a reference likewise
-    double x = 0;                ///< of a location; of a number its value
-    double y = 0;                ///< of a location
-    std::uint64_t line = 0;      ///< where it begins
+    NodeId next = noNode;
+
+    /// Of an object or a list the word that says what it is; of another the value, except for places and references.
+    [[nodiscard]] std::string_view text() const {
+        switch (kind) {
+        case NodeKind::object:
+            return data_.head->kind;
+        case NodeKind::location:
+        case NodeKind::reference:
+            return {};
+        default:
+            return {data_.text.begin, data_.text.size};
+        }
+    }
+    /// Of another node than an object that of an object without any.
+    [[nodiscard]] const ObjectHead& head() const { return kind == NodeKind::object ? *data_.head : noHead; }
+    [[nodiscard]] std::string_view name() const { return head().name; }
+    [[nodiscard]] std::int64_t reference() const {
+        return kind == NodeKind::reference ? data_.reference : head().reference;
+    }
+    /// PRECONDITION: it is a location.
+    [[nodiscard]] double x() const { return data_.place.x; }
+    [[nodiscard]] double y() const { return data_.place.y; }
+    /// The value of a number, or the x of a location; 0 for other nodes.
+    [[nodiscard]] double number() const;
+
+private:
+    friend class NotationTree;
+
+    static const ObjectHead noHead;
+    struct Text {
+        const char* begin;
+        std::size_t size;
+    };
+    struct Place {
+        double x;
+        double y;
+    };
+    union Data { // by `kind`
+        Text text{};
+        Place place;
+        std::int64_t reference;
+        ObjectHead* head;
+    } data_;
 };
+static_assert(sizeof(Node) == 32);
 
 /// The faults of the notation in the files, which were repaired.
 struct Damages {
@@ -43,8 +94,8 @@ struct Damages {
 /// The text of a model and its units as far as pictures need it: all objects, and of their properties those of a table.
 /// The content of a unit stands where the model refers to it.
 ///
-/// Owns all texts. Immutable, so several threads may use it. Takes time and memory proportional to the files, about 3.5
-/// times their size; a lookup of a property walks the properties of one object.
+/// Owns all texts. Immutable, so several threads may use it. Takes time and memory proportional to the files; a lookup
+/// of a property walks the properties of one object.
 class NotationTree {
 public:
     /// Throws `std::system_error` when a file cannot be read.
@@ -57,15 +108,21 @@ public:
     [[nodiscard]] std::size_t size() const { return nodes_.size(); }
 
     /// The value of an object's first property of that name, or `noNode`.
-    [[nodiscard]] NodeId find(NodeId object, std::string_view key) const;
+    [[nodiscard]] NodeId find(NodeId object, Key key) const;
     /// The text of a property; of a "(value ...)" that in it. Empty when there is none.
-    [[nodiscard]] std::string_view text(NodeId object, std::string_view key) const;
-    [[nodiscard]] bool isTrue(NodeId object, std::string_view key) const { return text(object, key) == "TRUE"; }
-    [[nodiscard]] double number(NodeId object, std::string_view key, double otherwise) const;
-    [[nodiscard]] std::int64_t reference(NodeId object, std::string_view key) const;
+    [[nodiscard]] std::string_view text(NodeId object, Key key) const;
+    [[nodiscard]] bool isTrue(NodeId object, Key key) const { return text(object, key) == "TRUE"; }
+    [[nodiscard]] double number(NodeId object, Key key, double otherwise) const;
+    [[nodiscard]] std::int64_t reference(NodeId object, Key key) const;
     /// The node after this one in the order of the text, within `top`; `noNode` after the last. With `skips` what is in
     /// this one is left out.
     [[nodiscard]] NodeId following(NodeId id, NodeId top, bool skips = false) const;
+    /// The values of the properties "items" that are lists, and those of the properties "quid", in the order of the
+    /// files, which is that of the nodes' numbers.
+    [[nodiscard]] const std::vector<NodeId>& itemLists() const { return itemLists_; }
+    [[nodiscard]] const std::vector<NodeId>& quids() const { return quids_; }
+    /// Brings nodes that are in the order of the files into that of `following`; others are left out.
+    [[nodiscard]] std::vector<NodeId> sorted(std::vector<NodeId> nodes) const;
     [[nodiscard]] const Damages& getDamages() const { return damages_; }
     /// The file as outputs name it: relative to the model's folder, or only its name; empty for the model's own.
     [[nodiscard]] const std::string& fileName(std::uint32_t file) const { return fileNames_[file]; }
@@ -73,28 +130,35 @@ public:
 private:
     class Loader;
 
-    /// Grows without moving the nodes, which are most of the memory.
+    /// The nodes in one piece, which the C library extends without copying it once it is large.
     class Nodes {
     public:
         Node& add() {
-            if (size_ % blockSize == 0) {
-                blocks_.push_back(std::make_unique<Node[]>(blockSize));
+            if (size_ == capacity_) {
+                grow();
             }
-            return (*this)[static_cast<NodeId>(size_++)];
+            return *new (&nodes_.get()[size_++]) Node();
         }
-        Node& operator[](NodeId id) { return blocks_[id / blockSize][id % blockSize]; }
-        const Node& operator[](NodeId id) const { return blocks_[id / blockSize][id % blockSize]; }
+        Node& operator[](NodeId id) { return nodes_.get()[id]; }
+        const Node& operator[](NodeId id) const { return nodes_.get()[id]; }
         [[nodiscard]] std::size_t size() const { return size_; }
 
     private:
-        static constexpr std::size_t blockSize = 512;
+        struct Free {
+            void operator()(Node* nodes) const { std::free(nodes); }
+        };
+        void grow();
 
-        std::vector<std::unique_ptr<Node[]>> blocks_;
+        std::unique_ptr<Node, Free> nodes_;
         std::size_t size_ = 0;
+        std::size_t capacity_ = 0;
     };
 
     Nodes nodes_;
-    std::vector<std::unique_ptr<char[]>> texts_;
+    std::pmr::monotonic_buffer_resource texts_{std::size_t{64} * 1024}; // and the heads of objects
+    std::vector<NodeId> itemLists_;
+    std::vector<NodeId> quids_;
+    bool isInOrder_ = true; // no unit stands within another file
     std::vector<std::string> fileNames_;
     Damages damages_;
 };

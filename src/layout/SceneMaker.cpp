@@ -35,7 +35,7 @@ void include(Rectangle& bounds, bool& isEmpty, const Rectangle& other) {
 
 NodeId itemsOf(const NotationTree& tree, NodeId diagram) {
     const NodeId items = tree.find(diagram, "items");
-    return tree[items].kind == NodeKind::list && tree[items].text == itemList ? items : noNode;
+    return tree[items].kind == NodeKind::list && tree[items].text() == itemList ? items : noNode;
 }
 
 /// The object in the list, or in what is in it, that follows `id`; objects in objects are left out.
@@ -62,12 +62,13 @@ double lineHeight(double size) {
 
 std::vector<NodeId> diagramsOf(const NotationTree& tree) {
     std::vector<NodeId> diagrams;
-    for (NodeId id = noNode; (id = tree.following(id, noNode)) != noNode;) {
-        if (tree[id].kind == NodeKind::object && itemsOf(tree, id) != noNode) {
-            diagrams.push_back(id);
+    for (const NodeId list : tree.itemLists()) {
+        const NodeId owner = tree[list].parent;
+        if (tree[owner].kind == NodeKind::object && itemsOf(tree, owner) == list) {
+            diagrams.push_back(owner);
         }
     }
-    return diagrams;
+    return tree.sorted(std::move(diagrams));
 }
 
 std::size_t itemCount(const NotationTree& tree, NodeId diagram) {
@@ -82,9 +83,9 @@ std::vector<std::string> packagesOf(const NotationTree& tree, NodeId object) {
     std::vector<std::string> names;
     for (NodeId id = tree[object].parent; id != noNode; id = tree[id].parent) {
         const Node& node = tree[id];
-        if (node.kind == NodeKind::object && !node.name.empty() &&
-            (node.text == "Class_Category" || node.text == "SubSystem")) {
-            names.emplace_back(node.name);
+        if (node.kind == NodeKind::object && !node.name().empty() &&
+            (node.text() == "Class_Category" || node.text() == "SubSystem")) {
+            names.emplace_back(node.name());
         }
     }
     std::ranges::reverse(names);
@@ -97,12 +98,12 @@ Scene makeScene(const NotationTree& tree, const Elements& elements, NodeId diagr
 
 Scene SceneMaker::make() {
     const Node& node = tree_[diagram_];
-    scene_.kind = node.text;
-    scene_.name = node.name;
+    scene_.kind = node.text();
+    scene_.name = node.name();
     scene_.packages = packagesOf(tree_, diagram_);
     scene_.quid = tree_.text(diagram_, "quid");
-    scene_.line = node.line;
-    scene_.file = tree_.fileName(node.file);
+    scene_.line = node.head().line;
+    scene_.file = tree_.fileName(node.head().file);
     collect();
     for (std::size_t index = 0; index < scene_.items.size(); ++index) {
         takeElement(index);
@@ -128,7 +129,7 @@ void SceneMaker::collect() {
         add(view, noItem);
         const auto parent = static_cast<int>(views_.size() - 1);
         for (NodeId part = view; (part = tree_.following(part, view)) != noNode;) {
-            if (tree_[part].kind == NodeKind::object && tree_[part].text == "RoleView") {
+            if (tree_[part].kind == NodeKind::object && tree_[part].text() == "RoleView") {
                 add(part, parent);
             }
         }
@@ -138,26 +139,26 @@ void SceneMaker::collect() {
 void SceneMaker::add(NodeId view, int parent) {
     const Node& node = tree_[view];
     Item& item = scene_.items.emplace_back();
-    item.kind = node.text;
+    item.kind = node.text();
     item.quid = tree_.text(view, "quidu");
-    item.line = node.line;
-    item.file = tree_.fileName(node.file);
+    item.line = node.head().line;
+    item.file = tree_.fileName(node.head().file);
     item.parent = parent;
-    if (node.reference >= 0) {
-        item.reference = std::to_string(node.reference);
-        byReference_.emplace(node.reference, static_cast<int>(views_.size()));
+    if (node.reference() >= 0) {
+        item.reference = std::to_string(node.reference());
+        byReference_.emplace(node.reference(), static_cast<int>(views_.size()));
     }
-    const ViewKind* kind = findViewKind(node.text);
+    const ViewKind* kind = findViewKind(node.text());
     const bool hasEnds = tree_.find(view, "client") != noNode && tree_.find(view, "supplier") != noNode;
     item.isUnknown = kind == nullptr;
     item.shape = kind != nullptr ? kind->shape : hasEnds ? Shape::line : Shape::rectangle;
     item.hasBox = item.shape != Shape::line;
     item.isDashed = kind != nullptr && kind->isDashed;
     if (const NodeId colour = tree_.find(view, "line_color"); colour != noNode) {
-        item.lineColour = toColour(tree_[colour].x);
+        item.lineColour = toColour(tree_[colour].number());
     }
     if (const NodeId colour = tree_.find(view, "fill_color"); colour != noNode) {
-        item.fillColour = toColour(tree_[colour].x);
+        item.fillColour = toColour(tree_[colour].number());
     } else if (item.hasBox && item.shape != Shape::none && item.shape != Shape::swimlane) {
         item.fillColour = white;
     }
@@ -173,20 +174,20 @@ void SceneMaker::takeElement(std::size_t index) {
     if (!item.quid.empty()) {
         shown = elements_.withQuid(item.quid);
         item.isMissing = shown == noNode;
-    } else if (kind != nullptr && kind->hasElement && !isNameless(tree_[views_[index]].name)) {
-        shown = elements_.named(tree_[views_[index]].name);
+    } else if (kind != nullptr && kind->hasElement && !isNameless(tree_[views_[index]].name())) {
+        shown = elements_.named(tree_[views_[index]].name());
     }
     shown_.push_back(shown);
 }
 
 void SceneMaker::setTitles() {
     const auto nameOf = [&](int index) {
-        const std::string_view name = index == noItem ? "" : tree_[views_[static_cast<std::size_t>(index)]].name;
+        const std::string_view name = index == noItem ? "" : tree_[views_[static_cast<std::size_t>(index)]].name();
         return isNameless(name) ? std::string() : std::string(lastName(name));
     };
     for (std::size_t index = 0; index < scene_.items.size(); ++index) {
         Item& item = scene_.items[index];
-        const std::string_view name = tree_[views_[index]].name;
+        const std::string_view name = tree_[views_[index]].name();
         setEnds(index);
         if (!isNameless(name)) {
             item.title = name;
@@ -230,15 +231,15 @@ void SceneMaker::measure() {
                      scene_.bounds.height + 2 * margin};
 }
 
-std::optional<Point> SceneMaker::location(NodeId object, std::string_view key) const {
+std::optional<Point> SceneMaker::location(NodeId object, Key key) const {
     const NodeId found = object == noNode ? noNode : tree_.find(object, key);
     if (tree_[found].kind != NodeKind::location) {
         return std::nullopt;
     }
-    return Point{tree_[found].x, tree_[found].y};
+    return Point{tree_[found].x(), tree_[found].y()};
 }
 
-int SceneMaker::itemOf(NodeId view, std::string_view key) const {
+int SceneMaker::itemOf(NodeId view, Key key) const {
     const auto found = byReference_.find(tree_.reference(view, key));
     return found != byReference_.end() ? found->second : noItem;
 }
@@ -251,7 +252,7 @@ Font SceneMaker::fontOf(NodeId view, NodeId label) const {
         if (described == noNode) {
             continue;
         }
-        const auto flag = [&](std::string_view key, bool& value) {
+        const auto flag = [&](Key key, bool& value) {
             value = tree_.find(described, key) == noNode ? value : tree_.isTrue(described, key);
         };
         points = tree_.number(described, "size", points);
@@ -283,11 +284,11 @@ std::string_view SceneMaker::labelText(std::size_t index) const {
     const NodeId view = views_[index];
     const NodeId label = labelOf(view);
     const std::string_view text = label == noNode ? tree_.text(view, "label") : tree_.text(label, "label");
-    const std::string_view name = tree_[view].name;
+    const std::string_view name = tree_[view].name();
     if (!text.empty() || isNameless(name)) {
         return text;
     }
-    const std::string_view own = shown_[index] != noNode ? std::string_view(tree_[shown_[index]].name) : "";
+    const std::string_view own = shown_[index] != noNode ? std::string_view(tree_[shown_[index]].name()) : "";
     return !own.empty() && name.ends_with(own) ? own : lastName(name); // its own may have "::" in it
 }
 

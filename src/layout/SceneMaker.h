@@ -36,8 +36,8 @@ private:
     void takeElement(std::size_t index);
     void setTitles();
     void measure();
-    [[nodiscard]] std::optional<Point> location(NodeId object, std::string_view key) const;
-    [[nodiscard]] int itemOf(NodeId view, std::string_view key) const;
+    [[nodiscard]] std::optional<Point> location(NodeId object, Key key) const;
+    [[nodiscard]] int itemOf(NodeId view, Key key) const;
     [[nodiscard]] Font fontOf(NodeId view, NodeId label) const;
     [[nodiscard]] NodeId labelOf(NodeId view) const;
     [[nodiscard]] std::string_view labelText(std::size_t index) const;

@@ -14,10 +14,10 @@ constexpr double labelGap = 30; // between a label and what it is at
 void SceneMaker::makeAssociation(std::size_t index) {
     Item& item = scene_.items[index];
     const NodeId view = views_[index];
-    if (isBare(view) && !isNameless(tree_[view].name)) {
+    if (isBare(view) && !isNameless(tree_[view].name())) {
         Point at = anchorOf(static_cast<int>(index));
         at.y -= labelGap;
-        write(item, lastName(tree_[view].name), fontOf(view, noNode), {at, true, false, 0, 1});
+        write(item, lastName(tree_[view].name()), fontOf(view, noNode), {at, true, false, 0, 1});
     } else {
         writeLineLabels(index);
     }
@@ -72,13 +72,11 @@ void SceneMaker::makeRole(std::size_t index) {
     if (roles.size() > 1) {
         otherRole = roles[0] != role ? roles[0] : roles[1];
     }
-    if (role == noNode || tree_[role].text != "Role") {
+    if (role == noNode || tree_[role].text() != "Role") {
         writeLineLabels(index);
         return;
     }
-    const auto holds = [&](NodeId object, std::string_view key) {
-        return object != noNode && tree_.isTrue(object, key);
-    };
+    const auto holds = [&](NodeId object, Key key) { return object != noNode && tree_.isTrue(object, key); };
     if (holds(role, "is_aggregate")) {
         const bool isComposite = otherRole != noNode && tree_.text(otherRole, "Containment") == "By Value";
         item.endMark = isComposite ? Mark::filledDiamond : Mark::diamond;
@@ -95,7 +93,7 @@ void SceneMaker::makeRole(std::size_t index) {
         const Point along{(before.x - end.x) / length, (before.y - end.y) / length};
         const bool isUpright = std::abs(along.y) > std::abs(along.x);
         const std::string multiplicity(tree_.text(role, "client_cardinality"));
-        std::string name(isNameless(tree_[role].name) ? "" : tree_[role].name);
+        std::string name(isNameless(tree_[role].name()) ? "" : tree_[role].name());
         name.insert(0, name.empty() ? "" : "+");
         const auto put = [&](const std::string& text, double side) {
             Font font = fontOf(view, noNode);
@@ -115,7 +113,7 @@ void SceneMaker::writeRoleTexts(Item& item, NodeId role) {
     std::vector<std::string> names;
     for (NodeId key = tree_[keys].first; keys != noNode && key != noNode; key = tree_[key].next) {
         if (tree_[key].kind == NodeKind::object) {
-            names.emplace_back(tree_[key].name);
+            names.emplace_back(tree_[key].name());
         }
     }
     if (names.empty() || item.route.size() < 2) {

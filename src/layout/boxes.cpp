@@ -63,7 +63,7 @@ void SceneMaker::makeLabelled(std::size_t index, const ViewKind& kind) {
     double height = kind.height;
     Contents contents = kind.contents;
     if (kind.shape == Shape::rounded) {
-        if (const StateKind* state = findStateKind(tree_[view].firstName)) {
+        if (const StateKind* state = findStateKind(tree_[view].head().firstName)) {
             item.shape = state->shape;
             width = state->width;
             height = state->height;
@@ -163,7 +163,7 @@ void SceneMaker::makeLifeline(std::size_t index) {
     item.box = {at.x - (width > 0 ? width : kind.width) / 2, at.y - headHeight / 2, width > 0 ? width : kind.width,
                 height > headHeight ? height : kind.height};
     for (NodeId part = tree_[view].first; part != noNode; part = tree_[part].next) {
-        if (tree_[part].text == "Focus_Of_Control" && tree_[part].kind == NodeKind::object) {
+        if (tree_[part].text() == "Focus_Of_Control" && tree_[part].kind == NodeKind::object) {
             const Point top = location(part, "location").value_or(at);
             const double length = tree_.number(part, "height", 0);
             const double shift = tree_.isTrue(part, "Nested") ? barWidth / 2 : 0;
@@ -176,7 +176,7 @@ void SceneMaker::makeLifeline(std::size_t index) {
     std::string text(tree_.text(label, "label"));
     const NodeId object = shown_[index];
     if (label == noNode || text.empty()) {
-        const std::string_view name = tree_[view].name;
+        const std::string_view name = tree_[view].name();
         const std::string_view type = object == noNode ? std::string_view() : tree_.text(object, "class");
         text = isNameless(name) ? "" : std::string(lastName(name));
         text += type.empty() ? "" : " : " + std::string(lastName(type));

@@ -57,9 +57,9 @@ SceneMaker::ClassTexts SceneMaker::textsOf(std::size_t index) const {
     const NodeId chosen = compartment == noNode ? noNode : tree_.find(compartment, "compartmentItems");
     if (tree_[chosen].first != noNode && chosen != noNode) {
         for (NodeId line = tree_[chosen].first; line != noNode; line = tree_[line].next) {
-            const bool isOperation = tree_[line].text.find('(') != std::string_view::npos;
+            const bool isOperation = tree_[line].text().find('(') != std::string_view::npos;
             (isOperation && texts.hasOperations ? texts.operations : texts.attributes)
-                .push_back({std::string(tree_[line].text), false, false});
+                .push_back({std::string(tree_[line].text()), false, false});
         }
         texts.hasAttributes = texts.hasAttributes || !texts.attributes.empty();
     } else if (element != noNode) {
@@ -90,7 +90,7 @@ void SceneMaker::makeClass(std::size_t index) {
         makeIcon(index, *icon);
         return;
     }
-    const std::string_view category = tree_[view].firstName;
+    const std::string_view category = tree_[view].head().firstName;
     if (std::ranges::find(shadowed, category) != shadowed.end()) {
         item.shape = Shape::shadow;
     }

@@ -93,7 +93,7 @@ std::vector<Point> SceneMaker::bendsOf(NodeId view) const {
     const NodeId list = tree_.find(view, "vertices");
     for (NodeId point = tree_[list].first; list != noNode && point != noNode; point = tree_[point].next) {
         if (tree_[point].kind == NodeKind::location) {
-            bends.push_back({tree_[point].x, tree_[point].y});
+            bends.push_back({tree_[point].x(), tree_[point].y()});
         }
     }
     const auto origin = location(view, "origin_attachment");
@@ -356,8 +356,8 @@ void SceneMaker::makeMessage(std::size_t index) {
     }
     if (label != noNode) {
         writeLabel(item, view, label);
-    } else if (isBare(view) && !isNameless(tree_[view].name)) {
-        write(item, tree_[view].name, fontOf(view, noNode),
+    } else if (isBare(view) && !isNameless(tree_[view].name())) {
+        write(item, tree_[view].name(), fontOf(view, noNode),
               {Point{(from.x + to.x) / 2, from.y - labelGap}, true, false, 0, 1});
     }
 }

@@ -26,8 +26,9 @@ struct Line {
     std::string_view key;            ///< the name of a property; empty for none
     Place place;                     ///< of the first token: of the key if there is one
     EventKind kind = EventKind::end; ///< `start`, `text`, `reference`, `location`, `word`; `end`: only ends
-    Construct construct{};           ///< of `start`: object or list
+    Construct construct{};           ///< of `start`: object or list; of a text: value if it is in one
     std::string_view text;           ///< of `start` its kind; of a location its x
+    std::string_view y;              ///< of a location
     std::uint64_t valueBegin = 0;    ///< the offset of the value or construct
     std::array<std::string_view, mostNames> names; ///< of an object; without escapes
     std::uint32_t ends = 0;       ///< the number of ")" that end constructs, those of this line included

@@ -163,6 +163,7 @@ private:
         }
         at = runs::endOfBlanks(at + head.size());
         setValue(at);
+        line_.construct = Construct::value;
         at = *at == '"' ? text(at) : nullptr;
         return at != nullptr && *at == ')' ? at + 1 : nullptr;
     }
@@ -173,9 +174,11 @@ private:
         if (end == nullptr || *end != ',') {
             return nullptr;
         }
-        at = number(runs::endOfBlanks(end + 1));
+        const char* y = runs::endOfBlanks(end + 1);
+        at = number(y);
         line_.kind = EventKind::location;
         line_.text = between(x, end);
+        line_.y = between(y, at != nullptr ? at : y);
         return at != nullptr && *at == ')' ? at + 1 : nullptr;
     }
 

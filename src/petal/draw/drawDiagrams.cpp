@@ -68,7 +68,7 @@ struct Drawing {
         for (std::size_t index = 0; index < diagrams.size(); ++index) {
             const std::string qualified = qualifiedName(tree, diagrams[index]);
             if (std::ranges::any_of(wanted, [&](const std::string& name) {
-                    return name == tree[diagrams[index]].name || name == qualified;
+                    return name == tree[diagrams[index]].name() || name == qualified;
                 })) {
                 diagrams[kept] = diagrams[index];
                 std::swap(names[kept++], names[index]);
@@ -263,7 +263,7 @@ void listModel(const Source& source, const Drawing& drawing, bool isSingle, bool
         const std::string name = qualifiedName(drawing.tree, diagram);
         const std::size_t count = layout::itemCount(drawing.tree, diagram);
         if (!asJson) {
-            output.put(text::printableText(node.text) + "\t" + text::printableText(name) + "\t" +
+            output.put(text::printableText(node.text()) + "\t" + text::printableText(name) + "\t" +
                        std::to_string(count));
             output.put(isSingle ? "\n" : "\t" + text::printableText(source.path) + "\n");
             continue;
@@ -276,15 +276,15 @@ void listModel(const Source& source, const Drawing& drawing, bool isSingle, bool
         };
         json.startObject();
         member("model", text::validText(source.path));
-        member("kind", node.text);
+        member("kind", node.text());
         json.key("name");
         json.text(name);
         json.key("items");
         json.number(static_cast<std::int64_t>(count));
         member("quid", drawing.tree.text(diagram, "quid"));
-        member("file", drawing.tree.fileName(node.file));
+        member("file", drawing.tree.fileName(node.head().file));
         json.key("line");
-        json.number(static_cast<std::int64_t>(node.line));
+        json.number(static_cast<std::int64_t>(node.head().line));
         member("picture", drawing.names[index] + std::string(svgEnding));
         json.endObject();
     }

@@ -68,7 +68,7 @@ std::vector<std::string> pictureNames(const layout::NotationTree& tree, const st
         for (const std::string& package : layout::packagesOf(tree, diagram)) {
             base += filePart(package) + "/";
         }
-        base += filePart(tree[diagram].name);
+        base += filePart(tree[diagram].name());
         std::size_t& count = used[folded(base)];
         std::string name = base;
         while (count++ > 0) {
@@ -87,7 +87,7 @@ std::string qualifiedName(const layout::NotationTree& tree, layout::NodeId diagr
     for (const std::string& package : layout::packagesOf(tree, diagram)) {
         name += package + "::";
     }
-    return name.append(tree[diagram].name);
+    return name.append(tree[diagram].name());
 }
 
 } // namespace petal

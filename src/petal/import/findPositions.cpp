@@ -74,12 +74,13 @@ exporter::DrawnPositions findPositions(const units::UnitTree& files, const KelMo
     const layout::NotationTree tree(files);
     const layout::Elements elements(tree);
     for (const layout::NodeId node : layout::diagramsOf(tree)) {
-        const KelClassDiagram* diagram = shown.diagramAt(tree[node].file, tree[node].line);
+        const layout::ObjectHead& head = tree[node].head();
+        const KelClassDiagram* diagram = shown.diagramAt(head.file, head.line);
         if (diagram == nullptr) {
             continue;
         }
         for (const layout::Item& item : layout::makeScene(tree, elements, node).items) {
-            const KelClass* one = item.hasBox ? shown.classOf(item, tree[node].file) : nullptr;
+            const KelClass* one = item.hasBox ? shown.classOf(item, head.file) : nullptr;
             if (one != nullptr) {
                 positions.add(*diagram, *one,
                               {.x = (item.box.x + item.box.width / 2) * pointsPerUnit,
