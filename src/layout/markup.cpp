@@ -66,39 +66,105 @@ std::string markup(std::string_view text) {
     return result;
 }
 
-std::string decimal(double number, int decimals) {
-    std::array<char, 64> digits{};
-    constexpr double mostExact = 1e15;
-    if (std::abs(number) < mostExact && number == std::trunc(number)) { // most are whole, which is quicker
-        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), static_cast<std::int64_t>(number));
-        return std::string(digits.data(), end.ptr);
+bool standsAsMarkup(std::string_view text) {
+    bool isUnusual = false; // no early end, so that the compiler can look at many bytes at a time
+    for (const char byte : text) {
+        isUnusual |= !stands(byte);
     }
-    const auto end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::fixed, decimals);
-    std::string_view text(digits.data(), static_cast<std::size_t>(end.ptr - digits.data()));
+    return !isUnusual;
+}
+
+namespace {
+
+/// The digits of a number that is not whole, or null where rounding it needs more care: close to the middle between
+/// two results, and beyond what the numbers here are.
+char* writeRounded(char* to, double number, int decimals) {
+    constexpr std::array powers{1.0, 10.0, 100.0, 1000.0, 10000.0};
+    constexpr double most = 1e10;
+    constexpr double closest = 1e-4; // multiplying is more exact than this
+    const auto places = static_cast<std::size_t>(decimals);
+    if (places >= powers.size() || !(std::abs(number) * powers[places] < most)) {
+        return nullptr;
+    }
+    const double scaled = std::abs(number) * powers[places];
+    auto rounded = static_cast<std::int64_t>(scaled);
+    const double rest = scaled - static_cast<double>(rounded) - 0.5;
+    if (std::abs(rest) < closest) {
+        return nullptr;
+    }
+    rounded += rest > 0 ? 1 : 0;
+    if (rounded == 0) {
+        *to = '0';
+        return to + 1;
+    }
+    int left = decimals;
+    for (; left > 0 && rounded % 10 == 0; --left) {
+        rounded /= 10;
+    }
+    const auto power = static_cast<std::int64_t>(powers[static_cast<std::size_t>(left)]);
+    *to = '-';
+    to += number < 0 ? 1 : 0;
+    to = std::to_chars(to, to + mostDigits / 2, rounded / power).ptr;
+    std::int64_t digits = rounded % power;
+    if (left > 0) {
+        *to = '.';
+        for (int place = left; place > 0; --place, digits /= 10) {
+            to[place] = static_cast<char>('0' + digits % 10);
+        }
+        to += left + 1;
+    }
+    return to;
+}
+
+} // namespace
+
+char* writeDecimal(char* to, double number, int decimals) {
+    constexpr double mostExact = 1e15;
+    if (std::abs(number) < mostExact && number == std::trunc(number)) { // most are whole
+        return std::to_chars(to, to + mostDigits, static_cast<std::int64_t>(number)).ptr;
+    }
+    if (char* const end = writeRounded(to, number, decimals)) {
+        return end;
+    }
+    const auto end = std::to_chars(to, to + mostDigits, number, std::chars_format::fixed, decimals);
+    std::string_view text(to, static_cast<std::size_t>(end.ptr - to));
     if (decimals > 0) {
         text = text.substr(0, text.find_last_not_of('0') + 1);
         text.remove_suffix(text.ends_with('.') ? 1 : 0);
     }
-    return text == "-0" ? "0" : std::string(text);
+    if (text == "-0") {
+        *to = '0';
+        return to + 1;
+    }
+    return to + text.size();
+}
+
+std::string decimal(double number, int decimals) {
+    std::array<char, mostDigits> digits{};
+    return {digits.data(), writeDecimal(digits.data(), number, decimals)};
+}
+
+char* writeColour(char* to, Colour colour) {
+    if (colour == noColour) {
+        return std::ranges::copy(std::string_view("none"), to).out;
+    }
+    const auto bits = static_cast<unsigned>(colour & 0xFFFFFF);
+    *to++ = '#';
+    for (int shift = 20; shift >= 0; shift -= 4) {
+        *to++ = "0123456789abcdef"[bits >> static_cast<unsigned>(shift) & 0xFU];
+    }
+    return to;
 }
 
 std::string colourText(Colour colour) {
-    if (colour == noColour) {
-        return "none";
-    }
-    std::string text = "#000000";
-    auto rest = static_cast<unsigned>(colour & 0xFFFFFF);
-    for (std::size_t digit = text.size() - 1; rest != 0; --digit, rest >>= 4U) {
-        text[digit] = "0123456789abcdef"[rest & 0xFU];
-    }
-    return text;
+    std::array<char, mostOfColour> digits{};
+    return {digits.data(), writeColour(digits.data(), colour)};
 }
 
-std::string faceText(std::string_view face) {
+bool isFace(std::string_view face) {
     constexpr std::size_t longestFace = 64;
     if (face.empty() || face.size() > longestFace) {
-        return {};
+        return false;
     }
     for (std::size_t at = 0; at < face.size();) {
         const int character = text::nextCharacter(face, at);
@@ -106,10 +172,10 @@ std::string faceText(std::string_view face) {
                               (character >= '0' && character <= '9') || character == ' ' || character == '-' ||
                               (character >= 0xC0 && isAllowed(character));
         if (!isLetter) {
-            return {};
+            return false;
         }
     }
-    return std::string(face);
+    return true;
 }
 
 } // namespace layout

@@ -12,14 +12,23 @@ namespace layout {
 /// becomes U+FFFD.
 [[nodiscard]] std::string markup(std::string_view text);
 
+/// Whether the text is its own markup, as nearly all texts are.
+[[nodiscard]] bool standsAsMarkup(std::string_view text);
+
 /// A number with at most that many decimals, without zeros at its end.
 [[nodiscard]] std::string decimal(double number, int decimals = 2);
 
 /// "#rrggbb", or "none".
 [[nodiscard]] std::string colourText(Colour colour);
 
-/// The name of a font's face for a list of faces, or nothing when it has characters that faces do not have.
-[[nodiscard]] std::string faceText(std::string_view face);
+/// The same two, written to memory with room for `mostDigits` or `mostOfColour` bytes; return the end.
+inline constexpr std::size_t mostDigits = 64;
+inline constexpr std::size_t mostOfColour = 7;
+[[nodiscard]] char* writeDecimal(char* to, double number, int decimals = 2);
+[[nodiscard]] char* writeColour(char* to, Colour colour);
+
+/// Whether the text can be the name of a font's face in a list of faces: it has no characters that faces do not have.
+[[nodiscard]] bool isFace(std::string_view text);
 
 /// The colours of a view in a theme.
 struct Colours {

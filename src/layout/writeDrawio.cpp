@@ -175,8 +175,7 @@ private:
         style += anchors[static_cast<std::size_t>(text.anchor)];
         style += ";fontSize=" + number(font.size) + ";fontStyle=" + std::to_string(flags);
         style += ";fontColor=" + colourText(theme_ == Theme::plain ? black : font.colour);
-        const std::string face = faceText(font.face);
-        return style + ";fontFamily=" + (face.empty() ? "Arial" : face);
+        return style.append(";fontFamily=").append(isFace(font.face) ? font.face : "Arial");
     }
 
     /// Whether the association's roles are drawn as one line.

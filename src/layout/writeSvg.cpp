@@ -1,9 +1,11 @@
-#include "layout/markup.h"
+#include "layout/Svg.h"
 #include "layout/write.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
+#include <tuple>
 
 namespace layout {
 
@@ -20,83 +22,11 @@ constexpr double folderTab = 34;
 constexpr double cubeAcross = 70; // how far the sides of a cube go
 constexpr double cubeUp = 35;
 
-/// Puts the elements of a document to an output.
-class Svg {
-public:
-    Svg(Theme theme, text::BufferedOutput& output) : theme_(theme), output_(output) {}
-
-    [[nodiscard]] Theme theme() const { return theme_; }
-    void raw(std::string_view text) { output_.put(text); }
-    void attribute(std::string_view name, std::string_view value) {
-        raw(" ");
-        raw(name);
-        raw(R"(=")");
-        raw(markup(value));
-        raw(R"(")");
-    }
-    void number(std::string_view name, double value) {
-        raw(" ");
-        raw(name);
-        raw(R"(=")");
-        raw(decimal(value));
-        raw(R"(")");
-    }
-
-    void rectangle(const Rectangle& box, std::string_view more = "") {
-        raw("<rect");
-        number("x", box.x);
-        number("y", box.y);
-        number("width", box.width);
-        number("height", box.height);
-        raw(more);
-        raw("/>");
-    }
-    void ellipse(const Rectangle& box, std::string_view more = "") {
-        raw("<ellipse");
-        number("cx", box.centre().x);
-        number("cy", box.centre().y);
-        number("rx", box.width / 2);
-        number("ry", box.height / 2);
-        raw(more);
-        raw("/>");
-    }
-    void line(const Point& from, const Point& to, std::string_view more = "") {
-        raw("<line");
-        number("x1", from.x);
-        number("y1", from.y);
-        number("x2", to.x);
-        number("y2", to.y);
-        raw(more);
-        raw("/>");
-    }
-    template <class Points>
-    void points(std::string_view element, const Points& points, std::string_view more = "") {
-        raw("<");
-        raw(element);
-        raw(R"( points=")");
-        bool isFirst = true;
-        for (const Point& point : points) {
-            raw(isFirst ? "" : " ");
-            raw(decimal(point.x));
-            raw(",");
-            raw(decimal(point.y));
-            isFirst = false;
-        }
-        raw(R"(")");
-        raw(more);
-        raw("/>");
-    }
-    void polygon(std::initializer_list<Point> corners, std::string_view more = "") { points("polygon", corners, more); }
-
-private:
-    Theme theme_;
-    text::BufferedOutput& output_;
-};
-
 constexpr std::string_view invisible = R"( fill="none" stroke="none")";
 constexpr std::string_view noFill = R"( fill="none")";
 constexpr std::string_view black_ = R"( fill="#000000")";
 constexpr std::string_view white_ = R"( fill="#ffffff")";
+constexpr std::string_view dashedWhite = R"( fill="#ffffff" stroke-dasharray="14 9")";
 
 void drawNothing(Svg& svg, const Item& item) {
     if (item.shape == Shape::none) {
@@ -112,11 +42,10 @@ void drawShadow(Svg& svg, const Item& item) {
     svg.rectangle(item.box);
     const Rectangle& box = item.box;
     constexpr double depth = 10;
-    svg.points("polyline",
-               std::array{Point{box.right(), box.y + depth}, Point{box.right() + depth, box.y + depth},
-                          Point{box.right() + depth, box.bottom() + depth}, Point{box.x + depth, box.bottom() + depth},
-                          Point{box.x + depth, box.bottom()}},
-               noFill);
+    svg.polyline(std::array{Point{box.right(), box.y + depth}, Point{box.right() + depth, box.y + depth},
+                            Point{box.right() + depth, box.bottom() + depth},
+                            Point{box.x + depth, box.bottom() + depth}, Point{box.x + depth, box.bottom()}},
+                 noFill);
 }
 
 void drawPackage(Svg& svg, const Item& item) {
@@ -134,7 +63,7 @@ void drawNote(Svg& svg, const Item& item) {
     const Point left{box.right() - fold, box.y};
     const Point right{box.right(), box.y + fold};
     svg.polygon({{box.x, box.y}, left, right, {box.right(), box.bottom()}, {box.x, box.bottom()}});
-    svg.points("polyline", std::array{left, Point{left.x, right.y}, right}, noFill);
+    svg.polyline(std::array{left, Point{left.x, right.y}, right}, noFill);
 }
 
 void drawOval(Svg& svg, const Item& item) {
@@ -152,9 +81,8 @@ void stickMan(Svg& svg, const Rectangle& box) {
     svg.ellipse({x - head / 2, top, head, head});
     svg.line({x, top + head}, {x, hip});
     svg.line({x - size * 0.3, arms}, {x + size * 0.3, arms});
-    svg.points("polyline",
-               std::array{Point{x - size * 0.27, top + size}, Point{x, hip}, Point{x + size * 0.27, top + size}},
-               noFill);
+    svg.polyline(std::array{Point{x - size * 0.27, top + size}, Point{x, hip}, Point{x + size * 0.27, top + size}},
+                 noFill);
 }
 
 void boundarySign(Svg& svg, const Rectangle& box) {
@@ -171,10 +99,9 @@ void controlSign(Svg& svg, const Rectangle& box) {
     const Rectangle circle = around({box.centre().x, box.bottom() - size / 2}, size, size);
     svg.ellipse(circle);
     const Point tip{circle.centre().x - size * 0.06, circle.y};
-    svg.points("polyline",
-               std::array{Point{tip.x + size * 0.16, tip.y - size * 0.08}, tip,
-                          Point{tip.x + size * 0.16, tip.y + size * 0.1}},
-               noFill);
+    svg.polyline(std::array{Point{tip.x + size * 0.16, tip.y - size * 0.08}, tip,
+                            Point{tip.x + size * 0.16, tip.y + size * 0.1}},
+                 noFill);
 }
 
 void entitySign(Svg& svg, const Rectangle& box) {
@@ -279,10 +206,9 @@ void drawArrowhead(Svg& svg, const Item& item) {
     svg.rectangle(box, invisible);
     const double middle = box.centre().y;
     svg.line({box.x, middle}, {box.right(), middle});
-    svg.points("polyline",
-               std::array{Point{box.right() - 24, middle - 12}, Point{box.right(), middle},
-                          Point{box.right() - 24, middle + 12}},
-               noFill);
+    svg.polyline(std::array{Point{box.right() - 24, middle - 12}, Point{box.right(), middle},
+                            Point{box.right() - 24, middle + 12}},
+                 noFill);
 }
 
 /// How each shape is drawn: its box as the first rectangle, then what is seen. By the number of the shape.
@@ -346,61 +272,71 @@ void drawMark(Svg& svg, Mark mark, const std::vector<Point>& route, Colour colou
         return;
     }
     const Point along{(route[before].x - end.x) / length, (route[before].y - end.y) / length};
-    std::vector<Point> corners;
+    std::array<Point, std::tuple_size_v<decltype(shape.corners)>> corners;
     for (std::size_t index = 0; index < shape.count; ++index) {
         const Point& corner = shape.corners[index];
-        corners.push_back(
-            {end.x + along.x * corner.x - along.y * corner.y, end.y + along.y * corner.x + along.x * corner.y});
+        corners[index] = {end.x + along.x * corner.x - along.y * corner.y,
+                          end.y + along.y * corner.x + along.x * corner.y};
     }
-    const std::string fill = shape.fill.empty() ? R"( fill=")" + colourText(colour) + R"(")" : std::string(shape.fill);
-    svg.points(shape.isClosed ? "polygon" : "polyline", corners, fill + R"( stroke-dasharray="none")");
+    std::array<char, longestMore> looks{};
+    Pen pen(looks.data());
+    if (shape.fill.empty()) {
+        pen.put(R"( fill=")").putColour(colour).put(R"(")");
+    }
+    pen.put(shape.fill).put(R"( stroke-dasharray="none")");
+    svg.points(shape.isClosed ? R"(<polygon points=")" : R"(<polyline points=")", std::span(corners).first(shape.count),
+               {looks.data(), pen.end()});
 }
 
 void drawText(Svg& svg, const Text& text) {
-    constexpr std::array<std::string_view, 3> anchors{"start", "middle", "end"};
+    constexpr std::array<std::string_view, 3> anchors{"", R"( text-anchor="middle")", R"( text-anchor="end")"};
     const Font& font = text.font;
-    svg.raw("<text");
-    svg.number("x", text.at.x);
-    svg.number("y", text.at.y);
-    svg.number("font-size", font.size);
-    if (text.anchor != Anchor::start) {
-        svg.attribute("text-anchor", anchors[static_cast<std::size_t>(text.anchor)]);
+    svg.put([&](Pen& pen) {
+        pen.put(R"(<text x=")").put(text.at.x).put(R"(" y=")").put(text.at.y);
+        pen.put(R"(" font-size=")").put(font.size).put(R"(")");
+        pen.put(anchors[static_cast<std::size_t>(text.anchor)]);
+    });
+    if (font.face != usualFace && isFace(font.face)) {
+        svg.attribute(R"( font-family="')", font.face);
+        svg.raw(R"(', )");
+        svg.raw(faces);
+        svg.raw(R"(")");
     }
-    if (const std::string face = faceText(font.face); !face.empty() && face != usualFace) {
-        svg.attribute("font-family", "'" + face + "', " + std::string(faces));
-    }
-    svg.raw(font.isBold ? R"( font-weight="bold")" : "");
-    svg.raw(font.isItalic ? R"( font-style="italic")" : "");
-    if (font.isUnderlined || font.isStruck) {
-        svg.attribute("text-decoration", font.isUnderlined && font.isStruck ? "underline line-through"
-                                         : font.isUnderlined                ? "underline"
-                                                                            : "line-through");
-    }
-    svg.attribute("fill", colourText(svg.theme() == Theme::plain ? black : font.colour));
-    svg.raw(R"( stroke="none" stroke-dasharray="none">)");
-    svg.raw(markup(text.text));
+    svg.put([&](Pen& pen) {
+        pen.put(font.isBold ? R"( font-weight="bold")" : "").put(font.isItalic ? R"( font-style="italic")" : "");
+        if (font.isUnderlined || font.isStruck) {
+            pen.put(R"( text-decoration=")");
+            pen.put(font.isUnderlined && font.isStruck ? "underline line-through"
+                    : font.isUnderlined                ? "underline"
+                                                       : "line-through");
+            pen.put(R"(")");
+        }
+        pen.put(R"( fill=")").putColour(svg.theme() == Theme::plain ? black : font.colour);
+        pen.put(R"(" stroke="none" stroke-dasharray="none">)");
+    });
+    svg.text(text.text);
     svg.raw("</text>");
 }
 
 void startGroup(Svg& svg, const Item& item) {
     const Colours colours(item, svg.theme());
-    svg.raw("<g");
-    svg.attribute("data-view", item.kind);
-    const auto optional = [&](std::string_view name, const std::string& value) {
-        if (!value.empty()) {
-            svg.attribute(name, value);
-        }
-    };
-    optional("data-quid", item.quid);
-    optional("data-ref", item.reference);
-    svg.attribute("data-line", std::to_string(item.line));
-    optional("data-file", item.file);
-    svg.raw(item.isMissing ? R"( class="missing")" : "");
-    svg.attribute("stroke", colourText(colours.line));
-    svg.attribute("fill", colourText(colours.fill));
-    svg.raw(item.isDashed || item.isMissing ? dashes : "");
-    svg.raw("><title>");
-    svg.raw(markup(item.title));
+    svg.attribute(R"(<g data-view=")", item.kind);
+    if (!item.quid.empty()) {
+        svg.attribute(R"( data-quid=")", item.quid);
+    }
+    if (!item.reference.empty()) {
+        svg.attribute(R"( data-ref=")", item.reference);
+    }
+    svg.put([&](Pen& pen) { pen.put(R"( data-line=")").put(item.line).put(R"(")"); });
+    if (!item.file.empty()) {
+        svg.attribute(R"( data-file=")", item.file);
+    }
+    svg.put([&](Pen& pen) {
+        pen.put(item.isMissing ? R"( class="missing")" : "");
+        pen.put(R"( stroke=")").putColour(colours.line).put(R"(" fill=")").putColour(colours.fill).put(R"(")");
+        pen.put(item.isDashed || item.isMissing ? dashes : "").put("><title>");
+    });
+    svg.text(item.title);
     svg.raw("</title>");
 }
 
@@ -411,14 +347,14 @@ void drawItem(Svg& svg, const Item& item) {
         svg.line({item.box.x, height}, {item.box.right(), height});
     }
     if (item.route.size() >= 2) {
-        svg.points("polyline", item.route, noFill);
+        svg.polyline(item.route, noFill);
         drawMark(svg, item.endMark, item.route, colours.line);
         if (item.startMark != Mark::none) {
             drawMark(svg, item.startMark, {item.route.rbegin(), item.route.rend()}, colours.line);
         }
     }
     for (const Rectangle& bar : item.bars) {
-        svg.rectangle(bar, item.areBarsDashed ? std::string(white_).append(dashes) : std::string(white_));
+        svg.rectangle(bar, item.areBarsDashed ? dashedWhite : white_);
     }
     for (const Text& text : item.texts) {
         drawText(svg, text);
@@ -430,23 +366,26 @@ void drawItem(Svg& svg, const Item& item) {
 void writeSvg(const Scene& scene, Theme theme, text::BufferedOutput& output) {
     Svg svg(theme, output);
     const Rectangle& bounds = scene.bounds;
-    svg.raw(R"(<svg xmlns="http://www.w3.org/2000/svg")");
-    svg.attribute("viewBox", decimal(bounds.x) + " " + decimal(bounds.y) + " " + decimal(bounds.width) + " " +
-                                 decimal(bounds.height));
-    svg.attribute("data-view", scene.kind);
+    svg.put([&](Pen& pen) {
+        pen.put(R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox=")").put(bounds.x).put(" ").put(bounds.y);
+        pen.put(" ").put(bounds.width).put(" ").put(bounds.height).put(R"(")");
+    });
+    svg.attribute(R"( data-view=")", scene.kind);
     if (!scene.quid.empty()) {
-        svg.attribute("data-quid", scene.quid);
+        svg.attribute(R"( data-quid=")", scene.quid);
     }
-    svg.attribute("data-line", std::to_string(scene.line));
+    svg.put([&](Pen& pen) { pen.put(R"( data-line=")").put(scene.line).put(R"(")"); });
     if (!scene.file.empty()) {
-        svg.attribute("data-file", scene.file);
+        svg.attribute(R"( data-file=")", scene.file);
     }
-    svg.attribute("font-family", faces);
+    svg.attribute(R"( font-family=")", faces);
     svg.raw(R"( stroke-width="3" stroke-linejoin="round" xml:space="preserve"><title>)");
     for (const std::string& package : scene.packages) {
-        svg.raw(markup(package) + "::");
+        svg.text(package);
+        svg.raw("::");
     }
-    svg.raw(markup(scene.name) + "</title>\n");
+    svg.text(scene.name);
+    svg.raw("</title>\n");
     svg.rectangle(bounds, R"( fill="#ffffff" stroke="none")"); // pages around it may be dark
     svg.raw("\n");
     const std::vector<Item>& items = scene.items;

@@ -7,16 +7,14 @@ namespace text {
 BufferedOutput::BufferedOutput(Output& output)
     : output_(output), buffer_(std::make_unique_for_overwrite<char[]>(capacity)) {}
 
-void BufferedOutput::put(std::string_view bytes) {
-    if (bytes.size() > capacity - length_) {
-        flush();
-    }
+void BufferedOutput::putMany(std::string_view bytes) {
+    flush();
     if (bytes.size() > capacity) {
         output_.write(bytes);
         return;
     }
-    std::copy(bytes.begin(), bytes.end(), buffer_.get() + length_);
-    length_ += bytes.size();
+    std::copy(bytes.begin(), bytes.end(), buffer_.get());
+    length_ = bytes.size();
 }
 
 void BufferedOutput::putRepeated(char byte, std::size_t count) {

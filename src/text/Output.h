@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <string_view>
@@ -33,11 +34,29 @@ public:
         }
         buffer_[length_++] = byte;
     }
-    void put(std::string_view bytes);
+    void put(std::string_view bytes) {
+        if (bytes.size() > capacity - length_) {
+            putMany(bytes);
+            return;
+        }
+        std::copy(bytes.begin(), bytes.end(), buffer_.get() + length_);
+        length_ += bytes.size();
+    }
+    /// Room for `most` bytes, which `putUntil` says the end of. At most `mostRoom`.
+    [[nodiscard]] char* room(std::size_t most) {
+        if (most > capacity - length_) {
+            flush();
+        }
+        return buffer_.get() + length_;
+    }
+    void putUntil(const char* end) { length_ = static_cast<std::size_t>(end - buffer_.get()); }
+    static constexpr std::size_t mostRoom = 1024;
     void putRepeated(char byte, std::size_t count);
     void flush();
 
 private:
+    void putMany(std::string_view bytes);
+
     static constexpr std::size_t capacity = std::size_t{64} * 1024;
 
     Output& output_;
