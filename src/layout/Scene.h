@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace layout {
@@ -46,8 +47,8 @@ inline constexpr Colour black = 0;
 inline constexpr Colour white = 0xFFFFFF;
 
 struct Font {
-    std::string face; ///< empty for the usual one
-    double size = 0;  ///< in the units of the picture
+    std::string_view face; ///< empty for the usual one
+    double size = 0;       ///< in the units of the picture
     Colour colour = black;
     bool isBold = false;
     bool isItalic = false;
@@ -75,11 +76,11 @@ inline constexpr int noItem = -1;
 
 /// A view.
 struct Item {
-    std::string kind;
-    std::string quid;
+    std::string_view kind;
+    std::string_view quid;
     std::string reference; ///< the number after "@"; empty for none
     std::uint64_t line = 0;
-    std::string file; ///< of a unit; empty for the model's own
+    std::string_view file; ///< of a unit; empty for the model's own
     std::string title;
     int parent = noItem; ///< the item that it is a part of, which precedes it
     bool isMissing = false;
@@ -108,14 +109,15 @@ struct Item {
     Colour fillColour = noColour;
 };
 
-/// A diagram as it is drawn. Coordinates are the file's: 300 to an inch, y downwards.
+/// A diagram as it is drawn. Coordinates are the file's: 300 to an inch, y downwards. Refers to texts of the tree that
+/// it was made from.
 struct Scene {
-    std::string kind;
-    std::string name;
+    std::string_view kind;
+    std::string_view name;
     std::vector<std::string> packages; ///< that it is in, from the top
-    std::string quid;
+    std::string_view quid;
     std::uint64_t line = 0;
-    std::string file;
+    std::string_view file;
     std::vector<Item> items;
     Rectangle bounds; ///< around all of it
 };

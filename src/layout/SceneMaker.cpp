@@ -124,16 +124,27 @@ Scene SceneMaker::make() {
 }
 
 void SceneMaker::collect() {
+    struct Found {
+        NodeId view;
+        int parent;
+    };
+    std::vector<Found> found;
     const NodeId list = itemsOf(tree_, diagram_);
     for (NodeId view = list; list != noNode && (view = nextItem(tree_, view, list)) != noNode;) {
-        add(view, noItem);
-        const auto parent = static_cast<int>(views_.size() - 1);
+        const auto parent = static_cast<int>(found.size());
+        found.push_back({view, noItem});
         for (NodeId part = view; (part = tree_.following(part, view)) != noNode;) {
             if (tree_[part].kind == NodeKind::object && tree_[part].text() == "RoleView") {
-                add(part, parent);
+                found.push_back({part, parent});
             }
         }
     }
+    scene_.items.reserve(found.size()); // items are large
+    reach_.resize(found.size());
+    for (const Found& one : found) {
+        add(one.view, one.parent);
+    }
+    std::ranges::stable_sort(byReference_, {}, &Referred::reference);
 }
 
 void SceneMaker::add(NodeId view, int parent) {
@@ -146,9 +157,10 @@ void SceneMaker::add(NodeId view, int parent) {
     item.parent = parent;
     if (node.reference() >= 0) {
         item.reference = std::to_string(node.reference());
-        byReference_.emplace(node.reference(), static_cast<int>(views_.size()));
+        byReference_.push_back({node.reference(), static_cast<int>(views_.size())});
     }
-    const ViewKind* kind = findViewKind(node.text());
+    const ViewKind* kind = findViewKind(item.kind);
+    kinds_.push_back(kind);
     const bool hasEnds = tree_.find(view, "client") != noNode && tree_.find(view, "supplier") != noNode;
     item.isUnknown = kind == nullptr;
     item.shape = kind != nullptr ? kind->shape : hasEnds ? Shape::line : Shape::rectangle;
@@ -164,12 +176,11 @@ void SceneMaker::add(NodeId view, int parent) {
     }
     views_.push_back(view);
     isPlaced_.push_back(location(view, "location").has_value());
-    reach_.emplace_back();
 }
 
 void SceneMaker::takeElement(std::size_t index) {
     Item& item = scene_.items[index];
-    const ViewKind* kind = findViewKind(item.kind);
+    const ViewKind* kind = kinds_[index];
     NodeId shown = noNode;
     if (!item.quid.empty()) {
         shown = elements_.withQuid(item.quid);
@@ -203,7 +214,10 @@ void SceneMaker::setTitles() {
                 ends += (ends.empty() || end.empty() ? "" : " - ") + end;
             }
         }
-        item.title = (item.kind.empty() ? "view" : item.kind) + (ends.empty() ? "" : ": " + ends);
+        item.title = item.kind.empty() ? "view" : item.kind;
+        if (!ends.empty()) {
+            item.title.append(": ").append(ends);
+        }
     }
 }
 
@@ -240,8 +254,9 @@ std::optional<Point> SceneMaker::location(NodeId object, Key key) const {
 }
 
 int SceneMaker::itemOf(NodeId view, Key key) const {
-    const auto found = byReference_.find(tree_.reference(view, key));
-    return found != byReference_.end() ? found->second : noItem;
+    const std::int64_t reference = tree_.reference(view, key);
+    const auto found = std::ranges::lower_bound(byReference_, reference, {}, &Referred::reference);
+    return found != byReference_.end() && found->reference == reference ? found->item : noItem;
 }
 
 Font SceneMaker::fontOf(NodeId view, NodeId label) const {
@@ -314,16 +329,16 @@ void SceneMaker::writeLine(Item& item, std::string text, const Font& font, Point
 void SceneMaker::write(Item& item, std::string_view text, const Font& font, const LabelPlace& place) {
     const double height = lineHeight(font.size);
     const double wrap = place.lines > 1 ? place.width * 1.05 : 0;
-    const std::vector<std::string> lines = linesOf(text, font.size, font.isBold, wrap);
+    std::vector<std::string> lines = linesOf(text, font.size, font.isBold, wrap);
     const Point at = place.at.value_or(item.box.centre());
     const bool isCentred = place.isCentred || !place.at;
     double top = isCentred ? at.y - height * static_cast<double>(lines.size()) / 2 : at.y;
-    for (const std::string& line : lines) {
+    for (std::string& line : lines) {
         const Point base{place.isLeft && !isCentred ? at.x
                          : isCentred                ? at.x
                                                     : at.x + place.width / 2,
                          top + height * baseLine};
-        writeLine(item, line, font, base, place.isLeft && !isCentred ? Anchor::start : Anchor::middle);
+        writeLine(item, std::move(line), font, base, place.isLeft && !isCentred ? Anchor::start : Anchor::middle);
         top += height;
     }
 }

@@ -4,7 +4,6 @@
 #include "layout/metrics.h"
 #include "layout/viewKinds.h"
 
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -30,6 +29,11 @@ public:
     [[nodiscard]] Scene make();
 
 private:
+    struct Referred {
+        std::int64_t reference; // the number after "@"
+        int item;
+    };
+
     // The views and what they show (SceneMaker.cpp)
     void collect();
     void add(NodeId view, int parent);
@@ -82,12 +86,13 @@ private:
     const Elements& elements_;
     NodeId diagram_;
     Scene scene_;
-    std::vector<NodeId> views_;               // of the items
-    std::vector<NodeId> shown_;               // the elements that they show
-    std::vector<bool> isPlaced_;              // whether the file says where
-    std::vector<Rectangle> reach_;            // of the items with a box: with their labels
-    std::map<std::int64_t, int> byReference_; // ordered: a file could make hashes of numbers collide
-    NodeId rolesOwner_ = noNode;              // whose are in `roles_`
+    std::vector<NodeId> views_;          // of the items
+    std::vector<const ViewKind*> kinds_; // of the items; null: no rule is for it
+    std::vector<NodeId> shown_;          // the elements that they show
+    std::vector<bool> isPlaced_;         // whether the file says where
+    std::vector<Rectangle> reach_;       // of the items with a box: with their labels
+    std::vector<Referred> byReference_;  // in the order of the numbers, then of the items
+    NodeId rolesOwner_ = noNode;         // whose are in `roles_`
     std::vector<NodeId> roles_;
     int anchored_ = noItem; // the association that `anchor_` is of
     Point anchor_;

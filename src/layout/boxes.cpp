@@ -17,7 +17,7 @@ constexpr double rowWidth = 1800;  // of views without a place
 
 void SceneMaker::makeBox(std::size_t index) {
     Item& item = scene_.items[index];
-    const ViewKind* kind = findViewKind(item.kind);
+    const ViewKind* kind = kinds_[index];
     static constexpr ViewKind unknown{"", Shape::rectangle, Contents::label, 300, 110};
     const ViewKind& row = kind != nullptr ? *kind : unknown;
     if (row.shape == Shape::lifeline) {
@@ -127,7 +127,7 @@ void SceneMaker::makeNote(std::size_t index) {
     const NodeId view = views_[index];
     const NodeId label = labelOf(view);
     const std::string_view text = labelText(index);
-    const ViewKind& kind = *findViewKind(item.kind);
+    const ViewKind& kind = *kinds_[index];
     Font font = fontOf(view, label);
     const LabelPlace place = placeOf(label);
     const double givenWidth = tree_.number(view, "width", 0);
@@ -158,7 +158,7 @@ void SceneMaker::makeLifeline(std::size_t index) {
     const Point at = location(view, "location").value_or(Point{});
     const double width = tree_.number(view, "width", 0);
     const double height = tree_.number(view, "height", 0);
-    const ViewKind& kind = *findViewKind(item.kind);
+    const ViewKind& kind = *kinds_[index];
     item.head = headHeight;
     item.box = {at.x - (width > 0 ? width : kind.width) / 2, at.y - headHeight / 2, width > 0 ? width : kind.width,
                 height > headHeight ? height : kind.height};

@@ -95,7 +95,7 @@ void SceneMaker::makeClass(std::size_t index) {
         item.shape = Shape::shadow;
     }
     const ClassTexts texts = textsOf(index);
-    const ViewKind& kind = *findViewKind(item.kind);
+    const ViewKind& kind = *kinds_[index];
     double widest = std::max(textWidth(texts.name, texts.nameFont.size, texts.nameFont.isBold),
                              textWidth(texts.stereotype, texts.nameFont.size, texts.nameFont.isBold));
     for (const auto* members : {&texts.attributes, &texts.operations}) {
@@ -132,7 +132,6 @@ void SceneMaker::fillClass(Item& item, const ClassTexts& texts, NodeId view) {
         top = box.centre().y - step * (texts.stereotype.empty() ? 0.5 : 1);
     }
     if (!texts.stereotype.empty()) {
-        Font plain = texts.nameFont;
         head(texts.stereotype, tree_[stereotype].kind == NodeKind::object ? stereotype : noNode);
         item.texts.back().font.isItalic = false;
     }

@@ -297,7 +297,7 @@ void SceneMaker::makeLine(std::size_t index) {
         makeMessage(index);
         return;
     }
-    const ViewKind* kind = findViewKind(item.kind);
+    const ViewKind* kind = kinds_[index];
     item.endMark = kind != nullptr ? kind->mark : Mark::arrow;
     const int tree = itemOf(view, "drawSupplier");
     if (tree != noItem && scene_.items[static_cast<std::size_t>(tree)].kind == "InheritTreeView") {

@@ -38,7 +38,7 @@ constexpr std::array<Script, 10> scripts{{{0x1F, 0},
 
 constexpr double boldFactor = 1.06;
 
-double advanceOf(int character) {
+int advanceOf(int character) {
     if (character < 0) {
         return 600;
     }
@@ -53,19 +53,38 @@ double advanceOf(int character) {
     return scripts[row].advance;
 }
 
+/// Whether the text is one line as it is.
+bool isPlainLine(std::string_view text) {
+    bool hasControls = false; // no early end, so that the compiler can look at many bytes at a time
+    for (const char byte : text) {
+        hasControls |= static_cast<unsigned char>(byte) < firstAdvance;
+    }
+    return !hasControls;
+}
+
 } // namespace
 
 double textWidth(std::string_view text, double size, bool isBold) {
-    double width = 0;
+    std::int64_t width = 0;
     for (std::size_t at = 0; at < text.size();) {
-        width += advanceOf(text::nextCharacter(text, at));
+        const auto index = static_cast<std::size_t>(static_cast<unsigned char>(text[at]) - firstAdvance);
+        if (index < advances.size()) { // as nearly all are
+            width += advances[index];
+            ++at;
+        } else {
+            width += advanceOf(text::nextCharacter(text, at));
+        }
     }
-    return width * size / 1000 * (isBold ? boldFactor : 1);
+    return static_cast<double>(width) * size / 1000 * (isBold ? boldFactor : 1);
 }
 
 std::vector<std::string> linesOf(std::string_view text, double size, bool isBold, double width) {
     const double unit = size / 1000 * (isBold ? boldFactor : 1);
     std::vector<std::string> lines(1);
+    if (!(width > 0) && isPlainLine(text)) {
+        lines.front() = text;
+        return lines;
+    }
     double used = 0;
     std::size_t blank = std::string::npos; // the last one in the line
     double usedAtBlank = 0;

@@ -13,10 +13,11 @@ constexpr bool dashed = true;
 constexpr bool shows = true;
 constexpr bool showsNothing = false;
 
+/// In the order of the names.
 constexpr auto viewKinds = std::to_array<ViewKind>({
     {"ActivityStateView", Shape::rounded, Contents::label, 300, 110},
-    {"AssociationViewNew", Shape::line},
     {"AssocAttachView", Shape::line, Contents::none, 0, 0, dashed, Mark::none, showsNothing},
+    {"AssociationViewNew", Shape::line},
     {"AttachView", Shape::line, Contents::none, 0, 0, dashed, Mark::none, showsNothing},
     {"CategoryView", Shape::package, Contents::label, 300, 180},
     {"ClassView", Shape::rectangle, Contents::members, 220, 110},
@@ -39,9 +40,9 @@ constexpr auto viewKinds = std::to_array<ViewKind>({
     {"ModView", Shape::component, Contents::label, 340, 180},
     {"ModVisView", Shape::line, Contents::none, 0, 0, dashed, Mark::arrow, shows},
     {"NoteView", Shape::note, Contents::note, 300, 130, solid, Mark::none, showsNothing},
+    {"ObjView", Shape::rectangle, Contents::label, 300, 180},
     {"ObjectFlowView", Shape::line, Contents::none, 0, 0, dashed, Mark::arrow, shows},
     {"ObjectView", Shape::rectangle, Contents::label, 300, 180},
-    {"ObjView", Shape::rectangle, Contents::label, 300, 180},
     {"ProcessorView", Shape::shadedCube, Contents::label, 475, 380},
     {"RealizeView", Shape::line, Contents::none, 0, 0, dashed, Mark::triangle, shows},
     {"RoleView", Shape::line},
@@ -56,6 +57,7 @@ constexpr auto viewKinds = std::to_array<ViewKind>({
     {"UseCaseView", Shape::oval, Contents::label, 213, 118},
     {"UsesView", Shape::line, Contents::none, 0, 0, dashed, Mark::arrow, shows},
 });
+static_assert(std::ranges::is_sorted(viewKinds, {}, &ViewKind::kind));
 
 constexpr auto icons = std::to_array<Icon>({
     {"actor", Shape::actor, 120, 162},
@@ -82,8 +84,8 @@ std::string lower(std::string_view text) {
 } // namespace
 
 const ViewKind* findViewKind(std::string_view kind) {
-    const auto* found = std::ranges::find(viewKinds, kind, &ViewKind::kind);
-    return found != viewKinds.end() ? found : nullptr;
+    const auto* found = std::ranges::lower_bound(viewKinds, kind, {}, &ViewKind::kind);
+    return found != viewKinds.end() && found->kind == kind ? found : nullptr;
 }
 
 const Icon* findIcon(std::string_view name) {

@@ -26,7 +26,7 @@ protected:
         put("m.mdl", model);
         units::UnitLocator locator(units::PathSymbols{}, {});
         const units::UnitTree files = units::readUnitTree(pathOf("m.mdl"), locator);
-        const NotationTree tree(files);
+        const NotationTree& tree = *trees_.emplace_back(std::make_unique<NotationTree>(files));
         const Elements elements(tree);
         std::vector<Scene> scenes;
         for (const NodeId diagram : diagramsOf(tree)) {
@@ -43,6 +43,9 @@ logical_presentations (list l (object ClassDiagram "Main" quid "4D0000000001" it
 )" + views + ")))))\n")
             .at(0);
     }
+
+private:
+    mutable std::vector<std::unique_ptr<NotationTree>> trees_; // scenes refer to their texts
 };
 
 std::string numbers(const Rectangle& box) {
@@ -53,7 +56,7 @@ std::string numbers(const Rectangle& box) {
 std::string described(const Scene& scene) {
     std::string lines;
     for (const Item& item : scene.items) {
-        lines += (item.parent == noItem ? "" : "  ") + item.kind + " @" + item.reference;
+        lines += (item.parent == noItem ? "" : "  ") + std::string(item.kind) + " @" + item.reference;
         lines += item.hasBox ? " shape " + std::to_string(static_cast<int>(item.shape)) + " " + numbers(item.box) : "";
         lines += item.isMissing ? " missing" : "";
         for (const Point& point : item.route) {

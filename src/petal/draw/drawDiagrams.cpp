@@ -138,7 +138,7 @@ using Unknown = std::map<std::string, std::size_t>;
 void note(const layout::Scene& scene, Unknown& unknown) {
     for (const layout::Item& item : scene.items) {
         if (item.isUnknown) {
-            ++unknown[item.kind];
+            ++unknown[std::string(item.kind)];
         }
     }
 }
