@@ -33,7 +33,8 @@ namespace {
 
 using layout::NodeId;
 
-constexpr std::size_t mostOpen = 200; // files that are written at a time, each with a descriptor
+constexpr std::size_t mostAtATime = 2000; // files that are brought to the disk
+constexpr std::size_t mostOpen = 200;     // those of them that replace others, each with a descriptor
 constexpr std::string_view svgEnding = ".svg";
 constexpr std::string_view drawioEnding = ".drawio";
 
@@ -189,6 +190,33 @@ bool isFile(const DrawRequest& request) {
            request.output->ends_with(svgEnding);
 }
 
+/// Writes each diagram to a file of its own below a folder.
+template <class Write>
+void writePictures(const Drawing& drawing, const std::filesystem::path& folder, Write write) {
+    if (std::filesystem::exists(std::filesystem::symlink_status(folder))) { // else no file can be in it
+        std::vector<std::string> outputs;
+        for (const std::string& name : drawing.names) {
+            outputs.push_back((folder / name).string().append(svgEnding));
+        }
+        checkUses(drawing, outputs);
+    }
+    try {
+        OutputFiles files(folder);
+        for (std::size_t index = 0; index < drawing.names.size(); ++index) {
+            text::BufferedOutput output(files.open(drawing.names[index] + std::string(svgEnding)));
+            write(drawing.diagrams[index], output);
+            output.flush();
+            files.close();
+            if (files.openCount() >= mostOpen || (index + 1) % mostAtATime == 0) {
+                files.commit();
+            }
+        }
+        files.commit();
+    } catch (const std::system_error& error) {
+        throw outputFailure("the pictures in '" + folder.string() + "'", error);
+    }
+}
+
 /// Draws one model; the output is a file for one picture, a folder for SVG, and a file for draw.io. Whether the model
 /// has diagrams of the names asked for; if not, nothing is written.
 bool drawModel(const std::string& path, const DrawRequest& request, bool isSingle, units::UnitLocator& locator) {
@@ -228,25 +256,9 @@ bool drawModel(const std::string& path, const DrawRequest& request, bool isSingl
             layout::writeSvg(sceneOf(drawing->diagrams.front()), theme, output);
         });
     } else {
-        std::vector<std::string> outputs;
-        for (const std::string& name : drawing->names) {
-            outputs.push_back((std::filesystem::path(*request.output) / name).string().append(svgEnding));
-        }
-        checkUses(*drawing, outputs);
-        for (std::size_t first = 0; first < outputs.size(); first += mostOpen) {
-            const std::size_t end = std::min(outputs.size(), first + mostOpen);
-            try {
-                OutputFiles files(std::filesystem::path(*request.output));
-                for (std::size_t index = first; index < end; ++index) {
-                    text::BufferedOutput output(files.open(drawing->names[index] + std::string(svgEnding)));
-                    layout::writeSvg(sceneOf(drawing->diagrams[index]), theme, output);
-                    output.flush();
-                }
-                files.commit();
-            } catch (const std::system_error& error) {
-                throw outputFailure("the pictures in '" + *request.output + "'", error);
-            }
-        }
+        writePictures(*drawing, *request.output, [&](NodeId diagram, text::BufferedOutput& output) {
+            layout::writeSvg(sceneOf(diagram), theme, output);
+        });
     }
     if (!request.quiet) {
         tell(path, unknown);

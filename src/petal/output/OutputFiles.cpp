@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <csignal>
 #include <set>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -15,6 +16,8 @@ namespace petal {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr mode_t newFolderMode = 0777; // before the user's mask
 
 /// Blocks the signals that ask a program to end, as long as it lives.
 class SignalPause {
@@ -52,8 +55,11 @@ public:
     /// Throws `std::system_error`; the target is then as it was.
     void replace(TemporaryFile& file) {
         const fs::path& target = file.getTarget();
-        Step step{.target = target, .former = temporaryNameBeside(target), .isNew = false};
-        step.isNew = ::link(target.c_str(), step.former.c_str()) != 0 && errno == ENOENT;
+        Step step{.target = target, .former = {}, .isNew = file.isTargetNew()};
+        if (!step.isNew) {
+            step.former = temporaryNameBeside(target);
+            step.isNew = ::link(target.c_str(), step.former.c_str()) != 0 && errno == ENOENT;
+        }
         try {
             file.takePlace();
         } catch (...) {
@@ -90,26 +96,55 @@ text::Output& OutputFiles::open(std::string_view name) {
     if (one_ != nullptr) {
         return *one_;
     }
-    const fs::path path = folder_ / name;
-    fs::create_directories(path.parent_path());
+    fs::path path = folder_ / name;
+    if (makeFolder(path.parent_path())) {
+        return add(std::move(path), TemporaryFile::Target::isNew);
+    }
     auto target = fileToReplace(path);
     if (!target) {
         throw std::system_error(std::make_error_code(std::errc::file_exists));
     }
-    return add(std::move(*target));
+    return add(std::move(*target), TemporaryFile::Target::mayExist);
 }
 
-text::Output& OutputFiles::add(fs::path target) {
-    const fs::path folder = target.parent_path();
-    removeAbandoned(folder, fewNames);
+bool OutputFiles::makeFolder(const fs::path& folder) {
+    if (const auto known = isNewFolder_.find(folder.native()); known != isNewFolder_.end()) {
+        return known->second;
+    }
+    bool isNew = ::mkdir(folder.c_str(), newFolderMode) == 0;
+    if (!isNew && errno == ENOENT && folder.has_parent_path() && folder.parent_path() != folder) {
+        makeFolder(folder.parent_path());
+        isNew = ::mkdir(folder.c_str(), newFolderMode) == 0;
+    }
+    if (!isNew) {
+        fs::create_directories(folder); // it exists, or this says why it cannot be made
+    }
     fileSystems_.watch(folder);
-    return files_.emplace_back(std::move(target));
+    isNewFolder_.emplace(folder.native(), isNew);
+    return isNew;
+}
+
+text::Output& OutputFiles::add(fs::path target, TemporaryFile::Target kind) {
+    if (kind == TemporaryFile::Target::mayExist) {
+        const fs::path folder = target.parent_path();
+        removeAbandoned(folder, fewNames);
+        fileSystems_.watch(folder);
+    }
+    ++openCount_;
+    return files_.emplace_back(std::move(target), kind);
+}
+
+void OutputFiles::close() {
+    if (!files_.empty() && files_.back().temporary.isTargetNew()) {
+        files_.back().temporary.close();
+        --openCount_;
+    }
 }
 
 void OutputFiles::addBeside(const std::string& path, int descriptor) {
     if (descriptor < 0 && path != "-" && namedDescriptor(path) < 0) {
         if (auto target = fileToReplace(path)) {
-            beside_ = &add(std::move(*target));
+            beside_ = &add(std::move(*target), TemporaryFile::Target::mayExist);
             return;
         }
     }
@@ -124,10 +159,16 @@ void OutputFiles::commit() {
     sync();
     replaceAll();
     std::set<fs::path> folders;
+    auto last = folders.end();
     for (const File& file : files_) {
-        folders.insert(file.temporary.getTarget().parent_path());
+        fs::path folder = file.temporary.getTarget().parent_path();
+        if (folders.empty() || *last != folder) { // those of a folder follow each other
+            last = folders.insert(std::move(folder)).first;
+        }
     }
     fileSystems_.syncFolders(folders);
+    files_.clear();
+    openCount_ = 0;
 }
 
 void OutputFiles::sync() {

@@ -51,7 +51,9 @@ void RemovedOnSignal::remember(const char* path) {
         next_.load()->link_ = &next_;
     }
     first = this;
-    handleEndingSignals();
+    if (next_ == nullptr) {
+        handleEndingSignals();
+    }
 }
 
 void RemovedOnSignal::forget() noexcept {
@@ -117,11 +119,12 @@ std::filesystem::path temporaryNameBeside(const std::filesystem::path& file) {
     return file.parent_path() / (namePrefix() + std::to_string(::getpid()) + "-" + std::to_string(made++));
 }
 
-TemporaryFile::TemporaryFile(std::filesystem::path target, Signal signal) : target_(std::move(target)) {
-    while (descriptor_ < 0) {
+TemporaryFile::TemporaryFile(std::filesystem::path target, Signal signal, Target kind)
+    : target_(std::move(target)), kind_(kind) {
+    while (!descriptor_.isOpen()) {
         path_ = temporaryNameBeside(target_);
-        descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, newFileMode);
-        if (descriptor_ < 0 && errno != EEXIST) {
+        descriptor_ = Descriptor(::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, newFileMode));
+        if (!descriptor_.isOpen() && errno != EEXIST) {
             throwErrno();
         }
     }
@@ -131,7 +134,6 @@ TemporaryFile::TemporaryFile(std::filesystem::path target, Signal signal) : targ
 }
 
 TemporaryFile::~TemporaryFile() {
-    ::close(descriptor_);
     if (!path_.empty()) {
         ::unlink(path_.c_str());
         forget();
@@ -144,25 +146,27 @@ void TemporaryFile::forget() {
 }
 
 void TemporaryFile::write(std::string_view bytes) {
-    writeFully(descriptor_, bytes);
+    writeFully(descriptor_.get(), bytes);
 }
 
 void TemporaryFile::empty() {
-    if (::ftruncate(descriptor_, 0) != 0 || ::lseek(descriptor_, 0, SEEK_SET) != 0) {
+    if (::ftruncate(descriptor_.get(), 0) != 0 || ::lseek(descriptor_.get(), 0, SEEK_SET) != 0) {
         throwErrno();
     }
 }
 
 void TemporaryFile::takePermissions() const {
     struct stat existing {};
-    if (::stat(target_.c_str(), &existing) == 0 && ::fchmod(descriptor_, existing.st_mode & permissionBits) != 0) {
+    if (!isTargetNew() && ::stat(target_.c_str(), &existing) == 0 &&
+        ::fchmod(descriptor_.get(), existing.st_mode & permissionBits) != 0) {
         throwErrno();
     }
 }
 
 void TemporaryFile::sync() const {
     takePermissions();
-    if (::fsync(descriptor_) != 0) {
+    const Descriptor again(descriptor_.isOpen() ? -1 : ::open(path_.c_str(), O_WRONLY | O_CLOEXEC));
+    if (::fsync((descriptor_.isOpen() ? descriptor_ : again).get()) != 0) {
         throwErrno();
     }
 }

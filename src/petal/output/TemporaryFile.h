@@ -1,5 +1,7 @@
 #pragma once
 
+#include "petal/output/Descriptor.h"
+
 #include <atomic>
 #include <cstddef>
 #include <filesystem>
@@ -45,19 +47,26 @@ public:
     /// The effect of the signals that ask a program to end: see `RemovedOnSignal`. With `leaves` the caller handles
     /// them.
     enum class Signal { removes, leaves };
+    /// Whether there may be a target already. There is none in a folder that the caller has made.
+    enum class Target { mayExist, isNew };
 
     /// Creates an empty file that may become `target`. Throws `std::system_error`.
-    explicit TemporaryFile(std::filesystem::path target, Signal signal = Signal::removes);
+    explicit TemporaryFile(std::filesystem::path target, Signal signal = Signal::removes,
+                           Target kind = Target::mayExist);
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile();
 
     /// For writing, also by a forked process. Owned by this object, which closes it in its destructor.
-    [[nodiscard]] int getDescriptor() const { return descriptor_; }
+    [[nodiscard]] int getDescriptor() const { return descriptor_.get(); }
     [[nodiscard]] const std::filesystem::path& getTarget() const { return target_; }
+    [[nodiscard]] bool isTargetNew() const { return kind_ == Target::isNew; }
 
     /// Throws `std::system_error`.
     void write(std::string_view bytes);
+    /// Ends writing, and closes the descriptor, of which a process may have few. PRECONDITION: the target is new, so
+    /// no permissions are taken later.
+    void close() { descriptor_.close(); }
     /// Removes the contents, so that writing begins again. Throws `std::system_error`.
     void empty();
     /// Gives the file the target's permissions if there is a target. Throws `std::system_error`.
@@ -73,7 +82,8 @@ private:
 
     std::filesystem::path target_;
     std::filesystem::path path_; // empty once there is nothing to remove
-    int descriptor_ = -1;
+    Descriptor descriptor_;
+    Target kind_;
     RemovedOnSignal removal_;
 };
 
