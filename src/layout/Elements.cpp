@@ -90,49 +90,66 @@ NodeId Elements::withQuid(std::string_view quid) const {
 }
 
 void Elements::makePaths() const {
-    paths_.around.assign(tree_.size(), noNode);
-    std::vector<std::uint64_t> hashes(tree_.size(), hashStart); // of the paths that end with, or around, each node
-    NodeId id = noNode;
-    bool skips = false;
-    while ((id = tree_.following(id, noNode, skips)) != noNode) {
-        const Node& node = tree_[id];
-        paths_.around[id] = isInPaths(tree_[node.parent]) ? node.parent : paths_.around[node.parent];
-        hashes[id] = hashes[node.parent];
-        skips = node.kind == NodeKind::object && isDrawn(node.text());
-        if (!skips && isInPaths(node)) {
-            const std::uint64_t before = paths_.around[id] == noNode ? hashStart : extended(hashes[id], separator);
-            paths_.hashes.emplace_back(hashes[id] = extended(before, node.name()), id);
+    struct Level {
+        NodeId next;        // of the nodes that are in something
+        std::uint64_t hash; // of its path, or of that around it
+        std::uint32_t path;
+    };
+    std::vector<Level> levels{{tree_[noNode].first, hashStart, noPath}};
+    while (!levels.empty()) {
+        const Level level = levels.back();
+        if (level.next == noNode) {
+            levels.pop_back();
+            continue;
+        }
+        const Node& node = tree_[level.next];
+        levels.back().next = node.next;
+        if (node.kind == NodeKind::object && isDrawn(node.text())) {
+            continue;
+        }
+        if (isInPaths(node)) {
+            const std::uint64_t before = level.path != noPath ? extended(level.hash, separator) : hashStart;
+            const std::uint64_t hash = extended(before, node.name());
+            const auto number = static_cast<std::uint32_t>(paths_.all.size());
+            paths_.all.push_back({level.next, level.path});
+            paths_.hashes.emplace_back(hash, number);
+            levels.push_back({node.first, hash, number});
+        } else if (node.first != noNode) {
+            levels.push_back({node.first, level.hash, level.path});
         }
     }
-    std::ranges::stable_sort(paths_.hashes, {}, &std::pair<std::uint64_t, NodeId>::first);
+    std::ranges::sort(paths_.hashes);
 }
 
 NodeId Elements::named(std::string_view path) const {
     constexpr int mostTries = 8; // names that share a hash are no accident
     std::call_once(paths_.isMade, [this] { makePaths(); });
-    auto found = std::ranges::lower_bound(paths_.hashes, extended(hashStart, path), {},
-                                          &std::pair<std::uint64_t, NodeId>::first);
+    auto found = std::ranges::lower_bound(paths_.hashes, std::pair(extended(hashStart, path), std::uint32_t{0}));
     for (int tries = 0; tries < mostTries && found != paths_.hashes.end(); ++tries, ++found) {
-        if (isPathOf(found->second, path)) {
-            return found->second;
+        if (isPath(found->second, path)) {
+            return paths_.all[found->second].object;
         }
     }
     return noNode;
 }
 
-bool Elements::isPathOf(NodeId object, std::string_view path) const {
-    while (path.ends_with(tree_[object].name())) {
-        path.remove_suffix(tree_[object].name().size());
-        object = paths_.around[object];
-        if (object == noNode || path.empty()) {
-            return object == noNode && path.empty();
+bool Elements::isPath(std::uint32_t number, std::string_view path) const {
+    for (;;) {
+        const auto& [object, around] = paths_.all[number];
+        const std::string_view name = tree_[object].name();
+        if (!path.ends_with(name)) {
+            return false;
+        }
+        path.remove_suffix(name.size());
+        if (around == noPath || path.empty()) {
+            return around == noPath && path.empty();
         }
         if (!path.ends_with(separator)) {
             return false;
         }
         path.remove_suffix(separator.size());
+        number = around;
     }
-    return false;
 }
 
 std::string_view lastName(std::string_view path) {

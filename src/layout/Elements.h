@@ -26,15 +26,21 @@ public:
     [[nodiscard]] NodeId named(std::string_view path) const;
 
 private:
-    /// By name, made when first needed.
+    /// The end of a path of names.
+    struct Path {
+        NodeId object;
+        std::uint32_t around; // the number of the path without its last name
+    };
+    static constexpr std::uint32_t noPath = UINT32_MAX;
+    /// Made when first needed.
     struct Paths {
         std::once_flag isMade;
-        std::vector<NodeId> around;                           // of each node the named object that it is in
-        std::vector<std::pair<std::uint64_t, NodeId>> hashes; // of the paths, in their order
+        std::vector<Path> all;                                       // in the order of the tree
+        std::vector<std::pair<std::uint64_t, std::uint32_t>> hashes; // and numbers; in their order
     };
     void makePaths() const;
     [[nodiscard]] std::string_view kept(std::string_view quid);
-    [[nodiscard]] bool isPathOf(NodeId object, std::string_view path) const;
+    [[nodiscard]] bool isPath(std::uint32_t number, std::string_view path) const;
 
     const NotationTree& tree_;
     tsl::robin_map<std::string_view, NodeId, KelTextHash> quids_; // in capitals

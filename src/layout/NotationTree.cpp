@@ -30,10 +30,16 @@ constexpr std::string_view toolProperties = "attributes";
 constexpr double farthest = 1e12;
 
 double toNumber(std::string_view text) {
-    std::int64_t whole = 0; // as nearly all are, and these are quicker to read
-    if (const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), whole);
-        error == std::errc() && end == text.data() + text.size()) {
-        return std::clamp(static_cast<double>(whole), -farthest, farthest);
+    constexpr std::size_t mostDigits = 9;
+    const bool isNegative = text.starts_with('-');
+    const std::string_view digits = text.substr(isNegative ? 1 : 0);
+    if (!digits.empty() && digits.size() <= mostDigits &&
+        std::ranges::all_of(digits, [](char byte) { return byte >= '0' && byte <= '9'; })) { // as nearly all are
+        std::int32_t whole = 0;
+        for (const char digit : digits) {
+            whole = whole * 10 + (digit - '0');
+        }
+        return isNegative ? -whole : whole;
     }
     double value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);

@@ -20,9 +20,17 @@ bool isAllowed(int character) {
            (character >= 0xE000 && character <= 0xFFFD) || (character >= 0x10000 && (character & 0xFFFE) != 0xFFFE);
 }
 
-/// Whether the byte is a character that stands as it is, as nearly all do.
+/// By byte: whether it is a character that stands as it is, as nearly all do.
+constexpr auto standing = [] {
+    std::array<bool, 256> stands{};
+    for (std::size_t byte = 0x20; byte < 0x7F; ++byte) {
+        stands[byte] = byte != '&' && byte != '<' && byte != '>' && byte != '"';
+    }
+    return stands;
+}();
+
 bool stands(char byte) {
-    return byte >= 0x20 && byte < 0x7F && byte != '&' && byte != '<' && byte != '>' && byte != '"';
+    return standing[static_cast<unsigned char>(byte)];
 }
 
 std::string_view entityFor(int character) {
@@ -67,11 +75,7 @@ std::string markup(std::string_view text) {
 }
 
 bool standsAsMarkup(std::string_view text) {
-    bool isUnusual = false; // no early end, so that the compiler can look at many bytes at a time
-    for (const char byte : text) {
-        isUnusual |= !stands(byte);
-    }
-    return !isUnusual;
+    return std::ranges::all_of(text, stands);
 }
 
 namespace {
