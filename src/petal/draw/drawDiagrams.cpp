@@ -190,6 +190,18 @@ bool isFile(const DrawRequest& request) {
            request.output->ends_with(svgEnding);
 }
 
+/// The file that was opened last.
+class LastOpened final : public text::Output {
+public:
+    explicit LastOpened(OutputFiles& files) : files_(files) {}
+    void open(const std::string& name) { last_ = &files_.open(name); }
+    void write(std::string_view bytes) override { last_->write(bytes); }
+
+private:
+    OutputFiles& files_;
+    text::Output* last_ = nullptr;
+};
+
 /// Writes each diagram to a file of its own below a folder.
 template <class Write>
 void writePictures(const Drawing& drawing, const std::filesystem::path& folder, Write write) {
@@ -202,8 +214,10 @@ void writePictures(const Drawing& drawing, const std::filesystem::path& folder, 
     }
     try {
         OutputFiles files(folder);
+        LastOpened last(files);
+        text::BufferedOutput output(last); // one for all: it is large
         for (std::size_t index = 0; index < drawing.names.size(); ++index) {
-            text::BufferedOutput output(files.open(drawing.names[index] + std::string(svgEnding)));
+            last.open(drawing.names[index] + std::string(svgEnding));
             write(drawing.diagrams[index], output);
             output.flush();
             files.close();

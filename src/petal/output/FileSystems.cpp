@@ -39,18 +39,18 @@ std::error_code attempt(Step step) {
 } // namespace
 
 void FileSystems::watch(const std::filesystem::path& folder) {
-    if (folders_.contains(folder)) {
+    if (folders_.contains(folder.native())) {
         return;
     }
     const char* name = folder.empty() ? "." : folder.c_str();
     struct stat status {};
     if (::stat(name, &status) == 0 && devices_.contains(status.st_dev)) {
-        folders_[folder] = status.st_dev;
+        folders_[folder.native()] = status.st_dev;
         return;
     }
     Descriptor opened(::open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (opened.isOpen() && ::fstat(opened.get(), &status) == 0) {
-        folders_[folder] = status.st_dev;
+        folders_[folder.native()] = status.st_dev;
         devices_.try_emplace(status.st_dev, isWholeKind(opened.get()) ? std::move(opened) : Descriptor());
     }
 }
@@ -60,7 +60,7 @@ bool FileSystems::syncWhole(dev_t device) {
     return found != devices_.end() && found->second.isOpen() && ::syncfs(found->second.get()) == 0;
 }
 
-const dev_t* FileSystems::deviceOf(const std::filesystem::path& folder) const {
+const dev_t* FileSystems::deviceOf(const std::string& folder) const {
     const auto found = folders_.find(folder);
     return found != folders_.end() ? &found->second : nullptr;
 }
@@ -71,7 +71,7 @@ std::vector<std::error_code> FileSystems::sync(std::span<const TemporaryFile* co
     std::vector<std::size_t> single;
     for (std::size_t file = 0; file < files.size(); ++file) {
         errors[file] = attempt([&] { files[file]->takePermissions(); });
-        const dev_t* device = deviceOf(files[file]->getTarget().parent_path());
+        const dev_t* device = deviceOf(files[file]->getFolder().native());
         (device != nullptr ? byDevice[*device] : single).push_back(file);
     }
     for (const auto& [device, numbers] : byDevice) {
@@ -88,10 +88,10 @@ std::vector<std::error_code> FileSystems::sync(std::span<const TemporaryFile* co
     return errors;
 }
 
-void FileSystems::syncFolders(const std::set<std::filesystem::path>& folders) {
-    std::map<dev_t, std::vector<const std::filesystem::path*>> byDevice;
-    std::vector<const std::filesystem::path*> single;
-    for (const std::filesystem::path& folder : folders) {
+void FileSystems::syncFolders(const std::set<std::string>& folders) {
+    std::map<dev_t, std::vector<const std::string*>> byDevice;
+    std::vector<const std::string*> single;
+    for (const std::string& folder : folders) {
         const dev_t* device = deviceOf(folder);
         (device != nullptr ? byDevice[*device] : single).push_back(&folder);
     }
@@ -100,7 +100,7 @@ void FileSystems::syncFolders(const std::set<std::filesystem::path>& folders) {
             single.insert(single.end(), some.begin(), some.end());
         }
     }
-    std::ranges::for_each(single, [](const std::filesystem::path* folder) { syncFolder(*folder); });
+    std::ranges::for_each(single, [](const std::string* folder) { syncFolder(*folder); });
 }
 
 } // namespace petal

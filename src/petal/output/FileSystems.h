@@ -6,8 +6,10 @@
 #include <map>
 #include <set>
 #include <span>
+#include <string>
 #include <sys/types.h>
 #include <system_error>
+#include <unordered_map>
 #include <vector>
 
 namespace petal {
@@ -25,13 +27,13 @@ public:
     /// system that is not known to be synchronised as a whole are brought there one by one.
     [[nodiscard]] std::vector<std::error_code> sync(std::span<const TemporaryFile* const> files);
     /// Brings the names in the folders to the disk, likewise. Throws `std::system_error`.
-    void syncFolders(const std::set<std::filesystem::path>& folders);
+    void syncFolders(const std::set<std::string>& folders);
 
 private:
-    [[nodiscard]] const dev_t* deviceOf(const std::filesystem::path& folder) const; // null: not watched
+    [[nodiscard]] const dev_t* deviceOf(const std::string& folder) const; // null: not watched
     [[nodiscard]] bool syncWhole(dev_t device);
 
-    std::map<std::filesystem::path, dev_t> folders_;
+    std::unordered_map<std::string, dev_t> folders_;
     std::map<dev_t, Descriptor> devices_; // not open where only single files can be synchronised
 };
 

@@ -57,7 +57,7 @@ public:
         const fs::path& target = file.getTarget();
         Step step{.target = target, .former = {}, .isNew = file.isTargetNew()};
         if (!step.isNew) {
-            step.former = temporaryNameBeside(target);
+            step.former = temporaryNameIn(file.getFolder());
             step.isNew = ::link(target.c_str(), step.former.c_str()) != 0 && errno == ENOENT;
         }
         try {
@@ -158,13 +158,9 @@ void OutputFiles::commit() {
     }
     sync();
     replaceAll();
-    std::set<fs::path> folders;
-    auto last = folders.end();
+    std::set<std::string> folders;
     for (const File& file : files_) {
-        fs::path folder = file.temporary.getTarget().parent_path();
-        if (folders.empty() || *last != folder) { // those of a folder follow each other
-            last = folders.insert(std::move(folder)).first;
-        }
+        folders.insert(file.temporary.getFolder().native());
     }
     fileSystems_.syncFolders(folders);
     files_.clear();

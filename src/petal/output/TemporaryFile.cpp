@@ -114,15 +114,15 @@ bool isAbandoned(std::string_view name) {
 
 } // namespace
 
-std::filesystem::path temporaryNameBeside(const std::filesystem::path& file) {
+std::filesystem::path temporaryNameIn(const std::filesystem::path& folder) {
     static unsigned made = 0;
-    return file.parent_path() / (namePrefix() + std::to_string(::getpid()) + "-" + std::to_string(made++));
+    return folder / (namePrefix() + std::to_string(::getpid()) + "-" + std::to_string(made++));
 }
 
 TemporaryFile::TemporaryFile(std::filesystem::path target, Signal signal, Target kind)
-    : target_(std::move(target)), kind_(kind) {
+    : target_(std::move(target)), folder_(target_.parent_path()), kind_(kind) {
     while (!descriptor_.isOpen()) {
-        path_ = temporaryNameBeside(target_);
+        path_ = temporaryNameIn(folder_);
         descriptor_ = Descriptor(::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, newFileMode));
         if (!descriptor_.isOpen() && errno != EEXIST) {
             throwErrno();

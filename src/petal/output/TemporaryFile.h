@@ -60,6 +60,8 @@ public:
     /// For writing, also by a forked process. Owned by this object, which closes it in its destructor.
     [[nodiscard]] int getDescriptor() const { return descriptor_.get(); }
     [[nodiscard]] const std::filesystem::path& getTarget() const { return target_; }
+    /// The folder of both.
+    [[nodiscard]] const std::filesystem::path& getFolder() const { return folder_; }
     [[nodiscard]] bool isTargetNew() const { return kind_ == Target::isNew; }
 
     /// Throws `std::system_error`.
@@ -81,14 +83,15 @@ private:
     void forget();
 
     std::filesystem::path target_;
+    std::filesystem::path folder_;
     std::filesystem::path path_; // empty once there is nothing to remove
     Descriptor descriptor_;
     Target kind_;
     RemovedOnSignal removal_;
 };
 
-/// A new name for a temporary file in the folder of `file`. A file that an earlier process left may already have it.
-[[nodiscard]] std::filesystem::path temporaryNameBeside(const std::filesystem::path& file);
+/// A new name for a temporary file in a folder. A file that an earlier process left may already have it.
+[[nodiscard]] std::filesystem::path temporaryNameIn(const std::filesystem::path& folder);
 
 /// Removes the temporary files in a folder whose processes have ended without removing them, as far as that is
 /// possible. An empty path is the current folder.
