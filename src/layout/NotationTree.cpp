@@ -1,6 +1,7 @@
 #include "layout/NotationTree.h"
 
 #include "host/encoding/KelTextDecoder.h"
+#include "host/text/KelTextHash.h"
 #include "notation/Reader.h"
 #include "notation/unescaped.h"
 #include "notation/wordKind.h"
@@ -104,6 +105,12 @@ public:
     }
 
 private:
+    static constexpr std::size_t longestRemembered = 64;
+    /// A text of the file, and what it is in UTF-8.
+    struct Decoded {
+        std::string bytes;
+        std::string_view text;
+    };
     struct Open {
         NodeId node;
         NodeId last; // in it
@@ -123,6 +130,7 @@ private:
         notation::Reader reader(source);
         KelTextDecoder decoder(units::encodingOf(file.contents.charSet));
         decoder_ = &decoder;
+        decoded_.fill({});
         unit_ = 0;
         open_.resize(1);
         skipped_ = 0;
@@ -333,7 +341,17 @@ private:
     }
 
     std::string_view decoded(std::string_view bytes) {
-        return isAscii(bytes) ? kept(bytes) : kept(decoder_->toUtf8(bytes));
+        if (isAscii(bytes)) {
+            return kept(bytes);
+        }
+        if (bytes.size() > longestRemembered) {
+            return kept(decoder_->toUtf8(bytes));
+        }
+        Decoded& known = decoded_[KelTextHash()(bytes) % decoded_.size()];
+        if (known.bytes != bytes) { // a name is also in the labels and the references of what shows it
+            known = {std::string(bytes), kept(decoder_->toUtf8(bytes))};
+        }
+        return known.text;
     }
 
     std::string_view kept(std::string_view text) {
@@ -390,6 +408,7 @@ private:
     std::size_t file_ = 0;
     std::size_t unit_ = 0; // of the file: the first that may come next
     KelTextDecoder* decoder_ = nullptr;
+    std::array<Decoded, 1024> decoded_; // those of late, by their hashes
     std::vector<Open> open_;
     std::size_t skipped_ = 0; // constructs open within one that is left out
     NodeId filling_ = noNode; // whose text is in `pending_` so far

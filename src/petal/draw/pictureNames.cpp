@@ -20,7 +20,16 @@ bool isRefused(int character) {
            (character < 0x80 && refused.find(static_cast<char>(character)) != std::string_view::npos);
 }
 
+/// Of a character that stands in names of files, and is no dot: letters, digits and the like, as most are.
+bool isPlain(char byte) {
+    return byte == ' ' || byte == '-' ||
+           (byte >= '0' && byte <= 'z' && byte != ':' && byte != '<' && byte != '>' && byte != '?' && byte != '\\');
+}
+
 std::string filePart(std::string_view name) {
+    if (name.size() <= longestPart && !name.empty() && name.back() != ' ' && std::ranges::all_of(name, isPlain)) {
+        return std::string(name);
+    }
     std::string part;
     bool isStart = true;
     for (std::size_t at = 0; at < name.size();) {
@@ -43,7 +52,13 @@ std::string filePart(std::string_view name) {
 
 std::string folded(std::string_view text) {
     std::string result;
+    result.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
+        if (const char byte = text[at]; static_cast<unsigned char>(byte) < 0x80) {
+            result += byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+            ++at;
+            continue;
+        }
         const std::size_t start = at;
         const int character = text::nextCharacter(text, at);
         if (character < 0) {

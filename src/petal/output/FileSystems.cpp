@@ -38,8 +38,12 @@ std::error_code attempt(Step step) {
 
 } // namespace
 
-void FileSystems::watch(const std::filesystem::path& folder) {
+void FileSystems::watch(const std::filesystem::path& folder, const std::filesystem::path& sibling) {
     if (folders_.contains(folder.native())) {
+        return;
+    }
+    if (const dev_t* device = deviceOf(sibling.native())) {
+        folders_.emplace(folder.native(), dev_t{*device});
         return;
     }
     const char* name = folder.empty() ? "." : folder.c_str();

@@ -21,7 +21,9 @@ class TemporaryFile;
 class FileSystems {
 public:
     /// To be called before a file in the folder is written: later failures to bring it to the disk are noticed.
-    void watch(const std::filesystem::path& folder);
+    void watch(const std::filesystem::path& folder) { watch(folder, folder); }
+    /// The same where `sibling` is a folder of the same file system: it need not be looked up if it is watched.
+    void watch(const std::filesystem::path& folder, const std::filesystem::path& sibling);
     /// Gives the files the permissions of their targets and brings their contents to the disk. Returns the failure of
     /// each file, in the same order; no error means that the contents will survive a power cut. Files of a kind of file
     /// system that is not known to be synchronised as a whole are brought there one by one.

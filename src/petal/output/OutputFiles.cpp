@@ -111,15 +111,19 @@ bool OutputFiles::makeFolder(const fs::path& folder) {
     if (const auto known = isNewFolder_.find(folder.native()); known != isNewFolder_.end()) {
         return known->second;
     }
+    const fs::path parent = folder.parent_path();
+    if (folder.native().size() > folder_.native().size()) {
+        makeFolder(parent);
+    }
     bool isNew = ::mkdir(folder.c_str(), newFolderMode) == 0;
-    if (!isNew && errno == ENOENT && folder.has_parent_path() && folder.parent_path() != folder) {
-        makeFolder(folder.parent_path());
+    if (!isNew && errno == ENOENT && !parent.empty() && parent != folder) {
+        makeFolder(parent);
         isNew = ::mkdir(folder.c_str(), newFolderMode) == 0;
     }
     if (!isNew) {
         fs::create_directories(folder); // it exists, or this says why it cannot be made
     }
-    fileSystems_.watch(folder);
+    fileSystems_.watch(folder, isNew ? parent : folder); // a new folder is on the file system of the one that it is in
     isNewFolder_.emplace(folder.native(), isNew);
     return isNew;
 }
