@@ -329,16 +329,20 @@ void SceneMaker::writeLine(Item& item, std::string text, const Font& font, Point
 void SceneMaker::write(Item& item, std::string_view text, const Font& font, const LabelPlace& place) {
     const double height = lineHeight(font.size);
     const double wrap = place.lines > 1 ? place.width * 1.05 : 0;
-    std::vector<std::string> lines = linesOf(text, font.size, font.isBold, wrap);
     const Point at = place.at.value_or(item.box.centre());
     const bool isCentred = place.isCentred || !place.at;
+    const bool isLeft = place.isLeft && !isCentred;
+    const double x = isLeft || isCentred ? at.x : at.x + place.width / 2;
+    const Anchor anchor = isLeft ? Anchor::start : Anchor::middle;
+    if (isOneLine(text, wrap)) { // as most are
+        const double top = isCentred ? at.y - height / 2 : at.y;
+        writeLine(item, std::string(text), font, {x, top + height * baseLine}, anchor);
+        return;
+    }
+    std::vector<std::string> lines = linesOf(text, font.size, font.isBold, wrap);
     double top = isCentred ? at.y - height * static_cast<double>(lines.size()) / 2 : at.y;
     for (std::string& line : lines) {
-        const Point base{place.isLeft && !isCentred ? at.x
-                         : isCentred                ? at.x
-                                                    : at.x + place.width / 2,
-                         top + height * baseLine};
-        writeLine(item, std::move(line), font, base, place.isLeft && !isCentred ? Anchor::start : Anchor::middle);
+        writeLine(item, std::move(line), font, {x, top + height * baseLine}, anchor);
         top += height;
     }
 }

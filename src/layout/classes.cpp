@@ -119,6 +119,7 @@ void SceneMaker::fillClass(Item& item, const ClassTexts& texts, NodeId view) {
     const double step = lineHeight(texts.nameFont.size);
     const double room = box.width - padding;
     double top = box.y + padding;
+    item.texts.reserve(2 + texts.attributes.size() + texts.operations.size());
     const auto head = [&](const std::string& text, NodeId place) {
         const auto at = location(place, "location");
         if (at && at->y >= box.y && at->y + step <= box.bottom() + 2) {

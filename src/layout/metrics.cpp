@@ -53,15 +53,6 @@ int advanceOf(int character) {
     return scripts[row].advance;
 }
 
-/// Whether the text is one line as it is.
-bool isPlainLine(std::string_view text) {
-    bool hasControls = false; // no early end, so that the compiler can look at many bytes at a time
-    for (const char byte : text) {
-        hasControls |= static_cast<unsigned char>(byte) < firstAdvance;
-    }
-    return !hasControls;
-}
-
 } // namespace
 
 double textWidth(std::string_view text, double size, bool isBold) {
@@ -78,10 +69,18 @@ double textWidth(std::string_view text, double size, bool isBold) {
     return static_cast<double>(width) * size / 1000 * (isBold ? boldFactor : 1);
 }
 
+bool isOneLine(std::string_view text, double width) {
+    bool hasControls = false; // no early end, so that the compiler can look at many bytes at a time
+    for (const char byte : text) {
+        hasControls |= static_cast<unsigned char>(byte) < firstAdvance;
+    }
+    return !hasControls && !(width > 0);
+}
+
 std::vector<std::string> linesOf(std::string_view text, double size, bool isBold, double width) {
     const double unit = size / 1000 * (isBold ? boldFactor : 1);
     std::vector<std::string> lines(1);
-    if (!(width > 0) && isPlainLine(text)) {
+    if (isOneLine(text, width)) {
         lines.front() = text;
         return lines;
     }

@@ -16,4 +16,7 @@ namespace layout {
 /// that is not positive breaks at line ends only.
 [[nodiscard]] std::vector<std::string> linesOf(std::string_view text, double size, bool isBold, double width);
 
+/// Whether that is the text itself. May be false for a text that happens to fit.
+[[nodiscard]] bool isOneLine(std::string_view text, double width);
+
 } // namespace layout
