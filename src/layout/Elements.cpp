@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <span>
 
 namespace layout {
@@ -30,43 +31,21 @@ std::string_view upper(std::string_view text, std::span<char> room) {
     return {room.data(), text.size()};
 }
 
-/// Of a diagram, not of the model.
-bool isDrawn(std::string_view kind) {
-    return kind.ends_with("View") || kind.ends_with("Label") || kind.ends_with("ViewNew");
-}
-
 /// Whether it is part of the paths of what is in it.
 bool isInPaths(const Node& node) {
     return node.kind == NodeKind::object && !node.name().empty() && node.text() != "Design";
 }
 
-/// Whether it is in, or is, something drawn.
-bool isWithinDrawn(const NotationTree& tree, NodeId id) {
-    while (id != noNode && !(tree[id].kind == NodeKind::object && isDrawn(tree[id].text()))) {
-        id = tree[id].parent;
-    }
-    return id != noNode;
-}
-
 } // namespace
 
 Elements::Elements(const NotationTree& tree) : tree_(tree) {
-    const std::vector<NodeId> quids = tree.sorted(tree.quids());
-    quids_.reserve(quids.size());
-    NodeId list = noNode; // of the last object, and whether it is of a diagram
-    bool isListDrawn = false;
-    for (const NodeId node : quids) {
-        const NodeId object = tree[node].parent;
-        const std::string_view quid = tree.text(object, "quid");
-        if (tree[object].kind != NodeKind::object || quid.empty() || tree.find(object, "quid") != node ||
-            isDrawn(tree[object].text())) {
-            continue;
-        }
-        if (list != tree[object].parent) {
-            list = tree[object].parent;
-            isListDrawn = isWithinDrawn(tree, list);
-        }
-        if (!isListDrawn) {
+    std::vector<NodeId> objects;
+    objects.reserve(tree.quids().size());
+    std::ranges::transform(tree.quids(), std::back_inserter(objects), [&](NodeId quid) { return tree[quid].parent; });
+    objects = tree.sorted(std::move(objects));
+    quids_.reserve(objects.size());
+    for (const NodeId object : objects) {
+        if (const std::string_view quid = tree.text(object, "quid"); !quid.empty()) {
             quids_.try_emplace(std::ranges::any_of(quid, isSmall) ? kept(quid) : quid, object);
         }
     }
@@ -104,7 +83,7 @@ void Elements::makePaths() const {
         }
         const Node& node = tree_[level.next];
         levels.back().next = node.next;
-        if (node.kind == NodeKind::object && isDrawn(node.text())) {
+        if (node.kind == NodeKind::object && isViewKind(node.text())) {
             continue;
         }
         if (isInPaths(node)) {

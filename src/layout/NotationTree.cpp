@@ -92,8 +92,9 @@ public:
 
     void load() {
         tree_.nodes_.add();
-        open_.push_back({noNode, noNode});
+        open_.push_back({noNode, noNode, false});
         contents_.resize(files_.files.size(), noNode);
+        isInView_.resize(files_.files.size());
         for (file_ = 0; file_ < files_.files.size(); ++file_) {
             const units::ResolvedFile& file = files_.files[file_];
             tree_.fileNames_.push_back(file_ == 0 ? std::string() : nameBeside(file.path, files_.files[0].path));
@@ -114,6 +115,7 @@ private:
     struct Open {
         NodeId node;
         NodeId last; // in it
+        bool isView; // or in a view
     };
     /// The start of an object, as events and lines have it.
     struct Start {
@@ -133,6 +135,7 @@ private:
         decoded_.fill({});
         unit_ = 0;
         open_.resize(1);
+        open_[0].isView = isInView_[file_];
         skipped_ = 0;
         for (;;) {
             if (const Line* line = reader.nextLine()) {
@@ -211,7 +214,7 @@ private:
         node.parent = above.node;
         (above.last == noNode ? tree_.nodes_[above.node].first : tree_.nodes_[above.last].next) = id;
         above.last = id;
-        if (key == Key("quid")) {
+        if (key == Key("quid") && !above.isView && tree_.nodes_[above.node].kind == NodeKind::object) {
             tree_.quids_.push_back(id);
         }
         return node;
@@ -247,7 +250,7 @@ private:
         if (kind == NodeKind::list && key == Key("items")) {
             tree_.itemLists_.push_back(lastAdded());
         }
-        open_.push_back({lastAdded(), noNode});
+        open_.push_back({lastAdded(), noNode, open_.back().isView});
     }
 
     /// The names are kept already.
@@ -256,7 +259,7 @@ private:
         add(NodeKind::object, key).data_.head =
             newHead({shared(start.kind), start.firstName, start.name, toReference(start.reference), start.line,
                      static_cast<std::uint32_t>(file_)});
-        open_.push_back({lastAdded(), noNode});
+        open_.push_back({lastAdded(), noNode, open_.back().isView || isViewKind(start.kind)});
         const units::ResolvedFile& file = files_.files[file_];
         if (parent == noNode && start.kind == file.contents.kind && contents_[file_] == noNode &&
             start.offset == file.contents.content.begin) {
@@ -268,6 +271,7 @@ private:
         if (unit_ < file.units.size() && file.units[unit_].reference.place.offset == start.offset &&
             file.units[unit_].state == units::UnitState::found) {
             places_.emplace_back(lastAdded(), file.units[unit_].file);
+            isInView_[file.units[unit_].file] = open_.back().isView; // which is read later
         }
     }
 
@@ -416,10 +420,15 @@ private:
     std::string pending_;
     std::array<std::string_view, 256> recent_;
     std::vector<NodeId> contents_;                       // of each file
+    std::vector<bool> isInView_;                         // whether it is a unit of a view, or of something in one
     std::vector<std::pair<NodeId, std::size_t>> places_; // references and the files of their units
 };
 
 const ObjectHead Node::noHead;
+
+bool isViewKind(std::string_view kind) {
+    return kind.ends_with("View") || kind.ends_with("Label") || kind.ends_with("ViewNew");
+}
 
 double Node::number() const {
     return kind == NodeKind::number ? toNumber(text()) : kind == NodeKind::location ? data_.place.x : 0;
@@ -486,6 +495,7 @@ NodeId NotationTree::following(NodeId id, NodeId top, bool skips) const {
 
 std::vector<NodeId> NotationTree::sorted(std::vector<NodeId> nodes) const {
     if (isInOrder_) {
+        std::ranges::sort(nodes);
         return nodes;
     }
     std::vector<bool> isSought(size());

@@ -84,6 +84,9 @@ private:
 };
 static_assert(sizeof(Node) == 32);
 
+/// Whether objects of the kind are a diagram's, not the model's.
+[[nodiscard]] bool isViewKind(std::string_view kind);
+
 /// The faults of the notation in the files, which were repaired.
 struct Damages {
     std::size_t count = 0;
@@ -117,11 +120,11 @@ public:
     /// The node after this one in the order of the text, within `top`; `noNode` after the last. With `skips` what is in
     /// this one is left out.
     [[nodiscard]] NodeId following(NodeId id, NodeId top, bool skips = false) const;
-    /// The values of the properties "items" that are lists, and those of the properties "quid", in the order of the
-    /// files, which is that of the nodes' numbers.
+    /// The values of the properties "items" that are lists, and of the properties "quid" of objects that are no views
+    /// nor in one, in the order of the files.
     [[nodiscard]] const std::vector<NodeId>& itemLists() const { return itemLists_; }
     [[nodiscard]] const std::vector<NodeId>& quids() const { return quids_; }
-    /// Brings nodes that are in the order of the files into that of `following`; others are left out.
+    /// Brings nodes into the order of `following`; those that it does not come to are left out.
     [[nodiscard]] std::vector<NodeId> sorted(std::vector<NodeId> nodes) const;
     [[nodiscard]] const Damages& getDamages() const { return damages_; }
     /// The file as outputs name it: relative to the model's folder, or only its name; empty for the model's own.
@@ -158,7 +161,7 @@ private:
     std::pmr::monotonic_buffer_resource texts_{std::size_t{64} * 1024}; // and the heads of objects
     std::vector<NodeId> itemLists_;
     std::vector<NodeId> quids_;
-    bool isInOrder_ = true; // no unit stands within another file
+    bool isInOrder_ = true; // no unit stands within another file: that is the order of the numbers
     std::vector<std::string> fileNames_;
     Damages damages_;
 };
