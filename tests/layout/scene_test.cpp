@@ -149,6 +149,33 @@ TEST_F(Drawn, EndsLinesAtSignsThatDoNotFillTheirBox) {
                                 "TransView @6 200,400 200,900 558,900 mark 1\n");
 }
 
+TEST_F(Drawn, IsInTheOrderOfObjectsWhereverTheirPropertiesAre) {
+    const std::vector<Scene> scenes = scenesOf(R"((object Petal version 42 charSet 0)
+(object Design "Logical View" root_category (object Class_Category "Outer" logical_models (list l
+(object Class_Category "Inner" logical_models (list l (object Class "X" quid "4F0000000001"))
+items (list diagram_item_list (object NoteView @1))))
+quid "4f0000000001" items (list diagram_item_list
+(object CategoryView "Outer" @2 quidu "4F0000000001" label (value Text "a") line_color (7, 8)))))
+)");
+    ASSERT_EQ(scenes.size(), 2U);
+    EXPECT_EQ(scenes[0].name, "Outer");
+    EXPECT_EQ(scenes[1].name, "Inner");
+    const Item& item = scenes[0].items.at(0);
+    EXPECT_FALSE(item.isMissing);
+    EXPECT_EQ(item.texts.at(0).text, "a");
+    EXPECT_EQ(item.lineColour, 0x070000);
+}
+
+/// Numbers that are rounded by multiplying, and those close to the middle, which are not.
+TEST(Decimal, IsTheNearestOfTheExactValue) {
+    std::string texts;
+    for (const double number : {0.125, 0.375, 1.005, -0.004, -0.006, 2.5, 99.995, 1e12 / 3, -1234.5678, 0.1 + 0.2}) {
+        texts += decimal(number) + " " + decimal(number, 4) + "\n";
+    }
+    EXPECT_EQ(texts, "0.12 0.125\n0.38 0.375\n1 1.005\n0 -0.004\n-0.01 -0.006\n2.5 2.5\n100 99.995\n"
+                     "333333333333.33 333333333333.3333\n-1234.57 -1234.5678\n0.3 0.3\n");
+}
+
 TEST_F(Drawn, FindsElementsInUnitsAndTellsTheirFile) {
     put("sub/unit.cat", R"((object Petal version 42 charSet 0)
 (object Class_Category "U" logical_models (list l (object Class "X" quid "4F0000000001" abstract TRUE))
@@ -320,7 +347,8 @@ TEST_F(Drawn, LeavesHostileTextsTexts) {
         Text& line = item.texts.emplace_back();
         line.text = line.font.face = text;
     }
-    scene.name = longHostileText();
+    const std::string name = longHostileText();
+    scene.name = name;
     TextOutput svg;
     TextOutput drawio;
     for (TextOutput* output : {&svg, &drawio}) {

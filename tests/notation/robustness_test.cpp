@@ -99,11 +99,13 @@ std::string at(const Place& place) {
 std::string stepOf(const Event& event) {
     std::string step = event.isProperty() ? std::string(event.key) + at(event.keyPlace) + "\n" : "";
     const bool isNested = event.construct != Construct::object && event.construct != Construct::list;
+    const bool isValue = event.construct == Construct::value;
     if (event.kind == EventKind::damage) {
         return step + "!" + damageWord(event.damage->kind) + at(event.damage->place) + "\n";
     }
     if (event.kind == EventKind::start) {
         step += isNested ? "" : "(" + std::string(event.text) + at(event.place);
+        step += isValue ? "<" + std::string(event.text) + "\n" : "";
         for (const Name& name : event.names) {
             step += " '" + std::string(name.text) + "'";
         }
@@ -112,6 +114,7 @@ std::string stepOf(const Event& event) {
     if (event.kind == EventKind::end) {
         return step + (event.construct == Construct::object ? ")" + std::to_string(event.end) + "\n" : "");
     }
+    step += event.kind == EventKind::location ? "=" + std::string(event.y) + "\n" : "";
     return step + "=" + std::string(event.text) + (event.kind == EventKind::text ? at(event.place) : "") + "\n";
 }
 
@@ -124,6 +127,8 @@ std::string stepsOf(const Line& line) {
         }
         steps += " @" + (line.isObject() ? std::string(line.reference) : "") + "\n";
     } else if (line.kind != EventKind::end) {
+        steps += line.construct == Construct::value ? "<Text\n" : "";
+        steps += line.kind == EventKind::location ? "=" + std::string(line.y) + "\n" : "";
         steps += "=" + std::string(line.text) + (line.kind == EventKind::text ? at(line.valuePlace()) : "") + "\n";
     }
     for (std::uint64_t end = 0; end < line.ends; ++end) {
