@@ -6,10 +6,12 @@
 #include <array>
 #include <cstdint>
 #include <iterator>
+#include <mutex>
 #include <new>
 #include <numeric>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 namespace {
 
@@ -75,6 +77,17 @@ std::string allPairs(const std::string& bytes) {
     return pairs;
 }
 
+// The plain bytes of the encodings that have been examined, by canonical name. An import opens several converters, and
+// to examine the encoding of each anew would take a fifth of the import of a small file.
+struct ExaminedEncodings {
+    std::mutex mutex;
+    std::unordered_map<std::string, std::bitset<128>> plainBytes;
+};
+ExaminedEncodings& examinedEncodings() {
+    static ExaminedEncodings encodings;
+    return encodings;
+}
+
 bool isAscii(std::string_view bytes) {
     unsigned char allBits = 0;
     for (const char byte : bytes) {
@@ -113,7 +126,7 @@ KelEncodingConverter::KelEncodingConverter(const KelString& encodingName) : hand
 
 // A byte is plain when conversion leaves it unchanged at the start of a text. If a plain byte can change the meaning of
 // the next one, as in a stateful encoding, no byte counts as plain.
-std::bitset<128> KelEncodingConverter::findPlainBytes() const {
+std::bitset<128> KelEncodingConverter::examine() const {
     std::bitset<128> found;
     std::string ascii(found.size(), '\0');
     std::iota(ascii.begin(), ascii.end(), '\0');
@@ -131,6 +144,16 @@ std::bitset<128> KelEncodingConverter::findPlainBytes() const {
         }
     }
     return found;
+}
+
+std::bitset<128> KelEncodingConverter::findPlainBytes() const {
+    UErrorCode error = U_ZERO_ERROR;
+    const std::string name(ucnv_getName(getHandle(), &error));
+    ExaminedEncodings& examined = examinedEncodings();
+    const std::scoped_lock lock(examined.mutex);
+    const auto known = examined.plainBytes.find(name);
+    return known != examined.plainBytes.end() ? known->second
+                                              : examined.plainBytes.emplace(name, examine()).first->second;
 }
 
 KelString KelEncodingConverter::getEncodingName() const {

@@ -26,8 +26,9 @@ public:
     [[nodiscard]] UConverter* getWriter() const { return writer_ != nullptr ? writer_.get() : handle_.get(); }
     /// The service's canonical name of the encoding; empty without a handle.
     [[nodiscard]] KelString getEncodingName() const;
-    /// Whether `text` is ASCII and conversion in either direction would not change it. The first call examines the
-    /// encoding, which takes as long as converting some kilobytes and may throw `std::bad_alloc`.
+    /// Whether `text` is ASCII and conversion in either direction would not change it. The first call in the
+    /// process for an encoding examines it, which takes as long as converting some kilobytes; the first call of each
+    /// converter may throw `std::bad_alloc`.
     [[nodiscard]] bool isPlainText(std::string_view text) const;
 
 private:
@@ -38,6 +39,7 @@ private:
 
     static Handle open(const char* encodingName);
     [[nodiscard]] std::bitset<128> findPlainBytes() const;
+    [[nodiscard]] std::bitset<128> examine() const;
 
     Handle handle_;
     Handle writer_;                                      // null unless the handle would write a byte order mark
