@@ -94,6 +94,8 @@ public:
     /// Advances to the next row; throws as `RowReader::next`.
     bool next();
     [[nodiscard]] TableId table() const { return row_.table; }
+    /// The number of the model.
+    [[nodiscard]] std::int64_t getModel() const { return ids_.model; }
     /// The values of all columns, a key included.
     [[nodiscard]] std::span<const Value> values() const { return values_; }
     /// The numbers that are free after the rows so far.

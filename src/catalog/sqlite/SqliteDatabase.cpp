@@ -1,9 +1,8 @@
 #include "catalog/sqlite/Connection.h"
+#include "catalog/sqlite/RowInserts.h"
 #include "catalog/sqlite/openSqlite.h"
 #include "catalog/texts.h"
 #include "text/Embedded.h"
-
-#include <optional>
 
 namespace catalog {
 
@@ -12,6 +11,9 @@ std::span<const text::Embedded> sqliteTexts();
 namespace {
 
 constexpr int applicationId = 0x5065746C; // "Petl"; in the file's head
+/// The rows, in bytes of memory, that wait for a transaction. A transaction for each small model would write the last
+/// pages of all tables again and again.
+constexpr std::size_t mostWaiting = std::size_t{1} << 20U;
 constexpr const char* makeAnew = "Name another file, or delete this one and make it anew.";
 
 /// Something in the catalogue's file that is made by a statement.
@@ -59,10 +61,11 @@ private:
     void removeRows(std::int64_t model);
     void makeIndexes();
     void index(const char* command, std::int64_t model);
-    Statement& insertOf(TableId table);
+    bool collect(PlacedRows& rows);
+    void putWaiting();
 
     Connection connection_;
-    std::vector<std::optional<Statement>> inserts_{tableCount};
+    RowInserts waiting_{connection_}; // the rows of small models
     bool isWriting_ = false;
     bool isSearched_ = false; // the search exists, and must be kept up to date
 };
@@ -153,18 +156,6 @@ void SqliteDatabase::transaction(Change change) {
     }
 }
 
-Statement& SqliteDatabase::insertOf(TableId table) {
-    std::optional<Statement>& insert = inserts_[static_cast<std::size_t>(table)];
-    if (!insert) {
-        std::string sql = "INSERT INTO " + quoted(tableOf(table).name) + " VALUES (";
-        for (std::size_t column = 0; column < tableOf(table).columns.size(); ++column) {
-            sql += column == 0 ? "?" : ", ?";
-        }
-        insert.emplace(connection_, sql + ")");
-    }
-    return *insert;
-}
-
 /// Puts the texts of a model's elements into the search, or takes them out of it.
 void SqliteDatabase::index(const char* command, std::int64_t model) {
     if (!isSearched_) {
@@ -191,24 +182,41 @@ void SqliteDatabase::removeRows(std::int64_t model) {
 
 void SqliteDatabase::put(PlacedRows& rows, std::int64_t before) {
     if (before != 0) {
+        putWaiting();
         makeIndexes();
+    }
+    const bool mayWait = before == 0 && !isSearched_;
+    if (mayWait && !collect(rows)) {
+        return;
     }
     transaction([&] {
         if (before != 0) {
             removeRows(before);
         }
-        std::int64_t model = 0;
-        while (rows.next()) {
-            const std::span<const Value> values = rows.values();
-            model = rows.table() == TableId::model ? values.front().number : model;
-            Statement& insert = insertOf(rows.table());
-            for (std::size_t column = 0; column < values.size(); ++column) {
-                insert.bind(static_cast<int>(column) + 1, values[column]);
-            }
-            insert.run();
+        while (collect(rows)) {
+            waiting_.insert();
         }
-        index("", model);
+        waiting_.insert();
+        index("", rows.getModel());
     });
+}
+
+/// Adds rows to those that wait; returns whether there are too many before the last one.
+bool SqliteDatabase::collect(PlacedRows& rows) {
+    while (waiting_.getLength() <= mostWaiting) {
+        if (!rows.next()) {
+            return false;
+        }
+        waiting_.add(rows.table(), rows.values());
+    }
+    return true;
+}
+
+/// Puts the rows that wait into the tables.
+void SqliteDatabase::putWaiting() {
+    if (waiting_.getLength() > 0) {
+        transaction([&] { waiting_.insert(); });
+    }
 }
 
 void SqliteDatabase::setTimes(const KnownModel& model) {
@@ -229,6 +237,7 @@ void SqliteDatabase::setTimes(const KnownModel& model) {
 }
 
 void SqliteDatabase::remove(std::int64_t model) {
+    putWaiting();
     makeIndexes();
     transaction([&] { removeRows(model); });
 }
@@ -246,9 +255,9 @@ void SqliteDatabase::makeIndexes() {
 }
 
 void SqliteDatabase::finish() {
+    putWaiting();
     // Most pages of the indexes are new ones, which need no log. While others read the file, the log stays.
-    inserts_.clear();
-    inserts_.resize(tableCount);
+    waiting_.endStatements();
     connection_.tryTo("PRAGMA journal_mode = DELETE");
     isWriting_ = true;
     connection_.execute("PRAGMA cache_size = -65536; PRAGMA temp_store = MEMORY;");
