@@ -15,7 +15,7 @@ std::span<const text::Embedded> postgresqlTexts();
 
 namespace {
 
-constexpr std::size_t mostWaiting = 1 << 20; // bytes of rows
+constexpr std::size_t mostWaiting = 1 << 22; // bytes of rows
 constexpr const char* otherDatabase = "Name another database, or another schema with options=-csearch_path=NAME.";
 
 /// What a value looks like in the text form of COPY.
@@ -59,12 +59,13 @@ void appendValue(std::string& line, const Value& value) {
 }
 
 /// A statement of the catalogue's schema, which is in the SQL of SQLite, in that of PostgreSQL. Numbers have as many
-/// bits as there; texts are sorted by their bytes as there, so that both answer alike; references are declared when
-/// the rows are there.
+/// bits as there; texts are sorted by their bytes as there, so that both answer alike; keys and references are
+/// declared when the rows are there.
 std::string translated(std::string_view statement) {
     static const std::array replacements{
         std::pair(std::regex("\\bINTEGER\\b"), "BIGINT"),
         std::pair(std::regex("\\bTEXT\\b"), "TEXT COLLATE \"C\""),
+        std::pair(std::regex(" PRIMARY KEY"), " NOT NULL"),
         std::pair(std::regex(" REFERENCES \\w+ \\(\\w+\\)"), ""),
     };
     std::string text(statement);
@@ -95,6 +96,15 @@ ALTER TABLE element ADD COLUMN search tsvector GENERATED ALWAYS AS (to_tsvector(
 constexpr const char* searchIndex = "CREATE INDEX element_search ON element USING gin (search);\n";
 constexpr const char* searchView =
     "CREATE VIEW search AS SELECT id AS rowid, name, documentation, words, search FROM element;\n";
+/// Declares the keys of the tables.
+std::string keysText() {
+    std::string script = "ALTER TABLE about ADD PRIMARY KEY (id);\nALTER TABLE guide ADD PRIMARY KEY (id);\n";
+    for (const Table& table : tables()) {
+        script += "ALTER TABLE " + quoted(table.name) + " ADD PRIMARY KEY (id);\n";
+    }
+    return script;
+}
+
 /// Declares the references between tables. They are checked at the end of a transaction, because a row may refer to one
 /// that follows.
 std::string referencesText() {
@@ -321,8 +331,12 @@ void PostgresqlDatabase::makeIndexes() {
     if (isFilled_) {
         return;
     }
-    connection_.transaction(
-        [&] { connection_.execute(schemaText("CREATE INDEX") + searchIndex + referencesText() + searchView); });
+    const bool hasKeys = // petals before this one declared them with the tables
+        connection_.numberOf("SELECT count(*) FROM pg_index WHERE indrelid = 'model'::regclass AND indisprimary") != 0;
+    connection_.transaction([&] {
+        connection_.execute((hasKeys ? std::string() : keysText()) + schemaText("CREATE INDEX") + searchIndex +
+                            referencesText() + searchView);
+    });
     isFilled_ = true;
 }
 
