@@ -61,9 +61,10 @@ private:
 /// Writes the rows of the elements, in the order of the JSON document.
 class ElementRows final : private exporter::ModelVisitor {
 public:
-    ElementRows(const ImportedParts& parts, const std::vector<std::string>& files, RowWriter& rows)
-        : parts_(parts), files_(files), rows_(rows), numbers_(parts.model), ids_(parts.model, &parts.places),
-          classNames_(parts.model) {}
+    ElementRows(const ImportedParts& parts, const source::SourceMap& places, const std::vector<std::string>& files,
+                RowWriter& rows)
+        : parts_(parts), sources_(places), files_(files), rows_(rows), numbers_(parts.model),
+          ids_(parts.model, &places), classNames_(parts.model) {}
 
     void write() { walkModel(parts_.model, exporter::documentParts, *this); }
     [[nodiscard]] ElementPlaces takePlaces() { return std::move(places_); }
@@ -110,7 +111,7 @@ private:
                 stereotype = one.stereotype.view();
             }
         });
-        const source::SourcePlace* place = parts_.places.find(object);
+        const source::SourcePlace* place = sources_.find(object);
         rows_.start(TableId::element);
         rows_.name(name);
         rows_.reference(1);
@@ -370,6 +371,7 @@ private:
     };
 
     const ImportedParts& parts_;
+    const source::SourceMap& sources_;
     const std::vector<std::string>& files_;
     RowWriter& rows_;
     Numbers numbers_;
@@ -385,8 +387,9 @@ private:
 
 } // namespace
 
-ElementPlaces writeElementRows(const ImportedParts& parts, const std::vector<std::string>& files, RowWriter& rows) {
-    ElementRows elements(parts, files, rows);
+ElementPlaces writeElementRows(const ImportedParts& parts, const source::SourceMap& places,
+                               const std::vector<std::string>& files, RowWriter& rows) {
+    ElementRows elements(parts, places, files, rows);
     elements.write();
     return elements.takePlaces();
 }

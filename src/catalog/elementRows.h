@@ -6,6 +6,10 @@
 #include <unordered_map>
 #include <vector>
 
+namespace source {
+class SourceMap;
+}
+
 namespace catalog {
 
 /// The elements that objects of the files were made into, by the places of the objects. Lookups take constant time.
@@ -30,9 +34,10 @@ private:
     std::unordered_map<std::uint64_t, std::uint32_t> elements_;
 };
 
-/// Writes the elements of a model with their parts, members and notes, in the order of the JSON document. `files` are
-/// the names of the model's files in outputs, empty for its own. Throws as `writeModelRows`.
-[[nodiscard]] ElementPlaces writeElementRows(const ImportedParts& parts, const std::vector<std::string>& files,
-                                             RowWriter& rows);
+/// Writes the elements of a model with their parts, members and notes, in the order of the JSON document. `places` are
+/// those of the model's objects, `files` the names of its files in outputs, empty for its own. Throws as
+/// `writeModelRows`.
+[[nodiscard]] ElementPlaces writeElementRows(const ImportedParts& parts, const source::SourceMap& places,
+                                             const std::vector<std::string>& files, RowWriter& rows);
 
 } // namespace catalog

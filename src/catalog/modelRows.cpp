@@ -5,7 +5,7 @@
 #include "host/encoding/KelTextDecoder.h"
 #include "host/model/KelMetadataOrigin.h"
 #include "host/model/KelModel.h"
-#include "source/SourceMap.h"
+#include "source/makeSourceMap.h"
 #include "units/localText.h"
 
 #include <filesystem>
@@ -144,12 +144,15 @@ void writeModelRows(const ImportedParts& parts, const KnownModel& known, RowWrit
         writeUnit(unit, rows);
     }
     writeOrigins(parts, known, rows);
-    const ElementPlaces elements = writeElementRows(parts, files, rows);
     writeLosses(outcomes, files, rows);
     writeDamages(ledger, files, rows);
     if (parts.source != SourceDetail::none) {
-        const SourceLinks links{outcomes.all, files, elements};
-        writeSourceRows(parts, links, rows);
+        SourceRows source(parts, outcomes.all, rows);
+        const source::SourceMap places = source.read();
+        source.writeObjects(files, writeElementRows(parts, places, files, rows));
+    } else {
+        const source::SourceMap places = source::makeSourceMap(parts.tree, parts.trace, parts.model);
+        static_cast<void>(writeElementRows(parts, places, files, rows));
     }
     rows.finish();
 }

@@ -6,9 +6,8 @@
 class KelModel;
 
 namespace source {
-class SourceMap;
 class Trace;
-} // namespace source
+}
 
 namespace units {
 struct UnitTree;
@@ -25,8 +24,7 @@ struct ImportedParts {
     const KelModel& model;
     const units::UnitTree& tree;
     const source::Trace& trace; ///< located
-    const source::SourceMap& places;
-    ledger::Choices choices; ///< of its ledger; the detail is chosen here
+    ledger::Choices choices;    ///< of its ledger; the detail is chosen here
     SourceDetail source = SourceDetail::objects;
 };
 

@@ -4,6 +4,7 @@
 #include "ledger/reasons.h"
 #include "notation/unescaped.h"
 #include "source/TracedText.h"
+#include "source/makeSourceMap.h"
 #include "units/localText.h"
 
 #include <algorithm>
@@ -94,8 +95,8 @@ struct SourceObject {
     std::string quid;
     const ledger::Reason* reason = nullptr;
     std::uint32_t parent = 0;
-    std::uint32_t element = 0;
     std::uint32_t file = 0;
+    std::uint64_t offset = 0;
     std::uint64_t line = 0;
 };
 
@@ -111,11 +112,13 @@ struct SourceProperty {
     std::string value;
 };
 
-class SourceRows {
+} // namespace
+
+class SourceRows::Reading {
 public:
-    SourceRows(const ImportedParts& parts, const SourceLinks& links, RowWriter& rows)
-        : parts_(parts), links_(links), rows_(rows), text_(parts.tree, parts.trace), open_(parts.tree.files.size()),
-          references_(parts.tree.files.size()) {
+    Reading(const ImportedParts& parts, const std::vector<OutcomeAt>& outcomes, RowWriter& rows)
+        : parts_(parts), outcomes_(outcomes), rows_(rows), text_(parts.tree, parts.trace),
+          open_(parts.tree.files.size()), references_(parts.tree.files.size()) {
         const auto common = std::make_shared<ledger::SourceText>(parts.choices.encoding);
         for (const units::ResolvedFile& file : parts.tree.files) {
             texts_.push_back(parts.choices.encodingByFile
@@ -124,13 +127,28 @@ public:
         }
     }
 
-    void write() {
+    source::SourceMap read() {
+        source::SourceMapMaker places(parts_.tree, parts_.trace, parts_.model, text_);
         while (text_.next()) {
+            places.take(text_.event());
             take(text_.event());
         }
         endProperty();
+        return places.finish();
+    }
+
+    void writeObjects(const std::vector<std::string>& files, const ElementPlaces& elements) {
         for (const SourceObject& object : objects_) {
-            writeObject(object);
+            rows_.start(TableId::sourceObject);
+            rows_.name(object.name);
+            rows_.reference(1);
+            rows_.reference(object.parent);
+            rows_.name(object.kind);
+            rows_.reference(elements.find(object.file, object.offset));
+            rows_.text(wordOf(object.reason));
+            rows_.text(object.quid);
+            rows_.text(files[object.file]);
+            rows_.integer(static_cast<std::int64_t>(object.line));
         }
     }
 
@@ -170,9 +188,9 @@ private:
 
     /// The outcome of what begins there: outcomes come in the order of the text.
     const ledger::Reason* reasonAt(std::uint64_t offset) {
-        const std::vector<OutcomeAt>& all = links_.outcomes;
-        const bool isHere = next_ < all.size() && all[next_].file == text_.getFile() && all[next_].offset == offset;
-        return isHere ? all[next_++].reason : nullptr;
+        const bool isHere =
+            next_ < outcomes_.size() && outcomes_[next_].file == text_.getFile() && outcomes_[next_].offset == offset;
+        return isHere ? outcomes_[next_++].reason : nullptr;
     }
 
     /// The innermost object around what comes next; 0 if there is none.
@@ -191,6 +209,7 @@ private:
         SourceObject object;
         object.parent = innermost();
         object.file = text_.getFile();
+        object.offset = event.place.offset;
         object.line = event.place.line;
         object.reason = reasonAt(event.place.offset);
         object.kind = toText(event.text);
@@ -198,7 +217,6 @@ private:
             const notation::Name& name = event.names.size() > 1 ? event.names[1] : event.names.front();
             object.name = toText(name.hasEscapes ? notation::unescaped(name.text) : std::string(name.text));
         }
-        object.element = links_.elements.find(text_.getFile(), event.place.offset);
         objects_.push_back(std::move(object));
         const auto number = static_cast<std::uint32_t>(objects_.size());
         open().push_back(number);
@@ -278,27 +296,15 @@ private:
         }
     }
 
-    void writeObject(const SourceObject& object) {
-        rows_.start(TableId::sourceObject);
-        rows_.name(object.name);
-        rows_.reference(1);
-        rows_.reference(object.parent);
-        rows_.name(object.kind);
-        rows_.reference(object.element);
-        rows_.text(wordOf(object.reason));
-        rows_.text(object.quid);
-        rows_.text(links_.files[object.file]);
-        rows_.integer(static_cast<std::int64_t>(object.line));
-    }
-
     const ImportedParts& parts_;
-    const SourceLinks& links_;
+    const std::vector<OutcomeAt>& outcomes_;
     RowWriter& rows_;
     source::TracedText text_;
     std::vector<std::shared_ptr<ledger::SourceText>> texts_; // by file
     std::vector<std::vector<std::uint32_t>> open_;           // by file
     std::vector<std::uint32_t> references_;                  // by file: the object that names it, whose content it has
-    std::vector<SourceObject> objects_; // in the order of the text, written last: the quid may come late
+    std::vector<SourceObject> objects_; // in the order of the text, written last: the quid may come late, and the
+                                        // elements have no numbers yet
     std::size_t next_ = 0;              // of the outcomes
     SourceProperty property_;
     bool isInPiece_ = false;
@@ -306,10 +312,17 @@ private:
     std::string piece_; // of the value, as it stands
 };
 
-} // namespace
+SourceRows::SourceRows(const ImportedParts& parts, const std::vector<OutcomeAt>& outcomes, RowWriter& rows)
+    : reading_(std::make_unique<Reading>(parts, outcomes, rows)) {}
 
-void writeSourceRows(const ImportedParts& parts, const SourceLinks& links, RowWriter& rows) {
-    SourceRows(parts, links, rows).write();
+SourceRows::~SourceRows() = default;
+
+source::SourceMap SourceRows::read() {
+    return reading_->read();
+}
+
+void SourceRows::writeObjects(const std::vector<std::string>& files, const ElementPlaces& elements) {
+    reading_->writeObjects(files, elements);
 }
 
 } // namespace catalog

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "catalog/elementRows.h"
+#include "source/SourceMap.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,14 +16,26 @@ struct OutcomeAt {
     const ledger::Reason* reason = nullptr;
 };
 
-/// What the rows of objects of the files need of the model's other rows.
-struct SourceLinks {
-    const std::vector<OutcomeAt>& outcomes; ///< of all objects and properties, in the order of the files' text
-    const std::vector<std::string>& files;  ///< as outputs name them; empty for the model's own
-    const ElementPlaces& elements;
-};
+/// Writes the objects and properties of the files, the properties first. Its functions throw as `writeModelRows`. Takes
+/// memory proportional to the objects.
+class SourceRows {
+public:
+    /// `outcomes` are those of all objects and properties, in the order of the files' text. All references must live as
+    /// long.
+    SourceRows(const ImportedParts& parts, const std::vector<OutcomeAt>& outcomes, RowWriter& rows);
+    SourceRows(const SourceRows&) = delete;
+    SourceRows& operator=(const SourceRows&) = delete;
+    ~SourceRows();
 
-/// Writes the objects and properties of the files. Throws as `writeModelRows`.
-void writeSourceRows(const ImportedParts& parts, const SourceLinks& links, RowWriter& rows);
+    /// Reads the files, and writes the rows of the properties. Returns the places of the model's objects, which the
+    /// same reading gives. Called once.
+    [[nodiscard]] source::SourceMap read();
+    /// Writes the rows of the objects that were read. `files` are as outputs name them, empty for the model's own.
+    void writeObjects(const std::vector<std::string>& files, const ElementPlaces& elements);
+
+private:
+    class Reading;
+    std::unique_ptr<Reading> reading_;
+};
 
 } // namespace catalog

@@ -29,16 +29,15 @@ struct OpenObject {
     bool isDesign = false;
 };
 
-class MapMaker {
+} // namespace
+
+class SourceMapMaker::MapMaker {
 public:
-    MapMaker(const units::UnitTree& tree, const Trace& trace, const KelModel& model)
-        : trace_(trace), modelNumber_(numberOf(model, trace)), text_(tree, trace), places_(trace.getFates().size()),
+    MapMaker(const units::UnitTree& tree, const Trace& trace, const KelModel& model, TracedText& text)
+        : trace_(trace), modelNumber_(numberOf(model, trace)), text_(text), places_(trace.getFates().size()),
           claims_(trace.getFates().size()), map_(pathsOf(tree)) {}
 
-    SourceMap make() {
-        while (text_.next()) {
-            take(text_.event());
-        }
+    SourceMap finish() {
         settle(text_.takeRest());
         inherit();
         for (ObjectNumber number = 1; number < places_.size(); ++number) {
@@ -47,12 +46,6 @@ public:
             }
         }
         return std::move(map_);
-    }
-
-private:
-    static ObjectNumber numberOf(const KelModel& model, const Trace& trace) {
-        const auto found = std::ranges::find(trace.getFates(), &model, &Fate::object);
-        return static_cast<ObjectNumber>(found - trace.getFates().begin());
     }
 
     void take(const Event& event) {
@@ -76,6 +69,12 @@ private:
             settle(text_.takeBefore(event.end));
             close(event.end);
         }
+    }
+
+private:
+    static ObjectNumber numberOf(const KelModel& model, const Trace& trace) {
+        const auto found = std::ranges::find(trace.getFates(), &model, &Fate::object);
+        return static_cast<ObjectNumber>(found - trace.getFates().begin());
     }
 
     // Assigns the steps to the object that is being read.
@@ -150,7 +149,7 @@ private:
 
     const Trace& trace_;
     const ObjectNumber modelNumber_; // the bridge has reported the model, to which it added an origin
-    TracedText text_;
+    TracedText& text_;
     std::vector<SourcePlace> places_; // by number
     std::vector<Claim> claims_;       // likewise
     SourceMap map_;
@@ -158,7 +157,18 @@ private:
     bool isInHead_ = false; // only the head of the innermost object has been read, and it has made no object
 };
 
-} // namespace
+SourceMapMaker::SourceMapMaker(const units::UnitTree& tree, const Trace& trace, const KelModel& model, TracedText& text)
+    : maker_(std::make_unique<MapMaker>(tree, trace, model, text)) {}
+
+SourceMapMaker::~SourceMapMaker() = default;
+
+void SourceMapMaker::take(const notation::Event& event) {
+    maker_->take(event);
+}
+
+SourceMap SourceMapMaker::finish() {
+    return maker_->finish();
+}
 
 std::vector<std::string> pathsOf(const units::UnitTree& tree) {
     std::vector<std::string> paths;
@@ -168,7 +178,12 @@ std::vector<std::string> pathsOf(const units::UnitTree& tree) {
 }
 
 SourceMap makeSourceMap(const units::UnitTree& tree, const Trace& trace, const KelModel& model) {
-    return MapMaker(tree, trace, model).make();
+    TracedText text(tree, trace);
+    SourceMapMaker maker(tree, trace, model, text);
+    while (text.next()) {
+        maker.take(text.event());
+    }
+    return maker.finish();
 }
 
 } // namespace source

@@ -1,12 +1,36 @@
 #pragma once
 
+#include "notation/Event.h"
 #include "source/SourceMap.h"
 #include "source/Trace.h"
 #include "units/UnitTree.h"
 
+#include <memory>
+
 class KelModel;
 
 namespace source {
+
+class TracedText;
+
+/// Makes the map of a finished model from a reading that somebody else drives. Used by one thread.
+class SourceMapMaker {
+public:
+    /// `text` has not been read yet; its steps are for this maker alone. All references must live as long.
+    SourceMapMaker(const units::UnitTree& tree, const Trace& trace, const KelModel& model, TracedText& text);
+    SourceMapMaker(const SourceMapMaker&) = delete;
+    SourceMapMaker& operator=(const SourceMapMaker&) = delete;
+    ~SourceMapMaker();
+
+    /// To be called with every event of the text, while it is at it.
+    void take(const notation::Event& event);
+    /// The map. Called once, at the end of the text.
+    [[nodiscard]] SourceMap finish();
+
+private:
+    class MapMaker;
+    std::unique_ptr<MapMaker> maker_;
+};
 
 /// Makes the map of a finished model. Requires that `trace` has been located. Throws `std::system_error` when a file
 /// cannot be read. Reads the files of the tree once more; memory is proportional to the number of objects that the

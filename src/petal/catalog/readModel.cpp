@@ -2,7 +2,6 @@
 
 #include "petal/Failure.h"
 #include "petal/output/Descriptor.h"
-#include "source/makeSourceMap.h"
 #include "units/OpenFile.h"
 
 #define XXH_STATIC_LINKING_ONLY // the state of the hash stands on the stack
@@ -132,7 +131,6 @@ ImportResult readModel(const ImportRequest& request, const ImportContext& contex
         }
     };
     own.takeModel = [&](const FinishedImport& import) {
-        const source::SourceMap places = source::makeSourceMap(import.source.getTree(), import.trace, import.model);
         if (::ftruncate(descriptor, 0) != 0 || ::lseek(descriptor, 0, SEEK_SET) != 0) {
             throwErrno();
         }
@@ -141,7 +139,6 @@ ImportResult readModel(const ImportRequest& request, const ImportContext& contex
         catalog::writeModelRows({.model = import.model,
                                  .tree = import.source.getTree(),
                                  .trace = import.trace,
-                                 .places = places,
                                  .choices = {import.encoding, import.source.hasEncodingByFile(), ledger::Detail::counts,
                                              import.source.getRenamedRoot()},
                                  .source = reading.source},
