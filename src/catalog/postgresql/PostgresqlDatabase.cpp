@@ -66,7 +66,7 @@ std::string translated(std::string_view statement) {
         std::pair(std::regex("\\bINTEGER\\b"), "BIGINT"),
         std::pair(std::regex("\\bTEXT\\b"), "TEXT COLLATE \"C\""),
         std::pair(std::regex(" PRIMARY KEY"), " NOT NULL"),
-        std::pair(std::regex(" REFERENCES \\w+ \\(\\w+\\)"), ""),
+        std::pair(std::regex(R"( REFERENCES \w+ \(\w+\))"), ""),
     };
     std::string text(statement);
     for (const auto& [pattern, replacement] : replacements) {
