@@ -16,7 +16,6 @@ namespace {
 /// apart in memory.
 struct SortedObject {
     std::uint64_t start; // of the name, padded with zeros; in the order of the bytes
-    std::string_view name;
     KelObject* object;
 };
 
@@ -27,7 +26,8 @@ std::uint64_t startOf(std::string_view name) noexcept {
 }
 
 bool comesBefore(const SortedObject& left, const SortedObject& right) noexcept {
-    return left.start != right.start ? left.start < right.start : left.name < right.name;
+    return left.start != right.start ? left.start < right.start
+                                     : left.object->getName().view() < right.object->getName().view();
 }
 
 /// Throws `std::bad_alloc`.
@@ -35,8 +35,7 @@ void sortAtHand(std::span<KelObject*> objects) {
     std::vector<SortedObject> sorted;
     sorted.reserve(objects.size());
     for (KelObject* object : objects) {
-        const std::string_view name = object->getName().view();
-        sorted.push_back({startOf(name), name, object});
+        sorted.push_back({startOf(object->getName().view()), object});
     }
     std::stable_sort(sorted.begin(), sorted.end(), comesBefore);
     std::transform(sorted.begin(), sorted.end(), objects.begin(), [](const SortedObject& one) { return one.object; });
@@ -46,20 +45,30 @@ bool comesBeforeByName(const KelObject* left, const KelObject* right) {
     return left->getName().view() < right->getName().view();
 }
 
-/// Sorts by name; equal names remain in their order. Slower when memory is short.
-void sortObjects(std::span<KelObject*> objects) noexcept {
-    if (std::is_sorted(objects.begin(), objects.end(), comesBeforeByName)) {
-        return; // as objects that were made in the order of others
-    }
-    try {
-        sortAtHand(objects);
-    } catch (const std::bad_alloc&) {
-        std::stable_sort(objects.begin(), objects.end(), comesBeforeByName);
-    }
-}
-
 /// Up to this part of a row, single objects are merged into it with fewer comparisons.
 constexpr std::size_t few = 16;
+
+/// The first of the objects at the end that are in order.
+std::size_t startOfOrder(std::span<KelObject* const> objects) noexcept {
+    std::size_t start = objects.size();
+    while (start > 0 && (start == objects.size() || !comesBeforeByName(objects[start], objects[start - 1]))) {
+        --start;
+    }
+    return start;
+}
+
+/// Sorts by name; equal names remain in their order. Slower when memory is short.
+void sortObjects(std::span<KelObject*> objects) noexcept {
+    const std::size_t ordered = startOfOrder(objects); // objects that were made in the order of others, behind a few
+    const bool isNearlySorted = ordered <= objects.size() / few;
+    const std::span<KelObject*> unsorted = isNearlySorted ? objects.first(ordered) : objects;
+    try {
+        sortAtHand(unsorted);
+    } catch (const std::bad_alloc&) {
+        std::stable_sort(unsorted.begin(), unsorted.end(), comesBeforeByName);
+    }
+    std::inplace_merge(objects.begin(), unsorted.end(), objects.end(), comesBeforeByName);
+}
 
 /// Merges the objects from `middle` on, which are sorted, into the others, which are sorted, behind equal names.
 void merge(std::vector<KelObject*>& objects, std::size_t middle) noexcept {
