@@ -122,7 +122,7 @@ TEST_P(ModelRelation, LinksBothEndsOfEveryClassAndNothingElse) {
 }
 
 TEST_P(ModelRelation, TheFirstOwnerKeepsAndALaterReferenceReplaces) {
-    const bool heldByMany = relation_.targetEnd.many != nullptr;
+    const bool heldByMany = !relation_.targetEnd.isOne();
     ASSERT_TRUE(relation_.link(holder_.get(), target_.get()));
     EXPECT_EQ(relation_.link(secondHolder_.get(), target_.get()), !owns_);
     EXPECT_EQ(holders(*target_), owns_        ? Objects{holder_.get()}
@@ -130,9 +130,8 @@ TEST_P(ModelRelation, TheFirstOwnerKeepsAndALaterReferenceReplaces) {
                                               : Objects{secondHolder_.get()});
     EXPECT_EQ(targets(*holder_), owns_ || heldByMany ? Objects{target_.get()} : Objects{});
     EXPECT_TRUE(relation_.link(secondHolder_.get(), second_.get()));
-    EXPECT_EQ(targets(*secondHolder_), !owns_ && relation_.holderEnd.many != nullptr
-                                           ? (Objects{target_.get(), second_.get()})
-                                           : Objects{second_.get()});
+    EXPECT_EQ(targets(*secondHolder_), !owns_ && !relation_.holderEnd.isOne() ? (Objects{target_.get(), second_.get()})
+                                                                              : Objects{second_.get()});
     relation_.clear(*target_, false);
     relation_.clear(*second_, false);
     EXPECT_EQ(allLinks(*holder_) + allLinks(*secondHolder_), 0);

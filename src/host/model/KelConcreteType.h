@@ -28,7 +28,9 @@ public:
     void getTypeValueByPosition(KelTypeValueByPosition& values) const override;
 
     /// The types derived from this one.
-    [[nodiscard]] KelLinks<KelDerivedType> derivedTypes() const { return KelLinks<KelDerivedType>(derivedTypes_); }
+    [[nodiscard]] KelLinks<KelDerivedType> derivedTypes() const {
+        return rareLinks<KelDerivedType>(KelRareEnd::derivedTypes);
+    }
 
     KelString dataType;       // such as "SQL_INTEGER"
     std::int32_t length = 0;  // 0: none given
@@ -44,8 +46,4 @@ public:
 
 protected:
     using KelType::KelType;
-
-private:
-    friend struct KelRelations;
-    KelMany derivedTypes_;
 };
