@@ -58,6 +58,7 @@ const std::map<std::pair<int, std::string>, int> presetFields = {
 
 struct AsNumber {
     int operator()(const KelString& text) const { return text.length(); }
+    int operator()(const KelTypeTexts& texts) const { return static_cast<int>(texts != KelTypeTexts()); }
     int operator()(auto value) const { return static_cast<int>(value); }
 };
 
@@ -212,12 +213,12 @@ TEST(ModelTypes, AnAliasShowsTheTypeAndTheValuesOfItsType) {
     type.length = 1;
     type.scale = 2;
     type.userDefined = true;
-    type.initialValue = "initial";
-    type.lowerBound = "lower";
-    type.upperBound = "upper";
-    type.nativeDataType = "native";
-    type.userDataType = "user";
-    type.nativeLogicalDataType = "logical";
+    type.texts.change().initialValue = "initial";
+    type.texts.change().lowerBound = "lower";
+    type.texts.change().upperBound = "upper";
+    type.texts.change().nativeDataType = "native";
+    type.texts.change().userDataType = "user";
+    type.texts.change().nativeLogicalDataType = "logical";
     std::int16_t position = 5;
     for (const char* name : {"c", "a", "b"}) {
         auto* value = new KelTypeValue;

@@ -11,6 +11,7 @@
 
 class KelObject;
 class KelString;
+class KelTypeTexts;
 struct KelRelation;
 
 /// One data field of a repository class. Copying, comparing and transcoding go through these fields.
@@ -19,7 +20,7 @@ struct KelRelation;
 struct KelField {
     const char* name;
     std::variant<KelString KelObject::*, bool KelObject::*, std::int32_t KelObject::*, std::int16_t KelObject::*,
-                 KelClassCategoryType KelObject::*>
+                 KelClassCategoryType KelObject::*, KelTypeTexts KelObject::*>
         member;
 };
 

@@ -175,7 +175,11 @@ void KelNameRow::moveToEnd(std::span<KelObject* const> renamed) noexcept {
 
 void KelNameRow::indexNames() {
     closeGap();
-    firstByName_.emplace(objects_.begin(), objects_.end(), objects_.size());
+    FirstByName index;
+    index.max_load_factor(0.8F); // half the memory of the default for many sizes, for longer searches of hashes
+    index.reserve(objects_.size());
+    index.insert(objects_.begin(), objects_.end());
+    firstByName_ = std::move(index);
 }
 
 KelObject* KelNameRow::firstNamed(const KelString& name) {
