@@ -207,6 +207,17 @@ TEST(ModelTypes, PhysicalNames) {
     }
 }
 
+TEST(ModelTypes, LinksTakenFromAnEmptyTypeShowWhatComesLater) {
+    KelDerivedType type;
+    const KelLinks<KelTypeValue> values = type.typeValues();
+    EXPECT_TRUE(values.isEmpty());
+    auto* value = new KelTypeValue;
+    type.addTypeValue(value);
+    EXPECT_EQ(values.first(), value);
+    delete value;
+    EXPECT_TRUE(values.isEmpty());
+}
+
 TEST(ModelTypes, AnAliasShowsTheTypeAndTheValuesOfItsType) {
     KelDerivedType type;
     type.dataType = "data";

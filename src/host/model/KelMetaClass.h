@@ -3,6 +3,7 @@
 #include "host/KelApi.h"
 #include "host/model/KelClassCategoryType.h"
 #include "host/model/KelElementType.h"
+#include "host/model/KelTypeTexts.h"
 
 #include <cstdint>
 #include <span>
@@ -11,7 +12,6 @@
 
 class KelObject;
 class KelString;
-class KelTypeTexts;
 struct KelRelation;
 
 /// One data field of a repository class. Copying, comparing and transcoding go through these fields.

@@ -4,7 +4,6 @@
 
 #include "host/model/KelNumbering.h"
 #include "host/model/KelRenaming.h"
-#include "host/model/KelTypeTexts.h"
 #include "host/model/links/KelLinkCollection.h"
 #include "host/model/links/KelRelation.h"
 

@@ -5,7 +5,6 @@
 #include "host/model/KelObject.h"
 #include "host/model/KelRenaming.h"
 #include "host/model/KelTraversalOperation.h"
-#include "host/model/KelTypeTexts.h"
 #include "host/model/links/KelRelation.h"
 
 #include <algorithm>

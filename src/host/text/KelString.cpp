@@ -157,7 +157,7 @@ KelString& KelString::append(std::string_view text) {
         std::memmove(text_ + oldLength, text.data(), text.size());
         frame<Head>(text_, newLength, now);
     } else {
-        const int exponent = std::bit_width(sizeof(Head) + newLength);
+        const int exponent = static_cast<int>(std::bit_width(sizeof(Head) + newLength));
         char* longer = allocate(std::size_t{1} << exponent) + sizeof(Head);
         std::memcpy(longer, text_, oldLength);
         std::memcpy(longer + oldLength, text.data(), text.size());
@@ -184,7 +184,7 @@ KelString& KelString::prepend(std::string_view text) {
         std::memmove(text_, text.data(), text.size());
         frame<Head>(text_, newLength, now);
     } else {
-        const int exponent = std::bit_width(sizeof(Head) + newLength);
+        const int exponent = static_cast<int>(std::bit_width(sizeof(Head) + newLength));
         const std::size_t room = std::size_t{1} << exponent;
         char* longer = allocate(room) + room - newLength - 1;
         std::memcpy(longer, text.data(), text.size());
