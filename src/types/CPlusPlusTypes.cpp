@@ -58,6 +58,13 @@ const char* findRoseType(std::span<const RoseTypeRow> table, std::string_view sp
     return row != table.end() ? row->value : nullptr;
 }
 
+bool isLogicalName(std::string_view name) {
+    return std::any_of(RosePhysicalToLogical.begin(), RosePhysicalToLogical.end(),
+                       [name](const RoseTypeRow& at) { return at.value == name; });
+}
+
+constexpr const char* referenceDataType = "SQL_BINARY"; // with which a type for references is looked up
+
 /// The number directly after the first "[", or 0.
 int arrayLength(std::string_view text) {
     const std::size_t bracket = text.find('[');
@@ -128,7 +135,10 @@ Scope::~Scope() {
 }
 
 void note(KelDerivedType& made) {
-    types.insert(&made);
+    const bool mayBeShared = isLogicalName(made.getName().view()) || made.getDataType() == referenceDataType;
+    if (mayBeShared) {
+        types.insert(&made);
+    }
 }
 
 KelDerivedType* find(const KelString& dataType, const KelString& name, int length) {
@@ -203,7 +213,7 @@ void moveTypeValues(KelDerivedType& from, KelDerivedType& to) {
 /// The type for attributes that are held by reference, named after the logical name. It ends with the data type of
 /// its base, so it is found again only when that is binary.
 KelDerivedType* findOrMakeReference(KelModel& conversion, const CPlusPlusSpelling& spelling) {
-    if (KelDerivedType* found = ConvertedTypes::find("SQL_BINARY", spelling.logicalName, spelling.length);
+    if (KelDerivedType* found = ConvertedTypes::find(referenceDataType, spelling.logicalName, spelling.length);
         found != nullptr) {
         return found;
     }
@@ -217,7 +227,7 @@ void moveAttributes(KelModel& conversion, const CPlusPlusSpelling& spelling, Kel
         if (attribute == nullptr) {
             continue;
         }
-        const bool toReference = attribute->containment == byReference && !(spelling.sqlType == "SQL_BINARY");
+        const bool toReference = attribute->containment == byReference && !(spelling.sqlType == referenceDataType);
         if (!toReference) {
             to.addFeature(attribute);
             continue;

@@ -9,7 +9,8 @@ class KelModel;
 namespace rose {
 
 /// The type of the conversion model that replaces the declared type, whose values and referenced attributes move there;
-/// attributes held by reference may move to another new type. The caller keeps the declared type.
+/// attributes held by reference may move to another new type. The caller keeps the declared type. PRECONDITION: no two
+/// declared types of a conversion have the same name.
 KelConcreteType* convertCPLUSPLUStype(KelModel* conversion, KelDerivedType* declared);
 
 /// The properties of the type to make for a C++ spelling such as char[20].
@@ -22,11 +23,14 @@ struct CPlusPlusSpelling {
 
 [[nodiscard]] CPlusPlusSpelling readSpelling(const KelString& text);
 
-/// The types that a C++ conversion has made, by data type, name and length. A lookup costs O(1).
+/// The types that a C++ conversion has made and may find again, by data type, name and length. A lookup costs O(1).
 ///
 /// Equivalent to a linear search of the conversion model: types of equal name are stored in insertion order, and each
 /// is registered here, once its fields are final, before the next of that name is added. The first match here is
 /// therefore the first match there. Base types and declared types are never a match and are not registered.
+///
+/// A type of another name than a logical one is looked up by its own declared type only, and by then with the data type
+/// of references; so most types are not registered, and many types do not need memory here.
 namespace ConvertedTypes {
 
 /// The life of one conversion; the types are forgotten at its end.
@@ -38,7 +42,7 @@ public:
     ~Scope();
 };
 
-/// Registers a type whose data type, name and length no longer change.
+/// Registers a type whose data type, name and length no longer change, if it may be looked up.
 void note(KelDerivedType& made);
 /// The first one registered with these values, or null.
 [[nodiscard]] KelDerivedType* find(const KelString& dataType, const KelString& name, int length);

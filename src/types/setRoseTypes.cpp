@@ -125,17 +125,22 @@ void convert(KelModel& conversion, KelDerivedType& declared, Converter converter
     moveOperations(declared, *converted);
 }
 
+/// Replaces all types of the model by ones in the conversion model.
+void convertTypes(KelModel& model, KelModel& conversion) {
+    const ConvertedTypes::Scope results;
+    makeBases(conversion);
+    const Converter converter = chosenConverter();
+    while (KelType* declared = model.types().first()) {
+        convert(conversion, static_cast<KelDerivedType&>(*declared), converter);
+        delete declared;
+    }
+}
+
 } // namespace
 
 void setRoseTypes(KelModel* model) {
     KelModel conversion;
-    const ConvertedTypes::Scope results;
-    makeBases(conversion);
-    const Converter converter = chosenConverter();
-    while (KelType* declared = model->types().first()) {
-        convert(conversion, static_cast<KelDerivedType&>(*declared), converter);
-        delete declared;
-    }
+    convertTypes(*model, conversion);
     while (KelType* converted = conversion.types().first()) {
         conversion.removeType(converted);
         std::unique_ptr<KelType> kept(converted);

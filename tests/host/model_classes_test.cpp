@@ -58,6 +58,7 @@ const std::map<std::pair<int, std::string>, int> presetFields = {
 
 struct AsNumber {
     int operator()(const KelString& text) const { return text.length(); }
+    int operator()(const KelTypeTexts& texts) const { return static_cast<int>(texts != KelTypeTexts()); }
     int operator()(auto value) const { return static_cast<int>(value); }
 };
 
@@ -122,7 +123,7 @@ TEST_P(ModelRelation, LinksBothEndsOfEveryClassAndNothingElse) {
 }
 
 TEST_P(ModelRelation, TheFirstOwnerKeepsAndALaterReferenceReplaces) {
-    const bool heldByMany = relation_.targetEnd.many != nullptr;
+    const bool heldByMany = !relation_.targetEnd.isOne();
     ASSERT_TRUE(relation_.link(holder_.get(), target_.get()));
     EXPECT_EQ(relation_.link(secondHolder_.get(), target_.get()), !owns_);
     EXPECT_EQ(holders(*target_), owns_        ? Objects{holder_.get()}
@@ -130,9 +131,8 @@ TEST_P(ModelRelation, TheFirstOwnerKeepsAndALaterReferenceReplaces) {
                                               : Objects{secondHolder_.get()});
     EXPECT_EQ(targets(*holder_), owns_ || heldByMany ? Objects{target_.get()} : Objects{});
     EXPECT_TRUE(relation_.link(secondHolder_.get(), second_.get()));
-    EXPECT_EQ(targets(*secondHolder_), !owns_ && relation_.holderEnd.many != nullptr
-                                           ? (Objects{target_.get(), second_.get()})
-                                           : Objects{second_.get()});
+    EXPECT_EQ(targets(*secondHolder_), !owns_ && !relation_.holderEnd.isOne() ? (Objects{target_.get(), second_.get()})
+                                                                              : Objects{second_.get()});
     relation_.clear(*target_, false);
     relation_.clear(*second_, false);
     EXPECT_EQ(allLinks(*holder_) + allLinks(*secondHolder_), 0);
@@ -207,18 +207,29 @@ TEST(ModelTypes, PhysicalNames) {
     }
 }
 
+TEST(ModelTypes, LinksTakenFromAnEmptyTypeShowWhatComesLater) {
+    KelDerivedType type;
+    const KelLinks<KelTypeValue> values = type.typeValues();
+    EXPECT_TRUE(values.isEmpty());
+    auto* value = new KelTypeValue;
+    type.addTypeValue(value);
+    EXPECT_EQ(values.first(), value);
+    delete value;
+    EXPECT_TRUE(values.isEmpty());
+}
+
 TEST(ModelTypes, AnAliasShowsTheTypeAndTheValuesOfItsType) {
     KelDerivedType type;
     type.dataType = "data";
     type.length = 1;
     type.scale = 2;
     type.userDefined = true;
-    type.initialValue = "initial";
-    type.lowerBound = "lower";
-    type.upperBound = "upper";
-    type.nativeDataType = "native";
-    type.userDataType = "user";
-    type.nativeLogicalDataType = "logical";
+    type.texts.change().initialValue = "initial";
+    type.texts.change().lowerBound = "lower";
+    type.texts.change().upperBound = "upper";
+    type.texts.change().nativeDataType = "native";
+    type.texts.change().userDataType = "user";
+    type.texts.change().nativeLogicalDataType = "logical";
     std::int16_t position = 5;
     for (const char* name : {"c", "a", "b"}) {
         auto* value = new KelTypeValue;

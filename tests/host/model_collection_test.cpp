@@ -167,7 +167,7 @@ protected:
     const KelRelation& relation_ = relationOf(GetParam().holder, GetParam().relation);
     std::vector<std::unique_ptr<KelObject>> objects_;
     std::unique_ptr<KelObject> holder_ = makeObject(relation_.holderType);
-    KelLinks<KelObject> links_{(*holder_).*relation_.holderEnd.many};
+    KelLinks<KelObject> links_{KelRelation::many(*holder_, relation_.holderEnd)};
     std::vector<KelObject*> twin_;
     int failures_ = 0;
 };

@@ -22,6 +22,7 @@ namespace {
 /// Gives a field a value that none has by itself.
 struct Mark {
     void operator()(KelString& text) const { text.append("marked"); }
+    void operator()(KelTypeTexts& texts) const { texts.change().userDataType.append("marked"); }
     void operator()(bool& flag) const { flag = !flag; }
     void operator()(KelClassCategoryType& category) const { category = KelClassCategoryType::metaclass; }
     void operator()(auto& number) const { number = 7; }
@@ -112,6 +113,11 @@ TEST(ModelContents, TranscodingReachesEveryTextButTheOrigins) {
             if (const auto* text = std::get_if<KelString KelObject::*>(&field.member)) {
                 (*object).*(*text) = "\xC3\xA9";
                 ++texts;
+            } else if (const auto* typeTexts = std::get_if<KelTypeTexts KelObject::*>(&field.member)) {
+                for (KelString* each : ((*object).*(*typeTexts)).change().all()) {
+                    *each = "\xC3\xA9";
+                    ++texts;
+                }
             }
         }
         KelModel owner; // an origin is reached as a part only

@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
+#include <thread>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -63,6 +66,56 @@ TEST(KelStringTest, ChangesLikeAStandardString) {
         ASSERT_EQ(text.view(), twin);
         ASSERT_EQ(text.text()[text.length()], '\0');
     }
+}
+
+TEST(KelStringTest, CopiesShareTheirTextUntilOneChanges) {
+    const KelString original("text");
+    EXPECT_EQ(KelString(original).text(), original.text());
+    std::mt19937 random(11);
+    std::vector<KelString> texts(20);
+    std::vector<std::string> twins(texts.size());
+    for (int step = 0; step < 50'000; ++step) {
+        const std::size_t one = random() % texts.size();
+        const std::size_t other = random() % texts.size();
+        const std::string piece(random() % 5, static_cast<char>('a' + random() % 26));
+        switch (twins[one].size() > 500 ? 0 : random() % 6) {
+        case 0:
+            texts[one].init(piece);
+            twins[one] = piece;
+            break;
+        case 1:
+            texts[one].append(texts[other].view());
+            twins[one] += std::string(twins[other]);
+            break;
+        case 2:
+            texts[one].prepend(piece);
+            twins[one].insert(0, piece);
+            break;
+        default: // also of itself
+            texts[one] = texts[other];
+            twins[one] = std::string(twins[other]);
+        }
+        ASSERT_EQ(texts[one].view(), twins[one]);
+        ASSERT_EQ(texts[other].view(), twins[other]);
+    }
+}
+
+TEST(KelStringTest, ThreadsMayCopyOneText) {
+    const KelString shared("shared by all threads");
+    const auto copyAndChange = [&shared] {
+        for (int turn = 0; turn < 20'000; ++turn) {
+            KelString copy(shared);
+            const KelString kept(copy);
+            copy.append("!");
+            ASSERT_EQ(kept.view(), shared.view());
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 3; ++thread) {
+        threads.emplace_back(copyAndChange);
+    }
+    std::ranges::for_each(threads, &std::thread::join);
+    EXPECT_EQ(shared, "shared by all threads");
 }
 
 } // namespace

@@ -39,6 +39,10 @@ void note(State& state, const std::string& name, KelClassCategoryType value) {
     note(state, name, static_cast<long>(value));
 }
 
+void note(State& state, const std::string& name, const KelTypeTexts& texts) {
+    note(state, name, static_cast<long>(texts != KelTypeTexts())); // no rule sets any
+}
+
 void note(State& state, const std::string& name, const KelObject* object) {
     if (object != nullptr) {
         state[name] = std::to_string(static_cast<int>(object->elementType)) + ":" + object->getName().text();

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <random>
@@ -19,8 +20,9 @@ namespace {
 
 using namespace rose;
 
-constexpr std::array texts{"int",   "int[3]",  "boolean", "boolean[2]", "SQL_BOOLEAN", "void",  "voidX",    "binary",
-                           "char*", "char[4]", "char",    "Customer",   "number",      "float", "undefined"};
+/// The names of a model's types are all different.
+std::array texts{"int",   "int[3]",  "boolean", "boolean[2]", "SQL_BOOLEAN", "void",  "voidX",    "binary",
+                 "char*", "char[4]", "char",    "Customer",   "number",      "float", "undefined"};
 
 /// The first type that the converters made with these values, in the order of the collection. What they are given,
 /// and the base types, are no answers.
@@ -43,9 +45,10 @@ KelBaseType* addBase(KelModel& conversion, const char* name, const char* dataTyp
 }
 
 /// One declared type with up to three attributes of one class, some of them held by reference.
-std::unique_ptr<KelDerivedType> declare(std::mt19937& random, KelClass& owner, std::vector<KelAttribute*>& attributes) {
+std::unique_ptr<KelDerivedType> declare(std::mt19937& random, const char* text, KelClass& owner,
+                                        std::vector<KelAttribute*>& attributes) {
     auto declared = std::make_unique<KelDerivedType>();
-    declared->setName(texts[random() % texts.size()]);
+    declared->setName(text);
     for (unsigned int left = random() % 4; left > 0; --left) {
         auto* attribute = new KelAttribute();
         attribute->setName(std::to_string(random()).c_str());
@@ -59,7 +62,8 @@ std::unique_ptr<KelDerivedType> declare(std::mt19937& random, KelClass& owner, s
 
 TEST(ConvertedTypesTwin, ResultsAreThoseThatAWalkFinds) {
     std::mt19937 random(7);
-    for (int round = 0; round < 30; ++round) {
+    for (int round = 0; round < 80; ++round) {
+        std::shuffle(texts.begin(), texts.end(), random);
         KelClass owner;
         KelModel conversion;
         const ConvertedTypes::Scope results;
@@ -68,9 +72,9 @@ TEST(ConvertedTypesTwin, ResultsAreThoseThatAWalkFinds) {
         intBase = addBase(conversion, "int", "SQL_INTEGER");
         numberBase = addBase(conversion, "number", "SQL_NUMERIC");
         binBase = addBase(conversion, "binary", "SQL_BINARY");
-        for (int type = 0; type < 40; ++type) {
+        for (const char* text : texts) {
             std::vector<KelAttribute*> attributes;
-            const std::unique_ptr<KelDerivedType> declared = declare(random, owner, attributes);
+            const std::unique_ptr<KelDerivedType> declared = declare(random, text, owner, attributes);
             const CPlusPlusSpelling read = readSpelling(declared->getName());
             SCOPED_TRACE(read.text.text());
             const bool mayReuse = read.text.view().starts_with(read.logicalName.view());

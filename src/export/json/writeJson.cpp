@@ -22,7 +22,8 @@ namespace exporter {
 
 namespace {
 
-/// The document holds the name and every text field of an object but these. The last row for a class counts.
+/// The document holds the name and every text field of an object but these, and no `KelTypeTexts`. The last row for a
+/// class counts.
 struct TextRule {
     KelElementType type; // and the classes derived from it
     std::string_view field;
@@ -33,12 +34,6 @@ constexpr auto textRules = std::to_array<TextRule>({
     {KelElementType::metadataOrigin, "name", false},
     {KelElementType::modelObject, "physicalName", false},
     {KelElementType::concreteType, "physicalName", true},
-    {KelElementType::concreteType, "initialValue", false},
-    {KelElementType::concreteType, "lowerBound", false},
-    {KelElementType::concreteType, "upperBound", false},
-    {KelElementType::concreteType, "nativeDataType", false},
-    {KelElementType::concreteType, "userDataType", false},
-    {KelElementType::concreteType, "nativeLogicalDataType", false},
     {KelElementType::key, "description", false},
     {KelElementType::typeValue, "description", false},
     {KelElementType::associationRoleNameMap, "description", false},

@@ -23,13 +23,13 @@ public:
     bool addKey(KelKey* key);
     bool removeKey(KelKey* key) noexcept;
     /// The keys that contain it, in the order in which it was added to them.
-    [[nodiscard]] KelLinks<KelKey> keys() const { return KelLinks<KelKey>(keys_); }
+    [[nodiscard]] KelLinks<KelKey> keys() const { return rareLinks<KelKey>(KelRareEnd::keys); }
     /// The role name maps whose source, or destination, it is.
     [[nodiscard]] KelLinks<KelAssociationRoleNameMap> roleNameMapsAsSource() const {
-        return KelLinks<KelAssociationRoleNameMap>(roleNameMapsAsSource_);
+        return rareLinks<KelAssociationRoleNameMap>(KelRareEnd::mapsAsSource);
     }
     [[nodiscard]] KelLinks<KelAssociationRoleNameMap> roleNameMapsAsDestination() const {
-        return KelLinks<KelAssociationRoleNameMap>(roleNameMapsAsDestination_);
+        return rareLinks<KelAssociationRoleNameMap>(KelRareEnd::mapsAsDestination);
     }
 
     std::int32_t visibility = 0;  // 0 public, 1 protected, 2 private, 3 implementation
@@ -42,7 +42,4 @@ public:
 private:
     friend struct KelRelations;
     KelOne class_;
-    KelMany keys_;
-    KelMany roleNameMapsAsSource_;
-    KelMany roleNameMapsAsDestination_;
 };

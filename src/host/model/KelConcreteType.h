@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/model/KelType.h"
+#include "host/model/KelTypeTexts.h"
 
 class KelDerivedType;
 
@@ -13,13 +14,13 @@ public:
     const KelString& getDataType() const override { return dataType; }
     int getLength() const override { return length; }
     int getScale() const override { return scale; }
-    const KelString& getInitialValue() const override { return initialValue; }
-    const KelString& getLowerBound() const override { return lowerBound; }
-    const KelString& getUpperBound() const override { return upperBound; }
+    const KelString& getInitialValue() const override { return texts.read().initialValue; }
+    const KelString& getLowerBound() const override { return texts.read().lowerBound; }
+    const KelString& getUpperBound() const override { return texts.read().upperBound; }
     bool getUserDefined() const override { return userDefined; }
-    const KelString& getNativeDataType() const override { return nativeDataType; }
-    const KelString& getUserDataType() const override { return userDataType; }
-    const KelString& getNativeLogicalDataType() const override { return nativeLogicalDataType; }
+    const KelString& getNativeDataType() const override { return texts.read().nativeDataType; }
+    const KelString& getUserDataType() const override { return texts.read().userDataType; }
+    const KelString& getNativeLogicalDataType() const override { return texts.read().nativeLogicalDataType; }
     const KelConcreteType* getActualType() const override { return this; }
     int getTypeValueCount() const override { return 0; }
     bool containsTypeValue(const KelTypeValue* value) const override;
@@ -28,24 +29,16 @@ public:
     void getTypeValueByPosition(KelTypeValueByPosition& values) const override;
 
     /// The types derived from this one.
-    [[nodiscard]] KelLinks<KelDerivedType> derivedTypes() const { return KelLinks<KelDerivedType>(derivedTypes_); }
+    [[nodiscard]] KelLinks<KelDerivedType> derivedTypes() const {
+        return rareLinks<KelDerivedType>(KelRareEnd::derivedTypes);
+    }
 
     KelString dataType;       // such as "SQL_INTEGER"
     std::int32_t length = 0;  // 0: none given
     std::int32_t scale = 0;   // digits after the decimal point
     bool userDefined = false; // made from a text of a model, not a base type
-    // No import sets the following.
-    KelString initialValue;
-    KelString lowerBound;
-    KelString upperBound;
-    KelString nativeDataType;
-    KelString userDataType;
-    KelString nativeLogicalDataType;
+    KelTypeTexts texts;       // what else the getters of texts return; no import sets it
 
 protected:
     using KelType::KelType;
-
-private:
-    friend struct KelRelations;
-    KelMany derivedTypes_;
 };

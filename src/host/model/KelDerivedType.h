@@ -9,7 +9,7 @@ public:
     KelDerivedType();
     ~KelDerivedType() override;
 
-    int getTypeValueCount() const override { return typeValues_.count(); }
+    int getTypeValueCount() const override { return typeValues().count(); }
     bool containsTypeValue(const KelTypeValue* value) const override;
     KelTypeValue* getTypeValue(int index) const override;
     KelTypeValue* getTypeValue(const KelString& name, int* index) const override;
@@ -21,10 +21,9 @@ public:
 
     bool addTypeValue(KelTypeValue* value);
     bool removeTypeValue(KelTypeValue* value) noexcept;
-    [[nodiscard]] KelLinks<KelTypeValue> typeValues() const { return KelLinks<KelTypeValue>(typeValues_); }
+    [[nodiscard]] KelLinks<KelTypeValue> typeValues() const { return rareLinks<KelTypeValue>(KelRareEnd::typeValues); }
 
 private:
     friend struct KelRelations;
     KelOne derivedFrom_;
-    KelMany typeValues_;
 };

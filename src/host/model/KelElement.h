@@ -11,12 +11,13 @@ public:
     ~KelElement() override;
 
     bool addNote(KelNote* note);
-    [[nodiscard]] KelLinks<KelNote> notes() const { return KelLinks<KelNote>(notes_); }
+    [[nodiscard]] KelLinks<KelNote> notes() const { return rareLinks<KelNote>(KelRareEnd::notes); }
 
 protected:
     using KelObject::KelObject;
-
-private:
-    friend struct KelRelations;
-    KelMany notes_;
+    /// The objects at a rare end of the class.
+    template <class T>
+    [[nodiscard]] KelLinks<T> rareLinks(KelRareEnd end) const {
+        return KelLinks<T>(rareEnds_, end);
+    }
 };

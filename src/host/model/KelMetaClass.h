@@ -3,6 +3,7 @@
 #include "host/KelApi.h"
 #include "host/model/KelClassCategoryType.h"
 #include "host/model/KelElementType.h"
+#include "host/model/KelTypeTexts.h"
 
 #include <cstdint>
 #include <span>
@@ -19,7 +20,7 @@ struct KelRelation;
 struct KelField {
     const char* name;
     std::variant<KelString KelObject::*, bool KelObject::*, std::int32_t KelObject::*, std::int16_t KelObject::*,
-                 KelClassCategoryType KelObject::*>
+                 KelClassCategoryType KelObject::*, KelTypeTexts KelObject::*>
         member;
 };
 

@@ -11,7 +11,7 @@ class KelObject;
 /// Each object has room for one number and for the identity of the numbering that gave it, so nothing is allocated and
 /// each call takes constant time. A numbering loses the number of an object to which a later numbering gives one; thus
 /// only the latest numbering of a model is complete. Numbers do not change the model otherwise, and need no clean-up.
-/// Numberings are told apart by a 32-bit count of all numberings in the process.
+/// Numberings are told apart by a 29-bit count of all numberings in the process.
 class KEL_API KelNumbering {
 public:
     KelNumbering();

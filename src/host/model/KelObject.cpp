@@ -168,22 +168,22 @@ void KelRenaming::carryOut() {
     }
     for (auto& [object, name] : names_) {
         object->setName(std::move(name));
-        object->renaming_ = true;
+        object->renaming_ = 1;
     }
     std::ranges::for_each(expecting, [](KelLinkCollection* collection) { collection->afterRenames(true); });
-    std::ranges::for_each(names_, [](const auto& one) { one.first->renaming_ = false; });
+    std::ranges::for_each(names_, [](const auto& one) { one.first->renaming_ = 0; });
     names_.clear();
 }
 
 bool KelRenaming::isUnderWay(const KelObject& object) noexcept {
-    return object.renaming_;
+    return object.renaming_ != 0;
 }
 
-KelNumbering::KelNumbering() : stamp_(++numberings) {}
+KelNumbering::KelNumbering() : stamp_(++numberings % (1U << KelObject::stampBits)) {}
 
 void KelNumbering::give(const KelObject& object, std::uint32_t number) noexcept {
     object.number_ = number;
-    object.numberStamp_ = stamp_;
+    object.numberStamp_ = stamp_ & ((1U << KelObject::stampBits) - 1);
 }
 
 std::uint32_t KelNumbering::numberOf(const KelObject& object) const noexcept {

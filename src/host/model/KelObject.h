@@ -4,6 +4,7 @@
 #include "host/containers/KelArrayInterface.h"
 #include "host/model/KelElementType.h"
 #include "host/model/KelMetaClass.h"
+#include "host/model/links/KelRareEnds.h"
 #include "host/text/KelString.h"
 
 #include <cstdint>
@@ -116,7 +117,12 @@ public:
     const KelElementType elementType;
 
 private:
-    mutable std::uint32_t numberStamp_ = 0; // which numbering gave the number; declared here to fill a gap
+    // Declared here, and with few bits, to fill a gap; a model has millions of objects.
+    static constexpr int stampBits = 29;
+    mutable std::uint32_t numberStamp_ : stampBits = 0; // which numbering gave the number
+    std::uint32_t dissolved_ : 1 = 0;                   // all links are broken
+    std::uint32_t doomed_ : 1 = 0;                      // about to be deleted, because its owner was
+    std::uint32_t renaming_ : 1 = 0;                    // getting its name together with others
 
 public:
     /// For the code that builds a model. The repository never reads, deletes or copies it; null in a new object.
@@ -136,12 +142,12 @@ protected:
 
 private:
     friend class KelDoomed;
+    friend class KelElement;
     friend class KelNumbering;
     friend class KelRenaming;
+    friend struct KelRelation;
 
-    bool dissolved_ = false; // all links are broken
-    bool doomed_ = false;    // about to be deleted, because its owner was
-    bool renaming_ = false;  // getting its name together with others
-    mutable std::uint32_t number_ = 0;
     KelString name_;
+    KelRareEnds rareEnds_;
+    mutable std::uint32_t number_ = 0; // the last member: a field of 4 bytes fits behind it
 };

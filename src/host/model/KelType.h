@@ -58,10 +58,10 @@ public:
     bool removeOperation(int index) noexcept;
     /// The users of the type, in the order of adding.
     [[nodiscard]] KelLinks<KelFeature> features() const { return KelLinks<KelFeature>(features_); }
-    [[nodiscard]] KelLinks<KelArgument> arguments() const { return KelLinks<KelArgument>(arguments_); }
+    [[nodiscard]] KelLinks<KelArgument> arguments() const { return rareLinks<KelArgument>(KelRareEnd::arguments); }
     /// The operations that return the type.
-    [[nodiscard]] KelLinks<KelOperation> operations() const { return KelLinks<KelOperation>(operations_); }
-    [[nodiscard]] KelLinks<KelAliasType> aliasTypes() const { return KelLinks<KelAliasType>(aliasTypes_); }
+    [[nodiscard]] KelLinks<KelOperation> operations() const { return rareLinks<KelOperation>(KelRareEnd::operations); }
+    [[nodiscard]] KelLinks<KelAliasType> aliasTypes() const { return rareLinks<KelAliasType>(KelRareEnd::aliasTypes); }
 
 protected:
     using KelModelObject::KelModelObject;
@@ -70,7 +70,4 @@ private:
     friend struct KelRelations;
     KelOne model_;
     KelMany features_;
-    KelMany arguments_;
-    KelMany operations_;
-    KelMany aliasTypes_;
 };

@@ -31,11 +31,11 @@ void KelDeletionObserver::announce(KelObject& object) noexcept {
 }
 
 void KelObject::dissolve() noexcept {
-    if (dissolved_) {
+    if (dissolved_ != 0) {
         return;
     }
     KelDeletionObserver::announce(*this);
-    dissolved_ = true;
+    dissolved_ = 1;
     const KelMetaClass& metaClass = KelMetaClass::of(elementType);
     for (const KelRelationEnd& end : metaClass.ownedEnds()) {
         end.relation->clear(*this, end.isHolder);
@@ -79,13 +79,13 @@ private:
 };
 
 void KelDoomed::add(KelObject& object) noexcept {
-    if (object.doomed_ || object.dissolved_) {
+    if (object.doomed_ != 0 || object.dissolved_ != 0) {
         return;
     }
     for (const KelRelationEnd& end : KelMetaClass::of(object.elementType).ownedEnds()) {
         end.relation->clear(object, false);
     }
-    object.doomed_ = true;
+    object.doomed_ = 1;
     KelRelation::OwnerSlot(object).holdNext(firstDoomed);
     firstDoomed = &object;
 }

@@ -7,6 +7,7 @@
 #include "host/model/KelTraversalOperation.h"
 #include "host/model/links/KelRelation.h"
 
+#include <algorithm>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -89,6 +90,8 @@ public:
             const auto* text = std::get_if<KelString KelObject::*>(&field.member);
             if (text != nullptr) {
                 convert(object->*(*text));
+            } else if (const auto* texts = std::get_if<KelTypeTexts KelObject::*>(&field.member)) {
+                convertAll((object->*(*texts)).changed());
             }
         }
     }
@@ -106,6 +109,12 @@ private:
         KelString converted(name);
         convert(converted);
         newNames_.add(object, std::move(converted));
+    }
+
+    void convertAll(KelTypeTexts::Texts* texts) {
+        if (texts != nullptr) {
+            std::ranges::for_each(texts->all(), [this](KelString* text) { convert(*text); });
+        }
     }
 
     void convert(KelString& text) {

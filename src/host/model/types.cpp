@@ -44,6 +44,25 @@ bool KelType::removeOperation(int index) noexcept {
     return KelRelations::returnType.unlink(operations()[index], this);
 }
 
+KelTypeTexts& KelTypeTexts::operator=(const KelTypeTexts& other) {
+    if (this != &other) {
+        texts_ = other.texts_ != nullptr ? std::make_unique<Texts>(*other.texts_) : nullptr;
+    }
+    return *this;
+}
+
+KelTypeTexts::Texts& KelTypeTexts::change() {
+    if (texts_ == nullptr) {
+        texts_ = std::make_unique<Texts>();
+    }
+    return *texts_;
+}
+
+const KelTypeTexts::Texts& KelTypeTexts::none() noexcept {
+    static const Texts empty;
+    return empty;
+}
+
 KelConcreteType::~KelConcreteType() {
     dissolve();
 }

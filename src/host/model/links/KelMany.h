@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/model/links/KelLinkCollection.h"
+#include "host/model/links/KelRareEnds.h"
 
 #include <cstdint>
 #include <memory>
@@ -13,7 +14,8 @@
 /// `KelLinkCollection`.
 class KEL_API KelMany {
 public:
-    explicit KelMany(KelOrder order = KelOrder::byAdding) noexcept : word_(order == KelOrder::byName ? byNameBit : 0) {}
+    constexpr explicit KelMany(KelOrder order = KelOrder::byAdding) noexcept
+        : word_(order == KelOrder::byName ? byNameBit : 0) {}
     KelMany(const KelMany&) = delete;
     KelMany& operator=(const KelMany&) = delete;
     ~KelMany();
@@ -69,3 +71,11 @@ private:
 
     mutable std::uintptr_t word_;
 };
+
+inline KelMany& KelRareEnds::made(KelRareEnd number) const noexcept {
+    return ends_[static_cast<std::size_t>(number)];
+}
+
+inline const KelMany& KelRareEnds::operator[](KelRareEnd number) const noexcept {
+    return ends_ != nullptr ? made(number) : nothing;
+}

@@ -12,12 +12,13 @@
 
 namespace {
 
-/// An object with the first bytes of its name. They decide most comparisons without access to the names, which are far
-/// apart in memory.
-struct SortedObject {
+/// What decides the place of an object. The first bytes of its name decide most comparisons without access to the
+/// names, which are far apart in memory. Small, because a row is sorted when a model is at its largest.
+struct SortKey {
     std::uint64_t start; // of the name, padded with zeros; in the order of the bytes
-    std::string_view name;
-    KelObject* object;
+    const char* name;
+    std::uint32_t length;
+    std::uint32_t index; // of the object before sorting
 };
 
 std::uint64_t startOf(std::string_view name) noexcept {
@@ -26,40 +27,56 @@ std::uint64_t startOf(std::string_view name) noexcept {
     return std::endian::native == std::endian::little ? __builtin_bswap64(bytes) : bytes;
 }
 
-bool comesBefore(const SortedObject& left, const SortedObject& right) noexcept {
-    return left.start != right.start ? left.start < right.start : left.name < right.name;
+bool comesBefore(const SortKey& left, const SortKey& right) noexcept {
+    if (left.start != right.start) {
+        return left.start < right.start;
+    }
+    const int order = std::string_view(left.name, left.length).compare(std::string_view(right.name, right.length));
+    return order != 0 ? order < 0 : left.index < right.index;
 }
 
 /// Throws `std::bad_alloc`.
 void sortAtHand(std::span<KelObject*> objects) {
-    std::vector<SortedObject> sorted;
-    sorted.reserve(objects.size());
-    for (KelObject* object : objects) {
+    std::vector<SortKey> keys;
+    keys.reserve(objects.size());
+    for (const KelObject* object : objects) {
         const std::string_view name = object->getName().view();
-        sorted.push_back({startOf(name), name, object});
+        keys.push_back({startOf(name), name.data(), static_cast<std::uint32_t>(name.size()),
+                        static_cast<std::uint32_t>(keys.size())});
     }
-    std::stable_sort(sorted.begin(), sorted.end(), comesBefore);
-    std::transform(sorted.begin(), sorted.end(), objects.begin(), [](const SortedObject& one) { return one.object; });
+    std::sort(keys.begin(), keys.end(), comesBefore);
+    const std::vector<KelObject*> before(objects.begin(), objects.end());
+    std::transform(keys.begin(), keys.end(), objects.begin(), [&](const SortKey& key) { return before[key.index]; });
 }
 
 bool comesBeforeByName(const KelObject* left, const KelObject* right) {
     return left->getName().view() < right->getName().view();
 }
 
-/// Sorts by name; equal names remain in their order. Slower when memory is short.
-void sortObjects(std::span<KelObject*> objects) noexcept {
-    if (std::is_sorted(objects.begin(), objects.end(), comesBeforeByName)) {
-        return; // as objects that were made in the order of others
-    }
-    try {
-        sortAtHand(objects);
-    } catch (const std::bad_alloc&) {
-        std::stable_sort(objects.begin(), objects.end(), comesBeforeByName);
-    }
-}
-
 /// Up to this part of a row, single objects are merged into it with fewer comparisons.
 constexpr std::size_t few = 16;
+
+/// The first of the objects at the end that are in order.
+std::size_t startOfOrder(std::span<KelObject* const> objects) noexcept {
+    std::size_t start = objects.size();
+    while (start > 0 && (start == objects.size() || !comesBeforeByName(objects[start], objects[start - 1]))) {
+        --start;
+    }
+    return start;
+}
+
+/// Sorts by name; equal names remain in their order. Slower when memory is short.
+void sortObjects(std::span<KelObject*> objects) noexcept {
+    const std::size_t ordered = startOfOrder(objects); // objects that were made in the order of others, behind a few
+    const bool isNearlySorted = ordered <= objects.size() / few;
+    const std::span<KelObject*> unsorted = isNearlySorted ? objects.first(ordered) : objects;
+    try {
+        sortAtHand(unsorted);
+    } catch (const std::bad_alloc&) {
+        std::stable_sort(unsorted.begin(), unsorted.end(), comesBeforeByName);
+    }
+    std::inplace_merge(objects.begin(), unsorted.end(), objects.end(), comesBeforeByName);
+}
 
 /// Merges the objects from `middle` on, which are sorted, into the others, which are sorted, behind equal names.
 void merge(std::vector<KelObject*>& objects, std::size_t middle) noexcept {
@@ -166,7 +183,11 @@ void KelNameRow::moveToEnd(std::span<KelObject* const> renamed) noexcept {
 
 void KelNameRow::indexNames() {
     closeGap();
-    firstByName_.emplace(objects_.begin(), objects_.end(), objects_.size());
+    FirstByName index;
+    index.max_load_factor(0.8F); // half the memory of the default for many sizes, for longer searches of hashes
+    index.reserve(objects_.size());
+    index.insert(objects_.begin(), objects_.end());
+    firstByName_ = std::move(index);
 }
 
 KelObject* KelNameRow::firstNamed(const KelString& name) {

@@ -3,11 +3,51 @@
 #include "host/model/KelObject.h"
 #include "host/model/links/KelDoomed.h"
 
+#include <algorithm>
+
+constinit const KelMany KelRareEnds::nothing;
+
+void KelRareEnds::make(int count) {
+    if (ends_ == nullptr) {
+        ends_ = new KelMany[static_cast<std::size_t>(count)];
+    }
+}
+
+void KelRareEnds::release() noexcept {
+    delete[] ends_;
+}
+
+namespace {
+
+/// The number of rare ends of the object's class.
+int rareEndCount(const KelObject& object) {
+    int count = 0;
+    for (const KelRelationEnd& end : KelMetaClass::of(object.elementType).ends()) {
+        const KelEndMember& member = end.isHolder ? end.relation->holderEnd : end.relation->targetEnd;
+        count = std::max(count, static_cast<int>(member.rare) + 1);
+    }
+    return count;
+}
+
+} // namespace
+
+const KelMany& KelRelation::many(const KelObject& object, const KelEndMember& end) noexcept {
+    return end.many != nullptr ? object.*end.many : object.rareEnds_[end.rare];
+}
+
+KelMany& KelRelation::make(KelObject& object, const KelEndMember& end) {
+    if (end.many != nullptr) {
+        return object.*end.many;
+    }
+    object.rareEnds_.make(rareEndCount(object));
+    return object.rareEnds_.made(end.rare);
+}
+
 void KelRelation::insert(KelObject& at, const KelEndMember& end, KelObject& object) {
     if (end.one != nullptr) {
         (at.*end.one).hold(&object);
     } else {
-        (at.*end.many).insert(object);
+        make(at, end).insert(object);
     }
 }
 
@@ -15,7 +55,7 @@ void KelRelation::erase(KelObject& at, const KelEndMember& end, KelObject& objec
     if (end.one != nullptr) {
         (at.*end.one).hold(nullptr);
     } else {
-        (at.*end.many).erase(object);
+        (end.many != nullptr ? at.*end.many : at.rareEnds_.made(end.rare)).erase(object);
     }
 }
 
@@ -26,8 +66,8 @@ bool KelRelation::areLinked(const KelObject& holder, const KelObject& target) co
     if (holderEnd.one != nullptr) {
         return (holder.*holderEnd.one).get() == &target;
     }
-    const KelMany& targets = holder.*holderEnd.many;
-    const KelMany& holders = target.*targetEnd.many;
+    const KelMany& targets = many(holder, holderEnd);
+    const KelMany& holders = many(target, targetEnd);
     return targets.count() <= holders.count() ? targets.holds(target) : holders.holds(holder);
 }
 
@@ -47,7 +87,7 @@ bool KelRelation::accepts(const KelObject& holder, const KelObject& target) cons
             }
         }
     }
-    return !distinctNames || (holder.*holderEnd.many).firstNamed(target.getName()) == nullptr;
+    return !distinctNames || many(holder, holderEnd).firstNamed(target.getName()) == nullptr;
 }
 
 void KelRelation::breakEarlier(KelObject& object, bool isHolder) const noexcept {
@@ -87,12 +127,12 @@ bool KelRelation::unlink(KelObject* holder, KelObject* target) const noexcept {
 
 int KelRelation::count(const KelObject& object, bool isHolder) const noexcept {
     const KelEndMember& mine = end(isHolder);
-    return mine.one != nullptr ? static_cast<int>((object.*mine.one).get() != nullptr) : (object.*mine.many).count();
+    return mine.one != nullptr ? static_cast<int>((object.*mine.one).get() != nullptr) : many(object, mine).count();
 }
 
 KelObject* KelRelation::at(const KelObject& object, bool isHolder, int index) const {
     const KelEndMember& mine = end(isHolder);
-    return mine.one != nullptr ? (object.*mine.one).get() : (object.*mine.many).at(index);
+    return mine.one != nullptr ? (object.*mine.one).get() : many(object, mine).at(index);
 }
 
 void KelRelation::clear(KelObject& object, bool isHolder) const noexcept {
@@ -110,22 +150,19 @@ void KelRelation::doomTargets(KelObject& holder) const noexcept {
 }
 
 void KelRelation::beforeRename(KelObject& object, bool isHolder) const noexcept {
-    KelMany KelObject::*const collection = end(!isHolder).many;
     for (int left = count(object, isHolder); left > 0; --left) {
-        (at(object, isHolder, left - 1)->*collection).beforeRename(object);
+        many(*at(object, isHolder, left - 1), end(!isHolder)).beforeRename(object);
     }
 }
 
 void KelRelation::afterRename(KelObject& object, bool isHolder) const noexcept {
-    KelMany KelObject::*const collection = end(!isHolder).many;
     for (int left = count(object, isHolder); left > 0; --left) {
-        (at(object, isHolder, left - 1)->*collection).afterRename(object);
+        many(*at(object, isHolder, left - 1), end(!isHolder)).afterRename(object);
     }
 }
 
 void KelRelation::expectRename(KelObject& object, bool isHolder, std::vector<KelLinkCollection*>& expecting) const {
-    KelMany KelObject::*const collection = end(!isHolder).many;
     for (int left = count(object, isHolder); left > 0; --left) {
-        (at(object, isHolder, left - 1)->*collection).expectRename(object, expecting);
+        many(*at(object, isHolder, left - 1), end(!isHolder)).expectRename(object, expecting);
     }
 }

@@ -8,10 +8,14 @@
 
 class KelObject;
 
-/// The data member that is one end of a relation: for one object or for many.
+/// The data member that is one end of a relation: for one object, or for many, which have a member of their own or are
+/// among the rare ends.
 struct KelEndMember {
-    KelOne KelObject::*one = nullptr; // exactly one of the two is set
+    KelOne KelObject::*one = nullptr; // exactly one of the three is set
     KelMany KelObject::*many = nullptr;
+    KelRareEnd rare = KelRareEnd::none;
+
+    [[nodiscard]] bool isOne() const noexcept { return one != nullptr; }
 };
 
 /// The kind of a relation: the consequences of holding a target.
@@ -50,12 +54,15 @@ struct KEL_API KelRelation {
     /// The number of objects at the end of `object`, and the one at `index`. `isHolder` selects the end.
     [[nodiscard]] int count(const KelObject& object, bool isHolder) const noexcept;
     [[nodiscard]] KelObject* at(const KelObject& object, bool isHolder, int index) const;
+    /// The end for many of `object`. Valid until the object gets its first link at a rare end. Precondition: the end is
+    /// for many.
+    [[nodiscard]] static const KelMany& many(const KelObject& object, const KelEndMember& end) noexcept;
     /// Breaks every link of the object in this relation.
     void clear(KelObject& object, bool isHolder) const noexcept;
     /// Dooms all targets of the holder (`KelDoomed::add`).
     void doomTargets(KelObject& holder) const noexcept;
     /// Whether the other end is a collection, which then contains objects of this end.
-    [[nodiscard]] bool collects(bool isHolder) const noexcept { return end(!isHolder).many != nullptr; }
+    [[nodiscard]] bool collects(bool isHolder) const noexcept { return !end(!isHolder).isOne(); }
     /// Called before and after a change of the name of an object. Precondition: `collects(isHolder)`.
     void beforeRename(KelObject& object, bool isHolder) const noexcept;
     void afterRename(KelObject& object, bool isHolder) const noexcept;
@@ -68,6 +75,8 @@ private:
 
     [[nodiscard]] const KelEndMember& end(bool isHolder) const noexcept { return isHolder ? holderEnd : targetEnd; }
     [[nodiscard]] bool accepts(const KelObject& holder, const KelObject& target) const;
+    /// The same end, to be changed; `make` makes a rare end if need be.
+    [[nodiscard]] static KelMany& make(KelObject& object, const KelEndMember& end);
     static void insert(KelObject& at, const KelEndMember& end, KelObject& object);
     static void erase(KelObject& at, const KelEndMember& end, KelObject& object) noexcept;
     void breakEarlier(KelObject& object, bool isHolder) const noexcept;

@@ -35,13 +35,17 @@ constexpr KelEndMember end(KelMany T::*many) {
     return {.many = static_cast<KelMany KelObject::*>(many)};
 }
 
+constexpr KelEndMember end(KelRareEnd rare) {
+    return {.rare = rare};
+}
+
 using enum KelElementType;
 using enum KelHold;
 
 } // namespace
 
 // clang-format off
-constexpr KelRelation KelRelations::elementNotes{"notes", element, end(&KelElement::notes_), note, end(&KelNote::element_), owns};
+constexpr KelRelation KelRelations::elementNotes{"notes", element, end(KelRareEnd::notes), note, end(&KelNote::element_), owns};
 constexpr KelRelation KelRelations::modelTypes{"types", model, end(&KelModel::types_), type, end(&KelType::model_), owns};
 constexpr KelRelation KelRelations::modelOrigins{"metadataOrigins", model, end(&KelModel::origins_), metadataOrigin, end(&KelMetadataOrigin::model_), owns};
 constexpr KelRelation KelRelations::childPackages{"childPackages", package, end(&KelPackage::childPackages_), package, end(&KelPackage::parentPackage_), owns};
@@ -53,16 +57,16 @@ constexpr KelRelation KelRelations::classArguments{"arguments", classObject, end
 constexpr KelRelation KelRelations::classKeys{"keys", classObject, end(&KelClass::keys_), key, end(&KelKey::class_), owns};
 constexpr KelRelation KelRelations::operationArguments{"arguments", operation, end(&KelOperation::arguments_), argument, end(&KelArgument::operation_), owns};
 constexpr KelRelation KelRelations::associationRoles{"associationRoles", association, end(&KelAssociation::associationRoles_), associationRole, end(&KelAssociationRole::association_), owns};
-constexpr KelRelation KelRelations::typeValues{"typeValues", derivedType, end(&KelDerivedType::typeValues_), typeValue, end(&KelTypeValue::derivedType_), owns};
+constexpr KelRelation KelRelations::typeValues{"typeValues", derivedType, end(KelRareEnd::typeValues), typeValue, end(&KelTypeValue::derivedType_), owns};
 constexpr KelRelation KelRelations::roleNameMaps{"roleNameMaps", foreignKey, end(&KelForeignKey::roleNameMaps_), associationRoleNameMap, end(&KelAssociationRoleNameMap::foreignKey_), owns};
 
 constexpr KelRelation KelRelations::diagramElements{"modelElements", diagram, end(&KelDiagram::modelElements_), modelElement, end(&KelModelElement::diagrams_), refers};
 constexpr KelRelation KelRelations::featureType{"type", feature, end(&KelFeature::type_), type, end(&KelType::features_), refers};
-constexpr KelRelation KelRelations::argumentType{"type", argument, end(&KelArgument::type_), type, end(&KelType::arguments_), refers};
-constexpr KelRelation KelRelations::returnType{"returnType", operation, end(&KelOperation::returnType_), type, end(&KelType::operations_), refers};
-constexpr KelRelation KelRelations::derivedFrom{"derivedFrom", derivedType, end(&KelDerivedType::derivedFrom_), concreteType, end(&KelConcreteType::derivedTypes_), refers};
-constexpr KelRelation KelRelations::aliasOf{"aliasOf", aliasType, end(&KelAliasType::type_), type, end(&KelType::aliasTypes_), refers};
-constexpr KelRelation KelRelations::keyAttributes{"attributes", key, end(&KelKey::attributes_), attribute, end(&KelAttribute::keys_), refers};
+constexpr KelRelation KelRelations::argumentType{"type", argument, end(&KelArgument::type_), type, end(KelRareEnd::arguments), refers};
+constexpr KelRelation KelRelations::returnType{"returnType", operation, end(&KelOperation::returnType_), type, end(KelRareEnd::operations), refers};
+constexpr KelRelation KelRelations::derivedFrom{"derivedFrom", derivedType, end(&KelDerivedType::derivedFrom_), concreteType, end(KelRareEnd::derivedTypes), refers};
+constexpr KelRelation KelRelations::aliasOf{"aliasOf", aliasType, end(&KelAliasType::type_), type, end(KelRareEnd::aliasTypes), refers};
+constexpr KelRelation KelRelations::keyAttributes{"attributes", key, end(&KelKey::attributes_), attribute, end(KelRareEnd::keys), refers};
 constexpr KelRelation KelRelations::primaryOfClass{"primaryOfClass", KelElementType::candidateKey, end(&KelCandidateKey::primaryOfClass_), classObject, end(&KelClass::primaryKey_), refers};
 constexpr KelRelation KelRelations::candidateKey{"candidateKey", foreignKey, end(&KelForeignKey::candidateKey_), KelElementType::candidateKey, end(&KelCandidateKey::foreignKeys_), refers};
 constexpr KelRelation KelRelations::roleForeignKeys{"foreignKeys", associationRole, end(&KelAssociationRole::foreignKeys_), foreignKey, end(&KelForeignKey::associationRoles_), refersDeletes};
@@ -73,8 +77,8 @@ constexpr KelRelation KelRelations::realizationClass{"realizationClass", realiza
 constexpr KelRelation KelRelations::specificationClass{"specificationClass", realization, end(&KelRealization::specificationClass_), classObject, end(&KelClass::realizationsAsSpecification_), refers};
 constexpr KelRelation KelRelations::clientClass{"clientClass", dependency, end(&KelDependency::clientClass_), classObject, end(&KelClass::dependenciesAsClient_), refers};
 constexpr KelRelation KelRelations::supplierClass{"supplierClass", dependency, end(&KelDependency::supplierClass_), classObject, end(&KelClass::dependenciesAsSupplier_), refers};
-constexpr KelRelation KelRelations::sourceAttribute{"sourceAttribute", associationRoleNameMap, end(&KelAssociationRoleNameMap::sourceAttribute_), attribute, end(&KelAttribute::roleNameMapsAsSource_), refers};
-constexpr KelRelation KelRelations::destinationAttribute{"destinationAttribute", associationRoleNameMap, end(&KelAssociationRoleNameMap::destinationAttribute_), attribute, end(&KelAttribute::roleNameMapsAsDestination_), refers};
+constexpr KelRelation KelRelations::sourceAttribute{"sourceAttribute", associationRoleNameMap, end(&KelAssociationRoleNameMap::sourceAttribute_), attribute, end(KelRareEnd::mapsAsSource), refers};
+constexpr KelRelation KelRelations::destinationAttribute{"destinationAttribute", associationRoleNameMap, end(&KelAssociationRoleNameMap::destinationAttribute_), attribute, end(KelRareEnd::mapsAsDestination), refers};
 // clang-format on
 
 std::span<const KelRelation* const> KelRelations::all() {
