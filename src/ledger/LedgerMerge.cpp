@@ -128,16 +128,17 @@ void LedgerMerge::skim() {
     if (!isDropped) {
         return;
     }
-    const notation::Skimmed skimmed = text_.skim([this](const Line& line, std::size_t depth) {
-        KindTally& kind = kindOf(line.text);
-        const bool isCounted = kind.row->subject == Subject::none || kind.row->subject == Subject::label;
-        if (isCounted) {
-            ++kind.objects[Outcome::dropped];
-            skimmed_.resize(depth);
-            skimmed_.push_back({&kind, line.valuePlace()});
-        }
-        return isCounted;
-    });
+    const notation::Skimmed skimmed =
+        text_.skim([this](std::string_view bytes, const notation::Place& place, std::size_t depth) {
+            KindTally& kind = kindOf(bytes);
+            const bool isCounted = kind.row->subject == Subject::none || kind.row->subject == Subject::label;
+            if (isCounted) {
+                ++kind.objects[Outcome::dropped];
+                skimmed_.resize(depth);
+                skimmed_.push_back({&kind, place});
+            }
+            return isCounted;
+        });
     ledger_.unnamed[Outcome::dropped] += skimmed.properties;
     skimmed_.resize(skimmed.depth);
     for (const SkimmedObject& skipped : skimmed_) { // they go on

@@ -58,9 +58,18 @@ const char* findEnd(const char* text, IsEnd isEnd) {
     }
 }
 
+inline Flags areBlank(Bytes bytes) {
+    return (bytes == ' ') | (bytes == '\t');
+}
+
 /// The first byte that is neither a space nor a tab.
 inline const char* endOfBlanks(const char* text) {
-    return findEnd(text, [](Bytes bytes) { return ~((bytes == ' ') | (bytes == '\t')); });
+    constexpr std::uint32_t all = (1U << stride) - 1;
+    for (;; text += stride) {
+        if (const std::uint32_t blanks = bitsOf(areBlank(load(text))); blanks != all) {
+            return text + std::countr_one(blanks);
+        }
+    }
 }
 
 /// The first byte that is not a digit.

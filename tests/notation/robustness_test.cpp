@@ -163,8 +163,8 @@ std::array<std::size_t, 3> countsOf(std::string_view text, bool skims) {
         if (skims) {
             counts[0] += reader
                              .skim(UINT64_MAX,
-                                   [&](const Line& line, std::size_t) {
-                                       const bool isRead = line.text != "Class";
+                                   [&](std::string_view kind, const Place&, std::size_t) {
+                                       const bool isRead = kind != "Class";
                                        counts[1] += isRead ? 1 : 0;
                                        return isRead;
                                    })

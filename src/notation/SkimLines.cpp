@@ -1,0 +1,167 @@
+// Skims lines: reads them as `nextLine` does, but keeps only counts. Most of a file is skimmed when an import is summed
+// up, so a line must cost little here: the most usual ones are passed without even making a `Line`.
+
+#include "notation/ReaderLines.h"
+
+#include <algorithm>
+
+namespace notation {
+
+class Reader::Skimming {
+public:
+    Skimming(Reader& reader, std::uint64_t before, const TakeObject& take)
+        : reader_(reader), before_(before), take_(take), constructs_(reader.nesting_.depthInObject()) {}
+
+    Skimmed skim() {
+        while (constructs_ > 0 && reader_.hasLine() && skimMemory()) {
+        }
+        return skimmed_;
+    }
+
+private:
+    // Passes lines that are in memory, one at least; returns false before one that is not to be passed.
+    bool skimMemory() {
+        const char* const last = lastToken();
+        LineStart here = reader_.nextLine_;
+        LineStart after;
+        bool isPassed = true;
+        for (within_ = reader_.nesting_.innermost().construct; isPassed && within_ <= Construct::list;) {
+            isPassed = pass(here, last, after);
+            if (isPassed) {
+                reader_.inLines_ = true;
+                here = after;
+                if (!reader_.isInMemory(here)) {
+                    break;
+                }
+                passScalars(here, last);
+            }
+        }
+        reader_.nextLine_ = here;
+        return isPassed;
+    }
+
+    // Passes a line; returns false if it is not to be passed.
+    bool pass(const LineStart& here, const char* last, LineStart& after) {
+        LineStart textEnd;
+        const LineStart* lastLine = &here;
+        LineParser parser(here.token, line_);
+        const char* ends = parser.parse(within_ == Construct::list);
+        if (ends == nullptr && !line_.key.empty()) {
+            textEnd = here;
+            ends = passText(parser.value(), textEnd);
+            lastLine = &textEnd;
+        }
+        const char* const end = ends != nullptr ? endOfEnds(ends) : nullptr;
+        if (end == nullptr || !reader_.findAfter(end, line_.isObject() && end == ends, *lastLine, after) ||
+            after.token > last) {
+            return false;
+        }
+        const auto count = static_cast<std::size_t>(end - ends);
+        if (count > constructs_ + (line_.isStart() ? 1 : 0) || (line_.isStart() && !begin(parser.value(), here))) {
+            return false;
+        }
+        endConstructs(count);
+        skimmed_.properties += line_.key.empty() ? 0 : 1;
+        return true;
+    }
+
+    // Passes properties of an object that are in one of the most usual forms, as long as there are such.
+    void passScalars(LineStart& here, const char* last) {
+        const char* const most = reader_.isAtEnd_ ? last : std::min(last, reader_.window_.limit() - usualLine);
+        const char* lineOfEnd = nullptr;
+        while (within_ == Construct::object) {
+            const char* const ends = LineParser::passScalar(here.token);
+            if (ends == nullptr) {
+                break;
+            }
+            const char* const end = endOfEnds(ends);
+            const char* const token = runs::endOfBlanks(end + 1);
+            const auto count = static_cast<std::size_t>(end - ends);
+            if (*end != '\n' || !LineParser::isLetter(*token) || token > most || count > constructs_) {
+                break;
+            }
+            endConstructs(count);
+            ++skimmed_.properties;
+            lineOfEnd = here.begin;
+            here.end = end;
+            here.begin = end + 1;
+            here.token = token;
+            ++here.number;
+        }
+        if (lineOfEnd != nullptr) {
+            here.offset = reader_.window_.offsetOf(here.begin);
+            here.endOffset = reader_.window_.offsetOf(lineOfEnd);
+            here.endNumber = here.number - 1;
+        }
+    }
+
+    // The last place in memory where the token after a line may be.
+    [[nodiscard]] const char* lastToken() const {
+        const InputWindow& window = reader_.window_;
+        const std::uint64_t begin = window.offsetOf(window.begin());
+        const std::uint64_t size = window.offsetOf(window.limit()) - begin;
+        return window.begin() + std::min(before_ - std::min(before_, begin), size);
+    }
+
+    // Passes the "|" lines after a key, if they are the next ones and in memory. Returns the end of the last one and
+    // moves `line` there; null if there is anything else.
+    const char* passText(const char* at, LineStart& line) const {
+        const char* end = nullptr;
+        for (const char* next = endOfLine(at); next != nullptr; next = endOfLine(end)) {
+            const char* const bar = runs::endOfBlanks(next);
+            if (*bar != '|') {
+                return end;
+            }
+            line.offset = reader_.window_.offsetOf(next);
+            line.barLine = ++line.number;
+            end = runs::endOfPrintable(bar + 1);
+            while (*end == '\t') {
+                end = runs::endOfPrintable(end + 1);
+            }
+        }
+        return nullptr;
+    }
+
+    // Begins the construct of the line; returns false if it is not to be passed.
+    bool begin(const char* at, const LineStart& here) {
+        const Place place = reader_.placeOf(at, here);
+        const bool isTooDeep = reader_.nesting_.depth() >= reader_.settings_.deepest;
+        const bool isCut = line_.text.size() > reader_.settings_.longestName;
+        if (isTooDeep || isCut || (line_.isObject() && !take_(line_.text, place, skimmed_.depth))) {
+            return false;
+        }
+        skimmed_.depth += line_.isObject() ? 1 : 0;
+        within_ = line_.construct;
+        reader_.push(line_.construct, place, here);
+        ++constructs_;
+        return true;
+    }
+
+    void endConstructs(std::size_t count) {
+        if (count == 0) {
+            return;
+        }
+        Nesting& nesting = reader_.nesting_;
+        constructs_ -= count;
+        for (; count > 0; --count) {
+            skimmed_.depth -= skimmed_.depth > 0 && nesting.isWithin(Construct::object) ? 1 : 0;
+            nesting.pop();
+        }
+        skimmed_.isAtEnd = constructs_ == 0;
+        within_ = skimmed_.isAtEnd ? Construct::group : nesting.innermost().construct;
+    }
+
+    Reader& reader_;
+    std::uint64_t before_;
+    const TakeObject& take_;
+    Skimmed skimmed_;
+    std::size_t constructs_; // the object and what is open in it
+    Construct within_{};     // the innermost of them; a group if it has ended
+    Line line_;
+};
+
+Skimmed Reader::skim(std::uint64_t before, const TakeObject& take) {
+    return Skimming(*this, before, take).skim();
+}
+
+} // namespace notation
