@@ -49,6 +49,11 @@ bool isScalar(EventKind kind) {
 LedgerMerge::LedgerMerge(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model,
                          const Choices& choices, EntrySink* entries)
     : tree_(tree), trace_(trace), model_(model), choices_(choices), sink_(entries),
+      countsObject_([this](std::string_view kind, const notation::Place& place, std::size_t depth) {
+          return countObject(kind, place, depth);
+      }),
+      takesProperty_(
+          [this](std::string_view key, const notation::Place& place) { return takeQuietProperty(key, place); }),
       text_(tree, trace, [this](std::uint32_t file, std::string_view bytes) { searches_[file].read(bytes); }),
       lines_(trace.getFates().size()), additions_(trace.getFates().size()), isTold_(trace.getFates().size()) {
     const auto common = std::make_shared<SourceText>(choices.encoding);
@@ -120,25 +125,24 @@ void LedgerMerge::take(const Event& event) {
     }
 }
 
-// Counts the contents of a dropped object that no step concerns: they are dropped, too.
+// Takes properties of the innermost object that no step concerns, or all of its contents if it was dropped.
 void LedgerMerge::skim() {
     const OpenObject* owner = innermost();
-    const bool isDropped = sink_ == nullptr && owner != nullptr && owner->dropped != nullptr && !owner->isWaiting &&
-                           owner->dropped->weight != Weight::loss && !isHeadPending_ && property_.tally == nullptr;
-    if (!isDropped) {
+    if (owner == nullptr || isHeadPending_ || property_.tally != nullptr) {
         return;
     }
-    const notation::Skimmed skimmed =
-        text_.skim([this](std::string_view bytes, const notation::Place& place, std::size_t depth) {
-            KindTally& kind = kindOf(bytes);
-            const bool isCounted = kind.row->subject == Subject::none || kind.row->subject == Subject::label;
-            if (isCounted) {
-                ++kind.objects[Outcome::dropped];
-                skimmed_.resize(depth);
-                skimmed_.push_back({&kind, place});
-            }
-            return isCounted;
-        });
+    const bool isOnlyCounted =
+        sink_ == nullptr && owner->dropped != nullptr && !owner->isWaiting && owner->dropped->weight != Weight::loss;
+    if (isOnlyCounted) {
+        skimDropped();
+    } else if (text_.skim({}, takesProperty_).isAtEnd) {
+        endObject();
+    }
+}
+
+// Counts the contents of the innermost object: they are dropped, too.
+void LedgerMerge::skimDropped() {
+    const notation::Skimmed skimmed = text_.skim(countsObject_, {});
     ledger_.unnamed[Outcome::dropped] += skimmed.properties;
     skimmed_.resize(skimmed.depth);
     for (const SkimmedObject& skipped : skimmed_) { // they go on
@@ -149,6 +153,17 @@ void LedgerMerge::skim() {
     if (skimmed.isAtEnd) {
         endObject();
     }
+}
+
+bool LedgerMerge::countObject(std::string_view bytes, const notation::Place& place, std::size_t depth) {
+    KindTally& kind = kindOf(bytes);
+    const bool isCounted = kind.row->subject == Subject::none || kind.row->subject == Subject::label;
+    if (isCounted) {
+        ++kind.objects[Outcome::dropped];
+        skimmed_.resize(depth);
+        skimmed_.push_back({&kind, place});
+    }
+    return isCounted;
 }
 
 // Judges the head of the innermost object, which no step concerns.
@@ -173,14 +188,15 @@ void LedgerMerge::take(const Line& line) {
             judgeQuietHead();
         }
     } else if (!line.key.empty()) {
-        if (isQuiet && line.kind != EventKind::start) {
-            takeWholeProperty(line);
-        } else {
+        if (!isQuiet || line.isStart() || !takeQuietProperty(line.key, line.place)) {
             startProperty(line.key, line.place);
         }
     }
     if (isScalar(line.kind) && property_.tally != nullptr) {
         takeValue({line.kind, line.text, line.valueBegin});
+        if (isQuiet && !line.key.empty()) {
+            settlePending({});
+        }
     }
     for (std::uint64_t ends = line.objectEnds; ends != 0; ends &= ends - 1) {
         settlePending(text_.takeBefore(line.endsBegin + static_cast<std::uint64_t>(std::countr_zero(ends)) + 1));
@@ -222,25 +238,25 @@ void LedgerMerge::takeValue(const Value& value) {
     }
 }
 
-// Takes a property whose value and whose outcome no step concerns.
-void LedgerMerge::takeWholeProperty(const Line& line) {
+// Takes a property that no step concerns; returns false, and does nothing, if its outcome depends on its value.
+bool LedgerMerge::takeQuietProperty(std::string_view key, const notation::Place& place) {
     OpenObject& owner = *innermost();
     const bool isWaiting = owner.isWaiting && isLate(owner.subject());
-    if (owner.verdict.reason != &reasons::readFromUnit) {
-        const bool isDropped = owner.own == nullptr && !isWaiting;
-        if (isDropped && !owner.isWaiting && sink_ == nullptr) {
-            ++ledger_.unnamed[Outcome::dropped];
-            return;
-        }
-        PropertyTally& tally = propertyOf(owner, line.key);
-        const Reason* reason = isDropped ? &reasons::withObject : tally.fixed;
-        if (reason != nullptr && (!tally.isLookedAt || (isDropped && !owner.isWaiting))) {
-            return record(owner, tally, line.place, *reason, nullptr, isWaiting);
-        }
+    if (owner.verdict.reason == &reasons::readFromUnit) {
+        return false;
     }
-    startProperty(line.key, line.place);
-    takeValue({line.kind, line.text, line.valueBegin});
-    settlePending({});
+    const bool isDropped = owner.own == nullptr && !isWaiting;
+    if (isDropped && !owner.isWaiting && sink_ == nullptr) {
+        ++ledger_.unnamed[Outcome::dropped];
+        return true;
+    }
+    PropertyTally& tally = propertyOf(owner, key);
+    const Reason* reason = isDropped ? &reasons::withObject : tally.fixed;
+    if (reason == nullptr || (tally.isLookedAt && !(isDropped && !owner.isWaiting))) {
+        return false;
+    }
+    record(owner, tally, place, *reason, nullptr, isWaiting);
+    return true;
 }
 
 void LedgerMerge::settlePending(Effects effects) {
@@ -334,6 +350,9 @@ KindTally& LedgerMerge::kindOf(std::string_view bytes) {
 }
 
 PropertyTally& LedgerMerge::propertyOf(OpenObject& owner, std::string_view bytes) {
+    if (isGuessed(owner.lastProperty, bytes)) {
+        return *owner.lastProperty; // asked for a second time
+    }
     PropertyTally*& guess = owner.lastProperty != nullptr ? owner.lastProperty->follower : owner.kind->first;
     if (!isGuessed(guess, bytes)) {
         KindTally& kind = *owner.kind;
@@ -474,15 +493,21 @@ void LedgerMerge::account() {
             isOfText[trace_.heirOf(effect.object)] = true;
         }
     }
+    Accounts* accounts = nullptr; // of the type of the object before
+    KelElementType type{};
     for (source::ObjectNumber number = 1; number < fates.size(); ++number) {
-        if (fates[number].object == nullptr || fates[number].object == &model_) {
+        const source::Fate& fate = fates[number];
+        if (fate.object == nullptr || fate.object == &model_) {
             continue;
         }
-        Accounts& accounts = ledger_.accounts[fates[number].object->elementType];
-        ++(isTold_[number]                                     ? accounts.byObject
-           : isOfText[number]                                  ? accounts.byProperty
-           : fates[number].cause != 0 || fates[number].isPutIn ? accounts.byRepair
-                                                               : accounts.byNothing);
+        if (accounts == nullptr || fate.type != type) {
+            type = fate.type;
+            accounts = &ledger_.accounts[type];
+        }
+        ++(isTold_[number]                   ? accounts->byObject
+           : isOfText[number]                ? accounts->byProperty
+           : fate.cause != 0 || fate.isPutIn ? accounts->byRepair
+                                             : accounts->byNothing);
     }
 }
 

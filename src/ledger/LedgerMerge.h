@@ -126,12 +126,14 @@ private:
     void take(const notation::Event& event);
     void take(const notation::Line& line);
     void skim();
+    void skimDropped();
+    bool countObject(std::string_view kind, const notation::Place& place, std::size_t depth);
     void judgeQuietHead();
     void startObject(const Head& head);
     void endObject();
     void startProperty(std::string_view key, const notation::Place& place);
     void takeValue(const Value& value);
-    void takeWholeProperty(const notation::Line& line);
+    bool takeQuietProperty(std::string_view key, const notation::Place& place);
     void settlePending(Effects effects);
     SourceText& textOf(std::uint32_t file) { return *texts_[file]; }
     KindTally& kindOf(std::string_view bytes);
@@ -186,6 +188,8 @@ private:
     Choices choices_;
     EntrySink* sink_;
     std::vector<BadByteSearch> searches_; // by file
+    notation::Reader::TakeObject countsObject_;
+    notation::Reader::TakeProperty takesProperty_;
     source::TracedText text_;
     Ledger ledger_;
     std::vector<std::shared_ptr<SourceText>> texts_; // by file

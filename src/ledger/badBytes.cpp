@@ -3,6 +3,7 @@
 #include "ledger/BadByteSearch.h"
 #include "ledger/SourceText.h"
 #include "ledger/makeLedger.h"
+#include "notation/ByteRuns.h"
 #include "units/OpenFile.h"
 
 #include <algorithm>
@@ -31,21 +32,21 @@ std::uint64_t countLineEnds(std::string_view bytes) {
 /// The offset of the first byte from `from` on that is not ASCII; the length if there is none. All bytes before it on
 /// its line are characters, so that a multi-byte character cannot begin earlier.
 std::size_t firstOdd(std::string_view bytes, std::size_t from) {
-    constexpr std::size_t step = 64;
-    const auto isAscii = [&] { // no early end, so that the compiler can look at many bytes at a time
-        unsigned char all = 0;
-        for (std::size_t at = 0; at < step; ++at) {
-            all |= static_cast<unsigned char>(bytes[from + at]);
-        }
-        return all < 0x80;
-    };
-    while (bytes.size() - from >= step && isAscii()) {
-        from += step;
+    using namespace notation;
+    constexpr std::size_t step = 4 * runs::stride;
+    const char* at = bytes.data() + from;
+    const char* const end = bytes.data() + bytes.size();
+    const auto part = [&](std::size_t index) { return runs::load(at + index * runs::stride); };
+    while (end - at >= static_cast<std::ptrdiff_t>(step) &&
+           runs::bitsOf((part(0) | part(1) | part(2) | part(3)) < 0) == 0) {
+        at += step;
     }
-    const auto* end = bytes.data() + bytes.size();
-    return static_cast<std::size_t>(
-        std::find_if(bytes.data() + std::min(from, bytes.size()), end, [](char byte) { return byte < 0; }) -
-        bytes.data());
+    for (; end - at >= static_cast<std::ptrdiff_t>(runs::stride); at += runs::stride) {
+        if (const std::uint32_t odd = runs::bitsOf(part(0) < 0); odd != 0) {
+            return static_cast<std::size_t>(at - bytes.data()) + static_cast<std::size_t>(std::countr_zero(odd));
+        }
+    }
+    return static_cast<std::size_t>(std::find_if(at, end, [](char byte) { return byte < 0; }) - bytes.data());
 }
 
 } // namespace

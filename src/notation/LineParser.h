@@ -40,21 +40,36 @@ public:
 
     /// Passes the key and the value of a property in an object, if the value is on the line, and neither a construct
     /// nor a location; returns null if it is anything else. Most lines are so.
-    static const char* passScalar(const char* at) {
+    static const char* passScalar(const char* at, std::string_view& key) {
         const Glance glance(at);
         if (!isLetter(*at) || !glance.isWhole()) {
             return nullptr;
         }
+        key = between(at, at + glance.keyEnd);
         const char* const value = at + glance.keyEnd + glance.blanks;
         if (*value == '"') {
             const char* const end = runs::endOfQuoted(value + 1);
             return *end == '"' ? end + 1 : nullptr;
+        }
+        if (*value == '(') {
+            return passLocation(value + 1);
         }
         if (!startsWord(*value) && *value != '@') {
             return nullptr;
         }
         const std::uint32_t ends = glance.ends >> (glance.keyEnd + glance.blanks);
         return ends != 0 ? value + std::countr_zero(ends) : endOfWord(value);
+    }
+
+    /// Passes a location as it is usually written, from the byte after its "(" on; returns null if it is anything else.
+    static const char* passLocation(const char* at) {
+        const std::uint32_t digits = runs::bitsOf(runs::areDigits(runs::load(at)));
+        const int x = *at == '-' ? 1 : 0;
+        const int xEnd = x + std::countr_one(digits >> x);
+        const int y = xEnd + (at[xEnd + 2] == '-' ? 3 : 2);
+        const int yEnd = y + std::countr_one(digits >> y);
+        const bool isWhole = xEnd != x && at[xEnd] == ',' && at[xEnd + 1] == ' ' && yEnd != y && at[yEnd] == ')';
+        return isWhole ? at + yEnd + 1 : nullptr;
     }
 
 private:

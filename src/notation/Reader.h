@@ -53,10 +53,12 @@ public:
 
     /// Takes the start of an object that `depth` of the others contain; returns false if it is not to be read.
     using TakeObject = std::function<bool(std::string_view kind, const Place& place, std::size_t depth)>;
+    /// Takes the name of a property with a value that is no object and no list; returns false if it is not to be read.
+    using TakeProperty = std::function<bool(std::string_view key, const Place& place)>;
     /// Reads lines, as `nextLine` does, and properties with "|" lines, and counts their properties: up to the line that
-    /// ends the innermost object, that one included, or before the first line that cannot be read or that `take`
-    /// refuses. Costs a fraction of `nextLine`.
-    Skimmed skim(std::uint64_t before, const TakeObject& take);
+    /// ends the innermost object, that one included, or before the first line that cannot be read or that is not to be
+    /// read. Without `takeObject` none is, and no list; without `takeProperty` all are. Costs a fraction of `nextLine`.
+    Skimmed skim(std::uint64_t before, const TakeObject& takeObject, const TakeProperty& takeProperty);
 
 private:
     struct Head { // of a construct whose start has not been reported yet

@@ -26,6 +26,11 @@ inline const char* endOfLine(const char* at) {
     return *at == '\n' ? at + 1 : nullptr;
 }
 
+/// Whether the byte can begin a line: the first token of one that is read whole, or a text.
+inline bool beginsLine(char byte) {
+    return LineParser::isLetter(byte) || byte == '(' || byte == ')' || byte == '"' || byte == '|';
+}
+
 /// Passes blank lines from `line.begin` on, and finds the token that begins the next line; returns false if it is none
 /// that can. After a head a text or reference would belong to it.
 inline bool findToken(LineStart& line, bool isAfterHead) {
@@ -36,13 +41,19 @@ inline bool findToken(LineStart& line, bool isAfterHead) {
         at = runs::endOfBlanks(line.begin);
     }
     line.token = at;
-    const bool isUsual = LineParser::isLetter(*at) || *at == '(' || *at == ')';
-    return isUsual || (!isAfterHead && (*at == '"' || *at == '|'));
+    return beginsLine(*at) && !(isAfterHead && (*at == '"' || *at == '|'));
 }
 
+/// The columns of blanks before the token: usually tabs, then spaces.
 inline std::uint32_t indentOf(const LineStart& line) {
     std::uint32_t indent = line.indent;
-    for (const char* blank = line.begin; blank != line.token; ++blank) {
+    const char* blank = line.begin;
+    if (indent == 0) {
+        const auto tabs = std::countr_one(runs::bitsOf(runs::load(blank) == '\t'));
+        blank += tabs;
+        indent = Lexer::tabWidth * static_cast<std::uint32_t>(tabs);
+    }
+    for (; blank != line.token; ++blank) {
         indent += *blank == '\t' ? Lexer::tabWidth - indent % Lexer::tabWidth : 1;
     }
     return indent;

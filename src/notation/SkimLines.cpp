@@ -9,39 +9,42 @@ namespace notation {
 
 class Reader::Skimming {
 public:
-    Skimming(Reader& reader, std::uint64_t before, const TakeObject& take)
-        : reader_(reader), before_(before), take_(take), constructs_(reader.nesting_.depthInObject()) {}
+    Skimming(Reader& reader, std::uint64_t before, const TakeObject& takeObject, const TakeProperty& takeProperty)
+        : reader_(reader), before_(before), takeObject_(takeObject), takeProperty_(takeProperty),
+          takesObjects_(takeObject != nullptr), takesAll_(takeProperty == nullptr),
+          constructs_(reader.nesting_.depthInObject()) {}
 
     Skimmed skim() {
-        while (constructs_ > 0 && reader_.hasLine() && skimMemory()) {
+        while (constructs_ > 0 && reader_.hasLine() && here() < before_ && skimMemory()) {
         }
         return skimmed_;
     }
 
 private:
+    [[nodiscard]] std::uint64_t here() const { return reader_.window_.offsetOf(reader_.nextLine_.token); }
+
     // Passes lines that are in memory, one at least; returns false before one that is not to be passed.
     bool skimMemory() {
         const char* const last = lastToken();
         LineStart here = reader_.nextLine_;
-        LineStart after;
         bool isPassed = true;
-        for (within_ = reader_.nesting_.innermost().construct; isPassed && within_ <= Construct::list;) {
-            isPassed = pass(here, last, after);
-            if (isPassed) {
-                reader_.inLines_ = true;
-                here = after;
-                if (!reader_.isInMemory(here)) {
-                    break;
-                }
-                passScalars(here, last);
+        within_ = reader_.nesting_.innermost().construct;
+        do {
+            isPassed = !reader_.inLines_ || passScalars(here, last);
+            if (isPassed && within_ <= Construct::list) {
+                isPassed = pass(here, last);
             }
-        }
+        } while (isPassed && within_ <= Construct::list && reader_.isInMemory(here));
         reader_.nextLine_ = here;
         return isPassed;
     }
 
     // Passes a line; returns false if it is not to be passed.
-    bool pass(const LineStart& here, const char* last, LineStart& after) {
+    bool pass(LineStart& here, const char* last) {
+        if (here.token >= last) {
+            return false;
+        }
+        LineStart after;
         LineStart textEnd;
         const LineStart* lastLine = &here;
         LineParser parser(here.token, line_);
@@ -57,27 +60,40 @@ private:
             return false;
         }
         const auto count = static_cast<std::size_t>(end - ends);
-        if (count > constructs_ + (line_.isStart() ? 1 : 0) || (line_.isStart() && !begin(parser.value(), here))) {
+        const bool isPassed = count <= constructs_ + (line_.isStart() ? 1 : 0) &&
+                              (line_.isStart() ? begin(parser.value(), here)
+                                               : line_.key.empty() || takesAll_ ||
+                                                     takeProperty_(line_.key, reader_.placeOf(here.token, here)));
+        if (!isPassed) {
             return false;
         }
         endConstructs(count);
         skimmed_.properties += line_.key.empty() ? 0 : 1;
+        reader_.inLines_ = true;
+        here = after;
         return true;
     }
 
-    // Passes properties of an object that are in one of the most usual forms, as long as there are such.
-    void passScalars(LineStart& here, const char* last) {
+    // Passes properties of an object that are in one of the most usual forms, as long as there are such; returns false
+    // before one that is not to be passed.
+    bool passScalars(LineStart& here, const char* last) {
         const char* const most = reader_.isAtEnd_ ? last : std::min(last, reader_.window_.limit() - usualLine);
         const char* lineOfEnd = nullptr;
-        while (within_ == Construct::object) {
-            const char* const ends = LineParser::passScalar(here.token);
+        bool isPassed = true;
+        std::string_view key;
+        while (within_ == Construct::object && here.token < most) {
+            const char* const ends = LineParser::passScalar(here.token, key);
             if (ends == nullptr) {
                 break;
             }
             const char* const end = endOfEnds(ends);
             const char* const token = runs::endOfBlanks(end + 1);
             const auto count = static_cast<std::size_t>(end - ends);
-            if (*end != '\n' || !LineParser::isLetter(*token) || token > most || count > constructs_) {
+            if (*end != '\n' || !beginsLine(*token) || token > most || count > constructs_) {
+                break;
+            }
+            isPassed = takesAll_ || takeProperty_(key, placeOf(here));
+            if (!isPassed) {
                 break;
             }
             endConstructs(count);
@@ -93,6 +109,13 @@ private:
             here.endOffset = reader_.window_.offsetOf(lineOfEnd);
             here.endNumber = here.number - 1;
         }
+        return isPassed;
+    }
+
+    // The place of the token of a line that follows another one in memory.
+    [[nodiscard]] Place placeOf(const LineStart& line) const {
+        return {reader_.window_.offsetOf(line.token), line.number,
+                static_cast<std::uint64_t>(line.token - line.begin) + 1};
     }
 
     // The last place in memory where the token after a line may be.
@@ -124,10 +147,13 @@ private:
 
     // Begins the construct of the line; returns false if it is not to be passed.
     bool begin(const char* at, const LineStart& here) {
+        if (!takesObjects_) {
+            return false;
+        }
         const Place place = reader_.placeOf(at, here);
         const bool isTooDeep = reader_.nesting_.depth() >= reader_.settings_.deepest;
         const bool isCut = line_.text.size() > reader_.settings_.longestName;
-        if (isTooDeep || isCut || (line_.isObject() && !take_(line_.text, place, skimmed_.depth))) {
+        if (isTooDeep || isCut || (line_.isObject() && !takeObject_(line_.text, place, skimmed_.depth))) {
             return false;
         }
         skimmed_.depth += line_.isObject() ? 1 : 0;
@@ -153,15 +179,18 @@ private:
 
     Reader& reader_;
     std::uint64_t before_;
-    const TakeObject& take_;
+    const TakeObject& takeObject_;
+    const TakeProperty& takeProperty_;
+    bool takesObjects_;
+    bool takesAll_;
     Skimmed skimmed_;
     std::size_t constructs_; // the object and what is open in it
     Construct within_{};     // the innermost of them; a group if it has ended
     Line line_;
 };
 
-Skimmed Reader::skim(std::uint64_t before, const TakeObject& take) {
-    return Skimming(*this, before, take).skim();
+Skimmed Reader::skim(std::uint64_t before, const TakeObject& takeObject, const TakeProperty& takeProperty) {
+    return Skimming(*this, before, takeObject, takeProperty).skim();
 }
 
 } // namespace notation

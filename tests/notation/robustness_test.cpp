@@ -167,7 +167,8 @@ std::array<std::size_t, 3> countsOf(std::string_view text, bool skims) {
                                        const bool isRead = kind != "Class";
                                        counts[1] += isRead ? 1 : 0;
                                        return isRead;
-                                   })
+                                   },
+                                   {})
                              .properties;
         }
         if (!reader.next()) {
