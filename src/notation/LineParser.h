@@ -38,14 +38,36 @@ public:
         return static_cast<unsigned char>(lower - 'a') <= 'z' - 'a' || byte == '_';
     }
 
-    /// Passes the key and the value of a property in an object, if the value is on the line, and neither a construct
-    /// nor a location; returns null if it is anything else. Most lines are so.
-    static const char* passScalar(const char* at, std::string_view& key) {
-        const Glance glance(at);
+    /// What the first bytes of a property show: its key, the blanks after it, and the end of the line.
+    struct Glance {
+        static constexpr unsigned size = 2 * runs::stride;
+
+        explicit Glance(const char* text) {
+            const runs::Bytes first = runs::load(text);
+            const runs::Bytes second = runs::load(text + runs::stride);
+            const auto bits = [&](auto is) {
+                return runs::bitsOf(is(first)) | runs::bitsOf(is(second)) << runs::stride;
+            };
+            ends = bits(endsWord);
+            lineEnds = bits([](runs::Bytes bytes) { return bytes == '\n'; });
+            keyEnd = static_cast<unsigned>(std::countr_zero(ends | 1U << (size - 1)));
+            blanks = static_cast<unsigned>(std::countr_one(bits(runs::areBlank) >> keyEnd));
+        }
+        /// Whether key and blanks are within the bytes, and the value begins there, too.
+        [[nodiscard]] bool isWhole() const { return blanks != 0 && keyEnd + blanks < size; }
+
+        std::uint32_t ends;     ///< of words: a bit for each byte, the first one's the lowest
+        std::uint32_t lineEnds; ///< likewise
+        unsigned keyEnd;
+        unsigned blanks;
+    };
+
+    /// Passes the key and the value of a property in an object, if the value is on the line and no construct; returns
+    /// null if it is anything else. Most lines are so. `glance` is at the line's first byte, `at`.
+    static const char* passScalar(const char* at, const Glance& glance) {
         if (!isLetter(*at) || !glance.isWhole()) {
             return nullptr;
         }
-        key = between(at, at + glance.keyEnd);
         const char* const value = at + glance.keyEnd + glance.blanks;
         if (*value == '"') {
             const char* const end = runs::endOfQuoted(value + 1);
@@ -73,27 +95,6 @@ public:
     }
 
 private:
-    /// The key of a property and the blanks after it, from the first bytes of the line.
-    struct Glance {
-        static constexpr unsigned size = 2 * runs::stride;
-
-        explicit Glance(const char* text) {
-            const runs::Bytes first = runs::load(text);
-            const runs::Bytes second = runs::load(text + runs::stride);
-            ends = runs::bitsOf(endsWord(first)) | runs::bitsOf(endsWord(second)) << runs::stride;
-            keyEnd = static_cast<unsigned>(std::countr_zero(ends | 1U << (size - 1)));
-            const std::uint32_t all = runs::bitsOf(runs::areBlank(first)) | runs::bitsOf(runs::areBlank(second))
-                                                                                << runs::stride;
-            blanks = static_cast<unsigned>(std::countr_one(all >> keyEnd));
-        }
-        /// Whether key and blanks are within the bytes, and the value begins there, too.
-        [[nodiscard]] bool isWhole() const { return blanks != 0 && keyEnd + blanks < size; }
-
-        std::uint32_t ends; ///< of words: a bit for each byte, the first one's the lowest
-        unsigned keyEnd;
-        unsigned blanks;
-    };
-
     /// Ends at the latest where the lexer's word does, and before all bytes that are not ASCII: at the signs up to the
     /// comma, DEL, and what is negative.
     static runs::Flags endsWord(runs::Bytes bytes) {

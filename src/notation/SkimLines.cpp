@@ -77,31 +77,27 @@ private:
     // Passes properties of an object that are in one of the most usual forms, as long as there are such; returns false
     // before one that is not to be passed.
     bool passScalars(LineStart& here, const char* last) {
-        const char* const most = reader_.isAtEnd_ ? last : std::min(last, reader_.window_.limit() - usualLine);
+        using Glance = LineParser::Glance;
+        const std::ptrdiff_t reserve = reader_.isAtEnd_ ? std::ptrdiff_t{Glance::size} : usualLine;
         const char* lineOfEnd = nullptr;
         bool isPassed = true;
-        std::string_view key;
-        while (within_ == Construct::object && here.token < most) {
-            const char* const ends = LineParser::passScalar(here.token, key);
-            if (ends == nullptr) {
+        while (within_ == Construct::object && here.token < last && reader_.window_.limit() - here.token >= reserve) {
+            const Glance glance(here.token);
+            const Passed line = passScalar(here.token, glance);
+            const auto count = static_cast<std::size_t>(line.end - line.ends);
+            if (line.end == nullptr || !beginsLine(*line.next) || line.next > last || count > constructs_) {
                 break;
             }
-            const char* const end = endOfEnds(ends);
-            const char* const token = runs::endOfBlanks(end + 1);
-            const auto count = static_cast<std::size_t>(end - ends);
-            if (*end != '\n' || !beginsLine(*token) || token > most || count > constructs_) {
-                break;
-            }
-            isPassed = takesAll_ || takeProperty_(key, placeOf(here));
+            isPassed = takesAll_ || takeProperty_({here.token, glance.keyEnd}, placeOf(here));
             if (!isPassed) {
                 break;
             }
             endConstructs(count);
             ++skimmed_.properties;
             lineOfEnd = here.begin;
-            here.end = end;
-            here.begin = end + 1;
-            here.token = token;
+            here.end = line.end;
+            here.begin = line.end + 1;
+            here.token = line.next;
             ++here.number;
         }
         if (lineOfEnd != nullptr) {
@@ -110,6 +106,33 @@ private:
             here.endNumber = here.number - 1;
         }
         return isPassed;
+    }
+
+    /// A line with a property that was passed.
+    struct Passed {
+        const char* ends = nullptr; ///< of constructs
+        const char* end = nullptr;  ///< the line feed; null if the line is not usual
+        const char* next = nullptr; ///< the token after it
+    };
+
+    // The end of a line that is short is looked for at once: the processor goes on there while it takes the line apart.
+    static Passed passScalar(const char* at, const LineParser::Glance& glance) {
+        Passed line;
+        const bool isShort = glance.lineEnds != 0;
+        if (isShort) {
+            line.end = at + std::countr_zero(glance.lineEnds);
+            line.next = runs::endOfBlanks(line.end + 1);
+        }
+        line.ends = LineParser::passScalar(at, glance);
+        if (line.ends == nullptr) {
+            return {};
+        }
+        const char* const end = endOfEnds(line.ends);
+        if (!isShort) {
+            line.end = end;
+            line.next = runs::endOfBlanks(end + 1);
+        }
+        return *end == '\n' && line.end == end ? line : Passed();
     }
 
     // The place of the token of a line that follows another one in memory.
