@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstring>
 #include <utility>
 
 namespace ledger {
@@ -21,10 +22,39 @@ namespace {
 
 constexpr std::size_t longestLookedAt = 256; // of a plain value; only its start matters
 
+template <class Word>
+Word wordAt(const char* bytes) {
+    Word word;
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+}
+
+/// Whether two texts of at least that many bytes are the same; the last words overlap.
+template <class Word>
+bool isSameBy(std::string_view one, std::string_view other) {
+    const std::size_t last = one.size() - sizeof(Word);
+    for (std::size_t at = 0; at < last; at += sizeof(Word)) {
+        if (wordAt<Word>(one.data() + at) != wordAt<Word>(other.data() + at)) {
+            return false;
+        }
+    }
+    return wordAt<Word>(one.data() + last) == wordAt<Word>(other.data() + last);
+}
+
+/// Whether two names are the same. Most that are compared are, and short, so a call of `memcmp` would take longer.
+bool isSame(std::string_view one, std::string_view other) {
+    if (one.size() != other.size()) {
+        return false;
+    }
+    return one.size() >= sizeof(std::uint64_t)   ? isSameBy<std::uint64_t>(one, other)
+           : one.size() >= sizeof(std::uint32_t) ? isSameBy<std::uint32_t>(one, other)
+                                                 : one == other;
+}
+
 /// Whether a guess is right: the tally that followed the last one the time before. Files repeat themselves.
 template <class Tally>
 bool isGuessed(const Tally* guess, std::string_view bytes) {
-    return guess != nullptr && guess->bytes == bytes;
+    return guess != nullptr && isSame(guess->bytes, bytes);
 }
 
 /// Whether the start of a property's value is needed.
@@ -45,6 +75,22 @@ bool isScalar(EventKind kind) {
 }
 
 } // namespace
+
+Entry& EntryQueue::add() {
+    if (first_ == end_) {
+        first_ = end_ = 0;
+    } else if (end_ == entries_.size() && first_ > end_ / 2) {
+        std::rotate(entries_.begin(), entries_.begin() + static_cast<std::ptrdiff_t>(first_), entries_.end());
+        end_ -= std::exchange(first_, 0);
+    }
+    if (end_ == entries_.size()) {
+        entries_.emplace_back();
+    }
+    Entry& entry = entries_[end_++];
+    entry.reason = nullptr;
+    entry.detail.clear();
+    return entry;
+}
 
 LedgerMerge::LedgerMerge(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model,
                          const Choices& choices, EntrySink* entries)
@@ -382,7 +428,7 @@ Entry& LedgerMerge::addEntry(OpenObject& object, const PropertyTally* property, 
     if (!std::exchange(object.isNameShown, true)) {
         object.shownName = nameOf(object);
     }
-    Entry& entry = waiting_.emplace_back();
+    Entry& entry = waiting_.add();
     entry.kind = object.kind;
     entry.property = property;
     entry.file = object.file;
@@ -403,8 +449,7 @@ void LedgerMerge::tell(OpenObject& object) {
     const Reason& reason = isKept ? object.kind->row->reason : *object.verdict.reason;
     count(object.kind->objects, reason);
     if (sink_ != nullptr) {
-        Entry& entry =
-            object.hasEntry ? waiting_[object.entry - firstWaiting_] : addEntry(object, nullptr, object.place);
+        Entry& entry = object.hasEntry ? waiting_.at(object.entry) : addEntry(object, nullptr, object.place);
         entry.reason = &reason;
         entry.detail = std::move(object.verdict.detail);
     }
@@ -415,7 +460,7 @@ void LedgerMerge::tell(OpenObject& object) {
         const Reason& fate = object.own != nullptr ? *waiting.ifImported : reasons::withObject;
         count(waiting.tally->counts, fate);
         if (waiting.hasEntry) {
-            waiting_[waiting.entry - firstWaiting_].reason = &fate;
+            waiting_.at(waiting.entry).reason = &fate;
         } else {
             group(*waiting.tally, fate, object.file, waiting.place);
         }
@@ -439,8 +484,7 @@ void LedgerMerge::record(OpenObject& owner, PropertyTally& tally, const notation
                          std::string* detail, bool isWaiting) {
     const bool hasEntry = sink_ != nullptr && (choices_.detail == Detail::all || reason.weight != Weight::bulk);
     if (isWaiting) {
-        const std::uint64_t number = firstWaiting_ + waiting_.size();
-        owner.properties.push_back({&tally, place, &reason, number, hasEntry});
+        owner.properties.push_back({&tally, place, &reason, waiting_.nextNumber(), hasEntry});
     } else {
         count(tally.counts, reason);
     }
@@ -460,24 +504,27 @@ void LedgerMerge::group(PropertyTally& tally, const Reason& reason, std::uint32_
     if (sink_ == nullptr) {
         return;
     }
-    auto found = std::ranges::find(tally.groups, &reason, &PropertyGroup::reason);
-    if (found == tally.groups.end()) {
-        found = tally.groups.insert(found, {&reason, 0, file, place});
+    auto group = tally.groups.begin();
+    while (group != tally.groups.end() && group->reason != &reason) {
+        ++group;
     }
-    ++found->count;
+    if (group == tally.groups.end()) {
+        group = tally.groups.insert(group, {&reason, 0, file, place});
+    }
+    ++group->count;
 }
 
 // Passes on the entries before the first with an unknown outcome.
 void LedgerMerge::flush() {
-    while (!waiting_.empty() && waiting_.front().reason != nullptr) {
-        sink_->take(ledger_, waiting_.front());
-        waiting_.pop_front();
-        ++firstWaiting_;
+    while (const Entry* entry = waiting_.known()) {
+        sink_->take(ledger_, *entry);
+        waiting_.removeFirst();
     }
 }
 
 std::string LedgerMerge::nameOf(const OpenObject& object) {
-    return textOf(object.file).toUtf8(notation::unescaped(object.secondName.empty() ? object.name : object.secondName));
+    const std::string& name = object.secondName.empty() ? object.name : object.secondName;
+    return textOf(object.file).toUtf8(notation::unescaped(name));
 }
 
 std::string LedgerMerge::taken(std::string_view bytes, std::uint32_t file) {

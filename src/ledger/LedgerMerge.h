@@ -5,7 +5,6 @@
 #include "ledger/propertyTable.h"
 #include "source/TracedText.h"
 
-#include <deque>
 #include <memory>
 #include <optional>
 #include <span>
@@ -32,6 +31,30 @@ struct WaitingProperty {
     const Reason* ifImported = nullptr;
     std::uint64_t entry = 0; ///< the number of its entry, if `hasEntry`
     bool hasEntry = false;
+};
+
+/// Entries with consecutive numbers, from the first with an unknown outcome on. References are valid until the next
+/// `add`. The memory of entries that were taken away is used for the next ones.
+class EntryQueue {
+public:
+    /// An entry without an outcome, at the end.
+    Entry& add();
+    [[nodiscard]] std::uint64_t nextNumber() const { return firstNumber_ + (end_ - first_); }
+    [[nodiscard]] Entry& at(std::uint64_t number) { return entries_[first_ + (number - firstNumber_)]; }
+    /// The first entry if its outcome is known, else null.
+    [[nodiscard]] const Entry* known() const {
+        return first_ != end_ && entries_[first_].reason != nullptr ? &entries_[first_] : nullptr;
+    }
+    void removeFirst() {
+        ++first_;
+        ++firstNumber_;
+    }
+
+private:
+    std::vector<Entry> entries_; // those from `first_` to `end_`
+    std::size_t first_ = 0;
+    std::size_t end_ = 0;
+    std::uint64_t firstNumber_ = 0;
 };
 
 /// An object of the files that is being read.
@@ -200,8 +223,7 @@ private:
     OpenProperty property_;
     KindTally* lastKind_ = nullptr;
 
-    std::deque<Entry> waiting_;      // from the first with an unknown outcome on
-    std::uint64_t firstWaiting_ = 0; // the number of the first one
+    EntryQueue waiting_;
 
     KelImportReason gate_ = KelImportReason::none;
     std::string gateDetail_;

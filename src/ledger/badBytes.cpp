@@ -7,6 +7,8 @@
 #include "units/OpenFile.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <utility>
 
 namespace ledger {
@@ -15,16 +17,22 @@ namespace {
 
 constexpr std::size_t pieceSize = std::size_t{64} * 1024; // of a longer line, each such part is decoded by itself
 
-/// The number of line feeds. Short counters let the compiler count many bytes at a time.
+/// The number of line feeds.
 std::uint64_t countLineEnds(std::string_view bytes) {
-    constexpr std::size_t step = 128;
+    using notation::runs::Unsigned;
+    constexpr std::size_t stride = notation::runs::stride;
+    constexpr std::size_t most = UINT8_MAX / sizeof(std::uint64_t); // so that the sum of eight counts is in a byte
     std::uint64_t count = 0;
-    for (; bytes.size() >= step; bytes.remove_prefix(step)) {
-        std::uint8_t here = 0;
-        for (std::size_t at = 0; at < step; ++at) {
-            here += bytes[at] == '\n' ? 1 : 0;
+    while (bytes.size() >= stride) {
+        const std::size_t size = std::min(bytes.size() / stride, most) * stride;
+        Unsigned counts{}; // by place in the stride
+        for (std::size_t at = 0; at < size; at += stride) {
+            counts -= std::bit_cast<Unsigned>(notation::runs::load(bytes.data() + at) == '\n');
         }
-        count += here;
+        for (const std::uint64_t half : std::bit_cast<std::array<std::uint64_t, 2>>(counts)) {
+            count += (half * 0x0101'0101'0101'0101U) >> 56; // the sum of its bytes
+        }
+        bytes.remove_prefix(size);
     }
     return count + static_cast<std::uint64_t>(std::ranges::count(bytes, '\n'));
 }
@@ -134,18 +142,25 @@ void BadByteSearch::pass(std::string_view bytes) {
     }
 }
 
-void forEachBadBytes(const units::UnitTree& tree, const Choices& choices, const BadByteSearch::Take& take) {
+void forEachBadBytes(const units::UnitTree& tree, const Choices& choices, std::uint64_t most,
+                     const BadByteSearch::Take& take) {
+    const auto takeNext = [&](const BadBytes& bytes) {
+        if (most > 0) {
+            --most;
+            take(bytes);
+        }
+    };
     std::string block(pieceSize, '\0');
-    for (std::size_t index = 0; index < tree.files.size(); ++index) {
+    for (std::size_t index = 0; index < tree.files.size() && most > 0; ++index) {
         const units::ResolvedFile& file = tree.files[index];
         BadByteSearch search(encodingOf(file, choices), static_cast<std::uint32_t>(index), BadByteSearch::Places::lines,
-                             take);
+                             takeNext);
         units::OpenFile source(file.path);
         std::size_t count = 0;
         do {
             count = source.read(block.data(), block.size());
             search.read(std::string_view(block).substr(0, count));
-        } while (count > 0);
+        } while (count > 0 && most > 0);
     }
 }
 

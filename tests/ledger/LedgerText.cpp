@@ -39,7 +39,8 @@ LedgerText LedgerText::of(std::string_view elements, std::string_view diagrams, 
     KeptEntries kept;
     LedgerText text{imported.failure, ledger::makeLedger(tree, trace, imported.model, choices, &kept), {}, {}};
     text.entries = std::move(kept.entries);
-    ledger::forEachBadBytes(tree, choices, [&](const ledger::BadBytes& bad) { text.badBytes.push_back(bad); });
+    ledger::forEachBadBytes(tree, choices, text.ledger.badByteCount,
+                            [&](const ledger::BadBytes& bad) { text.badBytes.push_back(bad); });
     text.failure += accountFault(text.ledger, imported.model);
     std::filesystem::remove(path);
     return text;

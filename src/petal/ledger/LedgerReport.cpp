@@ -196,7 +196,7 @@ void LedgerReport::write(const ModelSource& source, const source::Trace& trace, 
     LedgerOutput output(request_, isKept_ ? &keeper_ : nullptr);
     ledger_ = ledger::makeLedger(source.getTree(), trace, model, choices, &output);
     if (ledger_->badByteCount > 0) {
-        ledger::forEachBadBytes(source.getTree(), choices,
+        ledger::forEachBadBytes(source.getTree(), choices, ledger_->badByteCount,
                                 [&](const ledger::BadBytes& bytes) { output.take(*ledger_, bytes); });
     }
     output.finish(*ledger_);
