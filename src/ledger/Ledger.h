@@ -67,7 +67,6 @@ struct KindTally {
     // Used while the ledger is made.
     std::string_view bytes;         ///< the name as in the file
     PropertyTally* first = nullptr; ///< the first property of the last object of this kind
-    KindTally* follower = nullptr;  ///< the one that followed it the last time
 
     /// By name.
     [[nodiscard]] std::vector<const PropertyTally*> sortedProperties() const;

@@ -51,7 +51,7 @@ bool isSame(std::string_view one, std::string_view other) {
                                                  : one == other;
 }
 
-/// Whether a guess is right: the tally that followed the last one the time before. Files repeat themselves.
+/// Whether a guess is right, such as the tally that followed the last one the time before. Files repeat themselves.
 template <class Tally>
 bool isGuessed(const Tally* guess, std::string_view bytes) {
     return guess != nullptr && isSame(guess->bytes, bytes);
@@ -68,6 +68,11 @@ bool isLookedAt(const PropertyRow* row, std::string_view name) {
 /// The reason that all properties of that name of imported objects have, whatever their values; null if there is none.
 const Reason* fixedReason(Subject subject, const PropertyRow* row) {
     return row == nullptr ? &otherProperties(subject) : row->taking == Taking::always ? &row->reason : nullptr;
+}
+
+/// Whether a quoted text contains a backslash or a quote. A search for either of them at once takes longer.
+bool hasMark(std::string_view text) {
+    return text.find('\\') != std::string_view::npos || text.find('"') != std::string_view::npos;
 }
 
 bool isScalar(EventKind kind) {
@@ -273,7 +278,7 @@ void LedgerMerge::takeValue(const Value& value) {
     }
     const bool isFalse = (value.kind == EventKind::flag || value.kind == EventKind::word) && value.text == "FALSE";
     property.hasValue = property.hasValue || (!value.text.empty() && !isFalse);
-    property.hasEscape = property.hasEscape || (isQuoted && value.text.find_first_of("\\\"") != std::string_view::npos);
+    property.hasEscape = property.hasEscape || (isQuoted && hasMark(value.text));
     const bool isLookedAt = !isPlain(value.text) || property.isOdd;
     property.isOdd = isLookedAt;
     if (isLookedAt) {
@@ -379,20 +384,21 @@ void LedgerMerge::startProperty(std::string_view key, const notation::Place& pla
 }
 
 KindTally& LedgerMerge::kindOf(std::string_view bytes) {
-    KindTally*& guess = lastKind_ != nullptr ? lastKind_->follower : lastKind_;
-    if (!isGuessed(guess, bytes)) {
-        auto found = ledger_.kinds.find(bytes);
-        if (found == ledger_.kinds.end()) {
-            found = ledger_.kinds.emplace(bytes, KindTally{}).first;
-            KindTally& tally = found->second;
-            tally.bytes = found->first;
-            tally.name = textOf(text_.getFile()).toUtf8(bytes);
-            tally.row = &kindRow(bytes);
-        }
-        guess = &found->second;
+    const std::size_t ends = bytes.empty() ? 0 : static_cast<unsigned char>(bytes.front() ^ (bytes.back() << 2));
+    KindTally*& recent = recentKinds_[(ends + bytes.size()) % recentKinds_.size()];
+    if (isGuessed(recent, bytes)) {
+        return *recent;
     }
-    lastKind_ = guess;
-    return *guess;
+    auto found = ledger_.kinds.find(bytes);
+    if (found == ledger_.kinds.end()) {
+        found = ledger_.kinds.emplace(bytes, KindTally{}).first;
+        KindTally& tally = found->second;
+        tally.bytes = found->first;
+        tally.name = textOf(text_.getFile()).toUtf8(bytes);
+        tally.row = &kindRow(bytes);
+    }
+    recent = &found->second;
+    return *recent;
 }
 
 PropertyTally& LedgerMerge::propertyOf(OpenObject& owner, std::string_view bytes) {

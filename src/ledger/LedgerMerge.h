@@ -5,6 +5,7 @@
 #include "ledger/propertyTable.h"
 #include "source/TracedText.h"
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <span>
@@ -221,7 +222,7 @@ private:
     std::vector<SkimmedObject> skimmed_; // in the innermost of them
     bool isHeadPending_ = false;         // the head of the innermost object has not been judged yet
     OpenProperty property_;
-    KindTally* lastKind_ = nullptr;
+    std::array<KindTally*, 64> recentKinds_{}; // by length, first and last byte, of which kinds seldom share all
 
     EntryQueue waiting_;
 

@@ -213,6 +213,9 @@ private:
 };
 
 Skimmed Reader::skim(std::uint64_t before, const TakeObject& takeObject, const TakeProperty& takeProperty) {
+    if (inLines_ && window_.offsetOf(nextLine_.token) >= before) {
+        return {}; // as often happens where each line has a step
+    }
     return Skimming(*this, before, takeObject, takeProperty).skim();
 }
 
