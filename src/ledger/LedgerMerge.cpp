@@ -108,11 +108,13 @@ LedgerMerge::LedgerMerge(const units::UnitTree& tree, const source::Trace& trace
       text_(tree, trace, [this](std::uint32_t file, std::string_view bytes) { searches_[file].read(bytes); }),
       lines_(trace.getFates().size()), additions_(trace.getFates().size()), isTold_(trace.getFates().size()) {
     const auto common = std::make_shared<SourceText>(choices.encoding);
+    const auto places =
+        choices.detail == Detail::counts ? BadByteSearch::Places::offsets : BadByteSearch::Places::lines;
     for (const units::ResolvedFile& file : tree.files) {
         ledger_.files.push_back(file.path.string());
         texts_.push_back(choices.encodingByFile ? std::make_shared<SourceText>(encodingOf(file, choices)) : common);
-        searches_.emplace_back(encodingOf(file, choices), static_cast<std::uint32_t>(searches_.size()),
-                               BadByteSearch::Places::offsets, [this](const BadBytes&) { ++ledger_.badByteCount; });
+        searches_.emplace_back(encodingOf(file, choices), static_cast<std::uint32_t>(searches_.size()), places,
+                               [this](const BadBytes& bytes) { take(bytes); });
     }
     for (const source::Effect& effect : trace.getEffects()) {
         if (effect.why == KelImportReason::textAdded && additions_[effect.object] < severalAdditions) {
@@ -173,6 +175,13 @@ void LedgerMerge::take(const Event& event) {
         endObject();
     } else if (isScalar(event.kind)) {
         takeValue(value);
+    }
+}
+
+void LedgerMerge::take(const BadBytes& bytes) {
+    ++ledger_.badByteCount;
+    if (choices_.detail != Detail::counts && ledger_.badBytes.size() < mostBadBytes) {
+        ledger_.badBytes.push_back(bytes);
     }
 }
 

@@ -149,6 +149,7 @@ private:
     // The text (LedgerMerge.cpp).
     void take(const notation::Event& event);
     void take(const notation::Line& line);
+    void take(const BadBytes& bytes);
     void skim();
     void skimDropped();
     bool countObject(std::string_view kind, const notation::Place& place, std::size_t depth);

@@ -66,13 +66,17 @@ BadByteSearch::BadByteSearch(const KelString& encoding, std::uint32_t file, Plac
 
 void BadByteSearch::read(std::string_view block) {
     if (block.empty()) {
-        decode(std::exchange(held_, {}));
+        decode(std::exchange(held_, {}), heldOffset_);
     }
     while (!block.empty()) {
-        const std::string_view piece = block.substr(0, pieceSize - offset_ % pieceSize);
-        block.remove_prefix(piece.size());
-        readPiece(piece);
-        offset_ += piece.size();
+        piece_ = block.substr(0, pieceSize - offset_ % pieceSize);
+        block.remove_prefix(piece_.size());
+        readPiece(piece_);
+        if (places_ == Places::lines) {
+            countLines(offset_ + piece_.size());
+        }
+        offset_ += piece_.size();
+        piece_ = {};
         if (offset_ % pieceSize == 0) {
             endPiece();
         }
@@ -82,28 +86,23 @@ void BadByteSearch::read(std::string_view block) {
 // A line feed is never part of a longer character in the encodings of model files, so each line is decoded by itself.
 void BadByteSearch::readPiece(std::string_view piece) {
     std::size_t passed = 0;
-    const auto rest = [&] { return piece.substr(passed); };
     if (!held_.empty()) {
         passed = std::min(piece.find('\n'), piece.size());
         held_ += piece.substr(0, passed);
         if (passed == piece.size()) {
             return;
         }
-        decode(std::exchange(held_, {}));
+        decode(std::exchange(held_, {}), heldOffset_);
     }
     for (std::size_t odd = firstOdd(piece, passed); odd < piece.size(); odd = firstOdd(piece, passed)) {
-        pass(piece.substr(passed, odd - passed));
-        passed = odd;
-        const std::size_t end = piece.find('\n', odd);
-        if (end == std::string_view::npos) {
-            held_ = rest();
-            passed = piece.size();
-        } else {
-            decode(piece.substr(odd, end - odd));
-            passed = end;
+        passed = piece.find('\n', odd);
+        if (passed == std::string_view::npos) {
+            held_ = piece.substr(odd);
+            heldOffset_ = offset_ + odd;
+            break;
         }
+        decode(piece.substr(odd, passed - odd), offset_ + odd);
     }
-    pass(rest());
     if (const std::size_t lineEnd = piece.rfind('\n'); lineEnd != std::string_view::npos) {
         lineOffset_ = offset_ + lineEnd + 1;
     }
@@ -112,55 +111,54 @@ void BadByteSearch::readPiece(std::string_view piece) {
 // Ends a part of a line that is too long to be held.
 void BadByteSearch::endPiece() {
     if (lineOffset_ + pieceSize <= offset_) {
-        decode(std::exchange(held_, {}));
+        decode(std::exchange(held_, {}), heldOffset_);
         lineOffset_ = offset_;
     }
 }
 
 // Decodes a text without a line end.
-void BadByteSearch::decode(std::string_view text) {
+void BadByteSearch::decode(std::string_view text, std::uint64_t offset) {
     if (text.empty()) {
         return;
     }
-    std::size_t passed = 0;
     for (const KelTextDecoder::Run& run : decoder_.badRuns(text)) {
-        pass(text.substr(passed, run.offset - passed));
-        passed = run.offset;
-        bad_.bytes = text.substr(passed, run.length);
+        bad_.bytes = text.substr(run.offset, run.length);
+        bad_.place.offset = offset + run.offset;
+        if (places_ == Places::lines) {
+            countLines(bad_.place.offset);
+            bad_.place.line = line_;
+            bad_.place.column = bad_.place.offset - lineBegin_ + 1;
+        }
         take_(bad_);
     }
-    pass(text.substr(passed));
 }
 
-void BadByteSearch::pass(std::string_view bytes) {
-    bad_.place.offset += bytes.size();
-    if (places_ == Places::lines) {
-        const std::size_t lastEnd = bytes.rfind('\n');
-        bad_.place.line += countLineEnds(bytes);
-        bad_.place.column =
-            lastEnd != std::string_view::npos ? bytes.size() - lastEnd : bad_.place.column + bytes.size();
+// Counts the lines up to an offset in the piece, unless they have been counted. What was held of earlier pieces has no
+// line end.
+void BadByteSearch::countLines(std::uint64_t end) {
+    if (end <= counted_) {
+        return;
     }
+    const std::string_view bytes = piece_.substr(counted_ - offset_, end - counted_);
+    line_ += countLineEnds(bytes);
+    if (const std::size_t lineEnd = bytes.rfind('\n'); lineEnd != std::string_view::npos) {
+        lineBegin_ = counted_ + lineEnd + 1;
+    }
+    counted_ = end;
 }
 
-void forEachBadBytes(const units::UnitTree& tree, const Choices& choices, std::uint64_t most,
-                     const BadByteSearch::Take& take) {
-    const auto takeNext = [&](const BadBytes& bytes) {
-        if (most > 0) {
-            --most;
-            take(bytes);
-        }
-    };
+void forEachBadBytes(const units::UnitTree& tree, const Choices& choices, const BadByteSearch::Take& take) {
     std::string block(pieceSize, '\0');
-    for (std::size_t index = 0; index < tree.files.size() && most > 0; ++index) {
+    for (std::size_t index = 0; index < tree.files.size(); ++index) {
         const units::ResolvedFile& file = tree.files[index];
         BadByteSearch search(encodingOf(file, choices), static_cast<std::uint32_t>(index), BadByteSearch::Places::lines,
-                             takeNext);
+                             take);
         units::OpenFile source(file.path);
         std::size_t count = 0;
         do {
             count = source.read(block.data(), block.size());
             search.read(std::string_view(block).substr(0, count));
-        } while (count > 0 && most > 0);
+        } while (count > 0);
     }
 }
 

@@ -34,9 +34,8 @@ struct Choices {
 /// The encoding of a file's texts.
 [[nodiscard]] KelString encodingOf(const units::ResolvedFile& file, const Choices& choices);
 
-/// Calls `take` for the runs of bytes that are invalid in the encoding of their file, in the order of the files: for
-/// `most` of them, after which the files are not read on. Throws as `makeLedger` does.
-void forEachBadBytes(const units::UnitTree& tree, const Choices& choices, std::uint64_t most,
-                     const BadByteSearch::Take& take);
+/// Calls `take` for every run of bytes that is invalid in the encoding of its file, in the order of the files. Reads
+/// them once more. Throws as `makeLedger` does.
+void forEachBadBytes(const units::UnitTree& tree, const Choices& choices, const BadByteSearch::Take& take);
 
 } // namespace ledger
