@@ -161,12 +161,12 @@ private:
     bool takeQuietProperty(std::string_view key, const notation::Place& place);
     void settlePending(Effects effects);
     SourceText& textOf(std::uint32_t file) { return *texts_[file]; }
-    KindTally& kindOf(std::string_view bytes);
-    PropertyTally& propertyOf(OpenObject& owner, std::string_view bytes);
     OpenObject* innermost() { return depth_ > 0 ? &objects_[depth_ - 1] : nullptr; }
     OpenObject* parent() { return depth_ > 1 ? &objects_[depth_ - 2] : nullptr; }
 
-    // The ledger.
+    // The ledger (tallies.cpp).
+    KindTally& kindOf(std::string_view bytes);
+    PropertyTally& propertyOf(OpenObject& owner, std::string_view bytes);
     void count(Counts& counts, const Reason& reason);
     Entry& addEntry(OpenObject& object, const PropertyTally* property, const notation::Place& place);
     void tell(OpenObject& object);
