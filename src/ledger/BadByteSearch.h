@@ -25,17 +25,22 @@ public:
 
 private:
     void readPiece(std::string_view piece);
-    void decode(std::string_view text);
-    void pass(std::string_view bytes);
+    void decode(std::string_view text, std::uint64_t offset);
+    void countLines(std::uint64_t end);
     void endPiece();
 
     KelTextDecoder decoder_;
-    BadBytes bad_; // its place is that of the next byte to be decoded or passed
+    BadBytes bad_;
     Places places_;
     Take take_;
     std::uint64_t offset_ = 0;     // of the next byte to be read
     std::uint64_t lineOffset_ = 0; // of the line, or part of one, that is being read
     std::string held_;             // of that line from the first byte that is not ASCII on
+    std::uint64_t heldOffset_ = 0;
+    std::string_view piece_;      // from `offset_` on, while it is read
+    std::uint64_t counted_ = 0;   // the offset up to which lines were counted
+    std::uint64_t line_ = 1;      // there
+    std::uint64_t lineBegin_ = 0; // the offset of that line
 };
 
 } // namespace ledger

@@ -67,7 +67,6 @@ struct KindTally {
     // Used while the ledger is made.
     std::string_view bytes;         ///< the name as in the file
     PropertyTally* first = nullptr; ///< the first property of the last object of this kind
-    KindTally* follower = nullptr;  ///< the one that followed it the last time
 
     /// By name.
     [[nodiscard]] std::vector<const PropertyTally*> sortedProperties() const;
@@ -101,6 +100,8 @@ struct BadBytes {
     notation::Place place;
     std::string bytes; ///< as in the file
 };
+/// The number of them that are kept; further ones are only counted.
+inline constexpr std::size_t mostBadBytes = 1000;
 
 /// Takes the entries of a ledger in the order of the files' text, each as soon as its outcome is known.
 class EntrySink {
@@ -147,6 +148,7 @@ struct Ledger {
     Counts unnamed;                    ///< properties that are not counted by kind and name
     std::vector<DamagedPlace> damages; ///< the first `mostDamages`
     std::uint64_t damageCount = 0;
+    std::vector<BadBytes> badBytes; ///< the first `mostBadBytes`
     std::uint64_t badByteCount = 0;
     std::uint64_t losses = 0; ///< of objects and properties
     std::map<KelElementType, Accounts> accounts;

@@ -2,11 +2,9 @@
 
 #include "host/model/KelModel.h"
 #include "ledger/reasons.h"
-#include "notation/unescaped.h"
 #include "units/localText.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <utility>
 
@@ -21,23 +19,9 @@ namespace {
 
 constexpr std::size_t longestLookedAt = 256; // of a plain value; only its start matters
 
-/// Whether a guess is right: the tally that followed the last one the time before. Files repeat themselves.
-template <class Tally>
-bool isGuessed(const Tally* guess, std::string_view bytes) {
-    return guess != nullptr && guess->bytes == bytes;
-}
-
-/// Whether the start of a property's value is needed.
-bool isLookedAt(const PropertyRow* row, std::string_view name) {
-    static constexpr auto names =
-        std::to_array<std::string_view>({"is_unit", "is_loaded", "file_name", "client", "supplier", "type", "result"});
-    return std::ranges::find(names, name) != names.end() ||
-           (row != nullptr && (row->taking == Taking::name || !row->byDefault.empty()));
-}
-
-/// The reason that all properties of that name of imported objects have, whatever their values; null if there is none.
-const Reason* fixedReason(Subject subject, const PropertyRow* row) {
-    return row == nullptr ? &otherProperties(subject) : row->taking == Taking::always ? &row->reason : nullptr;
+/// Whether a quoted text contains a backslash or a quote. A search for either of them at once takes longer.
+bool hasMark(std::string_view text) {
+    return text.find('\\') != std::string_view::npos || text.find('"') != std::string_view::npos;
 }
 
 bool isScalar(EventKind kind) {
@@ -49,14 +33,21 @@ bool isScalar(EventKind kind) {
 LedgerMerge::LedgerMerge(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model,
                          const Choices& choices, EntrySink* entries)
     : tree_(tree), trace_(trace), model_(model), choices_(choices), sink_(entries),
+      countsObject_([this](std::string_view kind, const notation::Place& place, std::size_t depth) {
+          return countObject(kind, place, depth);
+      }),
+      takesProperty_(
+          [this](std::string_view key, const notation::Place& place) { return takeQuietProperty(key, place); }),
       text_(tree, trace, [this](std::uint32_t file, std::string_view bytes) { searches_[file].read(bytes); }),
       lines_(trace.getFates().size()), additions_(trace.getFates().size()), isTold_(trace.getFates().size()) {
     const auto common = std::make_shared<SourceText>(choices.encoding);
+    const auto places =
+        choices.detail == Detail::counts ? BadByteSearch::Places::offsets : BadByteSearch::Places::lines;
     for (const units::ResolvedFile& file : tree.files) {
         ledger_.files.push_back(file.path.string());
         texts_.push_back(choices.encodingByFile ? std::make_shared<SourceText>(encodingOf(file, choices)) : common);
-        searches_.emplace_back(encodingOf(file, choices), static_cast<std::uint32_t>(searches_.size()),
-                               BadByteSearch::Places::offsets, [this](const BadBytes&) { ++ledger_.badByteCount; });
+        searches_.emplace_back(encodingOf(file, choices), static_cast<std::uint32_t>(searches_.size()), places,
+                               [this](const BadBytes& bytes) { take(bytes); });
     }
     for (const source::Effect& effect : trace.getEffects()) {
         if (effect.why == KelImportReason::textAdded && additions_[effect.object] < severalAdditions) {
@@ -120,24 +111,31 @@ void LedgerMerge::take(const Event& event) {
     }
 }
 
-// Counts the contents of a dropped object that no step concerns: they are dropped, too.
+void LedgerMerge::take(const BadBytes& bytes) {
+    ++ledger_.badByteCount;
+    if (choices_.detail != Detail::counts && ledger_.badBytes.size() < mostBadBytes) {
+        ledger_.badBytes.push_back(bytes);
+    }
+}
+
+// Takes properties of the innermost object that no step concerns, or all of its contents if it was dropped.
 void LedgerMerge::skim() {
     const OpenObject* owner = innermost();
-    const bool isDropped = sink_ == nullptr && owner != nullptr && owner->dropped != nullptr && !owner->isWaiting &&
-                           owner->dropped->weight != Weight::loss && !isHeadPending_ && property_.tally == nullptr;
-    if (!isDropped) {
+    if (owner == nullptr || isHeadPending_ || property_.tally != nullptr) {
         return;
     }
-    const notation::Skimmed skimmed = text_.skim([this](const Line& line, std::size_t depth) {
-        KindTally& kind = kindOf(line.text);
-        const bool isCounted = kind.row->subject == Subject::none || kind.row->subject == Subject::label;
-        if (isCounted) {
-            ++kind.objects[Outcome::dropped];
-            skimmed_.resize(depth);
-            skimmed_.push_back({&kind, line.valuePlace()});
-        }
-        return isCounted;
-    });
+    const bool isOnlyCounted =
+        sink_ == nullptr && owner->dropped != nullptr && !owner->isWaiting && owner->dropped->weight != Weight::loss;
+    if (isOnlyCounted) {
+        skimDropped();
+    } else if (text_.skim({}, takesProperty_).isAtEnd) {
+        endObject();
+    }
+}
+
+// Counts the contents of the innermost object: they are dropped, too.
+void LedgerMerge::skimDropped() {
+    const notation::Skimmed skimmed = text_.skim(countsObject_, {});
     ledger_.unnamed[Outcome::dropped] += skimmed.properties;
     skimmed_.resize(skimmed.depth);
     for (const SkimmedObject& skipped : skimmed_) { // they go on
@@ -148,6 +146,17 @@ void LedgerMerge::skim() {
     if (skimmed.isAtEnd) {
         endObject();
     }
+}
+
+bool LedgerMerge::countObject(std::string_view bytes, const notation::Place& place, std::size_t depth) {
+    KindTally& kind = kindOf(bytes);
+    const bool isCounted = kind.row->subject == Subject::none || kind.row->subject == Subject::label;
+    if (isCounted) {
+        ++kind.objects[Outcome::dropped];
+        skimmed_.resize(depth);
+        skimmed_.push_back({&kind, place});
+    }
+    return isCounted;
 }
 
 // Judges the head of the innermost object, which no step concerns.
@@ -172,14 +181,15 @@ void LedgerMerge::take(const Line& line) {
             judgeQuietHead();
         }
     } else if (!line.key.empty()) {
-        if (isQuiet && line.kind != EventKind::start) {
-            takeWholeProperty(line);
-        } else {
+        if (!isQuiet || line.isStart() || !takeQuietProperty(line.key, line.place)) {
             startProperty(line.key, line.place);
         }
     }
     if (isScalar(line.kind) && property_.tally != nullptr) {
         takeValue({line.kind, line.text, line.valueBegin});
+        if (isQuiet && !line.key.empty()) {
+            settlePending({});
+        }
     }
     for (std::uint64_t ends = line.objectEnds; ends != 0; ends &= ends - 1) {
         settlePending(text_.takeBefore(line.endsBegin + static_cast<std::uint64_t>(std::countr_zero(ends)) + 1));
@@ -210,7 +220,7 @@ void LedgerMerge::takeValue(const Value& value) {
     }
     const bool isFalse = (value.kind == EventKind::flag || value.kind == EventKind::word) && value.text == "FALSE";
     property.hasValue = property.hasValue || (!value.text.empty() && !isFalse);
-    property.hasEscape = property.hasEscape || (isQuoted && value.text.find_first_of("\\\"") != std::string_view::npos);
+    property.hasEscape = property.hasEscape || (isQuoted && hasMark(value.text));
     const bool isLookedAt = !isPlain(value.text) || property.isOdd;
     property.isOdd = isLookedAt;
     if (isLookedAt) {
@@ -221,25 +231,25 @@ void LedgerMerge::takeValue(const Value& value) {
     }
 }
 
-// Takes a property whose value and whose outcome no step concerns.
-void LedgerMerge::takeWholeProperty(const Line& line) {
+// Takes a property that no step concerns; returns false, and does nothing, if its outcome depends on its value.
+bool LedgerMerge::takeQuietProperty(std::string_view key, const notation::Place& place) {
     OpenObject& owner = *innermost();
     const bool isWaiting = owner.isWaiting && isLate(owner.subject());
-    if (owner.verdict.reason != &reasons::readFromUnit) {
-        const bool isDropped = owner.own == nullptr && !isWaiting;
-        if (isDropped && !owner.isWaiting && sink_ == nullptr) {
-            ++ledger_.unnamed[Outcome::dropped];
-            return;
-        }
-        PropertyTally& tally = propertyOf(owner, line.key);
-        const Reason* reason = isDropped ? &reasons::withObject : tally.fixed;
-        if (reason != nullptr && (!tally.isLookedAt || (isDropped && !owner.isWaiting))) {
-            return record(owner, tally, line.place, *reason, nullptr, isWaiting);
-        }
+    if (owner.verdict.reason == &reasons::readFromUnit) {
+        return false;
     }
-    startProperty(line.key, line.place);
-    takeValue({line.kind, line.text, line.valueBegin});
-    settlePending({});
+    const bool isDropped = owner.own == nullptr && !isWaiting;
+    if (isDropped && !owner.isWaiting && sink_ == nullptr) {
+        ++ledger_.unnamed[Outcome::dropped];
+        return true;
+    }
+    PropertyTally& tally = propertyOf(owner, key);
+    const Reason* reason = isDropped ? &reasons::withObject : tally.fixed;
+    if (reason == nullptr || (tally.isLookedAt && !(isDropped && !owner.isWaiting))) {
+        return false;
+    }
+    record(owner, tally, place, *reason, nullptr, isWaiting);
+    return true;
 }
 
 void LedgerMerge::settlePending(Effects effects) {
@@ -313,176 +323,6 @@ void LedgerMerge::startProperty(std::string_view key, const notation::Place& pla
         property_.isOdd = property_.isWaiting = false;
     property_.start.clear();
     property_.odd.clear();
-}
-
-KindTally& LedgerMerge::kindOf(std::string_view bytes) {
-    KindTally*& guess = lastKind_ != nullptr ? lastKind_->follower : lastKind_;
-    if (!isGuessed(guess, bytes)) {
-        auto found = ledger_.kinds.find(bytes);
-        if (found == ledger_.kinds.end()) {
-            found = ledger_.kinds.emplace(bytes, KindTally{}).first;
-            KindTally& tally = found->second;
-            tally.bytes = found->first;
-            tally.name = textOf(text_.getFile()).toUtf8(bytes);
-            tally.row = &kindRow(bytes);
-        }
-        guess = &found->second;
-    }
-    lastKind_ = guess;
-    return *guess;
-}
-
-PropertyTally& LedgerMerge::propertyOf(OpenObject& owner, std::string_view bytes) {
-    PropertyTally*& guess = owner.lastProperty != nullptr ? owner.lastProperty->follower : owner.kind->first;
-    if (!isGuessed(guess, bytes)) {
-        KindTally& kind = *owner.kind;
-        auto found = kind.properties.find(bytes);
-        if (found == kind.properties.end()) {
-            found = kind.properties.emplace(bytes, PropertyTally{}).first;
-            PropertyTally& tally = found->second;
-            tally.bytes = found->first;
-            tally.name = textOf(text_.getFile()).toUtf8(bytes);
-            tally.row = propertyRow(kind.row->subject, bytes);
-            tally.fixed = fixedReason(kind.row->subject, tally.row);
-            tally.isLookedAt = isLookedAt(tally.row, bytes);
-        }
-        guess = &found->second;
-    }
-    owner.lastProperty = guess;
-    return *guess;
-}
-
-void LedgerMerge::count(Counts& counts, const Reason& reason) {
-    ++counts[reason.outcome];
-    ledger_.losses += reason.weight == Weight::loss ? 1 : 0;
-}
-
-// Makes an entry, which waits for its outcome until `flush`. Requires a sink.
-Entry& LedgerMerge::addEntry(OpenObject& object, const PropertyTally* property, const notation::Place& place) {
-    if (!std::exchange(object.isNameShown, true)) {
-        object.shownName = nameOf(object);
-    }
-    Entry& entry = waiting_.emplace_back();
-    entry.kind = object.kind;
-    entry.property = property;
-    entry.file = object.file;
-    entry.place = place;
-    entry.name = object.shownName;
-    return entry;
-}
-
-// Records the outcome of an object, which must be known.
-void LedgerMerge::tell(OpenObject& object) {
-    if (!std::exchange(object.isWaiting, false) || object.isImplied) {
-        return;
-    }
-    if (object.subject() == Subject::package) {
-        judgeUnit(object);
-    }
-    const bool isKept = object.verdict.reason == &reasons::kept;
-    const Reason& reason = isKept ? object.kind->row->reason : *object.verdict.reason;
-    count(object.kind->objects, reason);
-    if (sink_ != nullptr) {
-        Entry& entry =
-            object.hasEntry ? waiting_[object.entry - firstWaiting_] : addEntry(object, nullptr, object.place);
-        entry.reason = &reason;
-        entry.detail = std::move(object.verdict.detail);
-    }
-    if (object.properties.empty()) {
-        return;
-    }
-    for (const WaitingProperty& waiting : object.properties) {
-        const Reason& fate = object.own != nullptr ? *waiting.ifImported : reasons::withObject;
-        count(waiting.tally->counts, fate);
-        if (waiting.hasEntry) {
-            waiting_[waiting.entry - firstWaiting_].reason = &fate;
-        } else {
-            group(*waiting.tally, fate, object.file, waiting.place);
-        }
-    }
-    object.properties.clear();
-}
-
-void LedgerMerge::settleProperty(Effects effects) {
-    OpenObject& owner = *innermost();
-    PropertyTally& tally = *property_.tally;
-    if (tally.isLookedAt) {
-        noteValue(owner);
-    }
-    Verdict verdict = effects.empty() ? withoutEffect(owner, effects) : judgeProperty(owner, effects);
-    record(owner, tally, property_.place, *verdict.reason, &verdict.detail, property_.isWaiting);
-}
-
-// Records the outcome of a property; if it is waiting, that for the case that its object is imported. `detail` may be
-// null.
-void LedgerMerge::record(OpenObject& owner, PropertyTally& tally, const notation::Place& place, const Reason& reason,
-                         std::string* detail, bool isWaiting) {
-    const bool hasEntry = sink_ != nullptr && (choices_.detail == Detail::all || reason.weight != Weight::bulk);
-    if (isWaiting) {
-        const std::uint64_t number = firstWaiting_ + waiting_.size();
-        owner.properties.push_back({&tally, place, &reason, number, hasEntry});
-    } else {
-        count(tally.counts, reason);
-    }
-    if (hasEntry) {
-        Entry& entry = addEntry(owner, &tally, place);
-        entry.reason = isWaiting ? nullptr : &reason;
-        if (detail != nullptr) {
-            entry.detail = std::move(*detail);
-        }
-    } else if (!isWaiting) {
-        group(tally, reason, owner.file, place);
-    }
-}
-
-// Counts a property that has no entry.
-void LedgerMerge::group(PropertyTally& tally, const Reason& reason, std::uint32_t file, const notation::Place& place) {
-    if (sink_ == nullptr) {
-        return;
-    }
-    auto found = std::ranges::find(tally.groups, &reason, &PropertyGroup::reason);
-    if (found == tally.groups.end()) {
-        found = tally.groups.insert(found, {&reason, 0, file, place});
-    }
-    ++found->count;
-}
-
-// Passes on the entries before the first with an unknown outcome.
-void LedgerMerge::flush() {
-    while (!waiting_.empty() && waiting_.front().reason != nullptr) {
-        sink_->take(ledger_, waiting_.front());
-        waiting_.pop_front();
-        ++firstWaiting_;
-    }
-}
-
-std::string LedgerMerge::nameOf(const OpenObject& object) {
-    return textOf(object.file).toUtf8(notation::unescaped(object.secondName.empty() ? object.name : object.secondName));
-}
-
-std::string LedgerMerge::taken(std::string_view bytes, std::uint32_t file) {
-    return textOf(file).toUtf8(takenOfQuoted(bytes));
-}
-
-// Counts the objects of the model by the part of the ledger that explains them.
-void LedgerMerge::account() {
-    const std::span<const source::Fate> fates = trace_.getFates();
-    std::vector<bool> isOfText(fates.size());
-    for (const source::Effect& effect : trace_.getEffects()) {
-        if (effect.kind == source::EffectKind::made || effect.kind == source::EffectKind::named) {
-            isOfText[trace_.heirOf(effect.object)] = true;
-        }
-    }
-    for (source::ObjectNumber number = 1; number < fates.size(); ++number) {
-        if (fates[number].object == nullptr || fates[number].object == &model_) {
-            continue;
-        }
-        Accounts& accounts = ledger_.accounts[fates[number].object->elementType];
-        ++(isTold_[number]                                     ? accounts.byObject
-           : isOfText[number]                                  ? accounts.byProperty
-           : fates[number].cause != 0 || fates[number].isPutIn ? accounts.byRepair
-                                                               : accounts.byNothing);
-    }
 }
 
 KelString encodingOf(const units::ResolvedFile& file, const Choices& choices) {

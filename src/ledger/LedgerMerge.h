@@ -5,7 +5,7 @@
 #include "ledger/propertyTable.h"
 #include "source/TracedText.h"
 
-#include <deque>
+#include <array>
 #include <memory>
 #include <optional>
 #include <span>
@@ -32,6 +32,30 @@ struct WaitingProperty {
     const Reason* ifImported = nullptr;
     std::uint64_t entry = 0; ///< the number of its entry, if `hasEntry`
     bool hasEntry = false;
+};
+
+/// Entries with consecutive numbers, from the first with an unknown outcome on. References are valid until the next
+/// `add`. The memory of entries that were taken away is used for the next ones.
+class EntryQueue {
+public:
+    /// An entry without an outcome, at the end.
+    Entry& add();
+    [[nodiscard]] std::uint64_t nextNumber() const { return firstNumber_ + (end_ - first_); }
+    [[nodiscard]] Entry& at(std::uint64_t number) { return entries_[first_ + (number - firstNumber_)]; }
+    /// The first entry if its outcome is known, else null.
+    [[nodiscard]] const Entry* known() const {
+        return first_ != end_ && entries_[first_].reason != nullptr ? &entries_[first_] : nullptr;
+    }
+    void removeFirst() {
+        ++first_;
+        ++firstNumber_;
+    }
+
+private:
+    std::vector<Entry> entries_; // those from `first_` to `end_`
+    std::size_t first_ = 0;
+    std::size_t end_ = 0;
+    std::uint64_t firstNumber_ = 0;
 };
 
 /// An object of the files that is being read.
@@ -125,21 +149,24 @@ private:
     // The text (LedgerMerge.cpp).
     void take(const notation::Event& event);
     void take(const notation::Line& line);
+    void take(const BadBytes& bytes);
     void skim();
+    void skimDropped();
+    bool countObject(std::string_view kind, const notation::Place& place, std::size_t depth);
     void judgeQuietHead();
     void startObject(const Head& head);
     void endObject();
     void startProperty(std::string_view key, const notation::Place& place);
     void takeValue(const Value& value);
-    void takeWholeProperty(const notation::Line& line);
+    bool takeQuietProperty(std::string_view key, const notation::Place& place);
     void settlePending(Effects effects);
     SourceText& textOf(std::uint32_t file) { return *texts_[file]; }
-    KindTally& kindOf(std::string_view bytes);
-    PropertyTally& propertyOf(OpenObject& owner, std::string_view bytes);
     OpenObject* innermost() { return depth_ > 0 ? &objects_[depth_ - 1] : nullptr; }
     OpenObject* parent() { return depth_ > 1 ? &objects_[depth_ - 2] : nullptr; }
 
-    // The ledger.
+    // The ledger (tallies.cpp).
+    KindTally& kindOf(std::string_view bytes);
+    PropertyTally& propertyOf(OpenObject& owner, std::string_view bytes);
     void count(Counts& counts, const Reason& reason);
     Entry& addEntry(OpenObject& object, const PropertyTally* property, const notation::Place& place);
     void tell(OpenObject& object);
@@ -186,6 +213,8 @@ private:
     Choices choices_;
     EntrySink* sink_;
     std::vector<BadByteSearch> searches_; // by file
+    notation::Reader::TakeObject countsObject_;
+    notation::Reader::TakeProperty takesProperty_;
     source::TracedText text_;
     Ledger ledger_;
     std::vector<std::shared_ptr<SourceText>> texts_; // by file
@@ -194,10 +223,9 @@ private:
     std::vector<SkimmedObject> skimmed_; // in the innermost of them
     bool isHeadPending_ = false;         // the head of the innermost object has not been judged yet
     OpenProperty property_;
-    KindTally* lastKind_ = nullptr;
+    std::array<KindTally*, 64> recentKinds_{}; // by length, first and last byte, of which kinds seldom share all
 
-    std::deque<Entry> waiting_;      // from the first with an unknown outcome on
-    std::uint64_t firstWaiting_ = 0; // the number of the first one
+    EntryQueue waiting_;
 
     KelImportReason gate_ = KelImportReason::none;
     std::string gateDetail_;

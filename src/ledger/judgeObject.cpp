@@ -192,7 +192,7 @@ void LedgerMerge::judgeHead(OpenObject& object, OpenObject* parent, Effects effe
     if ((!isLate(row.subject) || object.dropped != nullptr) && row.subject != Subject::package) {
         tell(object);
     } else if (sink_ != nullptr && !object.isImplied) {
-        object.entry = firstWaiting_ + waiting_.size();
+        object.entry = waiting_.nextNumber();
         object.hasEntry = true;
         addEntry(object, nullptr, object.place);
     }

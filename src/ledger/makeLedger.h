@@ -34,8 +34,8 @@ struct Choices {
 /// The encoding of a file's texts.
 [[nodiscard]] KelString encodingOf(const units::ResolvedFile& file, const Choices& choices);
 
-/// Calls `take` for every run of bytes that is invalid in the encoding of its file, in the order of the files. Throws
-/// as `makeLedger` does.
+/// Calls `take` for every run of bytes that is invalid in the encoding of its file, in the order of the files. Reads
+/// them once more. Throws as `makeLedger` does.
 void forEachBadBytes(const units::UnitTree& tree, const Choices& choices, const BadByteSearch::Take& take);
 
 } // namespace ledger

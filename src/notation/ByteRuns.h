@@ -58,14 +58,27 @@ const char* findEnd(const char* text, IsEnd isEnd) {
     }
 }
 
+inline Flags areBlank(Bytes bytes) {
+    return (bytes == ' ') | (bytes == '\t');
+}
+
 /// The first byte that is neither a space nor a tab.
 inline const char* endOfBlanks(const char* text) {
-    return findEnd(text, [](Bytes bytes) { return ~((bytes == ' ') | (bytes == '\t')); });
+    constexpr std::uint32_t all = (1U << stride) - 1;
+    for (;; text += stride) {
+        if (const std::uint32_t blanks = bitsOf(areBlank(load(text))); blanks != all) {
+            return text + std::countr_zero(blanks ^ all);
+        }
+    }
+}
+
+inline Flags areDigits(Bytes bytes) {
+    return std::bit_cast<Unsigned>(bytes) - '0' <= 9;
 }
 
 /// The first byte that is not a digit.
 inline const char* endOfDigits(const char* text) {
-    return findEnd(text, [](Bytes bytes) { return std::bit_cast<Unsigned>(bytes) - '0' > 9; });
+    return findEnd(text, [](Bytes bytes) { return ~areDigits(bytes); });
 }
 
 /// The first byte that cannot be within a word, or a byte that is rare there: a sign, a byte beyond ASCII ...

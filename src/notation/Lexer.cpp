@@ -161,6 +161,7 @@ bool Lexer::atLineEnd() {
 }
 
 bool Lexer::findLine(bool isTokenTaken, LineStart& line) const {
+    line.barLine = 0;
     if (!isAfterToken()) {
         return false;
     }
@@ -187,6 +188,7 @@ void Lexer::goOn(const LineStart& line) {
     textBegin_ = at_ = line.end;
     line_ = line.endNumber;
     lineStart_ = line.endOffset;
+    barLine_ = line.barLine != 0 ? line.barLine : barLine_;
     lineIsNew_ = false;
 }
 

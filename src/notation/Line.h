@@ -54,6 +54,7 @@ struct LineStart {
     const char* end = nullptr;   ///< of the line before: what follows its last token; null for none
     std::uint64_t endNumber = 0; ///< of that line
     std::uint64_t endOffset = 0; ///< of that line's first byte
+    std::uint64_t barLine = 0;   ///< the last line with a "|" text since lines are read; 0 for none
 };
 
 } // namespace notation

@@ -52,10 +52,13 @@ public:
     const Line* nextLine(std::uint64_t before = UINT64_MAX);
 
     /// Takes the start of an object that `depth` of the others contain; returns false if it is not to be read.
-    using TakeObject = std::function<bool(const Line& line, std::size_t depth)>;
-    /// Reads lines, as `nextLine` does, and counts their properties: up to the line that ends the innermost object,
-    /// that one included, or before the first line that cannot be read or that `take` refuses.
-    Skimmed skim(std::uint64_t before, const TakeObject& take);
+    using TakeObject = std::function<bool(std::string_view kind, const Place& place, std::size_t depth)>;
+    /// Takes the name of a property with a value that is no object and no list; returns false if it is not to be read.
+    using TakeProperty = std::function<bool(std::string_view key, const Place& place)>;
+    /// Reads lines, as `nextLine` does, and properties with "|" lines, and counts their properties: up to the line that
+    /// ends the innermost object, that one included, or before the first line that cannot be read or that is not to be
+    /// read. Without `takeObject` none is, and no list; without `takeProperty` all are. Costs a fraction of `nextLine`.
+    Skimmed skim(std::uint64_t before, const TakeObject& takeObject, const TakeProperty& takeProperty);
 
 private:
     struct Head { // of a construct whose start has not been reported yet
@@ -88,11 +91,16 @@ private:
     void giveKey();
     bool location();
     void repair(const Nesting::Repair& repair, const Place& place);
-    bool parseLine(std::uint64_t before, LineStart& after);
+
+    // Lines (ReaderLines.h, ReaderLines.cpp).
+    class Skimming; // SkimLines.cpp
+    bool hasLine();
     bool findLine();
-    bool keepLine();
-    [[nodiscard]] bool hasPlace() const;
-    void takeLine(const LineStart& after);
+    [[nodiscard]] bool isInMemory(const LineStart& line) const;
+    bool parseLine(std::uint64_t before, LineStart& after);
+    bool findAfter(const char* end, bool isAfterHead, const LineStart& line, LineStart& after) const;
+    [[nodiscard]] Place placeOf(const char* at, const LineStart& line) const;
+    void push(Construct construct, const Place& place, const LineStart& line);
     void leaveLines();
 
     class Usual; // UsualEvents.cpp

@@ -37,17 +37,15 @@ struct FieldHash {
 Trace::Trace() : fates_(1) {}
 
 ObjectNumber Trace::numberOf(KelObject& object) {
-    if (&object != lastObject_) {
-        const auto [found, isNew] = numbers_.try_emplace(&object, static_cast<ObjectNumber>(fates_.size()));
-        if (isNew) {
-            Fate& fate = fates_.emplace_back();
-            fate.object = &object;
-            fate.type = object.elementType;
-        }
-        lastObject_ = &object;
-        lastNumber_ = found->second;
+    ObjectNumber number = numbers_.numberOf(object);
+    if (number == 0) {
+        number = static_cast<ObjectNumber>(fates_.size());
+        Fate& fate = fates_.emplace_back();
+        fate.object = &object;
+        fate.type = object.elementType;
+        numbers_.give(object, number);
     }
-    return lastNumber_;
+    return number;
 }
 
 void Trace::record(const KelImportSource& by, EffectKind kind, KelImportReason why, ObjectNumber object,
@@ -137,19 +135,15 @@ void Trace::removing(KelObject& object, KelImportReason why) noexcept {
 
 void Trace::deleting(KelObject& object) noexcept {
     const bool isRemoved = std::exchange(removed_, removed_ == &object ? nullptr : removed_) == &object;
-    const auto found = numbers_.find(&object);
-    if (found == numbers_.end()) {
+    const ObjectNumber number = numbers_.numberOf(object);
+    if (number == 0) {
         return;
     }
-    Fate& fate = fates_[found->second];
+    Fate& fate = fates_[number];
     fate.object = nullptr;
     if (!fate.isReplaced) {
         // Objects that are deleted with their owner share the owner's reason.
         fate.end = isRemoved || removed_ == nullptr ? removal_ : KelImportReason::withOwner;
-    }
-    numbers_.erase(found);
-    if (lastObject_ == &object) {
-        lastObject_ = nullptr;
     }
 }
 
@@ -185,19 +179,27 @@ void Trace::locate(const units::PieceMap* pieces) {
 }
 
 bool Trace::replacesValue(const Effect& effect) const {
-    const KelObject* object = fates_[effect.object].object;
+    const Fate& fate = fates_[effect.object];
     return effect.kind == EffectKind::changed && effect.why != KelImportReason::textAdded &&
-           effect.used + effect.left > 0 && object != nullptr &&
-           (effect.other == 0 || isLinkedOnce(object->elementType));
+           effect.used + effect.left > 0 && fate.object != nullptr && (effect.other == 0 || isLinkedOnce(fate.type));
 }
 
 void Trace::markOverwritten() {
-    tsl::robin_set<std::uint64_t, FieldHash> seen;
+    std::vector<std::uint64_t> seen(
+        fates_.size()); // by object, a bit for each of the first rules, which are nearly all
+    tsl::robin_set<std::uint64_t, FieldHash> others;
     for (auto effect = effects_.rbegin(); effect != effects_.rend(); ++effect) {
-        if (replacesValue(*effect)) {
+        if (!replacesValue(*effect)) {
+            continue;
+        }
+        if (effect->rule < 64) {
+            const std::uint64_t rule = std::uint64_t{1} << effect->rule;
+            effect->isOverwritten = (seen[effect->object] & rule) != 0;
+            seen[effect->object] |= rule;
+        } else {
             constexpr int ruleBits = 16;
             const std::uint64_t key = std::uint64_t{effect->object} << ruleBits | effect->rule;
-            effect->isOverwritten = !seen.insert(key).second;
+            effect->isOverwritten = !others.insert(key).second;
         }
     }
 }

@@ -3,11 +3,10 @@
 #include "host/bridge/KelImportObserver.h"
 #include "host/model/KelDeletionObserver.h"
 #include "host/model/KelElementType.h"
-#include "host/model/links/KelPointerHash.h"
+#include "host/model/KelNumbering.h"
 
 #include <cstdint>
 #include <span>
-#include <tsl/robin_map.h>
 #include <vector>
 
 class KelObject;
@@ -59,6 +58,9 @@ struct Fate {
 /// Records the steps of an import. It observes the imports on its thread, and the deletions of their objects, as long
 /// as it exists. Owns no object of the model. Throws `std::bad_alloc`. Takes 40 bytes for a step, and memory
 /// proportional to the number of objects made.
+///
+/// It numbers the objects (`KelNumbering`). Once the finished model is numbered by another, deletions of its objects
+/// are no longer noticed.
 class Trace final : public KelImportObserver, private KelDeletionObserver {
 public:
     Trace();
@@ -98,9 +100,7 @@ private:
 
     std::vector<Effect> effects_;
     std::vector<Fate> fates_;
-    tsl::robin_map<const KelObject*, ObjectNumber, KelPointerHash> numbers_; // of the existing objects
-    const KelObject* lastObject_ = nullptr; // the last one looked up: most lookups repeat
-    ObjectNumber lastNumber_ = 0;
+    KelNumbering numbers_;
     const KelObject* removed_ = nullptr;                   // the object that is being removed, ...
     KelImportReason removal_ = KelImportReason::withOwner; // ... and why
 };

@@ -111,15 +111,16 @@ const notation::Line* TracedText::nextLine() {
     return line;
 }
 
-notation::Skimmed TracedText::skim(const notation::Reader::TakeObject& take) {
+notation::Skimmed TracedText::skim(const notation::Reader::TakeObject& takeObject,
+                                   const notation::Reader::TakeProperty& takeProperty) {
     std::uint64_t before = 0;
     notation::Reader* const reader = readerOfLines(before);
     const bool isQuiet = taken_ == effects_.size() || effects_[taken_].file == file_;
     if (reader == nullptr || file_ != open_.back()->file || !isQuiet) {
         return {};
     }
-    const notation::Skimmed skimmed =
-        reader->skim(taken_ < effects_.size() ? std::min(before, effects_[taken_].begin) : before, take);
+    const notation::Skimmed skimmed = reader->skim(
+        taken_ < effects_.size() ? std::min(before, effects_[taken_].begin) : before, takeObject, takeProperty);
     objects_.resize(objects_.size() + skimmed.depth - (skimmed.isAtEnd ? 1 : 0));
     return skimmed;
 }

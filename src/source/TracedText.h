@@ -37,7 +37,8 @@ public:
     const notation::Line* nextLine();
     /// Advances over lines of the innermost object that no step concerns, as `notation::Reader::skim`, if no object in
     /// them refers to a unit.
-    notation::Skimmed skim(const notation::Reader::TakeObject& take);
+    notation::Skimmed skim(const notation::Reader::TakeObject& takeObject,
+                           const notation::Reader::TakeProperty& takeProperty);
     /// The file that the event is in, as an index into `UnitTree::files`.
     [[nodiscard]] std::uint32_t getFile() const { return file_; }
     /// The unit that the object which starts here refers to; null if there is none, and for other events.

@@ -83,28 +83,36 @@ bool standsInJson(std::string_view text) {
 std::string escaped(std::string_view text, const Escapes& escapes) {
     std::string result;
     result.reserve(text.size());
+    std::size_t kept = 0; // what is before it is in the result
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t start = at;
         const int character = nextCharacter(text, at);
-        const std::string_view bytes = text.substr(start, at - start);
+        const auto found = character < firstBeyondAscii
+                               ? std::ranges::find(escapes.replacements, character, &Replacement::character)
+                               : escapes.replacements.end();
+        if (character >= 0 && found == escapes.replacements.end() && isPrintable(character)) {
+            continue;
+        }
+        result += text.substr(kept, start - kept);
+        kept = at;
         if (character < 0) {
-            result += escapedSequence(bytes, escapes);
-        } else if (const auto found = std::ranges::find(escapes.replacements, character, &Replacement::character);
-                   found != escapes.replacements.end()) {
+            result += escapedSequence(text.substr(start, at - start), escapes);
+        } else if (found != escapes.replacements.end()) {
             result += found->by;
-        } else if (isPrintable(character)) {
-            result += bytes;
         } else {
             const char* format = character < firstBeyondAscii ? escapes.control : escapes.unprintable;
             result += formatted(format, static_cast<unsigned>(character));
         }
     }
-    return result;
+    return result += text.substr(kept);
 }
 
 bool isPrintable(int character) {
     constexpr int lastOfAscii = 0x7E;
-    if (character >= firstAfterControls && character <= lastOfAscii) {
+    constexpr int firstIdeograph = 0x3000;
+    constexpr int afterIdeographs = 0xFB00;
+    if ((character >= firstAfterControls && character <= lastOfAscii) ||
+        (character >= firstIdeograph && character < afterIdeographs)) {
         return true;
     }
     return std::none_of(unprintable.begin(), unprintable.end(), [character](const Range& range) {

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <clocale>
 #include <cstdlib>
 #include <filesystem>
@@ -161,6 +162,28 @@ TEST(KelTextDecoderTest, ReplacesWhatTheEncodingDoesNotHaveAndTellsWhereItIs) {
                 found.insert(found.end(), {run.offset, run.length});
             }
             EXPECT_EQ(found, row.badRuns) << row.encoding;
+        }
+    }
+}
+
+/// What one text has taught does not hide what is wrong in the next one.
+TEST(KelTextDecoderTest, FindsBadBytesBetweenKnownCharacters) {
+    const std::string_view pieces[] = {"\xD6\xD0",         "\xCE\xC4",     "a",   "\xFF", "\x81",
+                                       "\x81\x30\x81\x30", "\xE4\xB8\xAD", "\x80"};
+    for (const char* encoding :
+         {"windows-936", "gb18030", "Shift_JIS", "Big5", "windows-1252", "UTF-8", "ISO-2022-JP"}) {
+        KelTextDecoder taught(encoding);
+        for (const std::string_view first : pieces) {
+            for (const std::string_view second : pieces) {
+                for (const std::string_view third : pieces) {
+                    const std::string text = std::string(first) + std::string(second) + std::string(third);
+                    const auto known = taught.badRuns(text);
+                    const auto fresh = KelTextDecoder(encoding).badRuns(text);
+                    EXPECT_TRUE(std::ranges::equal(known, fresh, [](const auto& one, const auto& other) {
+                        return one.offset == other.offset && one.length == other.length;
+                    })) << encoding;
+                }
+            }
         }
     }
 }

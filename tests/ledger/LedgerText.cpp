@@ -2,8 +2,10 @@
 
 #include "support/accountFault.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <tuple>
 #include <unistd.h>
 
 namespace {
@@ -40,6 +42,12 @@ LedgerText LedgerText::of(std::string_view elements, std::string_view diagrams, 
     LedgerText text{imported.failure, ledger::makeLedger(tree, trace, imported.model, choices, &kept), {}, {}};
     text.entries = std::move(kept.entries);
     ledger::forEachBadBytes(tree, choices, [&](const ledger::BadBytes& bad) { text.badBytes.push_back(bad); });
+    const auto placeOf = [](const ledger::BadBytes& bad) {
+        return std::tuple(bad.place.offset, bad.place.line, bad.place.column, bad.bytes);
+    };
+    text.failure += std::ranges::equal(text.badBytes, text.ledger.badBytes, {}, placeOf, placeOf)
+                        ? ""
+                        : "invalid bytes are elsewhere when they are read again";
     text.failure += accountFault(text.ledger, imported.model);
     std::filesystem::remove(path);
     return text;

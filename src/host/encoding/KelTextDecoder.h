@@ -3,7 +3,9 @@
 #include "host/KelApi.h"
 #include "host/encoding/KelEncodingConverter.h"
 
+#include <bitset>
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,10 +30,21 @@ public:
         std::size_t offset;
         std::size_t length;
     };
-    /// The invalid sequences in `bytes`, in order: those that `toUtf8` replaces.
+    /// The invalid sequences in `bytes`, in order: those that `toUtf8` replaces. Most bytes are valid and most of their
+    /// characters were in an earlier text: that costs next to nothing.
     [[nodiscard]] std::vector<Run> badRuns(std::string_view bytes);
 
 private:
+    /// What is known to be valid in any text: characters of one or two bytes, from texts that the service has read.
+    struct Known {
+        void learn(std::string_view bytes, const int* offsets, std::size_t count);
+        [[nodiscard]] bool isValid(std::string_view bytes) const;
+
+        std::bitset<256> singles;
+        std::bitset<std::size_t{1} << 16> pairs;
+    };
+
     KelEncodingConverter from_;
     KelEncodingConverter utf8_;
+    std::unique_ptr<Known> known_; // null before the first search, and if characters depend on those before them
 };

@@ -151,22 +151,81 @@ std::string KelTextDecoder::toUtf8(std::string_view bytes, bool* isWhole) {
     return text;
 }
 
+namespace {
+
+std::size_t byteAt(std::string_view bytes, std::size_t index) {
+    return static_cast<unsigned char>(bytes[index]);
+}
+
+std::size_t pairAt(std::string_view bytes, std::size_t index) {
+    return byteAt(bytes, index) << 8 | byteAt(bytes, index + 1);
+}
+
+// Whether a character of the encoding means the same after any others.
+bool isWithoutStates(const UConverter* converter) {
+    const UConverterType type = ucnv_getType(converter);
+    return type == UCNV_SBCS || type == UCNV_MBCS || type == UCNV_LATIN_1;
+}
+
+} // namespace
+
+// Learns the characters of a valid text; `offsets` are the places in it of `count` units of UTF-16.
+void KelTextDecoder::Known::learn(std::string_view bytes, const int* offsets, std::size_t count) {
+    for (std::size_t unit = 0; unit < count; ++unit) {
+        const auto begin = static_cast<std::size_t>(offsets[unit]);
+        const auto end = unit + 1 < count ? static_cast<std::size_t>(offsets[unit + 1]) : bytes.size();
+        if (end > bytes.size()) {
+            return; // not known where it is
+        }
+        if (begin + 1 == end) {
+            singles.set(byteAt(bytes, begin));
+        } else if (begin + 2 == end) {
+            pairs.set(pairAt(bytes, begin));
+        }
+    }
+}
+
+// No character begins with a byte that is one by itself.
+bool KelTextDecoder::Known::isValid(std::string_view bytes) const {
+    for (std::size_t at = 0; at < bytes.size();) {
+        if (singles[byteAt(bytes, at)]) {
+            ++at;
+        } else if (at + 1 < bytes.size() && pairs[pairAt(bytes, at)]) {
+            at += 2;
+        } else {
+            return false;
+        }
+    }
+    return true;
+}
+
 std::vector<KelTextDecoder::Run> KelTextDecoder::badRuns(std::string_view bytes) {
     std::vector<Run> runs;
     UConverter* const reader = from_.getHandle();
     if (reader == nullptr) {
         return runs;
     }
+    if (known_ == nullptr && isWithoutStates(reader)) {
+        known_ = std::make_unique<Known>();
+    }
+    if (known_ != nullptr && known_->isValid(bytes)) {
+        return runs;
+    }
     ucnv_reset(reader);
     const Stopping stopping(reader);
     std::array<UChar, 2048> pivot;
+    std::array<int, pivot.size()> offsets;
     const char* at = bytes.data();
     const char* const end = at + bytes.size();
     for (bool more = true; more;) {
         UChar* filled = pivot.data();
         UErrorCode error = U_ZERO_ERROR;
-        ucnv_toUnicode(reader, &filled, pivot.data() + pivot.size(), &at, end, nullptr, true, &error);
+        const bool isWhole = at == bytes.data();
+        ucnv_toUnicode(reader, &filled, pivot.data() + pivot.size(), &at, end, offsets.data(), true, &error);
         more = U_FAILURE(error) != 0;
+        if (known_ != nullptr && isWhole && !more) {
+            known_->learn(bytes, offsets.data(), static_cast<std::size_t>(filled - pivot.data()));
+        }
         if (error == U_INVALID_CHAR_FOUND || error == U_ILLEGAL_CHAR_FOUND || error == U_TRUNCATED_CHAR_FOUND) {
             std::array<char, 32> invalid{};
             auto length = static_cast<std::int8_t>(invalid.size());

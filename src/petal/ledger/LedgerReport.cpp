@@ -195,9 +195,12 @@ void LedgerReport::write(const ModelSource& source, const source::Trace& trace, 
                          const ledger::Choices& choices) {
     LedgerOutput output(request_, isKept_ ? &keeper_ : nullptr);
     ledger_ = ledger::makeLedger(source.getTree(), trace, model, choices, &output);
-    if (ledger_->badByteCount > 0) {
-        ledger::forEachBadBytes(source.getTree(), choices,
-                                [&](const ledger::BadBytes& bytes) { output.take(*ledger_, bytes); });
+    const auto take = [&](const ledger::BadBytes& bytes) { output.take(*ledger_, bytes); };
+    const bool isInOrder = source.getTree().files.size() == 1; // units are read in between
+    if (isInOrder && ledger_->badByteCount == ledger_->badBytes.size()) {
+        std::ranges::for_each(ledger_->badBytes, take);
+    } else if (ledger_->badByteCount > 0) {
+        ledger::forEachBadBytes(source.getTree(), choices, take);
     }
     output.finish(*ledger_);
 }

@@ -105,16 +105,17 @@ private:
 class LedgerLines final : public LedgerForm {
 public:
     void writeEntry(const Ledger& ledger, const Entry& entry, text::BufferedOutput& output) override {
-        line_ = entry.property == nullptr ? R"({"entry":"object")" : R"({"entry":"property")";
-        line_ += parts_.of(ledger.files[entry.file], [&](Line& line) { line.text("file", ledger.files[entry.file]); });
-        addNumber("line", entry.place.line);
-        addNumber("column", entry.place.column);
+        const bool isObject = entry.property == nullptr;
+        line_ = startOf(ledger, entry.file, isObject);
+        text::appendNumber(line_, entry.place.line);
+        line_ += R"(,"column":)";
+        text::appendNumber(line_, entry.place.column);
         line_ += parts_.of(*entry.kind, [&](Line& line) { line.text("kind", entry.kind->name); });
         if (!entry.name.empty()) {
             line_ += R"(,"name":)";
             text::appendQuotedJson(line_, entry.name);
         }
-        if (entry.property != nullptr) {
+        if (!isObject) {
             line_ += parts_.of(*entry.property, [&](Line& line) { line.text("property", entry.property->name); });
         }
         const auto addReason = [&](Line& line) { line.reason(*entry.reason, entry.detail); };
@@ -155,13 +156,20 @@ public:
     }
 
 private:
-    void addNumber(std::string_view name, std::uint64_t value) {
-        line_ += ",\"";
-        line_ += name;
-        line_ += "\":";
-        text::appendNumber(line_, value);
+    /// The start of an entry's line, up to the number of its line in the file.
+    const std::string& startOf(const Ledger& ledger, std::uint32_t file, bool isObject) {
+        if (file != file_) {
+            const std::string name = Parts::make([&](Line& line) { line.text("file", ledger.files[file]); });
+            objectStart_ = R"({"entry":"object")" + name + R"(,"line":)";
+            propertyStart_ = R"({"entry":"property")" + name + R"(,"line":)";
+            file_ = file;
+        }
+        return isObject ? objectStart_ : propertyStart_;
     }
 
+    std::uint32_t file_ = UINT32_MAX; // of the starts
+    std::string objectStart_;
+    std::string propertyStart_;
     Parts parts_;
     std::string line_;
 };
