@@ -70,17 +70,34 @@ std::span<const Part> partsOfPackages(const KelObject& owner) {
 
 } // namespace
 
-std::string qualifiedName(const KelObject& element) {
-    std::vector<const KelObject*> path{&element};
-    for (const KelObject* owner = element.getParent(); owner != nullptr && owner->elementType != KelElementType::model;
-         owner = owner->getParent()) {
-        path.push_back(owner);
-    }
-    std::string name;
+void appendQualifiedName(const KelObject& element, std::string& text) {
+    const auto ownerOf = [](const KelObject& object) {
+        const KelObject* owner = object.getParent();
+        return owner != nullptr && owner->elementType != KelElementType::model ? owner : nullptr;
+    };
+    std::size_t size = 0;
+    bool isValid = true;
     std::string repaired;
-    for (auto object = path.rbegin(); object != path.rend(); ++object) {
-        name.append(object != path.rbegin() ? separator : "").append(shownName(**object, repaired));
+    for (const KelObject* object = &element; object != nullptr; object = ownerOf(*object)) {
+        const std::string_view name = shownName(*object, repaired);
+        isValid = isValid && name.data() == object->getName().view().data();
+        size += (object != &element ? separator.size() : 0) + name.size();
     }
+    text.resize(text.size() + size);
+    // From the end, as an element knows its owner alone.
+    std::size_t end = text.size();
+    const auto prepend = [&](std::string_view part) { part.copy(text.data() + (end -= part.size()), part.size()); };
+    for (const KelObject* object = &element; object != nullptr; object = ownerOf(*object)) {
+        if (object != &element) {
+            prepend(separator);
+        }
+        prepend(isValid ? object->getName().view() : shownName(*object, repaired));
+    }
+}
+
+std::string qualifiedName(const KelObject& element) {
+    std::string name;
+    appendQualifiedName(element, name);
     return name;
 }
 

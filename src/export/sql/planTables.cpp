@@ -79,6 +79,7 @@ private:
     Plan plan_;
     std::vector<bool> isUsed_;                              // by class: an enumeration of a column
     std::unordered_map<const void*, const Values*> values_; // by class or type
+    std::unordered_map<const KelType*, std::optional<ColumnType>> known_;
     std::unordered_set<const KelObject*> told_;
 };
 
@@ -197,10 +198,12 @@ void Planner::addAttribute(std::uint32_t table, const KelAttribute& attribute, R
 
 void Planner::setType(PlannedColumn& column, const KelAttribute& attribute, std::uint32_t table) {
     const KelType* type = attribute.getType();
-    const std::string typeName = type != nullptr ? utf8(type->getName()) : "";
-    if (std::optional<ColumnType> mapped = choices_.types.ofUser(typeName)) {
-        column.type = *std::move(mapped);
-        return;
+    const auto typeName = [type] { return type != nullptr ? utf8(type->getName()) : std::string(); };
+    if (!choices_.types.isEmpty()) {
+        if (std::optional<ColumnType> mapped = choices_.types.ofUser(typeName())) {
+            column.type = *std::move(mapped);
+            return;
+        }
     }
     const std::uint32_t number = classes_.numberOf(classNames_.find(type));
     if (number != ClassTables::none && plan_.tableOf[number] != noTable) {
@@ -217,12 +220,15 @@ void Planner::setType(PlannedColumn& column, const KelAttribute& attribute, std:
         column.values = valuesOfType(type);
         return;
     }
-    const std::optional<ColumnType> known = TypeMap::known(type);
-    if (known) {
+    const auto [found, isNew] = known_.try_emplace(type);
+    if (isNew) {
+        found->second = TypeMap::known(type);
+    }
+    if (const std::optional<ColumnType>& known = found->second) {
         column.type = *known;
     } else {
-        plan_.unknownTypes[typeName].emplace_back(table,
-                                                  static_cast<std::uint32_t>(plan_.tables[table].attributes.size()));
+        plan_.unknownTypes[typeName()].emplace_back(table,
+                                                    static_cast<std::uint32_t>(plan_.tables[table].attributes.size()));
     }
 }
 
