@@ -43,6 +43,8 @@ class UniqueNames {
 public:
     explicit UniqueNames(const NameRules& rules) : rules_(rules) {}
 
+    /// For so many names.
+    void reserve(std::size_t count) { taken_.reserve(count); }
     /// A name that was not returned before, without quotes.
     [[nodiscard]] std::string make(std::string_view text);
 
@@ -52,8 +54,8 @@ private:
     std::pair<Taken::iterator, bool> take(std::string_view name);
 
     const NameRules& rules_;
-    std::pmr::monotonic_buffer_resource keys_; // folded names
-    Taken taken_;                              // by these; with the last number appended to each
+    std::pmr::monotonic_buffer_resource keys_{128}; // folded names; small, as there are as many name spaces as tables
+    Taken taken_;                                   // by these; with the last number appended to each
 };
 
 /// Whether the name is reserved, or holds characters that are not allowed without quotes; never without such a form.

@@ -6,8 +6,10 @@
 #include "host/model/KelDesignPackage.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <set>
+#include <tsl/robin_map.h>
 #include <tuple>
 #include <unordered_map>
 
@@ -36,6 +38,9 @@ public:
         for (const std::uint32_t table : order_) {
             layRest(table);
             nameOwnColumns(table);
+            if (!hasNamesLeft(table)) {
+                names_[table].reset();
+            }
         }
         for (std::uint32_t table = 0; table < plan_.tables.size(); ++table) {
             nameReferences(table);
@@ -55,6 +60,7 @@ private:
     void setKind(Column& column, const PlannedTable& planned);
     [[nodiscard]] std::vector<std::uint32_t> attributesById(const PlannedTable& planned, bool areSplit) const;
     void nameOwnColumns(std::uint32_t table);
+    [[nodiscard]] bool hasNamesLeft(std::uint32_t table) const;
     void nameReferences(std::uint32_t table);
     void nameReference(std::uint32_t table, const PlannedColumn& planned, const ColumnSpan& span);
 
@@ -85,13 +91,20 @@ void ColumnMaker::sortById() {
 void ColumnMaker::nameTables() {
     const std::size_t count = plan_.tables.size();
     schema_.tables.resize(count);
+    relations_.reserve(2 * count); // each table and its primary key
     std::vector<std::string> texts(count);
-    std::unordered_map<std::string, std::vector<std::uint32_t>> byName;
+    std::vector<std::string> names(count);                                // of classes
+    tsl::robin_map<std::string_view, std::uint32_t, KelTextHash> firstOf; // by name
+    std::map<std::uint32_t, std::vector<std::uint32_t>> sameName;         // by the first of several
+    firstOf.reserve(count);
     for (std::uint32_t table = 0; table < count; ++table) {
         const PlannedTable& planned = plan_.tables[table];
         if (planned.rule != Rule::joinTable) {
-            texts[table] = styled(utf8(planned.element->getName()), style_);
-            byName[utf8(planned.element->getName())].push_back(table);
+            names[table] = utf8(planned.element->getName());
+            texts[table] = styled(names[table], style_);
+            if (const auto [first, isNew] = firstOf.try_emplace(names[table], table); !isNew) {
+                sameName.try_emplace(first->second, 1, first->second).first->second.push_back(table);
+            }
             continue;
         }
         std::string text = utf8(planned.element->getName());
@@ -104,11 +117,8 @@ void ColumnMaker::nameTables() {
         texts[table] = styled(text, style_);
     }
     std::vector<bool> hasPackage(count, false);
-    for (const auto& row : byName) {
+    for (const auto& row : sameName) {
         const std::vector<std::uint32_t>& tables = row.second;
-        if (tables.size() < 2) {
-            continue;
-        }
         const std::string name = texts[tables.front()];
         const auto withPackage = [&](std::uint32_t table) {
             const auto* package = static_cast<const KelClass*>(plan_.tables[table].element)->getDesignPackage();
@@ -299,6 +309,12 @@ void ColumnMaker::nameReference(std::uint32_t table, const PlannedColumn& planne
         columns[span.first + index].name =
             names_[table]->make(base + "_" + (layouts_[planned.target].isMade ? "id" : keyName));
     }
+}
+
+/// Whether columns wait for the names of keys.
+bool ColumnMaker::hasNamesLeft(std::uint32_t table) const {
+    const PlannedTable& planned = plan_.tables[table];
+    return !planned.references.empty() || !attributesById(planned, true).empty();
 }
 
 void ColumnMaker::nameReferences(std::uint32_t table) {
