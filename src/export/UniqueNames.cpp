@@ -63,10 +63,6 @@ bool isPlain(std::string_view name, const NameRules& rules) {
     return !name.empty();
 }
 
-bool isPrintableAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char byte) { return byte >= ' ' && byte <= '~'; });
-}
-
 /// The text with "_" for everything that no name may hold, of any length.
 std::string allowed(std::string_view text, const NameRules& rules) {
     const bool isQuotable = rules.quote != 0;
@@ -130,7 +126,7 @@ std::pair<UniqueNames::Taken::iterator, bool> UniqueNames::take(std::string_view
 }
 
 std::string UniqueNames::make(std::string_view text) {
-    const bool isAllowed = rules_.quote != 0 && !text.empty() && isPrintableAscii(text);
+    const bool isAllowed = rules_.quote != 0 && !text.empty() && text::isPrintableAscii(text);
     const std::string changed = isAllowed ? std::string() : allowed(text, rules_);
     const std::string_view name = isAllowed ? text : std::string_view(changed);
     std::string made = limited(name, "", text, rules_);

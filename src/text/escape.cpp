@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bitset>
 #include <cstdio>
 
 namespace text {
@@ -41,6 +42,7 @@ constexpr std::array unprintable{
 
 constexpr int firstAfterControls = 0x20;
 constexpr int firstBeyondAscii = 0x80;
+constexpr int deleteCharacter = 0x7F;
 
 std::string formatted(const char* format, unsigned number) {
     std::array<char, 16> digits{};
@@ -81,25 +83,36 @@ bool standsInJson(std::string_view text) {
 } // namespace
 
 std::string escaped(std::string_view text, const Escapes& escapes) {
+    std::bitset<firstBeyondAscii> isPlain;
+    for (int byte = firstAfterControls; byte < deleteCharacter; ++byte) {
+        isPlain.set(static_cast<std::size_t>(byte));
+    }
+    for (const Replacement& replacement : escapes.replacements) {
+        isPlain.reset(static_cast<unsigned char>(replacement.character));
+    }
     std::string result;
     result.reserve(text.size());
+    std::size_t passed = 0; // up to there all is in the result
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t start = at;
         const int character = nextCharacter(text, at);
-        const std::string_view bytes = text.substr(start, at - start);
+        const bool isAscii = character >= 0 && character < firstBeyondAscii;
+        if (isAscii ? isPlain[static_cast<std::size_t>(character)] : character >= 0 && isPrintable(character)) {
+            continue;
+        }
+        result += text.substr(passed, start - passed);
+        passed = at;
         if (character < 0) {
-            result += escapedSequence(bytes, escapes);
+            result += escapedSequence(text.substr(start, at - start), escapes);
         } else if (const auto found = std::ranges::find(escapes.replacements, character, &Replacement::character);
                    found != escapes.replacements.end()) {
             result += found->by;
-        } else if (isPrintable(character)) {
-            result += bytes;
         } else {
-            const char* format = character < firstBeyondAscii ? escapes.control : escapes.unprintable;
+            const char* format = isAscii ? escapes.control : escapes.unprintable;
             result += formatted(format, static_cast<unsigned>(character));
         }
     }
-    return result;
+    return result += text.substr(passed);
 }
 
 bool isPrintable(int character) {

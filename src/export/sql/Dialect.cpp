@@ -1,5 +1,6 @@
 #include "export/sql/Dialect.h"
 
+#include "text/ascii.h"
 #include "text/escape.h"
 #include "text/utf8.h"
 
@@ -196,13 +197,9 @@ std::string filled(std::string_view pattern, const ColumnType& type) {
 
 constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
-bool isPrintableAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char byte) { return byte >= ' ' && byte <= '~'; });
-}
-
 /// The text with U+FFFD for NUL, invalid sequences and, when `arePrintable`, all that is not printable.
 std::string cleaned(std::string_view text, bool arePrintable) {
-    if (isPrintableAscii(text)) {
+    if (text::isPrintableAscii(text)) {
         return std::string(text);
     }
     std::string clean;
@@ -303,7 +300,7 @@ std::string typeText(const ColumnType& type, bool isKey, const Dialect& dialect)
 }
 
 std::string literal(std::string_view text, const Dialect& dialect) {
-    return isPrintableAscii(text) ? quoted(text) : quoted(cleaned(text, dialect.isLineSensitive));
+    return text::isPrintableAscii(text) ? quoted(text) : quoted(cleaned(text, dialect.isLineSensitive));
 }
 
 std::string commentLiteral(std::string_view text, const Dialect& dialect) {
