@@ -29,10 +29,11 @@ std::string_view shownName(const KelObject& element, std::string& repaired) {
     return text::isValidUtf8(name) ? name : repaired = text::repairedUtf8(name);
 }
 
-/// Hashes and compares texts as if they were in lower case.
-struct FoldedHash {
-    std::size_t operator()(std::string_view quid) const {
+/// Hashes and compares the quids of places as if they were in lower case.
+struct QuidHash {
+    std::size_t operator()(const source::SourcePlace* place) const {
         std::array<char, 32> folded;
+        const std::string_view quid = place->quid;
         if (quid.size() > folded.size()) {
             return KelTextHash()(text::lowerCase(quid));
         }
@@ -40,9 +41,9 @@ struct FoldedHash {
         return KelTextHash()({folded.data(), quid.size()});
     }
 };
-struct FoldedEqual {
-    bool operator()(std::string_view one, std::string_view other) const {
-        return std::ranges::equal(one, other, {}, text::lower, text::lower);
+struct QuidEqual {
+    bool operator()(const source::SourcePlace* one, const source::SourcePlace* other) const {
+        return one == other || std::ranges::equal(one->quid, other->quid, {}, text::lower, text::lower);
     }
 };
 
@@ -129,10 +130,10 @@ private:
             place = nullptr;
         }
         if (place != nullptr) {
-            const auto [holder, isNew] = quids_.try_emplace(place->quid, &object);
-            if (!isNew && holder.value() != &object) { // an argument may have two owners
+            const auto [first, isNew] = quids_.insert(place);
+            if (!isNew && *first != place) { // an argument may have two owners
                 shared_.insert(place);
-                shared_.insert(source_->find(*holder.value()));
+                shared_.insert(*first);
             }
         }
         const std::size_t depth = depth_++;
@@ -179,9 +180,10 @@ private:
     Of of_;
     std::vector<Element> elements_; // in the order of the walk
     std::size_t depth_ = 0;
-    /// The first element that has the quid.
-    tsl::robin_map<std::string_view, const KelObject*, FoldedHash, FoldedEqual> quids_;
-    tsl::robin_set<const source::SourcePlace*, KelPointerHash> shared_; // of elements that have one quid
+    /// The first of the places that have a quid. With hashes, as comparing needs two places more.
+    tsl::robin_set<const source::SourcePlace*, QuidHash, QuidEqual, std::allocator<const source::SourcePlace*>, true>
+        quids_;
+    tsl::robin_set<const source::SourcePlace*, KelPointerHash> shared_; // those of elements that have one quid
     std::vector<const KelObject*> owners_;                              // of the element, the model first
     std::size_t entered_ = 0;                                           // of these, those whose names `names_` has
     NameIds names_{kindWords()};
