@@ -152,7 +152,9 @@ std::string quotedName(std::string_view name, const NameRules& rules) {
     if (!needsQuotes(name, rules)) {
         return std::string(name);
     }
-    std::string result(1, rules.quote);
+    std::string result;
+    result.reserve(name.size() + 2);
+    result += rules.quote;
     for (const char byte : name) {
         result.append(byte == rules.quote ? 2 : 1, byte);
     }

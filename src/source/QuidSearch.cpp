@@ -350,11 +350,12 @@ std::vector<std::uint64_t> QuidSearch::objectsBefore(std::size_t at) {
     constexpr std::size_t mostNear = 4;
     constexpr std::string_view opening = "(object ";
     const std::size_t line = lineBegin(at, 0);
-    const std::size_t indent = indentOf(text_.substr(line, at - line));
+    const std::string_view blanks = text_.substr(line, at - line);
+    const std::size_t indent = indentOf(blanks);
     std::vector<std::uint64_t> objects;
     LinesBefore lines(text_.substr(0, line), origin_, again_);
     while (const std::optional<std::string_view> one = lines.next()) {
-        const bool isAround = indentOf(*one) < indent;
+        const bool isAround = !one->starts_with(blanks) && indentOf(*one) < indent;
         const std::size_t open = isAround || objects.size() < mostNear ? one->find(opening) : std::string_view::npos;
         if (open != std::string_view::npos && one->substr(0, open).find_first_of("\"|#;/") == std::string_view::npos) {
             objects.insert(isAround ? objects.begin() : objects.end(), lines.offset() + open);

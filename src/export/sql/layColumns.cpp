@@ -59,6 +59,10 @@ private:
     Column& add(std::uint32_t table, Rule rule, const KelObject* element, const ColumnType& type);
     void setKind(Column& column, const PlannedTable& planned);
     [[nodiscard]] std::vector<std::uint32_t> attributesById(const PlannedTable& planned, bool areSplit) const;
+    /// Whether it becomes several columns, or none.
+    [[nodiscard]] bool isSplit(const PlannedColumn& attribute) const {
+        return attribute.target != noTable && layouts_[attribute.target].keyTypes.size() != 1;
+    }
     void nameOwnColumns(std::uint32_t table);
     [[nodiscard]] bool hasNamesLeft(std::uint32_t table) const;
     void nameReferences(std::uint32_t table);
@@ -175,6 +179,7 @@ Column& ColumnMaker::add(std::uint32_t table, Rule rule, const KelObject* elemen
 void ColumnMaker::layKey(std::uint32_t table) {
     const PlannedTable& planned = plan_.tables[table];
     std::vector<ColumnType>& types = layouts_[table].keyTypes;
+    schema_.tables[table].columns.reserve(1 + planned.attributes.size() + planned.references.size());
     if (planned.keyPlan == KeyPlan::made) {
         types = {madeKeyType};
         layouts_[table].isMade = true;
@@ -215,6 +220,7 @@ void ColumnMaker::layRest(std::uint32_t table) {
         layout.kind = {static_cast<std::uint32_t>(schema_.tables[table].columns.size()), 1};
         setKind(add(table, Rule::kindColumn, planned.element, ColumnType()), planned);
     }
+    layout.attributes.reserve(planned.attributes.size());
     for (const PlannedColumn& attribute : planned.attributes) {
         layout.attributes.push_back(lay(table, attribute));
     }
@@ -267,8 +273,7 @@ std::vector<std::uint32_t> ColumnMaker::attributesById(const PlannedTable& plann
     std::vector<std::pair<std::string_view, std::uint32_t>> keyed;
     for (std::uint32_t index = 0; index < planned.attributes.size(); ++index) {
         const PlannedColumn& attribute = planned.attributes[index];
-        const bool isSplit = attribute.target != noTable && layouts_[attribute.target].keyTypes.size() != 1;
-        if (isSplit == areSplit) {
+        if (isSplit(attribute) == areSplit) {
             keyed.emplace_back(ids_.viewOf(*attribute.element), index);
         }
     }
@@ -314,7 +319,8 @@ void ColumnMaker::nameReference(std::uint32_t table, const PlannedColumn& planne
 /// Whether columns wait for the names of keys.
 bool ColumnMaker::hasNamesLeft(std::uint32_t table) const {
     const PlannedTable& planned = plan_.tables[table];
-    return !planned.references.empty() || !attributesById(planned, true).empty();
+    return !planned.references.empty() ||
+           std::ranges::any_of(planned.attributes, [this](const PlannedColumn& one) { return isSplit(one); });
 }
 
 void ColumnMaker::nameReferences(std::uint32_t table) {

@@ -157,6 +157,9 @@ void Planner::addAttributes(std::uint32_t table, std::uint32_t owner, Rule rule)
     }
     std::ranges::stable_sort(attributes, {}, &KelAttribute::position);
     const std::size_t before = plan_.tables[table].attributes.size();
+    if (before == 0) { // in a table of many classes the vector must grow by itself
+        plan_.tables[table].attributes.reserve(attributes.size());
+    }
     for (const KelAttribute* attribute : attributes) {
         addAttribute(table, *attribute, rule);
     }
@@ -183,7 +186,7 @@ void Planner::addAttribute(std::uint32_t table, const KelAttribute& attribute, R
     column.element = &attribute;
     column.name = utf8(attribute.getName());
     setType(column, attribute, table);
-    const std::string initialValue = utf8(attribute.initialValue);
+    const std::string initialValue = attribute.initialValue.isEmpty() ? std::string() : utf8(attribute.initialValue);
     if (initialValue.find_first_not_of(" \t\r\n") != std::string::npos) {
         const std::optional<Default> literal =
             column.target == noTable ? literalOf(initialValue, column.type, column.values) : std::nullopt;
