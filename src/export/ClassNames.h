@@ -1,9 +1,12 @@
 #pragma once
 
+#include "host/text/KelTextHash.h"
+
+#include <cstdint>
+#include <mutex>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <utility>
+#include <tsl/robin_map.h>
 #include <vector>
 
 class KelClass;
@@ -15,8 +18,9 @@ namespace exporter {
 /// Finds the class of a model that the name of a type means. Types of a model are texts: one attribute in eight has a
 /// type with the name of a class and would else seem to be of a primitive type.
 ///
-/// Made in time n log n of the model's classes; a search takes logarithmic time. The model must outlive it and not
-/// change. Reading it from several threads is safe.
+/// Made in time proportional to the model's classes. The first search for a name with "::" takes time n log n of them,
+/// another one logarithmic time, and one for any other name constant time. The model must outlive it and not change.
+/// Reading it from several threads is safe.
 class ClassNames {
 public:
     explicit ClassNames(const KelModel& model);
@@ -31,12 +35,31 @@ public:
     [[nodiscard]] std::vector<const KelClass*> named(std::string_view name) const;
 
 private:
+    using Index = std::uint32_t;
+    static constexpr Index none = UINT32_MAX;
+
+    struct Named {
+        const KelClass* one;
+        Index next = none; // of the same name
+    };
+    struct Chain {
+        Index first;
+        Index last;
+    };
     struct ByEnd {
-        std::string reversed; // the qualified name, last byte first
+        std::string_view reversed; // the qualified name, last byte first
         const KelClass* one;
     };
-    std::vector<ByEnd> byEnd_; // sorted
-    std::unordered_map<std::string_view, std::vector<const KelClass*>> byName_;
+
+    void sortByEnd() const;
+
+    std::vector<Named> classes_; // in the order of the JSON document
+    tsl::robin_map<std::string_view, Chain, KelTextHash> byName_;
+
+    // Made by the first search that needs them: most models have no types with "::" in their names.
+    mutable std::once_flag isSorted_;
+    mutable std::string reversedNames_;
+    mutable std::vector<ByEnd> byEnd_; // sorted
 };
 
 } // namespace exporter

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <iterator>
 #include <string_view>
+#include <tsl/robin_set.h>
 #include <vector>
 
 namespace exporter {
@@ -28,10 +29,11 @@ std::string_view shownName(const KelObject& element, std::string& repaired) {
     return text::isValidUtf8(name) ? name : repaired = text::repairedUtf8(name);
 }
 
-/// Hashes and compares texts as if they were in lower case.
-struct FoldedHash {
-    std::size_t operator()(std::string_view quid) const {
+/// Hashes and compares the quids of places as if they were in lower case.
+struct QuidHash {
+    std::size_t operator()(const source::SourcePlace* place) const {
         std::array<char, 32> folded;
+        const std::string_view quid = place->quid;
         if (quid.size() > folded.size()) {
             return KelTextHash()(text::lowerCase(quid));
         }
@@ -39,9 +41,9 @@ struct FoldedHash {
         return KelTextHash()({folded.data(), quid.size()});
     }
 };
-struct FoldedEqual {
-    bool operator()(std::string_view one, std::string_view other) const {
-        return std::ranges::equal(one, other, {}, text::lower, text::lower);
+struct QuidEqual {
+    bool operator()(const source::SourcePlace* one, const source::SourcePlace* other) const {
+        return one == other || std::ranges::equal(one->quid, other->quid, {}, text::lower, text::lower);
     }
 };
 
@@ -69,17 +71,34 @@ std::span<const Part> partsOfPackages(const KelObject& owner) {
 
 } // namespace
 
-std::string qualifiedName(const KelObject& element) {
-    std::vector<const KelObject*> path{&element};
-    for (const KelObject* owner = element.getParent(); owner != nullptr && owner->elementType != KelElementType::model;
-         owner = owner->getParent()) {
-        path.push_back(owner);
-    }
-    std::string name;
+void appendQualifiedName(const KelObject& element, std::string& text) {
+    const auto ownerOf = [](const KelObject& object) {
+        const KelObject* owner = object.getParent();
+        return owner != nullptr && owner->elementType != KelElementType::model ? owner : nullptr;
+    };
+    std::size_t size = 0;
+    bool isValid = true;
     std::string repaired;
-    for (auto object = path.rbegin(); object != path.rend(); ++object) {
-        name.append(object != path.rbegin() ? separator : "").append(shownName(**object, repaired));
+    for (const KelObject* object = &element; object != nullptr; object = ownerOf(*object)) {
+        const std::string_view name = shownName(*object, repaired);
+        isValid = isValid && name.data() == object->getName().view().data();
+        size += (object != &element ? separator.size() : 0) + name.size();
     }
+    text.resize(text.size() + size);
+    // From the end, as an element knows its owner alone.
+    std::size_t end = text.size();
+    const auto prepend = [&](std::string_view part) { part.copy(text.data() + (end -= part.size()), part.size()); };
+    for (const KelObject* object = &element; object != nullptr; object = ownerOf(*object)) {
+        if (object != &element) {
+            prepend(separator);
+        }
+        prepend(isValid ? object->getName().view() : shownName(*object, repaired));
+    }
+}
+
+std::string qualifiedName(const KelObject& element) {
+    std::string name;
+    appendQualifiedName(element, name);
     return name;
 }
 
@@ -88,6 +107,9 @@ class ElementIds::Maker final : private ModelVisitor {
 public:
     Maker(ElementIds& ids, const KelModel& model, const source::SourceMap* source, Of of)
         : ids_(ids), source_(source), of_(of) {
+        if (source != nullptr) {
+            quids_.reserve(source->getCount());
+        }
         walkModel(model, of == Of::all || source != nullptr ? documentParts : partsOfPackages, *this);
         ids_.ids_.reserve(elements_.size());
         for (const Element& element : elements_) {
@@ -98,39 +120,38 @@ public:
 private:
     struct Element {
         const KelObject* object;
-        std::string_view quid; // empty: none that can be part of an id
-        std::size_t depth;     // the number of its owners
+        const source::SourcePlace* place; // null: no quid that can be part of an id
+        std::size_t depth;                // the number of its owners
     };
 
     void enter(const KelObject& object) override {
         const source::SourcePlace* place = source_ != nullptr ? source_->find(object) : nullptr;
-        const bool hasQuid = place != nullptr && mayBeId(place->quid);
-        const std::string_view quid = hasQuid ? place->quid : std::string_view();
-        if (hasQuid) {
-            const auto [holder, isNew] = quids_.try_emplace(quid, &object);
-            if (!isNew && holder.value() != &object) { // an argument may have two owners
-                holder.value() = nullptr;
+        if (place != nullptr && !mayBeId(place->quid)) {
+            place = nullptr;
+        }
+        if (place != nullptr) {
+            const auto [first, isNew] = quids_.insert(place);
+            if (!isNew && *first != place) { // an argument may have two owners
+                shared_.insert(place);
+                shared_.insert(*first);
             }
         }
         const std::size_t depth = depth_++;
         if (of_ == Of::all || object.elementType == KelElementType::model || isPackageOrClass(object)) {
-            elements_.push_back({&object, quid, depth});
+            elements_.push_back({&object, place, depth});
         }
     }
     void leave(const KelObject& /*object*/) override { --depth_; }
 
     void giveId(const Element& element) {
         const auto [id, isNew] = ids_.ids_.try_emplace(element.object);
-        names_.leaveTo(element.depth > 0 ? element.depth - 1 : 0); // without the model
+        owners_.resize(element.depth);
+        entered_ = std::min(entered_, owners_.size());
         if (isNew) {
-            const bool hasOwnQuid = !element.quid.empty() && quids_.at(element.quid) != nullptr;
-            id.value() = hasOwnQuid
-                             ? quidId(element.quid)
-                             : nameId(names_.take(kindOf(*element.object), shownName(*element.object, repaired_)));
+            const bool hasOwnQuid = element.place != nullptr && (shared_.empty() || !shared_.contains(element.place));
+            id.value() = hasOwnQuid ? quidId(element.place->quid) : nameId(*element.object);
         }
-        if (element.depth > 0) {
-            names_.enter(shownName(*element.object, repaired_));
-        }
+        owners_.push_back(element.object);
     }
 
     std::string_view quidId(std::string_view quid) {
@@ -140,8 +161,13 @@ private:
         return {text, 1 + quid.size()};
     }
 
-    std::string_view nameId(std::uint64_t hash) {
-        const std::string id = idOfName(hash);
+    std::string_view nameId(const KelObject& object) {
+        constexpr std::size_t model = 1; // is not in the name
+        names_.leaveTo(std::max(entered_, model) - model);
+        for (entered_ = std::max(entered_, model); entered_ < owners_.size(); ++entered_) {
+            names_.enter(shownName(*owners_[entered_], repaired_));
+        }
+        const std::string id = idOfName(names_.take(kindOf(object), shownName(object, repaired_)));
         char* const text = newText(id.size());
         std::ranges::copy(id, text);
         return {text, id.size()};
@@ -154,8 +180,12 @@ private:
     Of of_;
     std::vector<Element> elements_; // in the order of the walk
     std::size_t depth_ = 0;
-    /// The element that alone has the quid; null: there are several.
-    tsl::robin_map<std::string_view, const KelObject*, FoldedHash, FoldedEqual> quids_;
+    /// The first of the places that have a quid. With hashes, as comparing needs two places more.
+    tsl::robin_set<const source::SourcePlace*, QuidHash, QuidEqual, std::allocator<const source::SourcePlace*>, true>
+        quids_;
+    tsl::robin_set<const source::SourcePlace*, KelPointerHash> shared_; // those of elements that have one quid
+    std::vector<const KelObject*> owners_;                              // of the element, the model first
+    std::size_t entered_ = 0;                                           // of these, those whose names `names_` has
     NameIds names_{kindWords()};
     std::string repaired_;
 };

@@ -21,6 +21,8 @@ namespace exporter {
 /// "::" if the element has no name. UTF-8, with U+FFFD for each invalid sequence. Takes time proportional to its
 /// length.
 [[nodiscard]] std::string qualifiedName(const KelObject& element);
+/// Appends it to a text.
+void appendQualifiedName(const KelObject& element, std::string& text);
 
 /// The id of each element of a model, and of the model: the same from one import to the next as far as possible.
 ///

@@ -32,8 +32,24 @@ std::string folded(std::string_view name) {
     return result;
 }
 
+/// What `folded` returns, which is in `buffer` if it fits there.
+std::string_view foldedIn(std::span<char> buffer, std::string_view name, std::string& longer) {
+    if (name.size() > buffer.size() || !text::isAscii(name)) {
+        return longer = folded(name);
+    }
+    std::ranges::transform(name, buffer.begin(), text::lower);
+    return {buffer.data(), name.size()};
+}
+
+constexpr std::size_t usualLength = 128; // most names are as short, and not reserved
+
 bool isReserved(std::string_view name, const NameRules& rules) {
-    return !rules.reserved.empty() && std::ranges::binary_search(rules.reserved, std::string_view(folded(name)));
+    if (rules.reserved.empty()) {
+        return false;
+    }
+    std::array<char, usualLength> buffer;
+    std::string longer;
+    return std::ranges::binary_search(rules.reserved, foldedIn(buffer, name, longer));
 }
 
 /// Whether the name, which is valid UTF-8, needs no quotes for its characters.
@@ -50,10 +66,6 @@ bool isPlain(std::string_view name, const NameRules& rules) {
 /// The text with "_" for everything that no name may hold, of any length.
 std::string allowed(std::string_view text, const NameRules& rules) {
     const bool isQuotable = rules.quote != 0;
-    const auto isPrintableAscii = [](char byte) { return byte >= ' ' && byte <= '~'; };
-    if (isQuotable && !text.empty() && std::ranges::all_of(text, isPrintableAscii)) {
-        return std::string(text);
-    }
     std::string name;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t start = at;
@@ -100,33 +112,49 @@ std::string limited(std::string_view name, const std::string& ending, std::strin
 
 } // namespace
 
-std::string UniqueNames::key(std::string_view name) const {
-    return rules_.foldsCase ? folded(name) : std::string(name);
+/// The name among those that are taken, and whether it was not.
+std::pair<UniqueNames::Taken::iterator, bool> UniqueNames::take(std::string_view name) {
+    const std::span<char> buffer(static_cast<char*>(keys_.allocate(name.size() + 1, 1)), name.size());
+    std::string longer;
+    std::string_view key = rules_.foldsCase ? foldedIn(buffer, name, longer) : name;
+    if (key.data() != buffer.data()) {
+        char* const kept = static_cast<char*>(keys_.allocate(key.size() + 1, 1));
+        std::ranges::copy(key, kept);
+        key = {kept, key.size()};
+    }
+    return taken_.try_emplace(key, 1);
 }
 
 std::string UniqueNames::make(std::string_view text) {
-    const std::string name = allowed(text, rules_);
+    const bool isAllowed = rules_.quote != 0 && !text.empty() && text::isPrintableAscii(text);
+    const std::string changed = isAllowed ? std::string() : allowed(text, rules_);
+    const std::string_view name = isAllowed ? text : std::string_view(changed);
     std::string made = limited(name, "", text, rules_);
-    const auto [first, isNew] = taken_.try_emplace(key(made), 1);
+    const auto [first, isNew] = take(made);
     if (isNew) {
         return made;
     }
-    const std::string taken = first->first;
+    const std::string_view taken = first->first; // which outlasts the place in the table
     std::uint64_t number = first->second;
-    bool isFree = false;
-    while (!isFree) {
+    for (bool isFree = false; !isFree;) {
         made = limited(name, "_" + std::to_string(++number), text, rules_);
-        isFree = (rules_.quote != 0 || !isReserved(made, rules_)) && taken_.try_emplace(key(made), 1).second;
+        isFree = (rules_.quote != 0 || !isReserved(made, rules_)) && take(made).second;
     }
     taken_[taken] = number;
     return made;
 }
 
+bool needsQuotes(std::string_view name, const NameRules& rules) {
+    return rules.quote != 0 && (!isPlain(name, rules) || isReserved(name, rules));
+}
+
 std::string quotedName(std::string_view name, const NameRules& rules) {
-    if (rules.quote == 0 || (isPlain(name, rules) && !isReserved(name, rules))) {
+    if (!needsQuotes(name, rules)) {
         return std::string(name);
     }
-    std::string result(1, rules.quote);
+    std::string result;
+    result.reserve(name.size() + 2);
+    result += rules.quote;
     for (const char byte : name) {
         result.append(byte == rules.quote ? 2 : 1, byte);
     }

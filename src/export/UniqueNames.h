@@ -4,10 +4,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory_resource>
 #include <span>
 #include <string>
 #include <string_view>
 #include <tsl/robin_map.h>
+#include <utility>
 
 namespace exporter {
 
@@ -41,15 +43,23 @@ class UniqueNames {
 public:
     explicit UniqueNames(const NameRules& rules) : rules_(rules) {}
 
+    /// For so many names.
+    void reserve(std::size_t count) { taken_.reserve(count); }
     /// A name that was not returned before, without quotes.
     [[nodiscard]] std::string make(std::string_view text);
 
 private:
-    [[nodiscard]] std::string key(std::string_view name) const;
+    using Taken = tsl::robin_map<std::string_view, std::uint64_t, KelTextHash>;
+
+    std::pair<Taken::iterator, bool> take(std::string_view name);
 
     const NameRules& rules_;
-    tsl::robin_map<std::string, std::uint64_t, KelTextHash> taken_; // by `key`; with the last number appended to each
+    std::pmr::monotonic_buffer_resource keys_{128}; // folded names; small, as there are as many name spaces as tables
+    Taken taken_;                                   // by these; with the last number appended to each
 };
+
+/// Whether the name is reserved, or holds characters that are not allowed without quotes; never without such a form.
+[[nodiscard]] bool needsQuotes(std::string_view name, const NameRules& rules);
 
 /// The name as the output must write it: in quotes, with those in it doubled, if it is reserved or holds characters
 /// that are not allowed without quotes; otherwise unchanged.

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstring>
+#include <span>
 #include <utility>
 
 namespace source {
@@ -22,11 +23,12 @@ using notation::ByteClass;
 using notation::classOf;
 using notation::EventKind;
 
-constexpr std::size_t portion = std::size_t{512} * 1024;
+constexpr std::size_t portion = std::size_t{256} * 1024; // of the file; it stays in the cache while it is searched
+constexpr std::size_t longestLine = std::size_t{512} * 1024;
 constexpr std::size_t lookBack = std::size_t{16} * 1024; // of the text before, for the head of an object
 constexpr std::size_t lookAhead = std::size_t{4} * 1024; // from a quid's name to the end of its text
 constexpr std::size_t localWindow = std::size_t{16} * 1024;
-constexpr std::size_t localMargin = 256; // for what is read of a quid
+constexpr std::size_t localMargin = 16; // shows that the text has ended
 constexpr std::size_t blockSize = 64;
 
 constexpr std::string_view quidWord = "quid";
@@ -41,26 +43,24 @@ bool isBlank(char byte) {
     return classOf(byte) == ByteClass::blank || byte == '\r'; // in files whose lines end with LF
 }
 
-/// A text from an object on, after an LF, which tells how lines end.
-class LocalSource final : public notation::ByteSource {
-public:
-    explicit LocalSource(notation::ByteSource& text) : text_(text) {}
-    std::size_t read(char* target, std::size_t size) override {
-        return std::exchange(hasBegun_, true) ? text_.read(target, size) : (*target = '\n', 1);
-    }
+/// Whether the byte may be in the text of a quid.
+bool isInQuid(char byte) {
+    return byte != '"' && byte != '\\' && byte != '\r' && byte != '\n' && byte != '\0';
+}
 
-private:
-    notation::ByteSource& text_;
-    bool hasBegun_ = false;
-};
-
-/// Fills a text from a file, as far as that goes. Returns how much of it is filled then.
-std::size_t fill(std::string& text, std::size_t from, units::OpenFile& file) {
-    std::size_t filled = from;
-    for (std::size_t count = 1; count > 0 && filled < text.size(); filled += count) {
-        count = file.read(text.data() + filled, text.size() - filled);
+/// Fills a buffer from a file, as far as that goes. Returns how much of it is filled then.
+std::size_t fill(std::span<char> buffer, units::OpenFile& file) {
+    std::size_t filled = 0;
+    for (std::size_t count = 1; count > 0 && filled < buffer.size(); filled += count) {
+        count = file.read(buffer.data() + filled, buffer.size() - filled);
     }
     return filled;
+}
+
+/// The index of the last line's first byte.
+std::size_t lastLineBegin(std::string_view text) {
+    const void* end = text.empty() ? nullptr : ::memrchr(text.data(), '\n', text.size());
+    return end != nullptr ? static_cast<std::size_t>(static_cast<const char*>(end) - text.data()) + 1 : 0;
 }
 
 /// The lines of a file before a place, the last one first.
@@ -73,13 +73,13 @@ public:
     /// The next line; nothing at the begin of the file, or for a line of extreme length.
     std::optional<std::string_view> next() {
         for (;;) {
-            const std::size_t before = text_.size() > 1 ? text_.rfind('\n', text_.size() - 2) : std::string_view::npos;
-            if (before != std::string_view::npos || (begin_ == 0 && !text_.empty())) {
-                const std::string_view line = text_.substr(before + 1); // npos + 1 is 0
+            const std::size_t begin = lastLineBegin(text_.substr(0, std::max<std::size_t>(text_.size(), 1) - 1));
+            if (begin > 0 || (begin_ == 0 && !text_.empty())) {
+                const std::string_view line = text_.substr(begin);
                 text_.remove_suffix(line.size());
                 return line;
             }
-            if (begin_ == 0 || text_.size() == portion) {
+            if (begin_ == 0 || text_.size() == longestLine) {
                 return std::nullopt;
             }
             readBefore(begin_ + text_.size());
@@ -90,11 +90,11 @@ public:
 
 private:
     void readBefore(std::uint64_t end) {
-        size_ = std::min(portion, 2 * size_);
+        size_ = std::min(longestLine, 2 * size_);
         begin_ = end - std::min<std::uint64_t>(end, size_);
         buffer_.resize(static_cast<std::size_t>(end - begin_));
         file_.seek(begin_);
-        fill(buffer_, 0, file_);
+        fill(buffer_, file_);
         text_ = buffer_;
     }
 
@@ -133,26 +133,27 @@ int balanceOf(const char* block) {
 
 } // namespace
 
-QuidSearch::QuidSearch(const std::filesystem::path& file) : source_(file), again_(file) {
+QuidSearch::QuidSearch(const std::filesystem::path& file)
+    : source_(file), again_(file), buffer_(std::make_unique_for_overwrite<char[]>(portion + lookBack + lookAhead)) {
     refill();
     const std::size_t end = text_.find_first_of("\r\n");
-    const bool isCr = end != std::string::npos && text_[end] == '\r' && byte(end + 1) != '\n';
-    isLost_ = isLost_ || isCr || (end == std::string::npos && !isWhole_);
+    const bool isCr = end != std::string_view::npos && text_[end] == '\r' && byte(end + 1) != '\n';
+    isLost_ = isLost_ || isCr || (end == std::string_view::npos && !isWhole_);
 }
 
 /// Drops text before the place of the search and appends more.
 void QuidSearch::refill() {
     const std::size_t dropped = next_ > lookBack ? next_ - lookBack : 0;
-    text_.erase(0, dropped);
+    text_.remove_prefix(dropped);
+    std::memmove(buffer_.get(), text_.data(), text_.size());
     origin_ += dropped;
     for (std::size_t* index : {&next_, &checked_, &lexed_, &headBegin_}) {
         *index -= std::min(dropped, *index);
     }
     const std::size_t kept = text_.size();
-    text_.resize(kept + portion);
-    const std::size_t filled = fill(text_, kept, source_);
-    isWhole_ = filled < text_.size();
-    text_.resize(filled);
+    const std::size_t filled = kept + fill({buffer_.get() + kept, portion}, source_);
+    isWhole_ = filled < kept + portion;
+    text_ = {buffer_.get(), filled};
     const std::size_t to = isWhole_ ? filled : filled - std::min(filled, lookAhead);
     if (to > checked_) {
         measureDepth(checked_, to);
@@ -187,12 +188,12 @@ void QuidSearch::countDesigns(std::size_t from, std::size_t to) {
 std::optional<FoundQuid> QuidSearch::next() {
     while (!isLost_) {
         const std::size_t at = text_.find(quidWord, next_);
-        if (!isWhole_ && (at == std::string::npos || at + lookAhead > text_.size())) {
-            next_ = at != std::string::npos ? at : text_.size() - (quidWord.size() - 1);
+        if (!isWhole_ && (at == std::string_view::npos || at + lookAhead > text_.size())) {
+            next_ = at != std::string_view::npos ? at : text_.size() - (quidWord.size() - 1);
             refill();
             continue;
         }
-        if (at == std::string::npos) {
+        if (at == std::string_view::npos) {
             break;
         }
         next_ = at + quidWord.size();
@@ -210,16 +211,19 @@ std::optional<FoundQuid> QuidSearch::quidAt(std::size_t at) {
     if (!begin || !lexTo(at)) {
         return std::nullopt;
     }
-    const std::size_t end = text_.find_first_of(std::string_view("\"\\\r\n\0", 5), *begin);
-    if (end == std::string::npos || text_[end] != '"' || end - at > lookAhead) {
+    std::size_t end = *begin;
+    while (isInQuid(byte(end))) {
+        ++end;
+    }
+    if (byte(end) != '"' || end - at > lookAhead) {
         return lose();
     }
-    const std::string_view text = std::string_view(text_).substr(*begin, end - *begin);
+    const std::string_view text = text_.substr(*begin, end - *begin);
     std::optional<FoundQuid> found;
     if (head_ == Head::whole) {
         found = {origin_ + headBegin_, origin_ + at, text};
     } else {
-        found = ownedByOther(at, text);
+        found = ownedByOther(at, end + 1, text);
     }
     lexed_ = next_ = end + 1;
     head_ = Head::none;
@@ -322,7 +326,7 @@ void QuidSearch::takeWord() {
     while (lexed_ < text_.size() && isInWord(text_[lexed_])) {
         ++lexed_;
     }
-    const std::string_view word = std::string_view(text_).substr(begin, lexed_ - begin);
+    const std::string_view word = text_.substr(begin, lexed_ - begin);
     if (head_ == Head::opened && word == objectWord) {
         head_ = Head::named;
     } else if (head_ == Head::named && notation::wordKind(word) == notation::TokenKind::word) {
@@ -334,8 +338,7 @@ void QuidSearch::takeWord() {
 
 /// The begin of the line that the index is in, or `least` if that is later.
 std::size_t QuidSearch::lineBegin(std::size_t at, std::size_t least) const {
-    const void* end = at > least ? ::memrchr(text_.data() + least, '\n', at - least) : nullptr;
-    return end != nullptr ? static_cast<std::size_t>(static_cast<const char*>(end) - text_.data()) + 1 : least;
+    return at > least ? least + lastLineBegin(text_.substr(least, at - least)) : least;
 }
 
 std::size_t QuidSearch::lineEnd(std::size_t at) const {
@@ -347,11 +350,12 @@ std::vector<std::uint64_t> QuidSearch::objectsBefore(std::size_t at) {
     constexpr std::size_t mostNear = 4;
     constexpr std::string_view opening = "(object ";
     const std::size_t line = lineBegin(at, 0);
-    const std::size_t indent = indentOf(std::string_view(text_).substr(line, at - line));
+    const std::string_view blanks = text_.substr(line, at - line);
+    const std::size_t indent = indentOf(blanks);
     std::vector<std::uint64_t> objects;
-    LinesBefore lines(std::string_view(text_).substr(0, line), origin_, again_);
+    LinesBefore lines(text_.substr(0, line), origin_, again_);
     while (const std::optional<std::string_view> one = lines.next()) {
-        const bool isAround = indentOf(*one) < indent;
+        const bool isAround = !one->starts_with(blanks) && indentOf(*one) < indent;
         const std::size_t open = isAround || objects.size() < mostNear ? one->find(opening) : std::string_view::npos;
         if (open != std::string_view::npos && one->substr(0, open).find_first_of("\"|#;/") == std::string_view::npos) {
             objects.insert(isAround ? objects.begin() : objects.end(), lines.offset() + open);
@@ -363,73 +367,39 @@ std::vector<std::uint64_t> QuidSearch::objectsBefore(std::size_t at) {
     return objects;
 }
 
-/// The quid of an object that has other properties before it.
-std::optional<FoundQuid> QuidSearch::ownedByOther(std::size_t at, std::string_view text) {
+/// The quid of an object that has other properties before it. `end` is an index in the line of the quid's text.
+std::optional<FoundQuid> QuidSearch::ownedByOther(std::size_t at, std::size_t end, std::string_view text) {
+    using enum QuidOwner::Reading;
     for (const std::uint64_t object : objectsBefore(at)) {
         readBytes_ += origin_ + at - object;
         if (readBytes_ > 2 * (origin_ + at)) { // reading the file once is faster
             break;
         }
-        FoundQuid found{.owner = 0, .headEnd = 0, .text = text};
-        switch (readFrom(object, origin_ + at, found)) {
-        case Reading::quid:
-            return found;
-        case Reading::noQuid:
+        const QuidOwner owner = ownerFrom(object, at, end);
+        switch (owner.reading) {
+        case quid:
+            return FoundQuid{owner.begin, owner.headEnd, text};
+        case noQuid:
             return std::nullopt;
-        case Reading::damage:
+        case damage:
             return lose();
-        case Reading::ended:
+        case ended:
             break;
         }
     }
     return lose();
 }
 
-/// Reads from an object to the name "quid" at an offset, and finds its owner.
-QuidSearch::Reading QuidSearch::readFrom(std::uint64_t object, std::uint64_t quid, FoundQuid& found) {
-    struct Open {
-        std::uint64_t begin;
-        std::uint64_t headEnd;
-    };
-    std::vector<Open> open;
-    const bool isNear = object >= origin_;
-    notation::MemorySource near(isNear ? std::string_view(text_).substr(object - origin_) : std::string_view());
-    again_.seek(object);
-    LocalSource source(isNear ? static_cast<notation::ByteSource&>(near) : again_);
-    notation::Reader::Settings settings;
-    settings.window = std::min<std::uint64_t>(localWindow, quid - object + localMargin);
-    notation::Reader reader(source, settings);
-    bool isInHead = false; // of the innermost construct, an object
-    while (reader.next()) {
-        const notation::Event& event = reader.event();
-        if (event.kind == EventKind::damage) {
-            break;
-        }
-        const bool isObject = event.kind == EventKind::start && event.construct == notation::Construct::object;
-        if (event.isProperty() || isObject) {
-            const std::uint64_t begin = object + (event.isProperty() ? event.keyPlace : event.place).offset - 1;
-            if (std::exchange(isInHead, false)) {
-                open.back().headEnd = begin;
-            }
-            if (begin >= quid) {
-                found.owner = open.empty() ? 0 : open.back().begin;
-                found.headEnd = open.empty() ? 0 : open.back().headEnd;
-                const bool isQuid = begin == quid && event.kind == EventKind::text && !open.empty();
-                return isQuid ? Reading::quid : Reading::noQuid;
-            }
-        }
-        if (event.kind == EventKind::start) {
-            open.push_back({object + event.place.offset - 1, 0});
-            isInHead = isObject;
-        } else if (event.kind == EventKind::end) {
-            open.pop_back();
-            isInHead = false;
-            if (open.empty()) {
-                return Reading::ended;
-            }
-        }
+QuidOwner QuidSearch::ownerFrom(std::uint64_t object, std::size_t at, std::size_t end) {
+    const std::size_t window = std::min<std::uint64_t>(localWindow, origin_ + end - object + localMargin);
+    if (object >= origin_) {
+        // Without text that the reader does not need, it has all in its window.
+        const auto begin = static_cast<std::size_t>(object - origin_);
+        notation::MemorySource text(text_.substr(begin, end - begin));
+        return readOwner(text, object, origin_ + at, window);
     }
-    return Reading::damage;
+    again_.seek(object);
+    return readOwner(again_, object, origin_ + at, window);
 }
 
 TopObjects findTopObjects(const std::filesystem::path& file) {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "source/readOwner.h"
 #include "units/OpenFile.h"
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -38,14 +40,12 @@ private:
     /// How far the tokens before a quid are the head of an object.
     enum class Head : std::uint8_t { none, opened, named, whole };
 
-    /// The end of reading from an object to a place after it.
-    enum class Reading : std::uint8_t { quid, noQuid, ended, damage };
-
     void refill();
     void countDesigns(std::size_t from, std::size_t to);
     void measureDepth(std::size_t from, std::size_t to);
     [[nodiscard]] std::optional<FoundQuid> quidAt(std::size_t at);
-    [[nodiscard]] std::optional<FoundQuid> ownedByOther(std::size_t at, std::string_view text);
+    [[nodiscard]] std::optional<FoundQuid> ownedByOther(std::size_t at, std::size_t end, std::string_view text);
+    [[nodiscard]] QuidOwner ownerFrom(std::uint64_t object, std::size_t at, std::size_t end);
     bool lexTo(std::size_t at);
     void takeToken();
     void takeQuoted();
@@ -54,7 +54,6 @@ private:
     [[nodiscard]] std::size_t lineEnd(std::size_t at) const;
     [[nodiscard]] std::optional<std::size_t> textBegin(std::size_t at);
     [[nodiscard]] std::vector<std::uint64_t> objectsBefore(std::size_t at);
-    Reading readFrom(std::uint64_t object, std::uint64_t quid, FoundQuid& found);
     std::nullopt_t lose() {
         isLost_ = true;
         return std::nullopt;
@@ -62,8 +61,9 @@ private:
     [[nodiscard]] char byte(std::size_t at) const { return at < text_.size() ? text_[at] : '\0'; }
 
     units::OpenFile source_;
-    units::OpenFile again_;    // the same file, for reading from other places
-    std::string text_;         // a part of the file; other members are indexes into it
+    units::OpenFile again_; // the same file, for reading from other places
+    std::unique_ptr<char[]> buffer_;
+    std::string_view text_;    // a part of the file, in the buffer; other members are indexes into it
     std::uint64_t origin_ = 0; // the offset of its first byte
     bool isWhole_ = false;     // the file ends with it
     bool isLost_ = false;

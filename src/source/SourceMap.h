@@ -39,6 +39,13 @@ public:
         const auto found = indexes_.find(&object);
         return found != indexes_.end() ? &places_[found->second] : nullptr;
     }
+    /// The number of objects that have places.
+    [[nodiscard]] std::size_t getCount() const { return places_.size(); }
+    /// For so many objects.
+    void reserve(std::size_t count) {
+        indexes_.reserve(count);
+        places_.reserve(count);
+    }
     /// Does nothing if the object has a place already.
     void add(const KelObject& object, SourcePlace place) {
         if (indexes_.try_emplace(&object, static_cast<std::uint32_t>(places_.size())).second) {

@@ -34,7 +34,7 @@ struct FieldHash {
 
 } // namespace
 
-Trace::Trace() : fates_(1) {}
+Trace::Trace(Steps steps) : steps_(steps), fates_(1) {}
 
 ObjectNumber Trace::numberOf(KelObject& object) {
     ObjectNumber number = numbers_.numberOf(object);
@@ -63,6 +63,9 @@ void Trace::record(const KelImportSource& by, EffectKind kind, KelImportReason w
 }
 
 void Trace::made(const KelImportSource& by, KelObject& object) {
+    if (steps_ == Steps::makings && by.rule == 0) {
+        return;
+    }
     const ObjectNumber number = numberOf(object);
     if (by.rule != 0) {
         record(by, EffectKind::made, KelImportReason::none, number, 0);
@@ -74,6 +77,10 @@ void Trace::named(const KelImportSource& by, KelObject& object) {
 }
 
 void Trace::changed(const KelImportSource& by, KelObject& object, KelObject* other, KelImportReason why) {
+    // The model has the place of an object that links to it, so this could change where its quid is.
+    if (steps_ == Steps::makings && (other == nullptr || other->elementType != KelElementType::model)) {
+        return;
+    }
     const ObjectNumber linked = numberOf(other);
     const ObjectNumber number = numberOf(object);
     if (linked != 0) {
@@ -83,6 +90,9 @@ void Trace::changed(const KelImportSource& by, KelObject& object, KelObject* oth
 }
 
 void Trace::refused(const KelImportSource& by, KelImportReason why, KelObject* object, KelObject* other) {
+    if (steps_ == Steps::makings) {
+        return;
+    }
     const ObjectNumber obstacle = numberOf(other);
     const ObjectNumber number = numberOf(object);
     if (number != 0) {
@@ -93,10 +103,19 @@ void Trace::refused(const KelImportSource& by, KelImportReason why, KelObject* o
 }
 
 void Trace::gate(const KelImportSource& at, KelImportReason why) {
+    if (steps_ == Steps::makings) {
+        return;
+    }
     record(at, EffectKind::gate, why, 0, 0);
 }
 
 void Trace::repaired(KelObject& object, KelImportReason why, KelObject* other) {
+    if (steps_ == Steps::makings) {
+        if (object.elementType == KelElementType::model) { // which has a place in any case
+            numberOf(object);
+        }
+        return;
+    }
     const ObjectNumber given = numberOf(other);
     const ObjectNumber number = numberOf(object);
     Fate& fate = fates_[number];
@@ -112,6 +131,9 @@ void Trace::repaired(KelObject& object, KelImportReason why, KelObject* other) {
 }
 
 void Trace::replaced(KelObject& object, KelImportReason why, KelObject& by) {
+    if (steps_ == Steps::makings) {
+        return;
+    }
     const ObjectNumber heir = numberOf(by);
     const ObjectNumber number = numberOf(object);
     Fate& fate = fates_[number];
@@ -170,7 +192,9 @@ void Trace::locate(const units::PieceMap* pieces) {
     if (!std::ranges::is_sorted(effects_, {}, &Effect::begin)) {
         std::ranges::stable_sort(effects_, {}, &Effect::begin);
     }
-    markOverwritten();
+    if (steps_ == Steps::all) {
+        markOverwritten();
+    }
     if (pieces != nullptr) {
         for (Effect& effect : effects_) {
             effect.begin = pieces->toFile(effect.begin).offset;

@@ -89,6 +89,9 @@ private:
             return false;
         }
         if (object != nullptr) {
+            if (map.getCount() == 0) { // if one object has a quid, nearly all have
+                map.reserve(isMade_.size());
+            }
             map.add(*object, std::move(place));
         }
         return true;

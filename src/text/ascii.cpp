@@ -4,6 +4,15 @@
 
 namespace text {
 
+bool isPrintableAscii(std::string_view text) {
+    unsigned char isUnusual = 0; // no early end, so that the compiler can look at many bytes at a time
+    for (const char byte : text) {
+        isUnusual |= static_cast<unsigned char>(byte < ' ' || byte == 0x7F); // bytes beyond ASCII are negative
+    }
+    return isUnusual == 0;
+}
+static_assert(static_cast<char>(0x80) < 0);
+
 std::string lowerCase(std::string_view text) {
     std::string small(text);
     std::ranges::transform(small, small.begin(), lower);

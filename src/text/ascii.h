@@ -11,6 +11,8 @@ namespace text {
 [[nodiscard]] constexpr char lower(char byte) {
     return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
 }
+/// Whether all bytes are printable characters of ASCII. Nearly all texts of one line are.
+[[nodiscard]] bool isPrintableAscii(std::string_view text);
 /// With small letters.
 [[nodiscard]] std::string lowerCase(std::string_view text);
 /// Without blanks, tabs and line ends before and after it.

@@ -142,15 +142,20 @@ private:
     void* unused_ = nullptr;
 };
 
-/// The quids that reading a file gives; the search must give the same.
-std::string quidsOf(const std::string& path) {
-    source::Trace trace;
+std::string quidsOf(const std::string& path, source::Steps steps, decltype(source::makeQuidMap)* make) {
+    source::Trace trace(steps);
     ImportedModel imported = ImportedModel::ofFile(path);
     trace.locate(nullptr);
     units::UnitTree tree;
     tree.files.push_back({path, 0, {}, {}});
-    std::string quids = QuidLines(imported.model, source::makeSourceMap(tree, trace, imported.model)).text;
-    EXPECT_EQ(QuidLines(imported.model, source::makeQuidMap(tree, trace, imported.model)).text, quids);
+    return QuidLines(imported.model, make(tree, trace, imported.model)).text;
+}
+
+/// The quids that reading a file gives; the search, and reading where only makings were recorded, must give the same.
+std::string quidsOf(const std::string& path) {
+    std::string quids = quidsOf(path, source::Steps::all, source::makeSourceMap);
+    EXPECT_EQ(quidsOf(path, source::Steps::makings, source::makeQuidMap), quids);
+    EXPECT_EQ(quidsOf(path, source::Steps::makings, source::makeSourceMap), quids);
     return quids;
 }
 
@@ -172,6 +177,12 @@ TEST(QuidMap, HasTheQuidsThatReadingGives) {
     const std::string attributes =
         "  attributes (list Attribute_Set\n   (object Attribute\n    tool \"quid \\\"7\\\"\")";
     const std::string late = "(object Class \"A\"\n" + attributes + ")\n  quid \"1\")";
+    std::string many = "(object Class \"A\"\n  attributes (list Attribute_Set";
+    for (int count = 0; count < 5'000; ++count) {
+        many += "\n   (object Attribute\n    tool \"t\"\n    value (value Text \"quid\"))";
+    }
+    const std::string longer =
+        many + ")\n  x (list l\n   (object Operation \"f\"\n    y 1\n    quid \"2\"))\n  quid \"1\")";
     const std::string unbalanced = "(object Class \"A\"\n" + attributes + "))\n  quid \"1\")";
     const std::string nested = "(object Class \"A\"\n  operations (list Operations\n   (object Operation \"f\"\n"
                                "    quid \"2\"))\n  quid \"1\")";
@@ -183,6 +194,7 @@ TEST(QuidMap, HasTheQuidsThatReadingGives) {
         {late.c_str(), "A=1 "},
         {nested.c_str(), "A=1 f=2 "},
         {far.c_str(), "A=1 "},
+        {longer.c_str(), "A=1 f=2 "},
         {tooDeep.c_str(), "A=1 ", true},
         {unbalanced.c_str(), "Logical View=1 ", true},
         {"(object Class \"A\" quid \"1\") (object Class \"B\" stereotype \"s\" quid \"2\")", "A=1 B=2 "},

@@ -102,14 +102,13 @@ private:
     void giveIds(const KelModel& model) {
         constexpr std::size_t shortLength = 8;
         const ElementIds ids(model, nullptr, ElementIds::Of::packagesAndClasses);
-        tsl::robin_set<std::string> taken;
+        tsl::robin_set<std::string_view> taken;
+        taken.reserve(graph_.classes_.size());
+        graph_.ids_.reserve(graph_.classes_.size());
         for (const KelClass* one : graph_.classes_) {
-            std::string id = ids.idOf(*one); // "n" and a hash
-            id.front() = 'c';
-            if (taken.insert(id.substr(0, 1 + shortLength)).second) {
-                id.resize(1 + shortLength);
-            }
-            graph_.ids_.push_back(std::move(id));
+            const std::string_view hash = ids.viewOf(*one).substr(1); // after "n"
+            const bool isNew = taken.insert(hash.substr(0, shortLength)).second;
+            graph_.ids_.emplace_back("c").append(isNew ? hash.substr(0, shortLength) : hash);
         }
     }
 

@@ -13,6 +13,7 @@
 #include "host/model/KelNote.h"
 #include "host/model/KelOperation.h"
 #include "host/model/KelType.h"
+#include "text/ascii.h"
 #include "text/utf8.h"
 
 #include <algorithm>
@@ -57,6 +58,9 @@ bool Labels::isRisky(std::string_view text, std::size_t at) const {
 }
 
 std::string Labels::escaped(std::string_view text) const {
+    if (rules_.marks.empty() && rules_.words.empty()) {
+        return text::escaped(text, rules_.escapes);
+    }
     std::string result;
     std::size_t plain = 0; // what is not in the result yet
     const auto put = [&](std::size_t until) {
@@ -80,6 +84,9 @@ std::string Labels::escaped(std::string_view text) const {
 }
 
 std::string Labels::line(std::string_view text) const {
+    if (text::isPrintableAscii(text)) {
+        return escaped(text);
+    }
     std::string flat;
     for (std::size_t at = 0; at < text.size(); ++at) {
         const bool isSecond = text[at] == '\n' && at > 0 && text[at - 1] == '\r';

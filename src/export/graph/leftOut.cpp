@@ -5,6 +5,7 @@
 #include "export/relationships.h"
 #include "host/model/KelNote.h"
 #include "host/model/KelTypeValue.h"
+#include "text/ascii.h"
 #include "text/escape.h"
 #include "text/utf8.h"
 
@@ -72,6 +73,9 @@ private:
     // Line ends and tabs are shown as blanks, or as line ends in notes.
     void countUnprintable(const KelString& shown) {
         const std::string_view bytes = shown.view();
+        if (text::isPrintableAscii(bytes)) {
+            return;
+        }
         for (std::size_t at = 0; at < bytes.size();) {
             const int character = text::nextCharacter(bytes, at);
             const bool isSpace = character == '\n' || character == '\r' || character == '\t';

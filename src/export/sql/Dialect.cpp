@@ -1,5 +1,6 @@
 #include "export/sql/Dialect.h"
 
+#include "text/ascii.h"
 #include "text/escape.h"
 #include "text/utf8.h"
 
@@ -198,7 +199,7 @@ constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
 /// The text with U+FFFD for NUL, invalid sequences and, when `arePrintable`, all that is not printable.
 std::string cleaned(std::string_view text, bool arePrintable) {
-    if (std::ranges::all_of(text, [](char byte) { return byte >= ' ' && byte <= '~'; })) {
+    if (text::isPrintableAscii(text)) {
         return std::string(text);
     }
     std::string clean;
@@ -212,14 +213,15 @@ std::string cleaned(std::string_view text, bool arePrintable) {
 }
 
 std::string quoted(std::string_view text) {
-    std::string literal = "'";
-    if (text.find('\'') == std::string_view::npos) {
-        return literal.append(text).append("'");
+    std::string literal;
+    literal.reserve(text.size() + 2);
+    literal += '\'';
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find('\'', at), text.size());
+        literal.append(text.substr(at, end - at)).append(end < text.size() ? "''" : "");
+        at = end + 1;
     }
-    for (const char byte : text) {
-        literal.append(byte == '\'' ? 2 : 1, byte);
-    }
-    return literal + "'";
+    return literal += '\'';
 }
 
 constexpr std::size_t longestLine = 1'000; // bytes; SQL*Plus takes 2,499 characters
@@ -298,7 +300,7 @@ std::string typeText(const ColumnType& type, bool isKey, const Dialect& dialect)
 }
 
 std::string literal(std::string_view text, const Dialect& dialect) {
-    return quoted(cleaned(text, dialect.isLineSensitive));
+    return text::isPrintableAscii(text) ? quoted(text) : quoted(cleaned(text, dialect.isLineSensitive));
 }
 
 std::string commentLiteral(std::string_view text, const Dialect& dialect) {

@@ -92,5 +92,7 @@ void planReferences(const ClassTables& classes, const SchemaChoices& choices, Pl
 /// The qualified name of the element. For a nameless association "the association of Sales::Order and Sales::Customer",
 /// and for a nameless generalization "the inheritance of Sales::Order from Sales::Deal".
 [[nodiscard]] std::string shownName(const KelObject& element);
+/// Appends it to a text.
+void appendShownName(const KelObject& element, std::string& text);
 
 } // namespace exporter::sql

@@ -76,6 +76,18 @@ std::string snake(std::string_view text) {
     return name;
 }
 
+/// In any case.
+bool beginsWith(std::string_view text, std::string_view small) {
+    return std::ranges::equal(text.substr(0, small.size()), small, {}, text::lower);
+}
+
+bool isOfSystem(std::string_view column) {
+    return std::ranges::any_of(
+               systemColumns,
+               [&](std::string_view name) { return name.size() == column.size() && beginsWith(column, name); }) ||
+           column == "ROWID"; // in capitals no column of Oracle, even in quotes
+}
+
 bool allowsAny(int character, bool /*isFirst*/) {
     return character != '"'; // Oracle has no names with it
 }
@@ -100,26 +112,24 @@ NameRules NameSpace::rulesFor(const NameStyle& style) {
 }
 
 Name NameSpace::make(std::string_view styledText) {
-    const std::string folded = text::lowerCase(styledText.substr(0, rules_.longest));
-    std::string text(styledText);
+    std::string_view text = styledText;
+    std::string prefixed;
     Name name;
-    const bool isOfSystem = std::ranges::find(systemColumns, folded) != systemColumns.end() ||
-                            styledText == "ROWID"; // in capitals no column of Oracle, even in quotes
-    if (kind_ == Kind::columns && isOfSystem) {
+    if (kind_ == Kind::columns && isOfSystem(text)) {
         static_cast<void>(names_.make(text));
     }
     if (kind_ == Kind::relations &&
-        std::ranges::any_of(systemPrefixes, [&](std::string_view prefix) { return folded.starts_with(prefix); })) {
-        text.insert(0, "_");
+        std::ranges::any_of(systemPrefixes, [&](std::string_view prefix) { return beginsWith(text, prefix); })) {
+        text = prefixed.append("_").append(styledText);
         name.change.isMade = true;
     }
     name.change.isMade = name.change.isMade || text.empty();
     name.text = names_.make(text);
     name.change.isCut = text.size() > rules_.longest;
-    const std::string& wanted = text.empty() ? "_" : text;
+    const std::size_t wanted = std::max<std::size_t>(text.size(), 1); // "_" for an empty text
     const std::size_t last = name.text.find_last_of('_');
     const bool endsInHash = last != std::string::npos && name.text.size() - last == 9;
-    name.change.isNumbered = name.change.isCut ? !endsInHash : name.text.size() > wanted.size();
+    name.change.isNumbered = name.change.isCut ? !endsInHash : name.text.size() > wanted;
     return name;
 }
 

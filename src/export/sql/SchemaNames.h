@@ -34,6 +34,8 @@ public:
     NameSpace(const NameSpace&) = delete;
     NameSpace& operator=(const NameSpace&) = delete;
 
+    /// For so many names.
+    void reserve(std::size_t count) { names_.reserve(count); }
     /// A name made from a text in the style, as `UniqueNames::make` does.
     [[nodiscard]] Name make(std::string_view styledText);
 

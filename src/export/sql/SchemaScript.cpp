@@ -37,12 +37,24 @@ public:
     void writeComments(const Table& table);
 
 private:
-    void put(std::string_view text) { output_.put(text); }
+    template <class... Texts>
+    void put(const Texts&... texts) {
+        (output_.put(std::string_view(texts)), ...);
+    }
+    /// The name, in quotes where it needs them.
+    void putName(std::string_view text) {
+        if (needsQuotes(text, dialect_.rules)) {
+            put(quotedName(text, dialect_.rules));
+        } else {
+            put(text);
+        }
+    }
+    void putNames(const Table& table, const Columns& columns);
+    void putKey(std::string_view name, std::string_view what, const Table& table, const Columns& columns);
     void putComment(std::string_view text, std::string_view before);
     void putColumn(const Table& table, std::uint32_t index);
     void putReference(const Reference& reference);
     [[nodiscard]] std::string name(std::string_view text) const { return quotedName(text, dialect_.rules); }
-    [[nodiscard]] std::string names(const Table& table, const Columns& columns) const;
     [[nodiscard]] std::string valueOf(const Column& column) const;
     [[nodiscard]] std::string typeOf(const Table& table, std::uint32_t index) const;
     [[nodiscard]] std::string checkOf(const Column& column) const;
@@ -107,12 +119,13 @@ void Script::writeHead(const ScriptHead& head) {
     put(dialect_.start);
 }
 
-std::string Script::names(const Table& table, const Columns& columns) const {
-    std::string list = "(";
-    for (const std::uint32_t column : columns) {
-        list += (list.size() == 1 ? "" : ", ") + name(table.columns[column].name.text);
+void Script::putNames(const Table& table, const Columns& columns) {
+    put("(");
+    for (std::size_t index = 0; index < columns.size(); ++index) {
+        put(index == 0 ? "" : ", ");
+        putName(table.columns[columns[index]].name.text);
     }
-    return list + ")";
+    put(")");
 }
 
 std::string Script::valueOf(const Column& column) const {
@@ -141,13 +154,13 @@ std::string Script::typeOf(const Table& table, std::uint32_t index) const {
 
 /// The condition of a CHECK; empty for none.
 std::string Script::checkOf(const Column& column) const {
-    const std::string columnName = name(column.name.text);
     if (column.values == nullptr) {
         const bool isChecked = column.type.family == Family::boolean && column.type.sql.empty();
         return dialect_.booleanCheck.empty() || !isChecked
                    ? ""
-                   : columnName + " IN (" + std::string(dialect_.booleanCheck) + ")";
+                   : name(column.name.text) + " IN (" + std::string(dialect_.booleanCheck) + ")";
     }
+    const std::string columnName = name(column.name.text);
     const std::size_t most = dialect_.longestInList == 0 ? column.values->size() : dialect_.longestInList;
     std::string check;
     for (std::size_t at = 0; at < column.values->size(); ++at) {
@@ -167,34 +180,44 @@ void Script::putColumn(const Table& table, std::uint32_t index) {
         putComment(commentOn(column), indent);
     }
     put(indent);
-    put(name(column.name.text));
-    put(" ");
-    put(typeOf(table, index));
+    putName(column.name.text);
+    put(" ", typeOf(table, index));
     if (column.byDefault.kind != Default::Kind::none) {
-        put(" DEFAULT ");
-        put(valueOf(column));
+        put(" DEFAULT ", valueOf(column));
     }
     if (column.isGenerated && !dialect_.generated.empty()) {
-        put(" ");
-        put(dialect_.generated);
+        put(" ", dialect_.generated);
     }
     put(column.isNotNull ? " NOT NULL" : "");
     const std::string check = checkOf(column);
     if (!check.empty()) {
         put(column.check.empty() ? "" : " CONSTRAINT " + name(column.check));
-        put(" CHECK (" + check + ")");
+        put(" CHECK (", check, ")");
     }
 }
 
 void Script::putReference(const Reference& reference) {
     const Table& target = schema_.tables[reference.table];
-    put(" REFERENCES " + name(target.name.text) + " " + names(target, reference.keyColumns));
+    put(" REFERENCES ");
+    putName(target.name.text);
+    put(" ");
+    putNames(target, reference.keyColumns);
     put(reference.cascades ? " ON DELETE CASCADE" : "");
     put(" DEFERRABLE INITIALLY DEFERRED");
 }
 
+/// A constraint of a table: its name, what it is, and the columns.
+void Script::putKey(std::string_view name, std::string_view what, const Table& table, const Columns& columns) {
+    put("CONSTRAINT ");
+    putName(name);
+    put(" ", what, " ");
+    putNames(table, columns);
+}
+
 void Script::writeTable(const Table& table) {
-    put("\nCREATE TABLE " + name(table.name.text) + " (\n");
+    put("\nCREATE TABLE ");
+    putName(table.name.text);
+    put(" (\n");
     if (dialect_.comments == Comments::inLines) {
         putComment(commentOn(table), indent);
     }
@@ -203,14 +226,17 @@ void Script::writeTable(const Table& table) {
         putColumn(table, index);
     }
     if (table.primary) {
-        put(",\n    CONSTRAINT " + name(table.primary->name) + " PRIMARY KEY " + names(table, table.primary->columns));
+        put(",\n", indent);
+        putKey(table.primary->name, "PRIMARY KEY", table, table.primary->columns);
     }
     for (const Key& key : table.uniques) {
-        put(",\n    CONSTRAINT " + name(key.name) + " UNIQUE " + names(table, key.columns));
+        put(",\n", indent);
+        putKey(key.name, "UNIQUE", table, key.columns);
     }
     if (!dialect_.hasLaterReferences) {
         for (const Reference& reference : table.references) {
-            put(",\n    CONSTRAINT " + name(reference.name) + " FOREIGN KEY " + names(table, reference.columns));
+            put(",\n", indent);
+            putKey(reference.name, "FOREIGN KEY", table, reference.columns);
             putReference(reference);
         }
     }
@@ -219,15 +245,22 @@ void Script::writeTable(const Table& table) {
 
 void Script::writeIndexes(const Table& table) {
     for (const Index& index : table.indexes) {
-        put("CREATE INDEX " + name(index.name) + " ON " + name(table.name.text) + " " + names(table, index.columns) +
-            ";\n");
+        put("CREATE INDEX ");
+        putName(index.name);
+        put(" ON ");
+        putName(table.name.text);
+        put(" ");
+        putNames(table, index.columns);
+        put(";\n");
     }
 }
 
 void Script::writeReferences(const Table& table) {
     for (const Reference& reference : table.references) {
-        put("ALTER TABLE " + name(table.name.text) + " ADD CONSTRAINT " + name(reference.name) + " FOREIGN KEY " +
-            names(table, reference.columns));
+        put("ALTER TABLE ");
+        putName(table.name.text);
+        put(" ADD ");
+        putKey(reference.name, "FOREIGN KEY", table, reference.columns);
         putReference(reference);
         put(";\n");
     }
@@ -235,19 +268,22 @@ void Script::writeReferences(const Table& table) {
 
 void Script::writeComments(const Table& table) {
     const std::string tableName = name(table.name.text);
-    put("COMMENT ON TABLE " + tableName + " IS " + commentLiteral(commentOn(table), dialect_) + ";\n");
+    put("COMMENT ON TABLE ", tableName, " IS ", commentLiteral(commentOn(table), dialect_), ";\n");
     for (const Column& column : table.columns) {
         const std::string comment = commentOn(column);
         if (!comment.empty()) {
-            put("COMMENT ON COLUMN " + tableName + "." + name(column.name.text) + " IS " +
-                commentLiteral(comment, dialect_) + ";\n");
+            put("COMMENT ON COLUMN ", tableName, ".");
+            putName(column.name.text);
+            put(" IS ", commentLiteral(comment, dialect_), ";\n");
         }
     }
 }
 
+constexpr std::string_view blanks = " \t\r\n";
+
 /// Appends a paragraph.
 void append(std::string& text, std::string_view paragraph) {
-    const std::size_t end = paragraph.find_last_not_of(" \t\r\n") + 1;
+    const std::size_t end = paragraph.find_last_not_of(blanks) + 1;
     if (end > 0) {
         text.append(text.empty() ? "" : "\n").append(paragraph.substr(0, end));
     }
@@ -261,7 +297,12 @@ std::string described(const KelObject& element) {
     for (const KelNote* note : object.notes()) {
         append(text, note->description.view());
     }
-    append(text, shownName(element));
+    const std::size_t before = text.size();
+    text += text.empty() ? "" : "\n";
+    const std::size_t start = text.size();
+    appendShownName(element, text);
+    const std::size_t end = text.find_last_not_of(blanks) + 1;
+    text.resize(end > start ? end : before);
     return text;
 }
 

@@ -39,7 +39,8 @@ private:
     void addIndexesAndChecks(std::uint32_t table);
 
     std::string constraint(std::string_view prefix, std::uint32_t table, std::string_view rest) {
-        return relations_.make(std::string(prefix) + schema_.tables[table].name.text + "_" + std::string(rest)).text;
+        text_.assign(prefix).append(schema_.tables[table].name.text).append("_").append(rest);
+        return relations_.make(text_).text;
     }
     [[nodiscard]] std::string joinedNames(std::uint32_t table, const Columns& columns) const {
         std::string text;
@@ -54,6 +55,7 @@ private:
     const NameStyle& style_;
     NameSpace& relations_;
     Schema& schema_;
+    std::string text_;                                                          // of the constraint that is being named
     std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> foreignKeys_; // by table, indexes into the plan's
 };
 
@@ -62,9 +64,11 @@ void ConstraintMaker::reserveSequences() {
     for (const std::uint32_t table : layout_.byId) {
         for (const std::uint32_t column : layout_.tables[table].keyColumns) {
             const Column& made = schema_.tables[table].columns[column];
-            const std::string sequence = schema_.tables[table].name.text + "_" + made.name.text + "_seq";
-            if (made.isGenerated && sequence.size() <= style_.longest) {
-                static_cast<void>(relations_.make(sequence));
+            if (made.isGenerated) {
+                text_.assign(schema_.tables[table].name.text).append("_").append(made.name.text).append("_seq");
+                if (text_.size() <= style_.longest) {
+                    static_cast<void>(relations_.make(text_));
+                }
             }
         }
     }

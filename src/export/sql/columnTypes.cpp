@@ -276,9 +276,9 @@ std::optional<ColumnType> typeOfName(std::string_view name) {
         const bool isBytes = plain.words == "byte" || plain.words == "octet" || plain.words == "uint8_t";
         return isBytes ? std::optional(ColumnType{.family = binary, .length = 0, .scale = 0, .sql = {}}) : std::nullopt;
     }
-    const auto* found = std::ranges::find_if(wellKnown, [&](const NamedFamily& row) {
-        return row.name.find("|" + plain.words + "|") != std::string_view::npos;
-    });
+    const std::string wanted = "|" + plain.words + "|";
+    const auto* found = std::ranges::find_if(
+        wellKnown, [&](const NamedFamily& row) { return row.name.find(wanted) != std::string_view::npos; });
     if (found == wellKnown.end() || plain.words.empty() || name.find_first_of("<|") != std::string_view::npos) {
         return std::nullopt;
     }

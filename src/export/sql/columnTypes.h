@@ -20,6 +20,7 @@ public:
     /// does an empty line. Throws `WrongOption` when it cannot be read or has another line.
     explicit TypeMap(const std::string& path);
 
+    [[nodiscard]] bool isEmpty() const { return byName_.empty(); }
     /// As the user's file has it.
     [[nodiscard]] std::optional<ColumnType> ofUser(std::string_view typeName) const;
     /// By the type's data type, length and scale, or by its name. Nothing for a type that neither tells, and for null.

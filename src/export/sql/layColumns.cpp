@@ -6,8 +6,10 @@
 #include "host/model/KelDesignPackage.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <set>
+#include <tsl/robin_map.h>
 #include <tuple>
 #include <unordered_map>
 
@@ -36,6 +38,9 @@ public:
         for (const std::uint32_t table : order_) {
             layRest(table);
             nameOwnColumns(table);
+            if (!hasNamesLeft(table)) {
+                names_[table].reset();
+            }
         }
         for (std::uint32_t table = 0; table < plan_.tables.size(); ++table) {
             nameReferences(table);
@@ -54,7 +59,12 @@ private:
     Column& add(std::uint32_t table, Rule rule, const KelObject* element, const ColumnType& type);
     void setKind(Column& column, const PlannedTable& planned);
     [[nodiscard]] std::vector<std::uint32_t> attributesById(const PlannedTable& planned, bool areSplit) const;
+    /// Whether it becomes several columns, or none.
+    [[nodiscard]] bool isSplit(const PlannedColumn& attribute) const {
+        return attribute.target != noTable && layouts_[attribute.target].keyTypes.size() != 1;
+    }
     void nameOwnColumns(std::uint32_t table);
+    [[nodiscard]] bool hasNamesLeft(std::uint32_t table) const;
     void nameReferences(std::uint32_t table);
     void nameReference(std::uint32_t table, const PlannedColumn& planned, const ColumnSpan& span);
 
@@ -85,13 +95,20 @@ void ColumnMaker::sortById() {
 void ColumnMaker::nameTables() {
     const std::size_t count = plan_.tables.size();
     schema_.tables.resize(count);
+    relations_.reserve(2 * count); // each table and its primary key
     std::vector<std::string> texts(count);
-    std::unordered_map<std::string, std::vector<std::uint32_t>> byName;
+    std::vector<std::string> names(count);                                // of classes
+    tsl::robin_map<std::string_view, std::uint32_t, KelTextHash> firstOf; // by name
+    std::map<std::uint32_t, std::vector<std::uint32_t>> sameName;         // by the first of several
+    firstOf.reserve(count);
     for (std::uint32_t table = 0; table < count; ++table) {
         const PlannedTable& planned = plan_.tables[table];
         if (planned.rule != Rule::joinTable) {
-            texts[table] = styled(utf8(planned.element->getName()), style_);
-            byName[utf8(planned.element->getName())].push_back(table);
+            names[table] = utf8(planned.element->getName());
+            texts[table] = styled(names[table], style_);
+            if (const auto [first, isNew] = firstOf.try_emplace(names[table], table); !isNew) {
+                sameName.try_emplace(first->second, 1, first->second).first->second.push_back(table);
+            }
             continue;
         }
         std::string text = utf8(planned.element->getName());
@@ -104,11 +121,8 @@ void ColumnMaker::nameTables() {
         texts[table] = styled(text, style_);
     }
     std::vector<bool> hasPackage(count, false);
-    for (const auto& row : byName) {
+    for (const auto& row : sameName) {
         const std::vector<std::uint32_t>& tables = row.second;
-        if (tables.size() < 2) {
-            continue;
-        }
         const std::string name = texts[tables.front()];
         const auto withPackage = [&](std::uint32_t table) {
             const auto* package = static_cast<const KelClass*>(plan_.tables[table].element)->getDesignPackage();
@@ -165,6 +179,7 @@ Column& ColumnMaker::add(std::uint32_t table, Rule rule, const KelObject* elemen
 void ColumnMaker::layKey(std::uint32_t table) {
     const PlannedTable& planned = plan_.tables[table];
     std::vector<ColumnType>& types = layouts_[table].keyTypes;
+    schema_.tables[table].columns.reserve(1 + planned.attributes.size() + planned.references.size());
     if (planned.keyPlan == KeyPlan::made) {
         types = {madeKeyType};
         layouts_[table].isMade = true;
@@ -205,6 +220,7 @@ void ColumnMaker::layRest(std::uint32_t table) {
         layout.kind = {static_cast<std::uint32_t>(schema_.tables[table].columns.size()), 1};
         setKind(add(table, Rule::kindColumn, planned.element, ColumnType()), planned);
     }
+    layout.attributes.reserve(planned.attributes.size());
     for (const PlannedColumn& attribute : planned.attributes) {
         layout.attributes.push_back(lay(table, attribute));
     }
@@ -257,8 +273,7 @@ std::vector<std::uint32_t> ColumnMaker::attributesById(const PlannedTable& plann
     std::vector<std::pair<std::string_view, std::uint32_t>> keyed;
     for (std::uint32_t index = 0; index < planned.attributes.size(); ++index) {
         const PlannedColumn& attribute = planned.attributes[index];
-        const bool isSplit = attribute.target != noTable && layouts_[attribute.target].keyTypes.size() != 1;
-        if (isSplit == areSplit) {
+        if (isSplit(attribute) == areSplit) {
             keyed.emplace_back(ids_.viewOf(*attribute.element), index);
         }
     }
@@ -299,6 +314,13 @@ void ColumnMaker::nameReference(std::uint32_t table, const PlannedColumn& planne
         columns[span.first + index].name =
             names_[table]->make(base + "_" + (layouts_[planned.target].isMade ? "id" : keyName));
     }
+}
+
+/// Whether columns wait for the names of keys.
+bool ColumnMaker::hasNamesLeft(std::uint32_t table) const {
+    const PlannedTable& planned = plan_.tables[table];
+    return !planned.references.empty() ||
+           std::ranges::any_of(planned.attributes, [this](const PlannedColumn& one) { return isSplit(one); });
 }
 
 void ColumnMaker::nameReferences(std::uint32_t table) {

@@ -350,6 +350,14 @@ void planReferences(const ClassTables& classes, const SchemaChoices& choices, Pl
     ReferencePlanner(classes, choices, plan, schema, omissions).run();
 }
 
+void appendShownName(const KelObject& element, std::string& text) {
+    if (!element.getName().isEmpty()) {
+        appendQualifiedName(element, text);
+    } else {
+        text += shownName(element);
+    }
+}
+
 std::string shownName(const KelObject& element) {
     if (!element.getName().isEmpty()) {
         return qualifiedName(element);

@@ -79,6 +79,7 @@ private:
     Plan plan_;
     std::vector<bool> isUsed_;                              // by class: an enumeration of a column
     std::unordered_map<const void*, const Values*> values_; // by class or type
+    std::unordered_map<const KelType*, std::optional<ColumnType>> known_;
     std::unordered_set<const KelObject*> told_;
 };
 
@@ -156,6 +157,9 @@ void Planner::addAttributes(std::uint32_t table, std::uint32_t owner, Rule rule)
     }
     std::ranges::stable_sort(attributes, {}, &KelAttribute::position);
     const std::size_t before = plan_.tables[table].attributes.size();
+    if (before == 0) { // in a table of many classes the vector must grow by itself
+        plan_.tables[table].attributes.reserve(attributes.size());
+    }
     for (const KelAttribute* attribute : attributes) {
         addAttribute(table, *attribute, rule);
     }
@@ -182,7 +186,7 @@ void Planner::addAttribute(std::uint32_t table, const KelAttribute& attribute, R
     column.element = &attribute;
     column.name = utf8(attribute.getName());
     setType(column, attribute, table);
-    const std::string initialValue = utf8(attribute.initialValue);
+    const std::string initialValue = attribute.initialValue.isEmpty() ? std::string() : utf8(attribute.initialValue);
     if (initialValue.find_first_not_of(" \t\r\n") != std::string::npos) {
         const std::optional<Default> literal =
             column.target == noTable ? literalOf(initialValue, column.type, column.values) : std::nullopt;
@@ -197,10 +201,12 @@ void Planner::addAttribute(std::uint32_t table, const KelAttribute& attribute, R
 
 void Planner::setType(PlannedColumn& column, const KelAttribute& attribute, std::uint32_t table) {
     const KelType* type = attribute.getType();
-    const std::string typeName = type != nullptr ? utf8(type->getName()) : "";
-    if (std::optional<ColumnType> mapped = choices_.types.ofUser(typeName)) {
-        column.type = *std::move(mapped);
-        return;
+    const auto typeName = [type] { return type != nullptr ? utf8(type->getName()) : std::string(); };
+    if (!choices_.types.isEmpty()) {
+        if (std::optional<ColumnType> mapped = choices_.types.ofUser(typeName())) {
+            column.type = *std::move(mapped);
+            return;
+        }
     }
     const std::uint32_t number = classes_.numberOf(classNames_.find(type));
     if (number != ClassTables::none && plan_.tableOf[number] != noTable) {
@@ -217,12 +223,15 @@ void Planner::setType(PlannedColumn& column, const KelAttribute& attribute, std:
         column.values = valuesOfType(type);
         return;
     }
-    const std::optional<ColumnType> known = TypeMap::known(type);
-    if (known) {
+    const auto [found, isNew] = known_.try_emplace(type);
+    if (isNew) {
+        found->second = TypeMap::known(type);
+    }
+    if (const std::optional<ColumnType>& known = found->second) {
         column.type = *known;
     } else {
-        plan_.unknownTypes[typeName].emplace_back(table,
-                                                  static_cast<std::uint32_t>(plan_.tables[table].attributes.size()));
+        plan_.unknownTypes[typeName()].emplace_back(table,
+                                                    static_cast<std::uint32_t>(plan_.tables[table].attributes.size()));
     }
 }
 

@@ -183,12 +183,11 @@ UmlMapping::UmlMapping(const ExportContext& context, Omissions& omissions)
       associationsOwnEnds_(context.options.get("flavour") == "xmi21") {
     Elements elements;
     walkModel(context.model, documentParts, elements);
+    endOwners_.reserve(elements.associations.size());
     for (const KelAssociation* association : elements.associations) {
         endOwners_[association] = association;
     }
-    for (const KelClass* one : elements.classes) {
-        metaclasses_[one] = Metaclass::classObject;
-    }
+    metaclasses_.reserve(elements.classes.size());
     for (const KelClass* one : elements.classes) {
         metaclasses_[one] = plainMetaclassOf(*one);
         if (isTemplate(*one)) {
@@ -223,6 +222,7 @@ bool UmlMapping::hasKeyword(const KelClass& one) const {
 }
 
 void UmlMapping::resolveTypes(const std::vector<const KelType*>& types, bool usesLibrary, Omissions& omissions) {
+    targets_.reserve(types.size());
     for (const KelType* type : types) {
         const KelClass* named = names_.find(type);
         if (named != nullptr) {

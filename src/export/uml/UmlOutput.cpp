@@ -30,27 +30,27 @@ std::string partId(std::string_view id, std::string_view part) {
     return result.append(id).append("-").append(part);
 }
 
-void UmlOutput::start(const char* tag, const char* type, std::string_view id, Layout layout) {
+void UmlOutput::start(std::string_view tag, std::string_view type, std::string_view id, Layout layout) {
     xml_.start(tag, layout);
-    attribute("xmi:type", type);
-    attribute("xmi:id", id);
+    plainAttribute("xmi:type", type);
+    plainAttribute("xmi:id", id);
 }
 
 void UmlOutput::visibility(std::int32_t number) {
     const char* word = number == implementationVisibility ? "package" : visibilityWord(number);
     if (number != publicVisibility && word != nullptr) {
-        attribute("visibility", word);
+        plainAttribute("visibility", word);
     }
 }
 
-void UmlOutput::references(const char* name, std::span<const std::string> ids, bool asChildren) {
+void UmlOutput::references(std::string_view name, std::span<const std::string> ids, bool asChildren) {
     if (!asChildren) {
-        optionalAttribute(name, joined(ids));
+        optionalPlain(name, joined(ids));
         return;
     }
     for (const std::string& id : ids) {
         xml_.start(name, Layout::line);
-        attribute("xmi:idref", id);
+        plainAttribute("xmi:idref", id);
         end();
     }
 }
@@ -61,12 +61,12 @@ void UmlOutput::annotations(std::string_view id, const Keywords& keywords, const
     }
     if (!flavour_.isEcore) {
         xml_.start("xmi:Extension", layout);
-        attribute("extender", annotationExtender);
+        plainAttribute("extender", annotationExtender);
     }
     if (!keywords.empty()) {
         const std::string annotation = partId(id, "Keywords");
         start("eAnnotations", "ecore:EAnnotation", annotation, layout);
-        attribute("source", keywordSource);
+        plainAttribute("source", keywordSource);
         std::size_t number = 0;
         for (const std::string_view keyword : keywords) {
             start("details", "ecore:EStringToStringMapEntry", annotation + std::to_string(++number), layout);
@@ -78,7 +78,7 @@ void UmlOutput::annotations(std::string_view id, const Keywords& keywords, const
     if (!details.entries().empty()) {
         const std::string annotation = partId(id, "Petal");
         start("eAnnotations", "ecore:EAnnotation", annotation, layout);
-        attribute("source", ownSource);
+        plainAttribute("source", ownSource);
         std::size_t number = 0;
         for (const auto& [key, value] : details.entries()) {
             start("details", "ecore:EStringToStringMapEntry", annotation + std::to_string(++number), Layout::line);
@@ -96,7 +96,7 @@ void UmlOutput::annotations(std::string_view id, const Keywords& keywords, const
 void UmlOutput::comment(std::string_view commentId, std::string_view annotatedId, std::string_view text,
                         const Keywords& keywords, const Details& details) {
     start("ownedComment", "uml:Comment", commentId, Layout::line);
-    optionalAttribute("annotatedElement", annotatedId);
+    optionalPlain("annotatedElement", annotatedId);
     annotations(commentId, keywords, details);
     if (!text.empty()) {
         xml_.start("body", Layout::line);
@@ -120,22 +120,22 @@ void UmlOutput::comments(const KelElement& object, std::string_view id) {
     }
 }
 
-void UmlOutput::typeAttribute(const char* name, const TypeTarget& target) {
+void UmlOutput::typeAttribute(std::string_view name, const TypeTarget& target) {
     if (target.element != nullptr) {
-        attribute(name, idOf(*target.element));
+        plainAttribute(name, idOf(*target.element));
     }
 }
 
-void UmlOutput::typeChild(const char* name, const TypeTarget& target) {
+void UmlOutput::typeChild(std::string_view name, const TypeTarget& target) {
     if (!target.primitive.empty()) {
         xml_.start(name, Layout::line);
-        attribute("xmi:type", metaclassName(Metaclass::primitiveType));
-        attribute("href", std::string(flavour_.primitiveTypes).append(target.primitive));
+        plainAttribute("xmi:type", metaclassName(Metaclass::primitiveType));
+        plainAttribute("href", std::string(flavour_.primitiveTypes).append(target.primitive));
         end();
     }
 }
 
-void UmlOutput::expression(const char* tag, std::string_view id, std::string_view text) {
+void UmlOutput::expression(std::string_view tag, std::string_view id, std::string_view text) {
     start(tag, "uml:OpaqueExpression", id, Layout::line);
     xml_.start("body", Layout::line);
     xml_.text(text);

@@ -5,7 +5,9 @@
 #include "host/model/KelObject.h"
 
 #include <array>
+#include <concepts>
 #include <cstdint>
+#include <forward_list>
 #include <span>
 #include <string>
 #include <string_view>
@@ -29,10 +31,17 @@ struct Flavour {
     bool isEcore;
 };
 
-/// Entries of an annotation for that which UML has no place for.
+/// Entries of an annotation for that which UML has no place for. Texts must live as long, unless they are moved into
+/// it.
 class Details {
 public:
+    using Entry = std::pair<std::string_view, std::string_view>;
+
     void add(std::string_view key, std::string_view value) { entries_.emplace_back(key, value); }
+    /// A text that would end before the entry is written.
+    template <class Key, class Value>
+    requires(std::same_as<Key, std::string> || std::same_as<Value, std::string>) void add(Key&&, Value&&) = delete;
+    void addMade(std::string&& key, std::string&& value) { add(keep(std::move(key)), keep(std::move(value))); }
     void addText(std::string_view key, std::string_view value) {
         if (!value.empty()) {
             add(key, value);
@@ -46,13 +55,16 @@ public:
     /// Only for a number other than 0.
     void addNumber(std::string_view key, std::int32_t value) {
         if (value != 0) {
-            add(key, std::to_string(value));
+            add(key, keep(std::to_string(value)));
         }
     }
-    [[nodiscard]] const std::vector<std::pair<std::string, std::string>>& entries() const { return entries_; }
+    [[nodiscard]] const std::vector<Entry>& entries() const { return entries_; }
 
 private:
-    std::vector<std::pair<std::string, std::string>> entries_;
+    std::string_view keep(std::string&& text) { return kept_.emplace_front(std::move(text)); }
+
+    std::vector<Entry> entries_;
+    std::forward_list<std::string> kept_;
 };
 
 using Keywords = std::vector<std::string_view>;
@@ -74,24 +86,31 @@ public:
     }
 
     /// The element `tag` with its type and id.
-    void start(const char* tag, const char* type, std::string_view id, Layout layout);
+    void start(std::string_view tag, std::string_view type, std::string_view id, Layout layout);
     void end() { xml_.end(); }
-    void attribute(const char* name, std::string_view value) { xml_.attribute(name, value); }
-    void optionalAttribute(const char* name, std::string_view value) {
+    void attribute(std::string_view name, std::string_view value) { xml_.attribute(name, value); }
+    /// For ids and words of UML.
+    void plainAttribute(std::string_view name, std::string_view value) { xml_.plainAttribute(name, value); }
+    void optionalAttribute(std::string_view name, std::string_view value) {
         if (!value.empty()) {
             attribute(name, value);
         }
     }
-    void optionalFlag(const char* name, bool value) {
+    void optionalPlain(std::string_view name, std::string_view value) {
+        if (!value.empty()) {
+            plainAttribute(name, value);
+        }
+    }
+    void optionalFlag(std::string_view name, bool value) {
         if (value) {
-            attribute(name, "true");
+            plainAttribute(name, "true");
         }
     }
     void nameOf(const KelObject& object) { optionalAttribute("name", object.getName().view()); }
     void visibility(std::int32_t number);
 
     /// References to several elements, as an attribute with their ids or as a child for each.
-    void references(const char* name, std::span<const std::string> ids, bool asChildren);
+    void references(std::string_view name, std::span<const std::string> ids, bool asChildren);
 
     /// The annotations of the element: keywords, and details of petal's own.
     void annotations(std::string_view id, const Keywords& keywords, const Details& details,
@@ -102,9 +121,9 @@ public:
                  const Keywords& keywords = {}, const Details& details = {});
 
     /// A target that is an element is an attribute, one of UML's own types a child.
-    void typeAttribute(const char* name, const TypeTarget& target);
-    void typeChild(const char* name, const TypeTarget& target);
-    void expression(const char* tag, std::string_view id, std::string_view text);
+    void typeAttribute(std::string_view name, const TypeTarget& target);
+    void typeChild(std::string_view name, const TypeTarget& target);
+    void expression(std::string_view tag, std::string_view id, std::string_view text);
     /// Nothing for an empty text.
     void defaultValue(std::string_view ownerId, std::string_view text);
     void constraint(std::string_view specification, std::string_view id, std::string_view name,
@@ -137,6 +156,6 @@ void writeEndReferences(const KelAssociation& association, UmlOutput& output, bo
 /// The ends that the association, or association class, `id` owns.
 void writeOwnedEnds(const KelAssociation& association, std::string_view id, UmlOutput& output);
 /// A role as a property with tag `tag`, an end of the association `associationId`.
-void writeEnd(const char* tag, const KelAssociationRole& role, std::string_view associationId, UmlOutput& output);
+void writeEnd(std::string_view tag, const KelAssociationRole& role, std::string_view associationId, UmlOutput& output);
 
 } // namespace exporter

@@ -41,33 +41,63 @@ std::string_view referenceTo(char character, bool isQuoted) {
     }
 }
 
-/// Passes `text` to `put` in runs; U+FFFD is a run by itself. Returns how often that was put in.
-template <class Put>
-std::uint64_t repair(std::string_view text, const Put& put) {
-    std::uint64_t count = 0;
-    std::size_t passed = 0;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t start = at;
-        if (text[at] >= ' ') { // of ASCII, as the bytes beyond it are negative
-            ++at;
-        } else if (!isXmlCharacter(text::nextCharacter(text, at))) {
-            put(text.substr(passed, start - passed));
-            put(replacement);
-            passed = at;
-            ++count;
-        }
-    }
-    put(text.substr(passed));
-    return count;
+/// Whether the byte never stands for itself alone: it is a control byte, or markup, or not of ASCII, as those bytes are
+/// negative.
+bool isSpecial(char byte) {
+    return (static_cast<int>(byte < ' ') | static_cast<int>(byte == '&') | static_cast<int>(byte == '<') |
+            static_cast<int>(byte == '>') | static_cast<int>(byte == '"')) != 0;
 }
 static_assert(static_cast<char>(0x80) < 0);
+
+/// The index of the first special byte from `at` on, or the length of the text.
+std::size_t findSpecial(std::string_view text, std::size_t at) {
+    constexpr std::size_t block = 16;
+    for (; at + block <= text.size(); at += block) {
+        signed char special = 0; // so that the compiler looks at a vector of bytes
+        for (std::size_t index = 0; index < block; ++index) {
+            const char byte = text[at + index];
+            special = static_cast<signed char>(
+                special | -static_cast<signed char>(byte < ' ') | -static_cast<signed char>(byte == '&') |
+                -static_cast<signed char>(byte == '<') | -static_cast<signed char>(byte == '>') |
+                -static_cast<signed char>(byte == '"'));
+        }
+        if (special != 0) {
+            break;
+        }
+    }
+    while (at < text.size() && !isSpecial(text[at])) {
+        ++at;
+    }
+    return at;
+}
+
+/// Passes the special characters to `take`, each by its range, and what takes its place: U+FFFD where XML cannot hold
+/// it, nothing for one of ASCII that it can hold. Others stand for themselves.
+template <class Take>
+void forEachSpecial(std::string_view text, const Take& take) {
+    for (std::size_t at = findSpecial(text, 0); at < text.size(); at = findSpecial(text, at)) {
+        const std::size_t start = at;
+        const int character = text::nextCharacter(text, at);
+        if (!isXmlCharacter(character)) {
+            take(start, at, replacement);
+        } else if (at == start + 1) {
+            take(start, at, std::string_view());
+        }
+    }
+}
 
 } // namespace
 
 std::string xmlText(std::string_view text) {
     std::string result;
-    repair(text, [&](std::string_view run) { result += run; });
-    return result;
+    std::size_t passed = 0;
+    forEachSpecial(text, [&](std::size_t begin, std::size_t end, std::string_view instead) {
+        if (!instead.empty()) {
+            result.append(text.substr(passed, begin - passed)).append(instead);
+            passed = end;
+        }
+    });
+    return result.append(text.substr(passed));
 }
 
 XmlWriter::XmlWriter(text::Output* output) {
@@ -79,21 +109,23 @@ XmlWriter::XmlWriter(text::Output* output) {
 }
 
 void XmlWriter::putEscaped(std::string_view value, Within within) {
-    replaced_ += repair(value, [&](std::string_view run) {
+    std::size_t passed = 0;
+    forEachSpecial(value, [&](std::size_t begin, std::size_t end, std::string_view instead) {
+        replaced_ += instead.empty() ? 0 : 1;
         if (!buffer_) {
             return;
         }
-        std::size_t passed = 0;
-        for (std::size_t at = 0; at < run.size(); ++at) {
-            const std::string_view reference = referenceTo(run[at], within == Within::quotes);
-            if (!reference.empty()) {
-                buffer_->put(run.substr(passed, at - passed));
-                buffer_->put(reference);
-                passed = at + 1;
-            }
+        const std::string_view written =
+            instead.empty() ? referenceTo(value[begin], within == Within::quotes) : instead;
+        if (!written.empty()) {
+            buffer_->put(value.substr(passed, begin - passed));
+            buffer_->put(written);
+            passed = end;
         }
-        buffer_->put(run.substr(passed));
     });
+    if (buffer_) {
+        buffer_->put(value.substr(passed));
+    }
 }
 
 void XmlWriter::startContent() {
@@ -107,7 +139,7 @@ void XmlWriter::startLine() {
     buffer_->put(lineStart.substr(0, 1 + indentation * open_.size()));
 }
 
-void XmlWriter::start(const char* name, Layout layout) {
+void XmlWriter::start(std::string_view name, Layout layout) {
     if (!buffer_) {
         return;
     }
@@ -122,16 +154,28 @@ void XmlWriter::start(const char* name, Layout layout) {
     inLine_ += inLine_ > 0 || layout == Layout::line ? 1 : 0;
 }
 
-void XmlWriter::attribute(const char* name, std::string_view value) {
-    if (buffer_) {
-        buffer_->put(' ');
-        buffer_->put(name);
-        buffer_->put("=\"");
+void XmlWriter::attribute(std::string_view name, std::string_view value) {
+    if (!buffer_) {
+        putEscaped(value, Within::quotes);
+        return;
     }
+    startValue(name);
     putEscaped(value, Within::quotes);
+    buffer_->put('"');
+}
+
+void XmlWriter::plainAttribute(std::string_view name, std::string_view value) {
     if (buffer_) {
+        startValue(name);
+        buffer_->put(value);
         buffer_->put('"');
     }
+}
+
+void XmlWriter::startValue(std::string_view name) {
+    buffer_->put(' ');
+    buffer_->put(name);
+    buffer_->put("=\"");
 }
 
 void XmlWriter::text(std::string_view value) {

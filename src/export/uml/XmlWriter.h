@@ -36,9 +36,11 @@ public:
 
     /// Within an element of `Layout::line` every element is of that layout. `name` must be a name of XML, and live
     /// until the element is ended.
-    void start(const char* name, Layout layout);
+    void start(std::string_view name, Layout layout);
     /// Only before the content of the element started last. `name` must be a name of XML.
-    void attribute(const char* name, std::string_view value);
+    void attribute(std::string_view name, std::string_view value);
+    /// The same for a value of printable ASCII without `&`, `<`, `>` and quotes, such as an id.
+    void plainAttribute(std::string_view name, std::string_view value);
     void text(std::string_view value);
     void end();
     /// Ends the document and flushes it. Every element must have been ended.
@@ -50,6 +52,7 @@ private:
 
     void startContent();
     void startLine();
+    void startValue(std::string_view name);
     void putEscaped(std::string_view value, Within within);
 
     std::optional<text::BufferedOutput> buffer_;

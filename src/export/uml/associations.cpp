@@ -54,16 +54,18 @@ Details detailsOf(const KelAssociationRole& role, Aggregation aggregation, UmlOu
     for (const KelForeignKey* key : role.foreignKeys()) {
         keys.append(keys.empty() ? "" : " ").append(output.idOf(*key));
     }
-    details.addText("foreignKeys", keys);
+    if (!keys.empty()) {
+        details.addMade("foreignKeys", std::move(keys));
+    }
     return details;
 }
 
 void writeBounds(const Bounds& bounds, std::string_view id, UmlOutput& output) {
     output.start("lowerValue", "uml:LiteralInteger", partId(id, "Lower"), Layout::line);
-    output.optionalAttribute("value", bounds.lower != 0 ? std::to_string(bounds.lower) : "");
+    output.optionalPlain("value", bounds.lower != 0 ? std::to_string(bounds.lower) : "");
     output.end();
     output.start("upperValue", "uml:LiteralUnlimitedNatural", partId(id, "Upper"), Layout::line);
-    output.optionalAttribute("value", !bounds.upper ? "*" : *bounds.upper != 0 ? std::to_string(*bounds.upper) : "");
+    output.optionalPlain("value", !bounds.upper ? "*" : *bounds.upper != 0 ? std::to_string(*bounds.upper) : "");
     output.end();
 }
 
@@ -105,7 +107,7 @@ void writeQualifiers(const KelAssociationRole& role, std::string_view id, UmlOut
 
 } // namespace
 
-void writeEnd(const char* tag, const KelAssociationRole& role, std::string_view associationId, UmlOutput& output) {
+void writeEnd(std::string_view tag, const KelAssociationRole& role, std::string_view associationId, UmlOutput& output) {
     const KelAssociation& association = *role.getAssociation();
     const std::string_view id = output.idOf(role);
     const KelClass* type = output.mapping().classAt(role);
@@ -115,9 +117,9 @@ void writeEnd(const char* tag, const KelAssociationRole& role, std::string_view 
     output.start(tag, "uml:Property", id, Layout::line);
     output.nameOf(role);
     output.optionalFlag("isStatic", role.isStatic);
-    output.optionalAttribute("type", type != nullptr ? output.idOf(*type) : "");
-    output.optionalAttribute("aggregation", aggregations[static_cast<std::size_t>(aggregation)]);
-    output.attribute("association", associationId);
+    output.optionalPlain("type", type != nullptr ? output.idOf(*type) : "");
+    output.optionalPlain("aggregation", aggregations[static_cast<std::size_t>(aggregation)]);
+    output.plainAttribute("association", associationId);
     output.annotations(id, {}, detailsOf(role, aggregation, output));
     output.comments(role, id);
     const std::optional<Bounds> bounds = boundsOf(role.multiplicity.view());
@@ -157,7 +159,7 @@ void writeOwnedEnds(const KelAssociation& association, std::string_view id, UmlO
     }
     for (const std::string& end : missingEnds(association, output.idOf(association))) {
         output.start("ownedEnd", "uml:Property", end, Layout::line);
-        output.attribute("association", id);
+        output.plainAttribute("association", id);
         output.end();
     }
 }

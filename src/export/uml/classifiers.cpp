@@ -144,7 +144,7 @@ private:
         if (association_ != nullptr) {
             details.addText("association", association_->association->getName().view());
             for (const KelAssociation* folded : {association_->first, association_->second}) {
-                details.add("folded " + std::string(folded->getName().view()), rolesOf(*folded));
+                details.addMade("folded " + std::string(folded->getName().view()), rolesOf(*folded));
             }
         }
         return details;
@@ -210,7 +210,7 @@ private:
             std::string entry(map->getName().view());
             entry.append(": ").append(nameOf(map->getSourceAttribute()));
             entry.append(" -> ").append(nameOf(map->getDestinationAttribute()));
-            details.add("roleNameMap " + std::to_string(details.entries().size() + 1), entry);
+            details.addMade("roleNameMap " + std::to_string(details.entries().size() + 1), std::move(entry));
         }
         const KelCandidateKey* target = key.getCandidateKey();
         const KelClass* owner = target != nullptr ? target->getAssociatedClass() : nullptr;
@@ -241,7 +241,7 @@ private:
     void writeTemplateParameter(const KelArgument& argument, const std::string& id) {
         const std::string element = partId(output_.idOf(argument), "Class");
         output_.start("ownedParameter", "uml:ClassifierTemplateParameter", id, Layout::line);
-        output_.attribute("parameteredElement", element);
+        output_.plainAttribute("parameteredElement", element);
         Details details;
         if (argument.getType() != nullptr) {
             details.add("type", argument.getType()->getName().view());
@@ -251,7 +251,7 @@ private:
         output_.comments(argument, id);
         output_.start("ownedParameteredElement", "uml:Class", element, Layout::line);
         output_.nameOf(argument);
-        output_.attribute("templateParameter", id);
+        output_.plainAttribute("templateParameter", id);
         output_.end();
         output_.end();
     }
@@ -259,14 +259,14 @@ private:
     void writeBinding() {
         const std::string id = partId(id_, "Binding");
         output_.start("templateBinding", "uml:TemplateBinding", id, Layout::line);
-        output_.attribute("signature", partId(output_.idOf(*binding_.boundTemplate), "Template"));
+        output_.plainAttribute("signature", partId(output_.idOf(*binding_.boundTemplate), "Template"));
         int index = 0;
         for (const TypeTarget& actual : binding_.actuals) {
             const KelArgument& formal = *binding_.boundTemplate->arguments()[index++];
             output_.start("parameterSubstitution", "uml:TemplateParameterSubstitution", id + std::to_string(index),
                           Layout::line);
             output_.typeAttribute("actual", actual);
-            output_.attribute("formal", partId(output_.idOf(formal), "Parameter"));
+            output_.plainAttribute("formal", partId(output_.idOf(formal), "Parameter"));
             output_.typeChild("actual", actual);
             output_.end();
         }
@@ -282,7 +282,7 @@ private:
                 id.append("-Of-").append(id_).append("-To-").append(supertype);
             }
             output_.start("generalization", "uml:Generalization", id, Layout::line);
-            output_.attribute("general", supertype);
+            output_.plainAttribute("general", supertype);
             Details details;
             details.addText("name", said.getName().view());
             if (said.visibility != 0 && visibilityWord(said.visibility) != nullptr) {
@@ -312,9 +312,9 @@ private:
             const std::string_view specification = output_.idOf(*realization->getSpecificationClass());
             output_.start("interfaceRealization", "uml:InterfaceRealization", id, Layout::line);
             output_.nameOf(*realization);
-            output_.attribute("client", id_);
-            output_.attribute("supplier", specification);
-            output_.attribute("contract", specification);
+            output_.plainAttribute("client", id_);
+            output_.plainAttribute("supplier", specification);
+            output_.plainAttribute("contract", specification);
             output_.comments(*realization, id);
             output_.end();
         }

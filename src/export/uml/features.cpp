@@ -57,7 +57,7 @@ void writeAttribute(const KelAttribute& attribute, bool isId, UmlOutput& output)
     output.visibility(attribute.visibility);
     output.optionalFlag("isStatic", attribute.isStatic);
     output.typeAttribute("type", type);
-    output.optionalAttribute("aggregation", attribute.containment == byValue ? "composite" : "");
+    output.optionalPlain("aggregation", attribute.containment == byValue ? "composite" : "");
     output.optionalFlag("isDerived", attribute.isDerived);
     output.optionalFlag("isID", isId);
     Details details;
@@ -108,9 +108,9 @@ void writeOperation(const KelOperation& operation, UmlOutput& output) {
     output.nameOf(operation);
     output.visibility(operation.visibility);
     output.optionalFlag("isStatic", operation.isStatic);
-    output.optionalAttribute("concurrency", concurrencyOf(operation.concurrency));
-    output.optionalAttribute("postcondition", operation.postcondition.isEmpty() ? "" : postcondition);
-    output.optionalAttribute("precondition", operation.precondition.isEmpty() ? "" : precondition);
+    output.optionalPlain("concurrency", concurrencyOf(operation.concurrency));
+    output.optionalPlain("postcondition", operation.postcondition.isEmpty() ? "" : postcondition);
+    output.optionalPlain("precondition", operation.precondition.isEmpty() ? "" : precondition);
     Details details;
     addVisibility(operation.visibility, details);
     details.addFlag("virtual", operation.isVirtual);
@@ -133,7 +133,7 @@ void writeOperation(const KelOperation& operation, UmlOutput& output) {
         const TypeTarget type = output.mapping().targetOf(operation.getReturnType());
         output.start("ownedParameter", "uml:Parameter", partId(id, "Return"), Layout::line);
         output.typeAttribute("type", type);
-        output.attribute("direction", "return");
+        output.plainAttribute("direction", "return");
         output.typeChild("type", type);
         output.end();
     }

@@ -112,8 +112,8 @@ private:
             }
         }
         for (const auto& [omission, count] : leftOut_) {
-            details.add("left out: " + std::string(omission.many) + ": " + std::string(omission.why),
-                        std::to_string(count));
+            details.addMade("left out: " + std::string(omission.many) + ": " + std::string(omission.why),
+                            std::to_string(count));
         }
         output_.annotations(id, {}, details, Layout::block);
         output_.comments(model, id);
@@ -164,8 +164,8 @@ private:
         const std::string_view id = output_.idOf(link);
         output_.start("packagedElement", type, id, Layout::line);
         output_.nameOf(link);
-        output_.attribute("client", output_.idOf(*client));
-        output_.attribute("supplier", output_.idOf(*supplier));
+        output_.plainAttribute("client", output_.idOf(*client));
+        output_.plainAttribute("supplier", output_.idOf(*supplier));
         output_.comments(link, id);
         output_.end();
     }

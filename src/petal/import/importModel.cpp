@@ -285,8 +285,10 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     source.reportTo(log);
     std::optional<source::Trace> trace;
     const bool isPlaced = needsSource(request);
-    if (isPlaced || ledger.isWanted() || context.takeModel) {
-        trace.emplace();
+    const bool needsPlaces = isAnyDestination(request, &exporter::Exporter::needsPlaces);
+    const bool needsSteps = ledger.isWanted() || context.takeModel;
+    if (isPlaced || needsSteps) {
+        trace.emplace(needsPlaces || needsSteps ? source::Steps::all : source::Steps::makings);
     }
     import(request, model, options, plugIn.getBridge(), log);
     source.complete(model, options);
@@ -301,9 +303,11 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     }
     std::optional<source::SourceMap> places;
     if (isPlaced) {
-        const auto make =
-            isAnyDestination(request, &exporter::Exporter::needsPlaces) ? source::makeSourceMap : source::makeQuidMap;
+        const auto make = needsPlaces ? source::makeSourceMap : source::makeQuidMap;
         places = readAgain(request, "the places of objects", [&] { return make(source.getTree(), *trace, model); });
+    }
+    if (!needsSteps) {
+        trace.reset();
     }
     const auto makeLedger = [&] { ledger.make(source, *trace, model, chosenEncoding(options)); };
     if (isLedgerShown) {

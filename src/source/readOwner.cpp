@@ -1,0 +1,116 @@
+#include "source/readOwner.h"
+
+#include "notation/Reader.h"
+
+#include <utility>
+#include <vector>
+
+namespace source {
+
+namespace {
+
+using notation::Construct;
+using notation::EventKind;
+
+/// A text from an object on, after an LF, which tells how lines end.
+class LocalSource final : public notation::ByteSource {
+public:
+    explicit LocalSource(notation::ByteSource& text) : text_(text) {}
+    std::size_t read(char* target, std::size_t size) override {
+        return std::exchange(hasBegun_, true) ? text_.read(target, size) : (*target = '\n', 1);
+    }
+
+private:
+    notation::ByteSource& text_;
+    bool hasBegun_ = false;
+};
+
+struct Open {
+    std::uint64_t begin;
+    std::uint64_t headEnd;
+};
+
+/// The constructs that have begun and not ended. Offsets are those of the local source.
+class OpenConstructs {
+public:
+    OpenConstructs() { open_.reserve(usualDepth); }
+
+    [[nodiscard]] bool isEmpty() const { return open_.empty(); }
+    [[nodiscard]] const Open& innermost() const { return open_.back(); }
+
+    /// A property, or an object without a name before it, begins.
+    void endHead(std::uint64_t begin) {
+        if (std::exchange(isInHead_, false)) {
+            open_.back().headEnd = begin;
+        }
+    }
+    void start(std::uint64_t begin, Construct construct) {
+        open_.push_back({begin, 0});
+        isInHead_ = construct == Construct::object;
+    }
+    void end(std::size_t count) {
+        open_.resize(open_.size() - count);
+        isInHead_ = isInHead_ && count == 0;
+    }
+
+private:
+    static constexpr std::size_t usualDepth = 16;
+
+    std::vector<Open> open_;
+    bool isInHead_ = false; // of the innermost construct, an object
+};
+
+void take(const notation::Line& line, OpenConstructs& open) {
+    if (!line.key.empty() || line.isObject()) {
+        open.endHead(line.place.offset);
+    }
+    if (line.isStart()) {
+        open.start(line.valueBegin, line.construct);
+    }
+    open.end(line.ends);
+}
+
+void take(const notation::Event& event, OpenConstructs& open) {
+    if (event.kind == EventKind::start) {
+        open.start(event.place.offset, event.construct);
+    } else if (event.kind == EventKind::end) {
+        open.end(1);
+    }
+}
+
+} // namespace
+
+QuidOwner readOwner(notation::ByteSource& text, std::uint64_t object, std::uint64_t quid, std::size_t window) {
+    using Reading = QuidOwner::Reading;
+    const std::uint64_t local = 1 - object; // wraps; to be added to an offset in the file
+    const std::uint64_t end = quid + local;
+    LocalSource source(text);
+    notation::Reader::Settings settings;
+    settings.window = window;
+    notation::Reader reader(source, settings);
+    OpenConstructs open;
+    do {
+        if (const notation::Line* line = reader.nextLine(end)) { // nearly all
+            take(*line, open);
+            continue;
+        }
+        if (!reader.next() || reader.event().kind == EventKind::damage) {
+            return {.reading = Reading::damage};
+        }
+        const notation::Event& event = reader.event();
+        const bool isObject = event.kind == EventKind::start && event.construct == Construct::object;
+        if (event.isProperty() || isObject) {
+            const std::uint64_t begin = (event.isProperty() ? event.keyPlace : event.place).offset;
+            open.endHead(begin);
+            if (begin >= end && !open.isEmpty()) {
+                const bool isQuid = begin == end && event.kind == EventKind::text;
+                return {isQuid ? Reading::quid : Reading::noQuid, open.innermost().begin - local,
+                        open.innermost().headEnd - local};
+            }
+        }
+        take(event, open);
+    } while (!open.isEmpty());
+    return {.reading = Reading::ended};
+}
+
+} // namespace source

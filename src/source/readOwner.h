@@ -1,0 +1,31 @@
+#pragma once
+
+#include "notation/ByteSource.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace source {
+
+/// The object that has a quid.
+struct QuidOwner {
+    /// The end of reading from an object to a place after it.
+    enum class Reading : std::uint8_t {
+        quid,   ///< there is a quid, of the owner
+        noQuid, ///< no quid is there
+        ended,  ///< the object ends before the place
+        damage, ///< a damage is before the place
+    };
+
+    Reading reading = Reading::damage;
+    std::uint64_t begin = 0;   ///< the offset of its "("
+    std::uint64_t headEnd = 0; ///< the offset of the first property or object in it
+};
+
+/// Reads from an object at an offset to what may be the name "quid" at another one after it. `text` are the bytes from
+/// the object on, at least as far as the quid's text; `window` of them are in memory at a time. Takes time proportional
+/// to the text between. Throws what the source throws.
+[[nodiscard]] QuidOwner readOwner(notation::ByteSource& text, std::uint64_t object, std::uint64_t quid,
+                                  std::size_t window);
+
+} // namespace source
