@@ -61,12 +61,6 @@ bool isPackageOrClass(const KelObject& object) {
     return object.elementType == KelElementType::designPackage || object.elementType == KelElementType::classObject;
 }
 
-/// The parts without those of classes and other elements in packages.
-std::span<const Part> partsOfPackages(const KelObject& owner) {
-    const bool isAbove = owner.elementType == KelElementType::model || owner.isInstanceOf(KelElementType::package);
-    return isAbove ? documentParts(owner) : std::span<const Part>();
-}
-
 } // namespace
 
 std::string qualifiedName(const KelObject& element) {
@@ -88,7 +82,7 @@ class ElementIds::Maker final : private ModelVisitor {
 public:
     Maker(ElementIds& ids, const KelModel& model, const source::SourceMap* source, Of of)
         : ids_(ids), source_(source), of_(of) {
-        walkModel(model, of == Of::all || source != nullptr ? documentParts : partsOfPackages, *this);
+        walkModel(model, of == Of::all || source != nullptr ? documentParts : packageParts, *this);
         ids_.ids_.reserve(elements_.size());
         for (const Element& element : elements_) {
             giveId(element);
