@@ -4,7 +4,7 @@
 set -eu
 
 packages="g++ cmake ninja-build pkg-config libicu-dev libcli11-dev rapidjson-dev robin-map-dev libhwy-dev libxxhash-dev"
-packages="$packages zlib1g-dev libsqlite3-dev libpq-dev"
+packages="$packages libdeflate-dev libsqlite3-dev libpq-dev"
 case "${1:-}" in
 --tests)
     packages="$packages libgtest-dev locales dpkg-dev file python3 python3-jsonschema git"

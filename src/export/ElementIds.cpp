@@ -63,12 +63,6 @@ bool isPackageOrClass(const KelObject& object) {
     return object.elementType == KelElementType::designPackage || object.elementType == KelElementType::classObject;
 }
 
-/// The parts without those of classes and other elements in packages.
-std::span<const Part> partsOfPackages(const KelObject& owner) {
-    const bool isAbove = owner.elementType == KelElementType::model || owner.isInstanceOf(KelElementType::package);
-    return isAbove ? documentParts(owner) : std::span<const Part>();
-}
-
 } // namespace
 
 void appendQualifiedName(const KelObject& element, std::string& text) {
@@ -110,7 +104,7 @@ public:
         if (source != nullptr) {
             quids_.reserve(source->getCount());
         }
-        walkModel(model, of == Of::all || source != nullptr ? documentParts : partsOfPackages, *this);
+        walkModel(model, of == Of::all || source != nullptr ? documentParts : packageParts, *this);
         ids_.ids_.reserve(elements_.size());
         for (const Element& element : elements_) {
             giveId(element);

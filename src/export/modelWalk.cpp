@@ -150,6 +150,11 @@ std::span<const Part> documentParts(const KelObject& owner) {
     }
 }
 
+std::span<const Part> packageParts(const KelObject& owner) {
+    const bool isAbove = owner.elementType == model || owner.elementType == designPackage;
+    return isAbove ? documentParts(owner) : std::span<const Part>();
+}
+
 std::span<const Part> outlineParts(const KelObject& owner) {
     switch (owner.elementType) {
     case model:

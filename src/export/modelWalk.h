@@ -21,6 +21,8 @@ using PartsOf = std::span<const Part> (*)(const KelObject& owner);
 
 /// The order of the JSON document.
 [[nodiscard]] std::span<const Part> documentParts(const KelObject& owner);
+/// Of those the parts of the model and its packages, which have all packages and classes.
+[[nodiscard]] std::span<const Part> packageParts(const KelObject& owner);
 /// The order of the outline: types come last, and the line of an operation includes its arguments.
 [[nodiscard]] std::span<const Part> outlineParts(const KelObject& owner);
 

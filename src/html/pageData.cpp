@@ -8,49 +8,53 @@
 #include "host/model/KelClass.h"
 #include "host/model/KelNumbering.h"
 #include "host/model/KelType.h"
+#include "html/DataBlock.h"
 #include "layout/makeScene.h"
 #include "layout/write.h"
 #include "ledger/Ledger.h"
 #include "source/SourceMap.h"
+#include "text/JsonLine.h"
 #include "text/escape.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <initializer_list>
 #include <map>
-#include <optional>
-#include <tuple>
-#include <utility>
+#include <tsl/robin_map.h>
 
 namespace html {
 
 namespace {
 
-/// Writes JSON without blanks. Callers put the brackets and the keys.
+/// Writes JSON without blanks. Callers put the brackets and the keys, and call `flush` last.
 class CompactJson {
 public:
-    explicit CompactJson(text::BufferedOutput& output) : output_(output) {}
+    explicit CompactJson(text::Output& output) : output_(output) {}
 
     void open(char bracket) {
         separate();
-        output_.put(bracket);
+        text_ += bracket;
         isFirst_ = true;
     }
     void close(char bracket) {
-        output_.put(bracket);
+        text_ += bracket;
         isFirst_ = false;
+        if (text_.size() > usualLength) {
+            flush();
+        }
     }
     void key(std::string_view name) {
         text(name);
-        output_.put(':');
+        text_ += ':';
         isFirst_ = true;
     }
     void text(std::string_view value) {
         separate();
-        output_.put(text::quotedJsonText(value));
+        text::appendQuotedJson(text_, value);
     }
     void number(std::uint64_t value) {
         separate();
-        output_.put(std::to_string(value));
+        text::appendNumber(text_, value);
     }
     void numbers(std::initializer_list<std::uint64_t> values) {
         open('[');
@@ -59,16 +63,25 @@ public:
         }
         close(']');
     }
+    void flush() {
+        if (!text_.empty()) {
+            output_.write(text_);
+            text_.clear();
+        }
+    }
 
 private:
+    static constexpr std::size_t usualLength = std::size_t{32} * 1024;
+
     void separate() {
         if (!isFirst_) {
-            output_.put(',');
+            text_ += ',';
         }
         isFirst_ = false;
     }
 
-    text::BufferedOutput& output_;
+    text::Output& output_;
+    std::string text_;
     bool isFirst_ = true;
 };
 
@@ -94,12 +107,12 @@ private:
             return;
         }
         numbers_.give(element, ++count_);
-        if (const auto* one = dynamic_cast<const KelClass*>(&element)) {
-            classes_.push_back(one);
-        } else if (const auto* type = dynamic_cast<const KelType*>(&element)) {
-            types_.push_back(type);
+        if (element.elementType == KelElementType::classObject) {
+            classes_.push_back(static_cast<const KelClass*>(&element));
+        } else if (element.isInstanceOf(KelElementType::type)) {
+            types_.push_back(static_cast<const KelType*>(&element));
         }
-        const std::string id = ids_.idOf(element);
+        const std::string_view id = ids_.viewOf(element);
         const source::SourcePlace* place = source_ != nullptr ? source_->find(element) : nullptr;
         if (place != nullptr && id.front() == 'q' && id.size() == place->quid.size() + 1) {
             ++plain_;
@@ -171,11 +184,15 @@ void writeCounts(const char* name, const ledger::Counts& counts, CompactJson& js
 class Reasons {
 public:
     std::uint64_t numberOf(const ledger::Reason& reason) {
-        const auto [found, isNew] = numbers_.try_emplace(reason.text, order_.size());
-        if (isNew) {
-            order_.emplace_back(reason.text);
+        const auto [known, isFirst] = known_.try_emplace(&reason);
+        if (isFirst) {
+            const auto [found, isNew] = numbers_.try_emplace(reason.text, order_.size());
+            if (isNew) {
+                order_.emplace_back(reason.text);
+            }
+            known.value() = found->second;
         }
-        return found->second;
+        return known->second;
     }
     void write(CompactJson& json) const {
         json.key("reasons");
@@ -187,6 +204,7 @@ public:
     }
 
 private:
+    tsl::robin_map<const ledger::Reason*, std::uint64_t> known_;
     std::map<std::string_view, std::uint64_t> numbers_;
     std::vector<std::string_view> order_;
 };
@@ -204,43 +222,73 @@ public:
     };
 
     /// Without a `notation` (null) nothing is found.
-    DroppedObjects(const std::vector<ledger::Entry>& entries, const layout::NotationTree* notation) {
-        if (notation == nullptr) {
-            return;
-        }
-        for (const ledger::Entry& entry : entries) {
-            if (isDroppedObject(entry)) {
-                details_.try_emplace(keyOf(entry));
+    explicit DroppedObjects(const layout::NotationTree* notation) : notation_(notation) {
+        for (layout::NodeId id = 1; notation != nullptr && id < notation->size(); ++id) {
+            if (const layout::Node& node = (*notation)[id]; node.kind == layout::NodeKind::object) {
+                const layout::ObjectHead& head = node.head();
+                files_.resize(std::max<std::size_t>(files_.size(), head.file + 1));
+                files_[head.file].objects.push_back({head.line, head.kind, id});
             }
         }
-        for (layout::NodeId id = 1; id < notation->size(); ++id) {
-            const layout::Node& node = (*notation)[id];
-            if (node.kind != layout::NodeKind::object) {
-                continue;
-            }
-            const auto found = details_.find({node.head().file, node.head().line, node.text()});
-            if (found != details_.end() && !found->second) {
-                found->second = {notation->text(id, "documentation"), notation->text(id, "quid")};
+        for (File& file : files_) {
+            if (!std::ranges::is_sorted(file.objects, isBefore)) { // several on one line, or a unit's content
+                std::ranges::stable_sort(file.objects, isBefore);
             }
         }
     }
 
-    /// Each object's once.
+    /// Each object's once. Takes constant time for entries in the order of the text.
     Details take(const ledger::Entry& entry) {
-        const auto found = details_.find(keyOf(entry));
-        return found != details_.end() && found->second ? *std::exchange(found->second, Details()) : Details();
+        if (entry.file >= files_.size()) {
+            return {};
+        }
+        File& file = files_[entry.file];
+        const Object sought{entry.place.line, entry.kind->name};
+        const auto found = findFrom(file, sought);
+        file.next = found;
+        if (found == file.objects.size() || isBefore(sought, file.objects[found]) || file.objects[found].isTaken) {
+            return {};
+        }
+        Object& object = file.objects[found];
+        object.isTaken = true;
+        return {notation_->text(object.id, "documentation"), notation_->text(object.id, "quid")};
     }
 
 private:
-    using Key = std::tuple<std::uint32_t, std::uint64_t, std::string_view>; // file, line, kind
+    struct Object {
+        std::uint64_t line;
+        std::string_view kind;
+        layout::NodeId id = layout::noNode;
+        bool isTaken = false;
+    };
+    struct File {
+        std::vector<Object> objects; // by line, then by kind, then in the order of the text
+        std::size_t next = 0;        // the first that was not before the last one sought
+    };
 
-    static Key keyOf(const ledger::Entry& entry) { return {entry.file, entry.place.line, entry.kind->name}; }
+    static bool isBefore(const Object& one, const Object& other) {
+        return one.line != other.line ? one.line < other.line : one.kind < other.kind;
+    }
 
-    std::map<Key, std::optional<Details>> details_;
+    /// The first object that is not before that one: by steps that double, as it is mostly near the last one.
+    static std::size_t findFrom(const File& file, const Object& sought) {
+        const std::vector<Object>& objects = file.objects;
+        std::size_t begin = file.next < objects.size() && !isBefore(sought, objects[file.next]) ? file.next : 0;
+        std::size_t step = 1;
+        for (; begin + step < objects.size() && isBefore(objects[begin + step], sought); step *= 2) {
+            begin += step;
+        }
+        const auto first = objects.begin() + static_cast<std::ptrdiff_t>(begin);
+        const auto last = objects.begin() + static_cast<std::ptrdiff_t>(std::min(begin + step, objects.size()));
+        return static_cast<std::size_t>(std::lower_bound(first, last, sought, isBefore) - objects.begin());
+    }
+
+    const layout::NotationTree* notation_;
+    std::vector<File> files_;
 };
 
 void writeEntries(const std::vector<ledger::Entry>& entries, const layout::NotationTree* notation, CompactJson& json) {
-    DroppedObjects objects(entries, notation);
+    DroppedObjects objects(notation);
     Reasons reasons;
     json.key("entries");
     json.open('[');
@@ -320,8 +368,7 @@ void writeLedger(const exporter::ExportContext& context, CompactJson& json) {
 
 } // namespace
 
-void writePageData(const exporter::ExportContext& context, const exporter::ElementIds& ids,
-                   text::BufferedOutput& output) {
+void writePageData(const exporter::ExportContext& context, const exporter::ElementIds& ids, text::Output& output) {
     CompactJson json(output);
     json.open('{');
     writeFiles(context.source, json);
@@ -337,6 +384,7 @@ void writePageData(const exporter::ExportContext& context, const exporter::Eleme
         writeLedger(context, json);
     }
     json.close('}');
+    json.flush();
 }
 
 namespace {
@@ -346,7 +394,7 @@ public:
     ClassNameWriter(const KelModel& model, const exporter::ElementIds& ids, text::BufferedOutput& output)
         : ids_(ids), output_(output) {
         output_.put('[');
-        walkModel(model, exporter::documentParts, *this);
+        walkModel(model, exporter::packageParts, *this);
         output_.put(']');
     }
 
@@ -356,10 +404,12 @@ private:
         if (!isPackage && element.elementType != KelElementType::classObject) {
             return;
         }
-        const std::string owner = around_.empty() ? "-1" : std::to_string(around_.back());
-        const std::string id = isPackage ? "" : ids_.idOf(element);
-        put((count_ == 0 ? "" : ",\n") + ("[\"" + id + "\",") + text::quotedJsonText(element.getName().view()) + "," +
-            owner + "]");
+        line_.assign(count_ == 0 ? "[\"" : ",\n[\"").append(isPackage ? std::string_view() : ids_.viewOf(element));
+        line_.append("\",");
+        text::appendQuotedJson(line_, element.getName().view());
+        line_.append(",");
+        around_.empty() ? line_.append("-1") : line_.append(std::to_string(around_.back()));
+        putWithoutTags(line_.append("]"), output_);
         if (isPackage) {
             around_.push_back(count_);
         }
@@ -371,18 +421,9 @@ private:
         }
     }
 
-    void put(std::string_view json) {
-        for (const char byte : json) {
-            if (byte == '<') {
-                output_.put("\\u003c");
-            } else {
-                output_.put(byte);
-            }
-        }
-    }
-
     const exporter::ElementIds& ids_;
     text::BufferedOutput& output_;
+    std::string line_;
     std::size_t count_ = 0;
     std::vector<std::size_t> around_; // the numbers of the packages
 };

@@ -27,8 +27,7 @@ namespace html {
 /// An entry of a dropped object also has the object's documentation and quid.
 ///
 /// Numbers the objects of the model (`KelNumbering`). Throws what the output throws.
-void writePageData(const exporter::ExportContext& context, const exporter::ElementIds& ids,
-                   text::BufferedOutput& output);
+void writePageData(const exporter::ExportContext& context, const exporter::ElementIds& ids, text::Output& output);
 
 /// Writes what the index of several pages shows of this one as JSON without "<": `objects`, their number in the model;
 /// `losses`, those of the ledger, left out when it is not known; `names`, a list of [element id, name, index of the

@@ -79,7 +79,7 @@ private:
 class ShortOutline final : private exporter::ModelVisitor {
 public:
     ShortOutline(const KelModel& model, text::BufferedOutput& output) : output_(output) {
-        walkModel(model, exporter::documentParts, *this);
+        walkModel(model, exporter::packageParts, *this);
     }
 
 private:
@@ -139,9 +139,7 @@ void writeData(const exporter::ExportContext& context, text::BufferedOutput& out
     writeSummary(context, ids, output);
     output.put("</script>\n");
     DataBlock block(output, "petal-page");
-    text::BufferedOutput buffered(block);
-    writePageData(context, ids, buffered);
-    buffered.flush();
+    writePageData(context, ids, block);
     block.finish();
 }
 

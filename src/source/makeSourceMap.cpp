@@ -4,6 +4,7 @@
 #include "source/TracedText.h"
 
 #include <algorithm>
+#include <bit>
 #include <limits>
 #include <utility>
 
@@ -55,19 +56,33 @@ public:
         }
         if (event.isProperty()) {
             settle(text_.takeBefore(event.keyPlace.offset));
-            if (event.kind == EventKind::text && event.key == "quid" && !open_.empty() &&
-                open_.back().place.quid.empty()) {
-                open_.back().place.quid = event.text;
+            if (event.kind == EventKind::text) {
+                noteText(event.key, event.text);
             }
         }
         if (event.kind == EventKind::start && isObject) {
-            settle(text_.takeBefore(event.place.offset));
-            open_.push_back({{text_.getFile(), event.place, 0, {}}});
-            open_.back().isDesign = event.text == "Design" && open_.size() == 1;
-            isInHead_ = true;
+            open(event.text, event.place);
         } else if (event.kind == EventKind::end && isObject) {
             settle(text_.takeBefore(event.end));
             close(event.end);
+        }
+    }
+
+    // As the events of the line, one after the other.
+    void take(const notation::Line& line) {
+        if (!line.key.empty()) {
+            settle(text_.takeBefore(line.place.offset));
+            if (line.kind == EventKind::text && line.construct != Construct::value) {
+                noteText(line.key, line.text);
+            }
+        }
+        if (line.isObject()) {
+            open(line.text, line.valuePlace());
+        }
+        for (std::uint64_t ends = line.objectEnds; ends != 0; ends &= ends - 1) {
+            const std::uint64_t end = line.endsBegin + static_cast<std::uint64_t>(std::countr_zero(ends)) + 1;
+            settle(text_.takeBefore(end));
+            close(end);
         }
     }
 
@@ -75,6 +90,19 @@ private:
     static ObjectNumber numberOf(const KelModel& model, const Trace& trace) {
         const auto found = std::ranges::find(trace.getFates(), &model, &Fate::object);
         return static_cast<ObjectNumber>(found - trace.getFates().begin());
+    }
+
+    void noteText(std::string_view key, std::string_view text) {
+        if (key == "quid" && !open_.empty() && open_.back().place.quid.empty()) {
+            open_.back().place.quid = text;
+        }
+    }
+
+    void open(std::string_view kind, const notation::Place& place) {
+        settle(text_.takeBefore(place.offset));
+        open_.push_back({{text_.getFile(), place, 0, {}}});
+        open_.back().isDesign = kind == "Design" && open_.size() == 1;
+        isInHead_ = true;
     }
 
     // Assigns the steps to the object that is being read.
@@ -166,6 +194,10 @@ void SourceMapMaker::take(const notation::Event& event) {
     maker_->take(event);
 }
 
+void SourceMapMaker::take(const notation::Line& line) {
+    maker_->take(line);
+}
+
 SourceMap SourceMapMaker::finish() {
     return maker_->finish();
 }
@@ -180,10 +212,15 @@ std::vector<std::string> pathsOf(const units::UnitTree& tree) {
 SourceMap makeSourceMap(const units::UnitTree& tree, const Trace& trace, const KelModel& model) {
     TracedText text(tree, trace);
     SourceMapMaker maker(tree, trace, model, text);
-    while (text.next()) {
-        maker.take(text.event());
+    for (;;) {
+        if (const notation::Line* line = text.nextLine()) {
+            maker.take(*line);
+        } else if (text.next()) {
+            maker.take(text.event());
+        } else {
+            return maker.finish();
+        }
     }
-    return maker.finish();
 }
 
 } // namespace source

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "notation/Event.h"
+#include "notation/Line.h"
 #include "source/SourceMap.h"
 #include "source/Trace.h"
 #include "units/UnitTree.h"
@@ -22,8 +23,9 @@ public:
     SourceMapMaker& operator=(const SourceMapMaker&) = delete;
     ~SourceMapMaker();
 
-    /// To be called with every event of the text, while it is at it.
+    /// To be called with every event or line of the text, while it is at it.
     void take(const notation::Event& event);
+    void take(const notation::Line& line);
     /// The map. Called once, at the end of the text.
     [[nodiscard]] SourceMap finish();
 
