@@ -390,16 +390,28 @@ std::optional<FoundQuid> QuidSearch::ownedByOther(std::size_t at, std::size_t en
     return lose();
 }
 
-QuidOwner QuidSearch::ownerFrom(std::uint64_t object, std::size_t at, std::size_t end) {
+/// Calls `read` for the text from an object on.
+template <class Read>
+auto QuidSearch::readFrom(std::uint64_t object, std::size_t at, std::size_t end, Read read) {
     const std::size_t window = std::min<std::uint64_t>(localWindow, origin_ + end - object + localMargin);
     if (object >= origin_) {
         // Without text that the reader does not need, it has all in its window.
         const auto begin = static_cast<std::size_t>(object - origin_);
         notation::MemorySource text(text_.substr(begin, end - begin));
-        return readOwner(text, object, origin_ + at, window);
+        return read(text, object, origin_ + at, window);
     }
     again_.seek(object);
-    return readOwner(again_, object, origin_ + at, window);
+    return read(again_, object, origin_ + at, window);
+}
+
+QuidOwner QuidSearch::ownerFrom(std::uint64_t object, std::size_t at, std::size_t end) {
+    constexpr std::size_t far = std::size_t{4} * 1024;
+    if (origin_ + at - object > far) {
+        if (const std::optional<QuidOwner> owner = readFrom(object, at, end, skimOwner)) {
+            return *owner;
+        }
+    }
+    return readFrom(object, at, end, readOwner);
 }
 
 TopObjects findTopObjects(const std::filesystem::path& file) {

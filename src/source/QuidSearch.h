@@ -46,6 +46,8 @@ private:
     [[nodiscard]] std::optional<FoundQuid> quidAt(std::size_t at);
     [[nodiscard]] std::optional<FoundQuid> ownedByOther(std::size_t at, std::size_t end, std::string_view text);
     [[nodiscard]] QuidOwner ownerFrom(std::uint64_t object, std::size_t at, std::size_t end);
+    template <class Read>
+    [[nodiscard]] auto readFrom(std::uint64_t object, std::size_t at, std::size_t end, Read read);
     bool lexTo(std::size_t at);
     void takeToken();
     void takeQuoted();

@@ -78,6 +78,12 @@ void take(const notation::Event& event, OpenConstructs& open) {
     }
 }
 
+notation::Reader::Settings settingsFor(std::size_t window) {
+    notation::Reader::Settings settings;
+    settings.window = window;
+    return settings;
+}
+
 } // namespace
 
 QuidOwner readOwner(notation::ByteSource& text, std::uint64_t object, std::uint64_t quid, std::size_t window) {
@@ -85,9 +91,7 @@ QuidOwner readOwner(notation::ByteSource& text, std::uint64_t object, std::uint6
     const std::uint64_t local = 1 - object; // wraps; to be added to an offset in the file
     const std::uint64_t end = quid + local;
     LocalSource source(text);
-    notation::Reader::Settings settings;
-    settings.window = window;
-    notation::Reader reader(source, settings);
+    notation::Reader reader(source, settingsFor(window));
     OpenConstructs open;
     do {
         if (const notation::Line* line = reader.nextLine(end)) { // nearly all
@@ -111,6 +115,33 @@ QuidOwner readOwner(notation::ByteSource& text, std::uint64_t object, std::uint6
         take(event, open);
     } while (!open.isEmpty());
     return {.reading = Reading::ended};
+}
+
+std::optional<QuidOwner> skimOwner(notation::ByteSource& text, std::uint64_t object, std::uint64_t quid,
+                                   std::size_t window) {
+    using Reading = QuidOwner::Reading;
+    const std::uint64_t local = 1 - object; // wraps, as above
+    LocalSource source(text);
+    notation::Reader reader(source, settingsFor(window));
+    const bool isObject = reader.next() && reader.event().kind == EventKind::start &&
+                          reader.event().construct == Construct::object && !reader.event().isProperty();
+    if (!isObject) {
+        return std::nullopt;
+    }
+    const notation::Line* first = reader.nextLine(quid + local);
+    if (first == nullptr || first->key.empty() || first->ends > 1 || (first->ends == 1 && !first->isStart()) ||
+        first->isObject()) {
+        return std::nullopt;
+    }
+    const std::uint64_t headEnd = first->place.offset;
+    const notation::Skimmed skimmed =
+        reader.skim(quid + local, [](std::string_view, const notation::Place&, std::size_t) { return true; }, {});
+    if (skimmed.isAtEnd) {
+        return QuidOwner{.reading = Reading::ended};
+    }
+    const bool isQuid = reader.next() && reader.event().kind == EventKind::text && reader.event().depth == 1 &&
+                        reader.event().keyPlace.offset == quid + local;
+    return isQuid ? std::optional(QuidOwner{Reading::quid, object, headEnd - local}) : std::nullopt;
 }
 
 } // namespace source

@@ -183,6 +183,8 @@ TEST(QuidMap, HasTheQuidsThatReadingGives) {
     }
     const std::string longer =
         many + ")\n  x (list l\n   (object Operation \"f\"\n    y 1\n    quid \"2\"))\n  quid \"1\")";
+    const std::string longWithComment = many + "\n   (object x # y\n   ))\n  quid \"1\")";
+    const std::string longWithin = many + "\n   quid \"1\")\n  quid \"2\")";
     const std::string unbalanced = "(object Class \"A\"\n" + attributes + "))\n  quid \"1\")";
     const std::string nested = "(object Class \"A\"\n  operations (list Operations\n   (object Operation \"f\"\n"
                                "    quid \"2\"))\n  quid \"1\")";
@@ -195,6 +197,8 @@ TEST(QuidMap, HasTheQuidsThatReadingGives) {
         {nested.c_str(), "A=1 f=2 "},
         {far.c_str(), "A=1 "},
         {longer.c_str(), "A=1 f=2 "},
+        {longWithComment.c_str(), "A=1 "},
+        {longWithin.c_str(), "A=2 ", true},
         {tooDeep.c_str(), "A=1 ", true},
         {unbalanced.c_str(), "Logical View=1 ", true},
         {"(object Class \"A\" quid \"1\") (object Class \"B\" stereotype \"s\" quid \"2\")", "A=1 B=2 "},
