@@ -25,7 +25,7 @@ bool isReferredTo(Kind kind) {
 class Matcher {
 public:
     Matcher(const Model& oldModel, const Model& newModel, Renames renames)
-        : models_{&oldModel, &newModel}, renames_(renames), ownQuids_{findOwnQuids(oldModel), findOwnQuids(newModel)} {}
+        : models_{&oldModel, &newModel}, renames_(renames), ownQuids_{OwnQuids(oldModel), OwnQuids(newModel)} {}
 
     Matching match() {
         start();
@@ -108,23 +108,19 @@ private:
 
     [[nodiscard]] QuidPairs findQuidPairs() const {
         QuidPairs found;
-        tsl::robin_map<std::string_view, ElementId, KelTextHash> byQuid;
         std::size_t oldCount = 0;
         std::size_t newCount = 0;
         for (ElementId id = 1; id < old().elements().size(); ++id) {
-            if (ownQuids_[0][id]) {
-                byQuid.emplace(old()[id].quid, id);
-                ++oldCount;
-            }
+            oldCount += ownQuids_[0][id] ? 1 : 0;
         }
         for (ElementId id = 1; id < fresh().elements().size(); ++id) {
             if (!ownQuids_[1][id]) {
                 continue;
             }
             ++newCount;
-            const auto other = byQuid.find(fresh()[id].quid);
-            if (other != byQuid.end() && old()[other->second].kind == fresh()[id].kind) {
-                found.pairs.emplace_back(other->second, id);
+            const ElementId other = ownQuids_[0].find(fresh()[id].quid);
+            if (other != noElement && other != 0 && old()[other].kind == fresh()[id].kind) {
+                found.pairs.emplace_back(other, id);
             }
         }
         constexpr std::size_t hardlyAny = 20; // one in so many
@@ -322,7 +318,7 @@ private:
 
     std::array<const Model*, 2> models_;
     Renames renames_;
-    std::array<std::vector<bool>, 2> ownQuids_;
+    std::array<OwnQuids, 2> ownQuids_;
     bool areQuidsUsed_ = true;
     Matching matching_;
     Contents contents_{models_, matching_};

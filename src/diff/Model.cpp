@@ -103,7 +103,7 @@ std::string_view memberName(FieldId field) {
     return fieldRows[static_cast<std::size_t>(field)].member;
 }
 
-Model::Model() : text_(std::make_unique<std::string>()) {
+Model::Model() {
     elements_.emplace_back().end = 1;
 }
 
@@ -125,21 +125,24 @@ std::string qualifiedName(const Model& model, ElementId id) {
     return name;
 }
 
-std::vector<bool> findOwnQuids(const Model& model) {
-    std::vector<bool> isOwn(model.elements().size());
-    tsl::robin_map<std::string_view, ElementId, KelTextHash> owners;
-    for (ElementId id = 0; id < isOwn.size(); ++id) {
+OwnQuids::OwnQuids(const Model& model) : isOwn_(model.elements().size()) {
+    first_.reserve(isOwn_.size());
+    for (ElementId id = 0; id < isOwn_.size(); ++id) {
         if (exporter::mayBeId(model[id].quid)) {
-            const auto [owner, isNew] = owners.try_emplace(model[id].quid, id);
-            isOwn[id] = isNew;
-            isOwn[owner->second] = isNew;
+            const auto [first, isNew] = first_.try_emplace(model[id].quid, id);
+            isOwn_[id] = isNew;
+            isOwn_[first->second] = isNew;
         }
     }
-    return isOwn;
+}
+
+ElementId OwnQuids::find(std::string_view quid) const {
+    const auto found = first_.find(quid);
+    return found != first_.end() && isOwn_[found->second] ? found->second : noElement;
 }
 
 LastingIds::LastingIds(const Model& model) : model_(model), hashes_(model.elements().size()) {
-    const std::vector<bool> hasQuid = findOwnQuids(model);
+    const OwnQuids hasQuid(model);
     exporter::NameIds names({kindWords.begin(), kindWords.end()});
     std::vector<ElementId> owners; // those entered
     for (ElementId id = 0; id < hashes_.size(); ++id) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/text/KelTextHash.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -7,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <tsl/robin_map.h>
 #include <vector>
 
 namespace diff {
@@ -140,7 +143,7 @@ struct Record {
 
 /// A model as its JSON document has it, in memory: what a comparison needs, and no more.
 ///
-/// Owns the document's text, in which all texts are; immutable once it is read, so several threads may use it.
+/// Owns the document's bytes, in which all texts are; immutable once it is read, so several threads may use it.
 class Model {
 public:
     /// A model without elements but itself, as the other side of one that was added or removed as a whole.
@@ -165,7 +168,7 @@ public:
     /// Null for a field that has the value of one left out.
     [[nodiscard]] const Field* find(ElementId id, FieldId field) const;
 
-    [[nodiscard]] std::string_view text(const Field& field) const { return {text_->data() + field.value, field.size}; }
+    [[nodiscard]] std::string_view text(const Field& field) const { return {text_.get() + field.value, field.size}; }
     /// Of `find`; empty for null.
     [[nodiscard]] std::string_view text(const Field* field) const {
         return field != nullptr ? text(*field) : std::string_view();
@@ -198,7 +201,7 @@ private:
     std::vector<ElementId> references_;
     std::vector<Record> records_;
     std::vector<std::string> files_{""};
-    std::unique_ptr<std::string> text_; // which does not move with the model, as the views into it
+    std::shared_ptr<const char> text_; // bytes that do not move with the model, as the views into them
 };
 
 /// The names from the model's packages down to the element, joined with "::"; for the model itself, its name.
@@ -216,20 +219,28 @@ private:
     std::vector<std::uint64_t> hashes_; // of the names; 0: the quid is the id
 };
 
-/// The elements that alone have their quid, by it: `noElement` marks a quid of several. `[element]` tells whether it
-/// has one of its own.
-[[nodiscard]] std::vector<bool> findOwnQuids(const Model& model);
+/// The elements that alone have their quid. The model must outlive it. Made in time and memory proportional to the
+/// model.
+class OwnQuids {
+public:
+    explicit OwnQuids(const Model& model);
+    /// Whether the element has one of its own.
+    [[nodiscard]] bool operator[](ElementId id) const { return isOwn_[id]; }
+    /// The element that has the quid alone; `noElement` without one.
+    [[nodiscard]] ElementId find(std::string_view quid) const;
+
+private:
+    std::vector<bool> isOwn_;
+    tsl::robin_map<std::string_view, ElementId, KelTextHash> first_; // of each quid
+};
 
 /// A document that is not one of petal's models. Its text says why, and where.
 struct BadDocument : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// Whether a document is known to be UTF-8.
-enum class Trust : std::uint8_t { none, utf8 };
-
 /// Reads a JSON document that petal wrote, of format version 1, with or without the places of elements. Throws
 /// `BadDocument`. Takes time and memory proportional to the document, and no stack for the depth of the model.
-[[nodiscard]] Model readModel(std::string document, Trust trust = Trust::none);
+[[nodiscard]] Model readModel(std::string document);
 
 } // namespace diff

@@ -109,8 +109,11 @@ private:
 
     /// Null for a side that has the value of a field left out.
     void compareField(ElementId oldId, ElementId newId, FieldId id, const Field* one, const Field* other) {
+        if (one != nullptr && other != nullptr && areEqual(*one, *other)) {
+            return;
+        }
         const FieldRule* rule = fieldRule(id);
-        if (rule == nullptr || (one != nullptr && other != nullptr && areEqual(*one, *other))) {
+        if (rule == nullptr) {
             return;
         }
         if (id == FieldId::origins && (one == nullptr || other == nullptr)) {

@@ -1,4 +1,5 @@
 #include "Shell.h"
+#include "diff/PackedDocument.h"
 #include "diff/rules.h"
 #include "diff/writers.h"
 #include "support/HostileTexts.h"
@@ -77,6 +78,70 @@ TEST_F(Diff, TakesDocumentsAndStandardInput) {
     keepDocument(json);
     EXPECT_TRUE(has(json, "\"qualifiedName\": \"Logical View::Sales::Order\",\n        \"line\": 5\n"));
     EXPECT_TRUE(has(json, "\"file\": \"b.mdl\",\n        \"line\": 5\n"));
+}
+
+// Model files are imported without the detour over JSON, and their quids are searched for.
+TEST_F(Diff, SeesTheSameInAModelFileAndItsDocument) {
+    const std::string text = "documentation \"\x01 \xc3\xa4 \xff\\\"\"\n";
+    put("hostile.mdl", modelWith("Order\xe9\x7f", attribute("\xc3", "4a0000000003", "int"),
+                                 "(object Class \"X\" " + text + " quid \"4AbC\")"));
+    for (const std::string model : {"a.mdl", "hostile.mdl", PETAL_EXAMPLES "/everything.mdl"}) {
+        SCOPED_TRACE(model);
+        ASSERT_EQ(run("$petal import -q -f json -O places=true -o same.json " + model).status, 0);
+        for (const char* form : {"text", "json"}) {
+            const std::string shown = std::string(" --show order,quids,encoding,units --fail-on any -f ") + form;
+            EXPECT_EQ(run("$petal diff " + model + " same.json" + shown).status, 0);
+        }
+    }
+}
+
+TEST(PackedDocument, IsRefusedUnlessItIsWhole) {
+    struct Bytes final : text::Output {
+        void write(std::string_view bytes) override { text += bytes; }
+        std::string text;
+    } bytes;
+    diff::DocumentPacker packer(bytes);
+    packer.startObject();
+    packer.key("format");
+    packer.text("petal-model");
+    packer.key("model");
+    packer.startObject();
+    packer.key("id");
+    packer.number(1);
+    packer.key("name");
+    packer.text(std::string(300, 'n') + "\xff");
+    packer.key("quid");
+    packer.text("4A");
+    packer.key("types");
+    packer.startList();
+    packer.startObject();
+    packer.key("id");
+    packer.number(200);
+    packer.key("kind");
+    packer.text("derived");
+    packer.key("length");
+    packer.number(-7);
+    packer.key("userDefined");
+    packer.truth(true);
+    packer.endObject();
+    packer.endList();
+    packer.endObject();
+    packer.endObject();
+    packer.finish();
+    const auto read = [&](std::size_t size) {
+        const auto kept = std::make_shared<const std::string>(bytes.text, 0, size);
+        return diff::readPacked({kept, kept->data()}, size);
+    };
+    const diff::Model model = read(bytes.text.size());
+    ASSERT_EQ(model.count(), 1U);
+    EXPECT_EQ(model[0].name, std::string(300, 'n') + "\xef\xbf\xbd");
+    EXPECT_EQ(model[0].quid, "4a");
+    EXPECT_EQ(model[1].kind, diff::Kind::type);
+    EXPECT_EQ(static_cast<std::int64_t>(model.find(1, diff::FieldId::length)->value), -7);
+    EXPECT_NE(model.find(1, diff::FieldId::userDefined), nullptr);
+    for (std::size_t size = 0; size < bytes.text.size(); ++size) {
+        EXPECT_THROW(static_cast<void>(read(size)), diff::BadDocument) << size;
+    }
 }
 
 TEST_F(Diff, MatchesAsItIsTold) {

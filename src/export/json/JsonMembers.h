@@ -2,7 +2,7 @@
 
 #include "host/model/KelNumbering.h"
 #include "host/model/KelObject.h"
-#include "text/IndentedJson.h"
+#include "text/JsonTaker.h"
 
 #include <cstdint>
 #include <string_view>
@@ -14,49 +14,49 @@ namespace exporter {
 class JsonMembers {
 public:
     /// Both must outlive it.
-    JsonMembers(text::IndentedJson& json, const KelNumbering& numbers) : json_(json), numbers_(numbers) {}
+    JsonMembers(text::JsonTaker& json, const KelNumbering& numbers) : json_(json), numbers_(numbers) {}
 
-    void text(const char* member, std::string_view value) {
+    void text(std::string_view member, std::string_view value) {
         json_.key(member);
         json_.text(value);
     }
-    void text(const char* member, const KelString& value) { text(member, value.view()); }
-    void optionalText(const char* member, const KelString& value) {
+    void text(std::string_view member, const KelString& value) { text(member, value.view()); }
+    void optionalText(std::string_view member, const KelString& value) {
         if (!value.isEmpty()) {
             text(member, value);
         }
     }
-    void word(const char* member, const char* value) { text(member, std::string_view(value)); }
+    void word(std::string_view member, const char* value) { text(member, std::string_view(value)); }
     /// A null word is left out.
-    void optionalWord(const char* member, const char* value) {
+    void optionalWord(std::string_view member, const char* value) {
         if (value != nullptr) {
             word(member, value);
         }
     }
-    void number(const char* member, std::int64_t value) {
+    void number(std::string_view member, std::int64_t value) {
         json_.key(member);
         json_.number(value);
     }
-    void optionalNumber(const char* member, std::int32_t value) {
+    void optionalNumber(std::string_view member, std::int32_t value) {
         if (value != 0) {
             number(member, value);
         }
     }
-    void optionalFlag(const char* member, bool value) {
+    void optionalFlag(std::string_view member, bool value) {
         if (value) {
             json_.key(member);
             json_.trueFlag();
         }
     }
 
-    void reference(const char* member, const KelObject* target) {
+    void reference(std::string_view member, const KelObject* target) {
         if (const std::uint32_t number = numberOf(target); number != 0) {
             this->number(member, number);
         }
     }
     /// References to the objects that `links`, a `KelLinks`, holds; no member without any.
     template <class Links>
-    void references(const char* member, const Links& links) {
+    void references(std::string_view member, const Links& links) {
         bool isStarted = false;
         for (const KelObject* target : links) {
             const std::uint32_t number = numberOf(target);
@@ -76,13 +76,13 @@ public:
 
     /// A list of the texts of the objects that `links`, a `KelLinks`, holds; no member without any.
     template <class Links, class T>
-    void optionalTexts(const char* member, const Links& links, KelString T::*text) {
+    void optionalTexts(std::string_view member, const Links& links, KelString T::*text) {
         optionalList(member, links, [&](const T& object) { json_.text((object.*text).view()); });
     }
     /// A list with an object for each one that `links` holds, whose members `write(object, members)` writes; no member
     /// without any.
     template <class Links, class Write>
-    void optionalObjects(const char* member, const Links& links, Write write) {
+    void optionalObjects(std::string_view member, const Links& links, Write write) {
         optionalList(member, links, [&](const auto& object) {
             json_.startObject();
             write(object, *this);
@@ -91,7 +91,7 @@ public:
     }
 
     /// An object without a number as a member.
-    void startObject(const char* member) {
+    void startObject(std::string_view member) {
         json_.key(member);
         json_.startObject();
     }
@@ -101,13 +101,13 @@ private:
     [[nodiscard]] std::uint32_t numberOf(const KelObject* target) const {
         return target != nullptr ? numbers_.numberOf(*target) : 0;
     }
-    void startList(const char* member) {
+    void startList(std::string_view member) {
         json_.key(member);
         json_.startList();
     }
 
     template <class Links, class Write>
-    void optionalList(const char* member, const Links& links, Write write) {
+    void optionalList(std::string_view member, const Links& links, Write write) {
         if (links.isEmpty()) {
             return;
         }
@@ -118,7 +118,7 @@ private:
         json_.endList();
     }
 
-    text::IndentedJson& json_;
+    text::JsonTaker& json_;
     const KelNumbering& numbers_;
 };
 

@@ -103,11 +103,12 @@ private:
 };
 
 /// Finds out what must be known before the first line is written: the number of every object, counted from 1 in the
-/// order of the document, and whether all texts are valid UTF-8.
+/// order of the document, and whether all texts are valid UTF-8, if that is told.
 class Survey final : private ModelVisitor {
 public:
     /// `places`, unless null, are written, too.
-    Survey(const KelModel& model, const source::SourceMap* places) : places_(places) {
+    Survey(const KelModel& model, const source::SourceMap* places, Lossy lossy)
+        : places_(places), looksAtTexts_(lossy == Lossy::told) {
         walkModel(model, documentParts, *this);
     }
 
@@ -119,7 +120,7 @@ private:
         if (numbers_.numberOf(object) == 0) { // an argument may have two owners
             numbers_.give(object, ++count_);
         }
-        areTextsValid_ = areTextsValid_ && check_.isValid(object) && isPlaceValid(object);
+        areTextsValid_ = areTextsValid_ && (!looksAtTexts_ || (check_.isValid(object) && isPlaceValid(object)));
     }
     [[nodiscard]] bool isPlaceValid(const KelObject& object) const {
         const source::SourcePlace* place = places_ != nullptr ? places_->find(object) : nullptr;
@@ -128,6 +129,7 @@ private:
     }
 
     const source::SourceMap* places_;
+    bool looksAtTexts_;
     TextCheck check_;
     KelNumbering numbers_;
     std::uint32_t count_ = 0;
@@ -151,7 +153,7 @@ void writePlace(const KelObject& object, const source::SourceMap& places, JsonMe
 
 class DocumentWriter final : public ModelVisitor {
 public:
-    DocumentWriter(text::IndentedJson& json, const KelNumbering& numbers, const source::SourceMap* places)
+    DocumentWriter(text::JsonTaker& json, const KelNumbering& numbers, const source::SourceMap* places)
         : json_(json), members_(json, numbers), places_(places) {}
 
     void enter(const KelObject& object) override {
@@ -170,31 +172,34 @@ public:
     void leave(const KelObject& /*object*/) override { json_.endObject(); }
 
 private:
-    text::IndentedJson& json_;
+    text::JsonTaker& json_;
     JsonMembers members_;
     const source::SourceMap* places_; // null: not written
 };
 
 } // namespace
 
+void giveDocument(const KelModel& model, const source::SourceMap* places, Lossy lossy, text::JsonTaker& taker) {
+    const Survey survey(model, places, lossy);
+    taker.startObject();
+    taker.key("format");
+    taker.text("petal-model");
+    taker.key("formatVersion");
+    taker.number(1);
+    if (!survey.areTextsValid()) {
+        taker.key("lossy");
+        taker.trueFlag();
+    }
+    taker.key("model");
+    DocumentWriter document(taker, survey.getNumbers(), places);
+    walkModel(model, documentParts, document);
+    taker.endObject();
+}
+
 void writeJson(const ExportContext& context) {
-    const source::SourceMap* places = context.options.isOn("places") ? context.source : nullptr;
-    const Survey survey(context.model, places);
     text::BufferedOutput output(context.folder.open(""));
     text::IndentedJson json(output);
-    json.startObject();
-    json.key("format");
-    json.text("petal-model");
-    json.key("formatVersion");
-    json.number(1);
-    if (!survey.areTextsValid()) {
-        json.key("lossy");
-        json.trueFlag();
-    }
-    json.key("model");
-    DocumentWriter document(json, survey.getNumbers(), places);
-    walkModel(context.model, documentParts, document);
-    json.endObject();
+    giveDocument(context.model, context.options.isOn("places") ? context.source : nullptr, Lossy::told, json);
     output.put('\n');
     output.flush();
 }

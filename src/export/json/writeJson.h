@@ -3,6 +3,17 @@
 #include "export/options.h"
 
 #include <array>
+#include <cstdint>
+
+class KelModel;
+
+namespace source {
+class SourceMap;
+}
+
+namespace text {
+class JsonTaker;
+}
 
 namespace exporter {
 
@@ -18,5 +29,11 @@ inline constexpr std::array jsonOptions{
 /// says "lossy". Throws what the output throws. The document is written while it is made; it numbers the objects of the
 /// model (`KelNumbering`), so only one thread may write a model at a time.
 void writeJson(const ExportContext& context);
+
+/// Whether a document says that it is "lossy"; for that, all texts are looked at before the first one is given.
+enum class Lossy : std::uint8_t { told, untold };
+
+/// Gives that document to `taker`, with the places unless they are null. Throws what the taker throws; likewise.
+void giveDocument(const KelModel& model, const source::SourceMap* places, Lossy lossy, text::JsonTaker& taker);
 
 } // namespace exporter

@@ -3,11 +3,11 @@
 #include "catalog/copyModel.h"
 #include "petal/Failure.h"
 #include "petal/log/logFormats.h"
+#include "petal/output/MappedFile.h"
 #include "text/utf8.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -20,37 +20,6 @@ namespace fs = std::filesystem;
 constexpr auto progressInterval = std::chrono::milliseconds(250);
 constexpr std::size_t mostForOne = 32;            // models per process
 constexpr std::uint64_t largestShare = 1'000'000; // bytes of the files of a process that has several
-
-/// The bytes of a file, mapped.
-class MappedFile {
-public:
-    explicit MappedFile(int descriptor) {
-        struct stat status {};
-        if (::fstat(descriptor, &status) != 0) {
-            throwErrno();
-        }
-        length_ = static_cast<std::size_t>(status.st_size);
-        if (length_ > 0) {
-            bytes_ = ::mmap(nullptr, length_, PROT_READ, MAP_PRIVATE | MAP_POPULATE, descriptor, 0);
-            if (bytes_ == MAP_FAILED) {
-                throwErrno();
-            }
-        }
-    }
-    MappedFile(const MappedFile&) = delete;
-    MappedFile& operator=(const MappedFile&) = delete;
-    ~MappedFile() {
-        if (length_ > 0) {
-            ::munmap(bytes_, length_);
-        }
-    }
-
-    [[nodiscard]] std::string_view view() const { return {static_cast<const char*>(bytes_), length_}; }
-
-private:
-    void* bytes_ = nullptr;
-    std::size_t length_ = 0;
-};
 
 class TextOutput final : public text::Output {
 public:

@@ -62,15 +62,6 @@ bool isSame(const catalog::KnownModel& one, const catalog::KnownModel& other) {
 /// Ends an import whose rows the catalogue has.
 struct Unchanged {};
 
-class DescriptorOutput final : public text::Output {
-public:
-    explicit DescriptorOutput(int descriptor) : descriptor_(descriptor) {}
-    void write(std::string_view bytes) override { writeFully(descriptor_, bytes); }
-
-private:
-    int descriptor_;
-};
-
 bool looksUnchanged(const catalog::FileFacts& facts, const std::string& file) {
     struct stat status {};
     return ::stat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&

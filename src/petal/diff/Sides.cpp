@@ -1,15 +1,20 @@
 #include "petal/diff/Sides.h"
 
+#include "diff/PackedDocument.h"
+#include "export/json/writeJson.h"
 #include "petal/Failure.h"
 #include "petal/import/InputFile.h"
 #include "petal/import/ModelSource.h"
 #include "petal/import/PlugIn.h"
 #include "petal/jobs/ProcessPool.h"
 #include "petal/output/Descriptor.h"
+#include "petal/output/MappedFile.h"
 #include "petal/output/fileFailure.h"
 #include "petal/units/lossLines.h"
 #include "petal/units/unitOptions.h"
 #include "petal/units/unitTrees.h"
+#include "source/makeQuidMap.h"
+#include "source/makeSourceMap.h"
 #include "text/escape.h"
 
 #include <algorithm>
@@ -17,6 +22,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <optional>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -25,6 +31,7 @@ namespace petal {
 namespace {
 
 constexpr std::string_view noModel = "/dev/null";
+constexpr const char* temporaryFile = "a temporary file";
 
 /// Whether bytes at the beginning of a file are those of a JSON document. A model file begins with "(".
 bool isJson(std::string_view head) {
@@ -46,26 +53,44 @@ Descriptor namelessFile(std::string_view contents) {
         writeFully(file.get(), contents);
         return file;
     } catch (const std::system_error& error) {
-        throw outputFailure("a temporary file", error);
+        throw outputFailure(temporaryFile, error);
     }
+}
+
+/// A file in memory. A comparison has both models there in any case.
+Descriptor fileInMemory() {
+    Descriptor file(::memfd_create("petal", MFD_CLOEXEC));
+    return file.isOpen() ? std::move(file) : namelessFile("");
 }
 
 std::string pathOf(const Descriptor& file) {
     return "/proc/self/fd/" + std::to_string(file.get());
 }
 
-std::string contentsOf(int descriptor) {
-    struct stat status {};
-    ::fstat(descriptor, &status);
-    std::string contents(static_cast<std::size_t>(status.st_size), '\0');
-    for (std::size_t at = 0; at < contents.size();) {
-        const ssize_t count = ::pread(descriptor, contents.data() + at, contents.size() - at, static_cast<off_t>(at));
-        if (count <= 0) {
-            throwErrno();
+/// Whether the report tells where elements are. Else a search for quids, which is faster, finds what is needed.
+bool needsPlaces(const DiffRequest& request) {
+    return request.form == "json" || std::ranges::count(request.shown, "units") > 0;
+}
+
+/// Imports a model and writes its document for this process's parent.
+ImportResult importPacked(const ImportRequest& request, const ImportContext& context, bool withPlaces, int descriptor) {
+    ImportContext own = context;
+    own.steps = withPlaces ? source::Steps::all : source::Steps::makings;
+    own.takeModel = [&](const FinishedImport& import) {
+        const auto makeMap = withPlaces ? source::makeSourceMap : source::makeQuidMap;
+        const source::SourceMap places = readAgain(request.file, "the places of objects", [&] {
+            return makeMap(import.source.getTree(), import.trace, import.model);
+        });
+        try {
+            DescriptorOutput output(descriptor);
+            diff::DocumentPacker packer(output);
+            exporter::giveDocument(import.model, &places, exporter::Lossy::untold, packer);
+            packer.finish();
+        } catch (const std::system_error& error) {
+            throw outputFailure(temporaryFile, error);
         }
-        at += static_cast<std::size_t>(count);
-    }
-    return contents;
+    };
+    return importModel(request, own);
 }
 
 /// A side while it is being read.
@@ -94,7 +119,7 @@ public:
             }
         }
         if (!isJson_) {
-            output_ = namelessFile("");
+            output_ = fileInMemory();
         }
     }
 
@@ -107,17 +132,19 @@ public:
         import.file = file_;
         import.types = request.types;
         import.encoding = request.encoding;
-        import.formatOptions = {"places=true"};
-        import.destinations = {{.format = "json", .path = "/dev/fd/" + std::to_string(output_.get()) }};
         import.units = request.units;
         import.logLevel = "ERROR";
         import.namesFile = !input_.isOpen(); // its path is that of a descriptor
         import.areUnitsTold = false;
         import.isSummarised = false;
         import.isCounted = false;
+        import.areObjectsCounted = false;
         return {.request = std::move(import),
                 .uses = &uses,
                 .locator = &locator,
+                .run = [isPlaced = needsPlaces(request), descriptor = output_.get()](
+                           const ImportRequest& one,
+                           const ImportContext& context) { return importPacked(one, context, isPlaced, descriptor); },
                 .files = {},
                 .errors = [](std::string_view line) { std::fwrite(line.data(), 1, line.size(), stderr); },
                 .log = {}};
@@ -129,10 +156,8 @@ public:
             return {};
         }
         try {
-            std::string document = isJson_ ? std::move(document_) : contentsOf(output_.get());
-            output_.close();
             ReadSide side;
-            side.model = diff::readModel(std::move(document), isJson_ ? diff::Trust::none : diff::Trust::utf8);
+            side.model = isJson_ ? diff::readModel(std::move(document_)) : readPacked();
             side.isModelFile = !isJson_;
             if (side.isModelFile && std::ranges::count(request.shown, "layout") > 0) {
                 side.drawings = readDrawings(request);
@@ -148,6 +173,12 @@ public:
     }
 
 private:
+    [[nodiscard]] diff::Model readPacked() {
+        const auto mapped = std::make_shared<const MappedFile>(output_.get());
+        output_.close();
+        return diff::readPacked({mapped, mapped->view().data()}, mapped->view().size());
+    }
+
     [[nodiscard]] std::unique_ptr<layout::NotationTree> readDrawings(const DiffRequest& request) const {
         units::UnitLocator locator = makeUnitLocator(request.units);
         return std::make_unique<layout::NotationTree>(request.units.mode == "skip" ? readModelAlone(file_)

@@ -121,17 +121,6 @@ bool needsSource(const ImportRequest& request) {
     return true;
 }
 
-/// Calls `read`, which reads the files once more to find `what`.
-template <class Read>
-auto readAgain(const ImportRequest& request, const char* what, Read read) {
-    try {
-        return read();
-    } catch (const std::system_error& error) {
-        throw Failure(Outcome::unexpected,
-                      "'" + request.file + "' cannot be read again for " + what + ": " + error.code().message(), "");
-    }
-}
-
 /// The inputs of the formats. Null for what none of them needs.
 struct Knowledge {
     KelModel& model;
@@ -210,13 +199,13 @@ std::uint64_t writeModel(const ImportRequest& request, const ModelSource& source
                          const OmissionTaker& take) {
     std::optional<exporter::DrawnPositions> positions;
     if (knowledge.places != nullptr && isAnyDestination(request, &exporter::Exporter::needsPositions)) {
-        positions = readAgain(request, "the positions of classes",
+        positions = readAgain(request.file, "the positions of classes",
                               [&] { return findPositions(source.getTree(), knowledge.model, *knowledge.places); });
         knowledge.positions = &*positions;
     }
     std::optional<layout::NotationTree> notation;
     if (knowledge.ledger != nullptr) {
-        readAgain(request, "its diagrams", [&] { notation.emplace(source.getTree()); });
+        readAgain(request.file, "its diagrams", [&] { notation.emplace(source.getTree()); });
         knowledge.notation = &*notation;
     }
 
@@ -287,8 +276,10 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     const bool isPlaced = needsSource(request);
     const bool needsPlaces = isAnyDestination(request, &exporter::Exporter::needsPlaces);
     const bool needsSteps = ledger.isWanted() || context.takeModel;
+    const bool needsAllSteps =
+        needsPlaces || ledger.isWanted() || (context.takeModel && context.steps == source::Steps::all);
     if (isPlaced || needsSteps) {
-        trace.emplace(needsPlaces || needsSteps ? source::Steps::all : source::Steps::makings);
+        trace.emplace(needsAllSteps ? source::Steps::all : source::Steps::makings);
     }
     import(request, model, options, plugIn.getBridge(), log);
     source.complete(model, options);
@@ -304,7 +295,8 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     std::optional<source::SourceMap> places;
     if (isPlaced) {
         const auto make = needsPlaces ? source::makeSourceMap : source::makeQuidMap;
-        places = readAgain(request, "the places of objects", [&] { return make(source.getTree(), *trace, model); });
+        places =
+            readAgain(request.file, "the places of objects", [&] { return make(source.getTree(), *trace, model); });
     }
     if (!needsSteps) {
         trace.reset();

@@ -4,6 +4,7 @@
 #include "petal/exitStatus.h"
 #include "petal/import/ModelSource.h"
 #include "petal/output/FileUses.h"
+#include "source/Trace.h"
 
 #include <array>
 #include <cstdint>
@@ -13,10 +14,6 @@
 
 class KelModel;
 class KelString;
-
-namespace source {
-class Trace;
-}
 
 namespace exporter {
 class Omissions;
@@ -63,7 +60,8 @@ struct ImportContext {
     TreeTaker takeTree = {};     // hears of them; may be empty
     OmissionTaker takeOmissions = {}; // may be empty
     ModelTaker takeModel = {};        // likewise; called before the model is written. Not for files that are read once
-    bool isLast = true;               // no other import follows in this process
+    source::Steps steps = source::Steps::all; // those that `takeModel` needs
+    bool isLast = true;                       // no other import follows in this process
 };
 
 /// Imports one file in this process and writes the model to the destinations of the request. The bridge may end the

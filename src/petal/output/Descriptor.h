@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/Output.h"
+
 #include <string_view>
 #include <unistd.h>
 #include <utility>
@@ -44,6 +46,16 @@ private:
 
 /// Writes all of `bytes` to a file descriptor, which may be non-blocking. Throws `std::system_error`.
 void writeFully(int descriptor, std::string_view bytes);
+
+/// Writes to a descriptor that its owner keeps open.
+class DescriptorOutput final : public text::Output {
+public:
+    explicit DescriptorOutput(int descriptor) : descriptor_(descriptor) {}
+    void write(std::string_view bytes) override { writeFully(descriptor_, bytes); }
+
+private:
+    int descriptor_;
+};
 
 /// Throws `std::system_error` with `errno`.
 [[noreturn]] void throwErrno();

@@ -34,10 +34,10 @@ private:
 };
 
 /// Writes to an open file descriptor, which it owns.
-class DescriptorOutput final : public ModelOutput {
+class OwnDescriptorOutput final : public ModelOutput {
 public:
-    explicit DescriptorOutput(int descriptor) : descriptor_(descriptor) {}
-    ~DescriptorOutput() override {
+    explicit OwnDescriptorOutput(int descriptor) : descriptor_(descriptor) {}
+    ~OwnDescriptorOutput() override {
         if (descriptor_ >= 0) {
             ::close(descriptor_);
         }
@@ -88,7 +88,7 @@ std::unique_ptr<ModelOutput> ModelOutput::open(const std::optional<std::string>&
         descriptor = !given || *given == "-" ? STDOUT_FILENO : namedDescriptor(*given);
     }
     if (descriptor >= 0) {
-        return std::make_unique<DescriptorOutput>(duplicate(descriptor));
+        return std::make_unique<OwnDescriptorOutput>(duplicate(descriptor));
     }
     if (auto file = fileToReplace(*given)) {
         removeAbandoned(file->parent_path(), fewNames);
@@ -98,7 +98,7 @@ std::unique_ptr<ModelOutput> ModelOutput::open(const std::optional<std::string>&
     if (opened < 0) {
         throwErrno();
     }
-    return std::make_unique<DescriptorOutput>(opened);
+    return std::make_unique<OwnDescriptorOutput>(opened);
 }
 
 } // namespace petal

@@ -19,4 +19,16 @@ namespace petal {
 /// The name of an output in messages: the quoted path, or "standard output" for none and for "-".
 [[nodiscard]] std::string outputName(const std::optional<std::string>& path);
 
+/// Calls `read`, which reads the files of a model once more to find `what`, and returns its result. Throws a `Failure`
+/// when they cannot be read.
+template <class Read>
+auto readAgain(const std::string& file, const char* what, Read read) {
+    try {
+        return read();
+    } catch (const std::system_error& error) {
+        throw Failure(Outcome::unexpected,
+                      "'" + file + "' cannot be read again for " + what + ": " + error.code().message(), "");
+    }
+}
+
 } // namespace petal
