@@ -4,7 +4,6 @@
 #include "diff/writers.h"
 #include "require.h"
 #include "text/Output.h"
-#include "text/escape.h"
 #include "textFault.h"
 
 #include <algorithm>

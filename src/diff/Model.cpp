@@ -1,7 +1,6 @@
 #include "diff/Model.h"
 
 #include "export/NameIds.h"
-#include "host/text/KelTextHash.h"
 
 #include <algorithm>
 #include <tsl/robin_map.h>

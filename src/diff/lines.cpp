@@ -2,7 +2,6 @@
 
 #include "diff/labels.h"
 #include "text/escape.h"
-#include "text/utf8.h"
 
 #include <algorithm>
 #include <map>
