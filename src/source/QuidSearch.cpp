@@ -145,7 +145,9 @@ QuidSearch::QuidSearch(const std::filesystem::path& file)
 void QuidSearch::refill() {
     const std::size_t dropped = next_ > lookBack ? next_ - lookBack : 0;
     text_.remove_prefix(dropped);
-    std::memmove(buffer_.get(), text_.data(), text_.size());
+    if (!text_.empty()) { // as it is at first, without a place
+        std::memmove(buffer_.get(), text_.data(), text_.size());
+    }
     origin_ += dropped;
     for (std::size_t* index : {&next_, &checked_, &lexed_, &headBegin_}) {
         *index -= std::min(dropped, *index);
