@@ -34,7 +34,15 @@ struct FieldHash {
 
 } // namespace
 
-Trace::Trace(Steps steps) : steps_(steps), fates_(1) {}
+Trace::Trace(Steps steps, std::uint64_t textSize) : steps_(steps) {
+    // Real files have a step in 260 to 600 bytes and an object in 850 to 1700. Room that is not used takes no memory.
+    constexpr std::uint64_t bytesPerStep = 256;
+    constexpr std::uint64_t bytesPerObject = 768;
+    constexpr std::uint64_t largest = std::uint64_t{256} * 1024 * 1024;
+    effects_.reserve(std::min(textSize, largest) / bytesPerStep);
+    fates_.reserve(std::min(textSize, largest) / bytesPerObject + 1);
+    fates_.emplace_back();
+}
 
 ObjectNumber Trace::numberOf(KelObject& object) {
     ObjectNumber number = numbers_.numberOf(object);
@@ -50,16 +58,15 @@ ObjectNumber Trace::numberOf(KelObject& object) {
 
 void Trace::record(const KelImportSource& by, EffectKind kind, KelImportReason why, ObjectNumber object,
                    ObjectNumber other) {
-    effects_.push_back({.begin = by.begin,
-                        .object = object,
-                        .other = other,
-                        .file = 0,
-                        .used = bounded(by.used),
-                        .left = bounded(by.left),
-                        .rule = static_cast<std::uint16_t>(by.rule),
-                        .kind = kind,
-                        .why = why,
-                        .isOverwritten = false});
+    Effect& effect = effects_.emplace_back();
+    effect.begin = by.begin;
+    effect.object = object;
+    effect.other = other;
+    effect.used = bounded(by.used);
+    effect.left = bounded(by.left);
+    effect.rule = static_cast<std::uint16_t>(by.rule);
+    effect.kind = kind;
+    effect.why = why;
 }
 
 void Trace::made(const KelImportSource& by, KelObject& object) {

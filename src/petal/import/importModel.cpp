@@ -249,6 +249,13 @@ void mapSymbols(const ImportRequest& request, units::UnitLocator& locator) {
     }
 }
 
+/// 0 if it cannot be told.
+std::uint64_t sizeOf(const std::filesystem::path& file) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    return error ? 0 : size;
+}
+
 } // namespace
 
 ImportResult importModel(const ImportRequest& request, const ImportContext& context) {
@@ -279,7 +286,8 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     const bool needsAllSteps =
         needsPlaces || ledger.isWanted() || (context.takeModel && context.steps == source::Steps::all);
     if (isPlaced || needsSteps) {
-        trace.emplace(needsAllSteps ? source::Steps::all : source::Steps::makings);
+        trace.emplace(needsAllSteps ? source::Steps::all : source::Steps::makings,
+                      sizeOf(source.getTree().files.front().path));
     }
     import(request, model, options, plugIn.getBridge(), log);
     source.complete(model, options);
