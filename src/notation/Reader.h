@@ -93,7 +93,14 @@ private:
     void repair(const Nesting::Repair& repair, const Place& place);
 
     // Lines (ReaderLines.h, ReaderLines.cpp).
-    class Skimming; // SkimLines.cpp
+    class Skimming;                  // SkimLines.cpp
+    struct Block {                   // whole lines with properties, of which the last one ends constructs
+        std::uint64_t begin = 0;     // an offset in the input
+        std::size_t size = 0;        // 0: none
+        std::ptrdiff_t lastLine = 0; // where it begins in the block
+        std::uint64_t lines = 0;
+        std::size_t ends = 0;
+    };
     bool hasLine();
     bool findLine();
     [[nodiscard]] bool isInMemory(const LineStart& line) const;
@@ -130,9 +137,10 @@ private:
     Nesting nesting_;
     Event event_;
     Line line_;
-    LineStart nextLine_;   // while `inLines_`
-    bool inLines_ = false; // a line was read last: the lexer does not know yet
-    bool isAtEnd_ = false; // the source has no more bytes
+    LineStart nextLine_;           // while `inLines_`
+    bool inLines_ = false;         // a line was read last: the lexer does not know yet
+    bool isAtEnd_ = false;         // the source has no more bytes
+    std::array<Block, 16> blocks_; // skimmed last, by how they begin
 
     bool consumes_ = true;    // the current token has been processed
     bool continuing_ = false; // the last event was a value whose text may continue

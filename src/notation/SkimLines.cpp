@@ -1,9 +1,11 @@
 // Skims lines: reads them as `nextLine` does, but keeps only counts. Most of a file is skimmed when an import is summed
-// up, so a line must cost little here: the most usual ones are passed without even making a `Line`.
+// up, so a line must cost little here: the most usual ones are passed without even making a `Line`, and the contents of
+// an object that are written byte for byte as those of an earlier one at once, such as those of most fonts.
 
 #include "notation/ReaderLines.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace notation {
 
@@ -79,7 +81,13 @@ private:
     bool passScalars(LineStart& here, const char* last) {
         using Glance = LineParser::Glance;
         const std::ptrdiff_t reserve = reader_.isAtEnd_ ? std::ptrdiff_t{Glance::size} : usualLine;
-        const char* lineOfEnd = nullptr;
+        Block* block = takesAll_ ? &blockAt(here) : nullptr;
+        const char* lineOfEnd = block != nullptr ? passBlock(*block, here, last) : nullptr;
+        if (lineOfEnd != nullptr) {
+            block = nullptr;
+        }
+        const char* const begin = here.begin;
+        const std::uint64_t number = here.number;
         bool isPassed = true;
         while (within_ == Construct::object && here.token < last && reader_.window_.limit() - here.token >= reserve) {
             const Glance glance(here.token);
@@ -99,6 +107,14 @@ private:
             here.begin = line.end + 1;
             here.token = line.next;
             ++here.number;
+            if (block != nullptr && count > 0) {
+                *block = {.begin = reader_.window_.offsetOf(begin),
+                          .size = static_cast<std::size_t>(here.begin - begin),
+                          .lastLine = lineOfEnd - begin,
+                          .lines = here.number - number,
+                          .ends = count};
+                block = nullptr;
+            }
         }
         if (lineOfEnd != nullptr) {
             here.offset = reader_.window_.offsetOf(here.begin);
@@ -106,6 +122,38 @@ private:
             here.endNumber = here.number - 1;
         }
         return isPassed;
+    }
+
+    // The last block that began like the line, perhaps.
+    [[nodiscard]] Block& blockAt(const LineStart& line) const {
+        const auto blanks = static_cast<std::size_t>(line.token - line.begin);
+        return reader_.blocks_[(blanks + 5 * static_cast<unsigned char>(*line.token)) % reader_.blocks_.size()];
+    }
+
+    // Passes the lines if they are those of the block, which must be in memory still, and returns the last one of them;
+    // null if they are not.
+    const char* passBlock(const Block& block, LineStart& here, const char* last) {
+        const InputWindow& window = reader_.window_;
+        const std::uint64_t origin = window.offsetOf(window.begin());
+        const bool isInMemory = block.size > 0 && block.begin >= origin &&
+                                static_cast<std::size_t>(window.limit() - here.begin) > block.size;
+        if (within_ != Construct::object || block.ends > constructs_ || !isInMemory ||
+            std::memcmp(here.begin, window.begin() + (block.begin - origin), block.size) != 0) {
+            return nullptr;
+        }
+        const char* const after = here.begin + block.size;
+        const char* const next = runs::endOfBlanks(after);
+        if (!beginsLine(*next) || next > last) {
+            return nullptr;
+        }
+        endConstructs(block.ends);
+        skimmed_.properties += block.lines;
+        const char* const lastLine = here.begin + block.lastLine;
+        here.end = after - 1;
+        here.begin = after;
+        here.token = next;
+        here.number += block.lines;
+        return lastLine;
     }
 
     /// A line with a property that was passed.

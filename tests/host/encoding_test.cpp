@@ -182,6 +182,7 @@ TEST(KelTextDecoderTest, FindsBadBytesBetweenKnownCharacters) {
                     EXPECT_TRUE(std::ranges::equal(known, fresh, [](const auto& one, const auto& other) {
                         return one.offset == other.offset && one.length == other.length;
                     })) << encoding;
+                    EXPECT_EQ(taught.toUtf8(text), KelTextDecoder(encoding).toUtf8(text)) << encoding;
                 }
             }
         }

@@ -212,16 +212,26 @@ constexpr std::string_view linesOfTexts = "(object A\n"
                                           "    odd \t\n|four\n    x \t1 |five\n"
                                           "    parts \t(list P\n\t(object B \"n\" @12\n\t    last \t\n|six\n\t)))\n";
 
+/// Objects with the same contents, which are compared with each other when they are skimmed, and with nearly the same.
+constexpr std::string_view linesOfBlocks = "(object A\n"
+                                           "    font \t(object F\n\tsize 9\n\tface \"A\")\n"
+                                           "    font \t(object F\n\tsize 9\n\tface \"A\")\n"
+                                           "    parts \t(list P\n\t(object B\n\tsize 9\n\tface \"A\")\n"
+                                           "\t(object B\n\tsize 9\n\tface \"A\"\n\tlast 1))\n"
+                                           "    font \t(object F\n\tsize 9\n\tface \"A\"))\n"
+                                           "(object A\n    font \t(object F\n\tsize 9\n\tface \"A\"))\n";
+
 /// Lines that are read whole stand for the events that they take the place of, and are most lines of sound files.
 TEST(Robustness, LinesReadWholeStandForTheirEvents) {
     std::vector<std::string> texts = examples();
     for (const std::string& whole : examples()) {
         texts.push_back(std::regex_replace(whole, std::regex("\n"), "\r\n"));
     }
-    const std::string examplesOfTexts(linesOfTexts);
-    for (const std::string& text : damagedVersions(examplesOfTexts)) {
-        for (const Skims skims : {Skims::objects, Skims::properties}) {
-            ASSERT_EQ(countsOf(text, skims), countsOf(text, Skims::nothing)) << text;
+    for (const std::string_view lines : {linesOfTexts, linesOfBlocks}) {
+        for (const std::string& text : damagedVersions(std::string(lines))) {
+            for (const Skims skims : {Skims::objects, Skims::properties}) {
+                ASSERT_EQ(countsOf(text, skims), countsOf(text, Skims::nothing)) << text;
+            }
         }
     }
     for (const std::string& whole : texts) {

@@ -3,6 +3,7 @@
 #include "host/KelApi.h"
 #include "host/encoding/KelEncodingConverter.h"
 
+#include <array>
 #include <bitset>
 #include <cstddef>
 #include <memory>
@@ -22,7 +23,7 @@ public:
     explicit KelTextDecoder(const KelString& encoding) : from_(encoding), utf8_("UTF-8") {}
 
     /// `bytes` in UTF-8, with U+FFFD for each sequence that is invalid in the encoding. `isWhole`, unless null,
-    /// receives whether all were valid.
+    /// receives whether all were valid. Characters of earlier texts cost little.
     [[nodiscard]] std::string toUtf8(std::string_view bytes, bool* isWhole = nullptr);
 
     /// A range of bytes.
@@ -44,7 +45,21 @@ private:
         std::bitset<std::size_t{1} << 16> pairs;
     };
 
+    /// The characters of one or two bytes in texts that `toUtf8` has converted, as one unit of UTF-16 each; 0 for none.
+    struct Meanings {
+        void learn(std::string_view bytes, const char16_t* units, const int* offsets, std::size_t count);
+        /// Appends `bytes` in UTF-8; returns false if a character is not known.
+        [[nodiscard]] bool append(std::string_view bytes, std::string& to) const;
+
+        std::array<char16_t, 256> singles{};
+        std::array<std::unique_ptr<std::array<char16_t, 256>>, 256> pairs; ///< by the first byte
+    };
+
+    void learn(std::string_view bytes);
+
     KelEncodingConverter from_;
     KelEncodingConverter utf8_;
-    std::unique_ptr<Known> known_; // null before the first search, and if characters depend on those before them
+    // Both null before they are needed, and if characters depend on those before them.
+    std::unique_ptr<Known> known_;
+    std::unique_ptr<Meanings> meanings_;
 };

@@ -8,6 +8,8 @@
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_cb.h>
 #include <unicode/ucnv_err.h>
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
 
 #include <array>
 #include <new>
@@ -135,22 +137,6 @@ private:
 
 } // namespace
 
-std::string KelTextDecoder::toUtf8(std::string_view bytes, bool* isWhole) {
-    bool converted = true;
-    std::string text;
-    if (from_.getHandle() == nullptr || from_.isPlainText(bytes)) {
-        text = bytes;
-    } else {
-        KelString inUtf8(bytes);
-        converted = convertText(from_, utf8_, inUtf8);
-        text = inUtf8.view();
-    }
-    if (isWhole != nullptr) {
-        *isWhole = converted;
-    }
-    return text;
-}
-
 namespace {
 
 std::size_t byteAt(std::string_view bytes, std::size_t index) {
@@ -168,6 +154,96 @@ bool isWithoutStates(const UConverter* converter) {
 }
 
 } // namespace
+
+std::string KelTextDecoder::toUtf8(std::string_view bytes, bool* isWhole) {
+    bool converted = true;
+    std::string text;
+    if (from_.getHandle() == nullptr || from_.isPlainText(bytes)) {
+        text = bytes;
+    } else if (meanings_ == nullptr || !meanings_->append(bytes, text)) {
+        KelString inUtf8(bytes);
+        converted = convertText(from_, utf8_, inUtf8);
+        text = inUtf8.view();
+        if (converted) {
+            learn(bytes);
+        }
+    }
+    if (isWhole != nullptr) {
+        *isWhole = converted;
+    }
+    return text;
+}
+
+// Learns the characters of a valid text, unless it is long.
+void KelTextDecoder::learn(std::string_view bytes) {
+    UConverter* const reader = from_.getHandle();
+    if (!isWithoutStates(reader)) {
+        return;
+    }
+    std::array<UChar, 512> units;
+    std::array<int, units.size()> offsets;
+    UChar* filled = units.data();
+    const char* at = bytes.data();
+    UErrorCode error = U_ZERO_ERROR;
+    ucnv_reset(reader);
+    ucnv_toUnicode(reader, &filled, units.data() + units.size(), &at, at + bytes.size(), offsets.data(), true, &error);
+    if (U_FAILURE(error)) {
+        return;
+    }
+    if (meanings_ == nullptr) {
+        meanings_ = std::make_unique<Meanings>();
+    }
+    meanings_->learn(bytes, units.data(), offsets.data(), static_cast<std::size_t>(filled - units.data()));
+}
+
+// `offsets` are the places of the units in the text.
+void KelTextDecoder::Meanings::learn(std::string_view bytes, const char16_t* units, const int* offsets,
+                                     std::size_t count) {
+    for (std::size_t unit = 0; unit < count; ++unit) {
+        const auto begin = static_cast<std::size_t>(offsets[unit]);
+        const auto end = unit + 1 < count ? static_cast<std::size_t>(offsets[unit + 1]) : bytes.size();
+        if (end > bytes.size()) {
+            return; // not known where it is
+        }
+        const bool isAlone = unit == 0 || offsets[unit - 1] != offsets[unit];
+        if (!isAlone || U16_IS_SURROGATE(units[unit]) || units[unit] == byteOrderMark) {
+            continue;
+        }
+        if (begin + 1 == end) {
+            singles[byteAt(bytes, begin)] = units[unit];
+        } else if (begin + 2 == end) {
+            auto& seconds = pairs[byteAt(bytes, begin)];
+            if (seconds == nullptr) {
+                seconds = std::make_unique<std::array<char16_t, 256>>();
+            }
+            (*seconds)[byteAt(bytes, begin + 1)] = units[unit];
+        }
+    }
+}
+
+// No character begins with a byte that is one by itself.
+bool KelTextDecoder::Meanings::append(std::string_view bytes, std::string& to) const {
+    constexpr std::size_t longest = 3; // of a unit that is a character
+    const std::size_t kept = to.size();
+    to.resize(kept + longest * bytes.size());
+    char* out = to.data() + kept;
+    for (std::size_t at = 0; at < bytes.size(); ++at) {
+        char16_t unit = singles[byteAt(bytes, at)];
+        if (unit == 0) {
+            const auto& seconds = pairs[byteAt(bytes, at)];
+            unit = seconds != nullptr && ++at < bytes.size() ? (*seconds)[byteAt(bytes, at)] : char16_t{0};
+        }
+        if (unit == 0) {
+            to.resize(kept);
+            return false;
+        }
+        std::size_t length = 0;
+        U8_APPEND_UNSAFE(out, length, unit);
+        out += length;
+    }
+    to.resize(static_cast<std::size_t>(out - to.data()));
+    return true;
+}
 
 // Learns the characters of a valid text; `offsets` are the places in it of `count` units of UTF-16.
 void KelTextDecoder::Known::learn(std::string_view bytes, const int* offsets, std::size_t count) {
