@@ -69,13 +69,19 @@ bool isPlainAscii(std::string_view text) {
     return unusualBits < firstBeyondAscii;
 }
 
-/// Whether the text is printable ASCII that JSON has no escapes for. Nearly all texts are.
+/// Whether the text is printable and JSON has no escapes for it. Nearly all texts are ASCII, too.
 bool standsInJson(std::string_view text) {
     unsigned char isUnusual = 0; // no early end, so that the compiler can look at many bytes at a time
     for (const char byte : text) {
         isUnusual |= static_cast<unsigned char>(byte < ' ' || byte == 0x7F || byte == '"' || byte == '\\');
     }
-    return isUnusual == 0;
+    for (std::size_t at = 0; isUnusual != 0 && at < text.size();) {
+        const int character = nextCharacter(text, at);
+        if (character < 0 || character == '"' || character == '\\' || !isPrintable(character)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace
