@@ -127,7 +127,8 @@ private:
     // The last block that began like the line, perhaps.
     [[nodiscard]] Block& blockAt(const LineStart& line) const {
         const auto blanks = static_cast<std::size_t>(line.token - line.begin);
-        return reader_.blocks_[(blanks + 5 * static_cast<unsigned char>(*line.token)) % reader_.blocks_.size()];
+        return reader_
+            .blocks_[(blanks + std::size_t{5} * static_cast<unsigned char>(*line.token)) % reader_.blocks_.size()];
     }
 
     // Passes the lines if they are those of the block, which must be in memory still, and returns the last one of them;

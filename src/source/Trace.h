@@ -72,8 +72,8 @@ enum class Steps : std::uint8_t {
 /// are no longer noticed.
 class Trace final : public KelImportObserver, private KelDeletionObserver {
 public:
-    /// Makes room for the steps and objects of an ordinary text of that many bytes, so that few records are moved; there
-    /// may be more.
+    /// Makes room for the steps and objects of an ordinary text of that many bytes, so that few records are moved;
+    /// there may be more.
     explicit Trace(Steps steps = Steps::all, std::uint64_t textSize = 0);
 
     /// Called once, after the import: sorts the effects in the order of the files' text, marks the overwritten ones and
