@@ -408,10 +408,15 @@ auto QuidSearch::readFrom(std::uint64_t object, std::size_t at, std::size_t end,
 
 QuidOwner QuidSearch::ownerFrom(std::uint64_t object, std::size_t at, std::size_t end) {
     constexpr std::size_t far = std::size_t{4} * 1024;
+    const bool isInMemory = object >= origin_ && end + notation::InputWindow::readable <= text_.size();
+    std::optional<QuidOwner> owner;
     if (origin_ + at - object > far) {
-        if (const std::optional<QuidOwner> owner = readFrom(object, at, end, skimOwner)) {
-            return *owner;
-        }
+        owner = readFrom(object, at, end, skimOwner);
+    } else if (isInMemory) {
+        owner = readUsualOwner(text_.data() + (object - origin_), object, origin_ + at);
+    }
+    if (owner) {
+        return *owner;
     }
     return readFrom(object, at, end, readOwner);
 }

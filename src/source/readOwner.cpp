@@ -1,6 +1,6 @@
 #include "source/readOwner.h"
 
-#include "notation/Reader.h"
+#include "notation/ReaderLines.h"
 
 #include <utility>
 #include <vector>
@@ -28,6 +28,7 @@ private:
 struct Open {
     std::uint64_t begin;
     std::uint64_t headEnd;
+    Construct construct;
 };
 
 /// The constructs that have begun and not ended. Offsets are those of the local source.
@@ -36,6 +37,8 @@ public:
     OpenConstructs() { open_.reserve(usualDepth); }
 
     [[nodiscard]] bool isEmpty() const { return open_.empty(); }
+    [[nodiscard]] std::size_t depth() const { return open_.size(); }
+    [[nodiscard]] bool isInObject() const { return !isEmpty() && innermost().construct == Construct::object; }
     [[nodiscard]] const Open& innermost() const { return open_.back(); }
 
     /// A property, or an object without a name before it, begins.
@@ -45,7 +48,7 @@ public:
         }
     }
     void start(std::uint64_t begin, Construct construct) {
-        open_.push_back({begin, 0});
+        open_.push_back({begin, 0, construct});
         isInHead_ = construct == Construct::object;
     }
     void end(std::size_t count) {
@@ -84,7 +87,64 @@ notation::Reader::Settings settingsFor(std::size_t window) {
     return settings;
 }
 
+/// Passes a property of an object that is in one of the most usual forms, and returns the token of the next line; null
+/// for any other line. `end` receives the first of the parentheses at the end of the line.
+const char* passProperty(const char* token, const char*& end) {
+    end = notation::LineParser::passScalar(token, notation::LineParser::Glance(token));
+    if (end == nullptr) {
+        return nullptr;
+    }
+    const char* const lineEnd = notation::endOfEnds(end);
+    return *lineEnd == '\n' ? notation::runs::endOfBlanks(lineEnd + 1) : nullptr;
+}
+
 } // namespace
+
+std::optional<QuidOwner> readUsualOwner(const char* text, std::uint64_t object, std::uint64_t quid) {
+    using Reading = QuidOwner::Reading;
+    const char* const last = text + (quid - object);
+    const auto offsetOf = [&](const char* at) { return object + static_cast<std::uint64_t>(at - text); };
+    OpenConstructs open;
+    notation::Line line;
+    notation::LineStart next{.token = text};
+    do {
+        const char* ends = nullptr;
+        const char* after = open.isInObject() && next.token < last ? passProperty(next.token, ends) : nullptr;
+        if (after != nullptr && notation::beginsLine(*after)) {
+            const auto count = static_cast<std::size_t>(notation::endOfEnds(ends) - ends);
+            if (count > open.depth()) {
+                return std::nullopt;
+            }
+            open.endHead(offsetOf(next.token));
+            open.end(count);
+            next.token = after;
+            continue;
+        }
+        notation::LineParser parser(next.token, line);
+        ends = parser.parse(!open.isInObject());
+        if (ends == nullptr) {
+            return std::nullopt;
+        }
+        if (next.token >= last) {
+            if (next.token != last || !open.isInObject() || line.kind != EventKind::text) {
+                return std::nullopt;
+            }
+            open.endHead(quid);
+            return QuidOwner{Reading::quid, open.innermost().begin, open.innermost().headEnd};
+        }
+        const char* const end = notation::endOfEnds(ends);
+        line.place.offset = offsetOf(next.token);
+        line.valueBegin = offsetOf(parser.value());
+        line.ends = static_cast<std::uint32_t>(end - ends);
+        next.begin = notation::endOfLine(end);
+        if (line.ends > open.depth() + (line.isStart() ? 1 : 0) || next.begin == nullptr ||
+            !notation::findToken(next, line.isObject() && line.ends == 0)) {
+            return std::nullopt;
+        }
+        take(line, open);
+    } while (!open.isEmpty());
+    return QuidOwner{.reading = Reading::ended};
+}
 
 QuidOwner readOwner(notation::ByteSource& text, std::uint64_t object, std::uint64_t quid, std::size_t window) {
     using Reading = QuidOwner::Reading;
