@@ -142,6 +142,9 @@ void ClassTables::link(const std::vector<const KelGeneralization*>& generalizati
         }
     }
     for (Row& row : classes_) { // each supertype once, the first time
+        if (row.supertypes.size() < 2) {
+            continue;
+        }
         std::vector<Supertype> sorted = row.supertypes;
         std::ranges::stable_sort(sorted, {}, &Supertype::number);
         const auto isRepeated = [&](const Supertype& one) {

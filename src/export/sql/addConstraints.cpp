@@ -55,7 +55,8 @@ private:
     const NameStyle& style_;
     NameSpace& relations_;
     Schema& schema_;
-    std::string text_;                                                          // of the constraint that is being named
+    std::string text_;                  // of the constraint that is being named
+    std::vector<const Columns*> begun_; // what an index of the table begins with
     std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> foreignKeys_; // by table, indexes into the plan's
 };
 
@@ -92,7 +93,8 @@ void ConstraintMaker::addKeys(std::uint32_t table) {
     const PlannedTable& planned = plan_.tables[table];
     Table& made = schema_.tables[table];
     const KelObject* element = planned.primary.key != nullptr ? planned.primary.key : planned.element;
-    made.primary = Key{.name = relations_.make("pk_" + made.name.text).text,
+    text_.assign("pk_").append(made.name.text);
+    made.primary = Key{.name = relations_.make(text_).text,
                        .columns = layout_.tables[table].keyColumns,
                        .rule = planned.keyPlan == KeyPlan::made        ? Rule::madeKey
                                : planned.keyPlan == KeyPlan::inherited ? Rule::inheritedKey
@@ -130,7 +132,11 @@ void ConstraintMaker::addReference(std::uint32_t table, const PlannedColumn& pla
 }
 
 void ConstraintMaker::addForeignKeys(std::uint32_t table) {
-    for (const std::uint32_t index : foreignKeys_[table]) {
+    const auto keys = foreignKeys_.find(table);
+    if (keys == foreignKeys_.end()) {
+        return;
+    }
+    for (const std::uint32_t index : keys->second) {
         const PlannedForeignKey& key = plan_.foreignKeys[index];
         const Columns columns = layout_.tables[table].columnsOf(key.columns);
         const std::string name =
@@ -182,12 +188,12 @@ void ConstraintMaker::addIndexesAndChecks(std::uint32_t table) {
             made.columns[column].isKey = true;
         }
     };
-    std::vector<const Columns*> begun{&made.primary->columns}; // what an index begins with
-    std::ranges::for_each(made.uniques, [&](const Key& key) { begun.push_back(&key.columns); });
+    begun_.assign(1, &made.primary->columns);
+    std::ranges::for_each(made.uniques, [&](const Key& key) { begun_.push_back(&key.columns); });
     std::set<Columns> indexed;
     for (const Reference& reference : made.references) {
         mark(reference.columns);
-        const bool hasIndex = std::ranges::any_of(begun, [&](const Columns* columns) {
+        const bool hasIndex = std::ranges::any_of(begun_, [&](const Columns* columns) {
             return columns->size() >= reference.columns.size() &&
                    std::equal(reference.columns.begin(), reference.columns.end(), columns->begin());
         });
@@ -196,7 +202,7 @@ void ConstraintMaker::addIndexesAndChecks(std::uint32_t table) {
                 {constraint("ix_", table, joinedNames(table, reference.columns)), reference.columns});
         }
     }
-    std::ranges::for_each(begun, [&](const Columns* columns) { mark(*columns); });
+    std::ranges::for_each(begun_, [&](const Columns* columns) { mark(*columns); });
     for (Column& column : made.columns) {
         if (column.values != nullptr) {
             column.check = constraint("ck_", table, column.name.text);

@@ -4,8 +4,10 @@
 #include "host/model/KelAssociationRole.h"
 #include "host/model/KelClass.h"
 #include "host/model/KelDesignPackage.h"
+#include "text/utf8.h"
 
 #include <algorithm>
+#include <deque>
 #include <map>
 #include <memory>
 #include <set>
@@ -82,11 +84,15 @@ private:
 
 void ColumnMaker::sortById() {
     std::vector<Ranked> ranked;
+    ranked.reserve(plan_.tables.size());
     for (std::uint32_t table = 0; table < plan_.tables.size(); ++table) {
         const bool isJoin = plan_.tables[table].rule == Rule::joinTable;
         ranked.emplace_back(isJoin, ids_.viewOf(*plan_.tables[table].element), table);
     }
-    std::ranges::sort(ranked);
+    if (!std::ranges::is_sorted(ranked)) { // as quids often are, which a tool counts up
+        std::ranges::sort(ranked);
+    }
+    byId_.reserve(ranked.size());
     for (const auto& [isJoin, id, table] : ranked) {
         byId_.push_back(table);
     }
@@ -95,18 +101,21 @@ void ColumnMaker::sortById() {
 void ColumnMaker::nameTables() {
     const std::size_t count = plan_.tables.size();
     schema_.tables.resize(count);
-    relations_.reserve(2 * count); // each table and its primary key
+    relations_.reserve(3 * count); // each table, its primary key and the sequence of that
     std::vector<std::string> texts(count);
-    std::vector<std::string> names(count);                                // of classes
+    std::deque<std::string> repaired;
     tsl::robin_map<std::string_view, std::uint32_t, KelTextHash> firstOf; // by name
     std::map<std::uint32_t, std::vector<std::uint32_t>> sameName;         // by the first of several
     firstOf.reserve(count);
     for (std::uint32_t table = 0; table < count; ++table) {
         const PlannedTable& planned = plan_.tables[table];
         if (planned.rule != Rule::joinTable) {
-            names[table] = utf8(planned.element->getName());
-            texts[table] = styled(names[table], style_);
-            if (const auto [first, isNew] = firstOf.try_emplace(names[table], table); !isNew) {
+            std::string_view name = planned.element->getName().view();
+            if (!text::isValidUtf8(name)) {
+                name = repaired.emplace_back(text::repairedUtf8(name));
+            }
+            texts[table] = styled(name, style_);
+            if (const auto [first, isNew] = firstOf.try_emplace(name, table); !isNew) {
                 sameName.try_emplace(first->second, 1, first->second).first->second.push_back(table);
             }
             continue;
@@ -153,8 +162,10 @@ void ColumnMaker::nameTables() {
 
 void ColumnMaker::orderTables() {
     std::vector<bool> isDone(plan_.tables.size(), false);
+    order_.reserve(plan_.tables.size());
+    std::vector<std::uint32_t> path;
     for (std::uint32_t start = 0; start < plan_.tables.size(); ++start) {
-        std::vector<std::uint32_t> path;
+        path.clear();
         std::uint32_t table = start;
         while (table != noTable && !isDone[table]) {
             isDone[table] = true;

@@ -160,15 +160,15 @@ void ReferencePlanner::addForeignKey(std::uint32_t table, const KelForeignKey& k
         isPossible = columns.has_value();
         planned.targetColumns = columns.value_or(std::vector<std::uint32_t>());
         for (const KelAttribute* copy : copiesOf(key, *target)) {
-            const auto found = plan_.tables[table].columnOf.find(copy);
-            isPossible = isPossible && found != plan_.tables[table].columnOf.end();
+            const std::uint32_t column = plan_.tables[table].columnOf(copy);
+            isPossible = isPossible && column != noColumn;
             if (isPossible) {
-                planned.columns.push_back(found->second);
-                const PlannedColumn& from = plan_.tables[table].attributes[found->second];
+                planned.columns.push_back(column);
+                const PlannedColumn& from = plan_.tables[table].attributes[column];
                 const PlannedColumn& to =
                     plan_.tables[targetTable].attributes[planned.targetColumns[planned.columns.size() - 1]];
                 isPossible = from.target == noTable && areComparable(from.type, to.type) &&
-                             std::ranges::count(planned.columns, found->second) == 1;
+                             std::ranges::count(planned.columns, column) == 1;
             }
         }
     }

@@ -62,6 +62,7 @@ private:
     void decide(Topic topic, std::string text) { schema_.decisions.push_back({topic, std::move(text)}); }
 
     void planTables();
+    [[nodiscard]] const std::vector<std::uint32_t>& ownersOf(const PlannedTable& planned);
     void addColumns(std::uint32_t table);
     void addAttributes(std::uint32_t table, std::uint32_t owner, Rule rule);
     void addAttribute(std::uint32_t table, const KelAttribute& attribute, Rule rule);
@@ -81,10 +82,11 @@ private:
     std::unordered_map<const void*, const Values*> values_; // by class or type
     std::unordered_map<const KelType*, std::optional<ColumnType>> known_;
     std::unordered_set<const KelObject*> told_;
+    std::vector<std::uint32_t> owners_;
 };
 
 void Planner::planTables() {
-    std::vector<std::uint32_t> order;
+    plan_.tables.reserve(classes_.count());
     for (std::uint32_t number = 0; number < classes_.count(); ++number) {
         const bool isTable = classes_.isStored(number) && (!isSingle() || classes_.rootOf(number) == number) &&
                              (!isConcrete() || !classes_.at(number).isAbstract);
@@ -129,13 +131,22 @@ void Planner::planTables() {
     }
 }
 
-void Planner::addColumns(std::uint32_t table) {
-    const std::vector<std::uint32_t> rows = plan_.tables[table].classes;
-    std::vector<std::uint32_t> owners;
-    for (const std::uint32_t number : rows) {
-        const std::vector<std::uint32_t> line = isConcrete() ? classes_.lineOf(number) : std::vector{number};
-        owners.insert(owners.end(), line.begin(), line.end());
+/// The classes whose attributes and keys the table has, each class itself last. Valid until the next call.
+const std::vector<std::uint32_t>& Planner::ownersOf(const PlannedTable& planned) {
+    if (!isConcrete()) {
+        return planned.classes;
     }
+    owners_.clear();
+    for (const std::uint32_t number : planned.classes) {
+        const std::vector<std::uint32_t> line = classes_.lineOf(number);
+        owners_.insert(owners_.end(), line.begin(), line.end());
+    }
+    return owners_;
+}
+
+void Planner::addColumns(std::uint32_t table) {
+    const std::vector<std::uint32_t>& owners = ownersOf(plan_.tables[table]);
+    const std::uint32_t first = plan_.tables[table].classes.front();
     std::unordered_map<std::uint32_t, bool> taken;
     for (const std::uint32_t owner : owners) {
         for (const std::uint32_t above : classes_.unstoredSupertypes(owner)) {
@@ -146,11 +157,14 @@ void Planner::addColumns(std::uint32_t table) {
     }
     for (const std::uint32_t owner : owners) {
         addAttributes(table, owner,
-                      owner == rows.front() || !isConcrete() ? Rule::attribute : Rule::inheritedAttribute);
+                      owner == first || !isConcrete() ? Rule::attribute : Rule::inheritedAttribute);
     }
 }
 
 void Planner::addAttributes(std::uint32_t table, std::uint32_t owner, Rule rule) {
+    if (classes_.at(owner).attributes().count() == 0) {
+        return;
+    }
     std::vector<const KelAttribute*> attributes;
     for (const KelAttribute* attribute : classes_.at(owner).attributes()) {
         attributes.push_back(attribute);
@@ -195,7 +209,6 @@ void Planner::addAttribute(std::uint32_t table, const KelAttribute& attribute, R
             decide(Topic::byDefault, qualifiedName(attribute) + " = " + initialValue);
         }
     }
-    planned.columnOf.try_emplace(&attribute, static_cast<std::uint32_t>(planned.attributes.size()));
     planned.attributes.push_back(std::move(column));
 }
 
@@ -279,11 +292,7 @@ const Values* Planner::valuesOfType(const KelType* type) {
 void Planner::addKeys(std::uint32_t table) {
     PlannedTable& planned = plan_.tables[table];
     const bool isNatural = choices_.key == "natural";
-    std::vector<std::uint32_t> owners; // the class itself last
-    for (const std::uint32_t number : planned.classes) {
-        const std::vector<std::uint32_t> line = isConcrete() ? classes_.lineOf(number) : std::vector{number};
-        owners.insert(owners.end(), line.begin(), line.end());
-    }
+    const std::vector<std::uint32_t>& owners = ownersOf(planned);
     const std::uint32_t first = planned.classes.front();
     if (isJoined() && !classes_.supertypes(first).empty()) {
         planned.keyPlan = KeyPlan::inherited;
@@ -322,14 +331,19 @@ void Planner::addKeys(std::uint32_t table) {
 
 } // namespace
 
+std::uint32_t PlannedTable::columnOf(const KelAttribute* attribute) const {
+    const auto found = std::ranges::find(attributes, attribute, &PlannedColumn::element);
+    return found != attributes.end() ? static_cast<std::uint32_t>(found - attributes.begin()) : noColumn;
+}
+
 std::optional<std::vector<std::uint32_t>> columnsOf(const KelKey& key, const PlannedTable& planned) {
     std::vector<std::uint32_t> columns;
     for (const KelAttribute* attribute : key.attributes()) {
-        const auto found = planned.columnOf.find(attribute);
-        if (found == planned.columnOf.end() || planned.attributes[found->second].target != noTable) {
+        const std::uint32_t column = planned.columnOf(attribute);
+        if (column == noColumn || planned.attributes[column].target != noTable) {
             return std::nullopt;
         }
-        columns.push_back(found->second);
+        columns.push_back(column);
     }
     return columns.empty() || columns.size() > mostKeyColumns ? std::nullopt : std::optional(std::move(columns));
 }
