@@ -32,12 +32,21 @@ std::string folded(std::string_view name) {
     return result;
 }
 
+constexpr std::size_t blockSize = 16; // of bytes that are folded together
+
 /// What `folded` returns, which is in `buffer` if it fits there.
 std::string_view foldedIn(std::span<char> buffer, std::string_view name, std::string& longer) {
     if (name.size() > buffer.size() || !text::isAscii(name)) {
         return longer = folded(name);
     }
-    std::ranges::transform(name, buffer.begin(), text::lower);
+    std::size_t at = 0;
+    for (; at + blockSize <= name.size(); at += blockSize) {
+        for (std::size_t index = 0; index < blockSize; ++index) { // which the compiler does at once
+            buffer[at + index] = text::lower(name[at + index]);
+        }
+    }
+    std::transform(name.begin() + static_cast<std::ptrdiff_t>(at), name.end(),
+                   buffer.begin() + static_cast<std::ptrdiff_t>(at), text::lower);
     return {buffer.data(), name.size()};
 }
 
@@ -50,6 +59,12 @@ bool isReserved(std::string_view name, const NameRules& rules) {
     std::array<char, usualLength> buffer;
     std::string longer;
     return std::ranges::binary_search(rules.reserved, foldedIn(buffer, name, longer));
+}
+
+/// A bit for the length, of all great ones the same.
+std::uint64_t lengthBit(std::string_view text) {
+    constexpr std::size_t most = 63;
+    return std::uint64_t{1} << std::min(text.size(), most);
 }
 
 /// Whether the name, which is valid UTF-8, needs no quotes for its characters.
@@ -142,6 +157,42 @@ std::string UniqueNames::make(std::string_view text) {
     }
     taken_[taken] = number;
     return made;
+}
+
+void UniqueNames::clear() {
+    constexpr std::size_t most = 64; // places to be cleared; more are given back
+    if (taken_.bucket_count() > most) {
+        taken_ = Taken();
+        taken_.max_load_factor(mostLoad);
+    } else {
+        taken_.clear();
+    }
+    keys_.release();
+}
+
+Quoting::Quoting(const NameRules& rules) : rules_(rules) {
+    for (std::size_t byte = 0; byte < asciiCount; ++byte) {
+        isAllowed_[byte] = rules.allows(static_cast<int>(byte), false);
+        isAllowedFirst_[byte] = rules.allows(static_cast<int>(byte), true);
+    }
+    for (const std::string_view word : rules.reserved) {
+        reserved_[static_cast<unsigned char>(word.front())] |= lengthBit(word);
+    }
+}
+
+bool Quoting::needsQuotes(std::string_view name) const {
+    if (rules_.quote == 0) {
+        return false;
+    }
+    if (name.empty() || !text::isAscii(name)) {
+        return exporter::needsQuotes(name, rules_);
+    }
+    const auto isAllowed = [this](char byte) { return isAllowed_[static_cast<unsigned char>(byte)]; };
+    if (!isAllowedFirst_[static_cast<unsigned char>(name.front())] || !std::ranges::all_of(name.substr(1), isAllowed)) {
+        return true;
+    }
+    const auto first = static_cast<unsigned char>(text::lower(name.front()));
+    return (reserved_[first] & lengthBit(name)) != 0 && isReserved(name, rules_);
 }
 
 bool needsQuotes(std::string_view name, const NameRules& rules) {

@@ -2,6 +2,7 @@
 
 #include "host/text/KelTextHash.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory_resource>
@@ -41,14 +42,18 @@ struct NameRules {
 /// the number of names that were made from texts with such endings.
 class UniqueNames {
 public:
-    explicit UniqueNames(const NameRules& rules) : rules_(rules) {}
+    explicit UniqueNames(const NameRules& rules) : rules_(rules) { taken_.max_load_factor(mostLoad); }
 
     /// For so many names.
     void reserve(std::size_t count) { taken_.reserve(count); }
+    /// Frees all names.
+    void clear();
     /// A name that was not returned before, without quotes.
     [[nodiscard]] std::string make(std::string_view text);
 
 private:
+    static constexpr float mostLoad = 0.8F; // memory costs more here than a longer way in the table
+
     using Taken = tsl::robin_map<std::string_view, std::uint64_t, KelTextHash>;
 
     std::pair<Taken::iterator, bool> take(std::string_view name);
@@ -56,6 +61,22 @@ private:
     const NameRules& rules_;
     std::pmr::monotonic_buffer_resource keys_{128}; // folded names; small, as there are as many name spaces as tables
     Taken taken_;                                   // by these; with the last number appended to each
+};
+
+/// Tells as `needsQuotes` which names need quotes. For names of ASCII characters, rules are looked up in tables.
+class Quoting {
+public:
+    explicit Quoting(const NameRules& rules);
+
+    [[nodiscard]] bool needsQuotes(std::string_view name) const;
+
+private:
+    static constexpr std::size_t asciiCount = 128;
+
+    const NameRules& rules_;
+    std::array<bool, asciiCount> isAllowed_{};
+    std::array<bool, asciiCount> isAllowedFirst_{};
+    std::array<std::uint64_t, asciiCount> reserved_{}; // by the first byte: a bit for each length, of 63 and more one
 };
 
 /// Whether the name is reserved, or holds characters that are not allowed without quotes; never without such a form.

@@ -36,6 +36,8 @@ public:
 
     /// For so many names.
     void reserve(std::size_t count) { names_.reserve(count); }
+    /// Frees all names.
+    void clear() { names_.clear(); }
     /// A name made from a text in the style, as `UniqueNames::make` does.
     [[nodiscard]] Name make(std::string_view styledText);
 

@@ -28,7 +28,7 @@ constexpr std::array toldOptions{"dialect"sv, "tables"sv, "inheritance"sv, "key"
 class Script {
 public:
     Script(const Schema& schema, const Dialect& dialect, text::BufferedOutput& output)
-        : schema_(schema), dialect_(dialect), output_(output) {}
+        : schema_(schema), dialect_(dialect), quoting_(dialect.rules), output_(output) {}
 
     void writeHead(const ScriptHead& head);
     void writeTable(const Table& table);
@@ -43,7 +43,7 @@ private:
     }
     /// The name, in quotes where it needs them.
     void putName(std::string_view text) {
-        if (needsQuotes(text, dialect_.rules)) {
+        if (quoting_.needsQuotes(text)) {
             put(quotedName(text, dialect_.rules));
         } else {
             put(text);
@@ -54,13 +54,16 @@ private:
     void putComment(std::string_view text, std::string_view before);
     void putColumn(const Table& table, std::uint32_t index);
     void putReference(const Reference& reference);
-    [[nodiscard]] std::string name(std::string_view text) const { return quotedName(text, dialect_.rules); }
+    [[nodiscard]] std::string name(std::string_view text) const {
+        return quoting_.needsQuotes(text) ? quotedName(text, dialect_.rules) : std::string(text);
+    }
     [[nodiscard]] std::string valueOf(const Column& column) const;
     [[nodiscard]] std::string typeOf(const Table& table, std::uint32_t index) const;
     [[nodiscard]] std::string checkOf(const Column& column) const;
 
     const Schema& schema_;
     const Dialect& dialect_;
+    Quoting quoting_;
     text::BufferedOutput& output_;
 };
 

@@ -37,16 +37,22 @@ public:
         for (const std::uint32_t table : order_) {
             layKey(table);
         }
+        NameSpace names(NameSpace::Kind::columns, style_); // of one table after the other
         for (const std::uint32_t table : order_) {
             layRest(table);
-            nameOwnColumns(table);
-            if (!hasNamesLeft(table)) {
-                names_[table].reset();
+            if (hasNamesLeft(table)) {
+                names_[table] = std::make_unique<NameSpace>(NameSpace::Kind::columns, style_);
+                nameOwnColumns(table, *names_[table]);
+            } else {
+                names.clear();
+                nameOwnColumns(table, names);
             }
         }
         for (std::uint32_t table = 0; table < plan_.tables.size(); ++table) {
-            nameReferences(table);
-            names_[table].reset();
+            if (names_[table] != nullptr) {
+                nameReferences(table);
+                names_[table].reset();
+            }
         }
         return {std::move(layouts_), std::move(byId_)};
     }
@@ -65,7 +71,7 @@ private:
     [[nodiscard]] bool isSplit(const PlannedColumn& attribute) const {
         return attribute.target != noTable && layouts_[attribute.target].keyTypes.size() != 1;
     }
-    void nameOwnColumns(std::uint32_t table);
+    void nameOwnColumns(std::uint32_t table, NameSpace& names);
     [[nodiscard]] bool hasNamesLeft(std::uint32_t table) const;
     void nameReferences(std::uint32_t table);
     void nameReference(std::uint32_t table, const PlannedColumn& planned, const ColumnSpan& span);
@@ -79,7 +85,7 @@ private:
     std::vector<std::uint32_t> byId_;
     std::vector<std::uint32_t> order_; // tables behind those whose keys they inherit
     std::vector<TableLayout> layouts_;
-    std::vector<std::unique_ptr<NameSpace>> names_;
+    std::vector<std::unique_ptr<NameSpace>> names_; // of tables with columns that wait for the names of keys
 };
 
 void ColumnMaker::sortById() {
@@ -294,11 +300,9 @@ std::vector<std::uint32_t> ColumnMaker::attributesById(const PlannedTable& plann
     return order;
 }
 
-void ColumnMaker::nameOwnColumns(std::uint32_t table) {
+void ColumnMaker::nameOwnColumns(std::uint32_t table, NameSpace& names) {
     const PlannedTable& planned = plan_.tables[table];
     std::vector<Column>& columns = schema_.tables[table].columns;
-    names_[table] = std::make_unique<NameSpace>(NameSpace::Kind::columns, style_);
-    NameSpace& names = *names_[table];
     for (const std::uint32_t index : attributesById(planned, false)) {
         columns[layouts_[table].attributes[index].first].name =
             names.make(styled(planned.attributes[index].name, style_));
