@@ -105,7 +105,11 @@ public:
             quids_.reserve(source->getCount());
         }
         walkModel(model, of == Of::all || source != nullptr ? documentParts : packageParts, *this);
-        ids_.ids_.reserve(elements_.size());
+        if (ids_.numbers_) {
+            ids_.numbered_.reserve(elements_.size());
+        } else {
+            ids_.ids_.reserve(elements_.size());
+        }
         for (const Element& element : elements_) {
             giveId(element);
         }
@@ -138,14 +142,28 @@ private:
     void leave(const KelObject& /*object*/) override { --depth_; }
 
     void giveId(const Element& element) {
-        const auto [id, isNew] = ids_.ids_.try_emplace(element.object);
+        const auto [id, isNew] = addId(*element.object);
         owners_.resize(element.depth);
         entered_ = std::min(entered_, owners_.size());
         if (isNew) {
             const bool hasOwnQuid = element.place != nullptr && (shared_.empty() || !shared_.contains(element.place));
-            id.value() = hasOwnQuid ? quidId(element.place->quid) : nameId(*element.object);
+            *id = hasOwnQuid ? quidId(element.place->quid) : nameId(*element.object);
         }
         owners_.push_back(element.object);
+    }
+
+    /// Where the id of an element is to be, and whether it is not there yet: an argument may have two owners.
+    std::pair<std::string_view*, bool> addId(const KelObject& object) {
+        if (!ids_.numbers_) {
+            const auto [id, isNew] = ids_.ids_.try_emplace(&object);
+            return {&id.value(), isNew};
+        }
+        if (const std::uint32_t number = ids_.numbers_->numberOf(object); number != 0) {
+            return {&ids_.numbered_[number - 1], false};
+        }
+        std::string_view& id = ids_.numbered_.emplace_back();
+        ids_.numbers_->give(object, static_cast<std::uint32_t>(ids_.numbered_.size()));
+        return {&id, true};
     }
 
     std::string_view quidId(std::string_view quid) {
@@ -184,7 +202,10 @@ private:
     std::string repaired_;
 };
 
-ElementIds::ElementIds(const KelModel& model, const source::SourceMap* source, Of of) {
+ElementIds::ElementIds(const KelModel& model, const source::SourceMap* source, Of of, Find find) {
+    if (find == Find::byNumber) {
+        numbers_.emplace();
+    }
     const Maker maker(*this, model, source, of);
 }
 

@@ -1,12 +1,15 @@
 #pragma once
 
+#include "host/model/KelNumbering.h"
 #include "host/model/links/KelPointerHash.h"
 
 #include <cstdint>
 #include <memory_resource>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <tsl/robin_map.h>
+#include <vector>
 
 class KelModel;
 class KelObject;
@@ -41,8 +44,12 @@ public:
     /// The elements that have ids; the ids are the same in both cases.
     enum class Of : std::uint8_t { all, packagesAndClasses };
 
+    /// How ids are found. By number is faster in a large model, and numbers the elements (`KelNumbering`): nothing else
+    /// must number them while the object lives.
+    enum class Find : std::uint8_t { byAddress, byNumber };
+
     /// Without a `source` (null) no quids are known. May throw `std::bad_alloc`.
-    ElementIds(const KelModel& model, const source::SourceMap* source, Of of = Of::all);
+    ElementIds(const KelModel& model, const source::SourceMap* source, Of of = Of::all, Find find = Find::byAddress);
     ElementIds(const ElementIds&) = delete;
     ElementIds& operator=(const ElementIds&) = delete;
 
@@ -50,6 +57,10 @@ public:
     [[nodiscard]] std::string idOf(const KelObject& element) const { return std::string(viewOf(element)); }
     /// The same without a copy; valid as long as this object.
     [[nodiscard]] std::string_view viewOf(const KelObject& element) const {
+        if (numbers_) {
+            const std::uint32_t number = numbers_->numberOf(element);
+            return number != 0 ? numbered_[number - 1] : std::string_view();
+        }
         const auto found = ids_.find(&element);
         return found != ids_.end() ? found->second : std::string_view();
     }
@@ -58,7 +69,9 @@ private:
     class Maker;
 
     std::pmr::monotonic_buffer_resource texts_; // of the ids
-    tsl::robin_map<const KelObject*, std::string_view, KelPointerHash> ids_;
+    std::optional<KelNumbering> numbers_;
+    std::vector<std::string_view> numbered_;                                 // by number, from 1 on
+    tsl::robin_map<const KelObject*, std::string_view, KelPointerHash> ids_; // without numbers
 };
 
 } // namespace exporter

@@ -101,7 +101,7 @@ private:
 
     void giveIds(const KelModel& model) {
         constexpr std::size_t shortLength = 8;
-        const ElementIds ids(model, nullptr, ElementIds::Of::packagesAndClasses);
+        const ElementIds ids(model, nullptr, ElementIds::Of::packagesAndClasses, ElementIds::Find::byNumber);
         tsl::robin_set<std::string_view> taken;
         taken.reserve(graph_.classes_.size());
         graph_.ids_.reserve(graph_.classes_.size());

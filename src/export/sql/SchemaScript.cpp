@@ -148,7 +148,8 @@ std::string Script::typeOf(const Table& table, std::uint32_t index) const {
         return std::string(dialect_.generatedType);
     }
     std::string type = typeText(column.type, column.isKey, dialect_);
-    const bool isWholeKey = table.primary && table.primary->columns.size() == 1 && table.primary->columns.front() == index;
+    const bool isWholeKey =
+        table.primary && table.primary->columns.size() == 1 && table.primary->columns.front() == index;
     if (isWholeKey && !dialect_.keyInteger.empty() && type == dialect_.keyInteger) {
         type = dialect_.naturalInteger;
     }

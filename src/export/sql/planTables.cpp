@@ -156,8 +156,7 @@ void Planner::addColumns(std::uint32_t table) {
         }
     }
     for (const std::uint32_t owner : owners) {
-        addAttributes(table, owner,
-                      owner == first || !isConcrete() ? Rule::attribute : Rule::inheritedAttribute);
+        addAttributes(table, owner, owner == first || !isConcrete() ? Rule::attribute : Rule::inheritedAttribute);
     }
 }
 

@@ -38,7 +38,7 @@ void checkSqlOptions(const OptionValues& options) {
 void writeSql(const ExportContext& context) {
     const OptionValues& options = context.options;
     const sql::Dialect& dialect = sql::findDialect(options.get("dialect"));
-    const ElementIds ids(context.model, context.source);
+    const ElementIds ids(context.model, context.source, ElementIds::Of::all, ElementIds::Find::byNumber);
     sql::addOmissions(context.model, context.omissions);
     const sql::Schema schema = sql::makeSchema(context.model, choicesOf(options), ids, context.omissions);
     text::BufferedOutput script(context.folder.open(""));
