@@ -15,7 +15,10 @@ using exporter::qualifiedName;
 
 /// A line with kind, qualified name and id for each element of a model.
 struct IdLines final : exporter::ModelVisitor {
-    explicit IdLines(const KelModel& model) : ids(model, nullptr) { walkModel(model, exporter::documentParts, *this); }
+    explicit IdLines(const KelModel& model, ElementIds::Find find = ElementIds::Find::byAddress)
+        : ids(model, nullptr, ElementIds::Of::all, find) {
+        walkModel(model, exporter::documentParts, *this);
+    }
     void enter(const KelObject& element) override {
         text += exporter::kindWord(element.elementType);
         text += " " + qualifiedName(element) + " " + ids.idOf(element) + "\n";
@@ -40,6 +43,9 @@ TEST(ElementIds, HashKindAndQualifiedName) {
     }
     EXPECT_EQ(std::ranges::count(lines, '\n'), 25);
     EXPECT_EQ(ElementIds(shop.model, nullptr).idOf(KelNote()), "");
+    const IdLines byNumber(shop.model, ElementIds::Find::byNumber);
+    EXPECT_EQ(byNumber.text, lines);
+    EXPECT_EQ(byNumber.ids.idOf(KelNote()), "");
 }
 
 /// A package P with a class A whose quid is known, an attribute in it, and a class B.

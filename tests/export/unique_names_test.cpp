@@ -65,6 +65,27 @@ TEST(UniqueNames, FollowTheRules) {
     EXPECT_EQ(others.make("A"), "A");
 }
 
+TEST(UniqueNames, NeedQuotesInTablesAsInRules) {
+    const exporter::Quoting quoting(sql);
+    for (const std::string_view name : {""sv, "price"sv, "Price"sv, "2x"sv, "x2"sv, "_"sv, "end"sv, "END"sv, "ends"sv,
+                                        "end_"sv, "e_2"sv, "a_2"sv, "a b"sv, "caf\u00E9"sv, "\x7F"sv, "\0"sv}) {
+        EXPECT_EQ(quoting.needsQuotes(name), needsQuotes(name, sql)) << name;
+    }
+    EXPECT_FALSE(exporter::Quoting(aliases).needsQuotes("a b"));
+}
+
+// As new names of a few or of many before it.
+TEST(UniqueNames, AreFreeAfterClear) {
+    UniqueNames names(sql);
+    for (int count : {3, 300, 3}) {
+        for (int number = 0; number < count; ++number) {
+            EXPECT_EQ(names.make("n" + std::to_string(number) + "x"), "n" + std::to_string(number) + "x");
+        }
+        EXPECT_EQ(names.make("n0x"), "n0x_2");
+        names.clear();
+    }
+}
+
 /// A character, what takes its place in a name with quotes and in one without, and its lower case.
 struct Piece {
     std::string_view text;

@@ -1,8 +1,10 @@
 #include "host/model/KelTraversalOperation.h"
+#include "notation/InputWindow.h"
 #include "scanner/RealModels.h"
 #include "source/QuidSearch.h"
 #include "source/makeQuidMap.h"
 #include "source/makeSourceMap.h"
+#include "source/readOwner.h"
 #include "support/ImportedModel.h"
 #include "units/PieceMap.h"
 
@@ -220,6 +222,32 @@ TEST(QuidMap, HasTheQuidsThatReadingGives) {
         EXPECT_EQ(isSearchLost(path), one.isLost);
     }
     std::filesystem::remove(path);
+}
+
+// Where lines are read in place, the result is that of the reader, whatever takes the place of a byte.
+TEST(QuidMap, IsReadInPlaceAsByTheReader) {
+    const std::string head = "(object Class \"A\" @3\n  attributes (list Attribute_Set\n    (object Attribute\n"
+                             "      tool \"IDL\"\n      value (value Text \"T\")))\n  size 4\n  at (1, -2)\n  ";
+    const std::string rest = "quid \"3C5A\")\n" + std::string(notation::InputWindow::readable, ' ');
+    int read = 0;
+    for (std::size_t at = 0; at < head.size(); ++at) {
+        for (const char byte : {head[at], ' ', '\n', '(', ')', '"', '|', ',', '#', '\\', '\r', '\0', 'q', '\xE9'}) {
+            std::string text = head + rest;
+            text[at] = byte;
+            notation::MemorySource source(text);
+            const source::QuidOwner expected = source::readOwner(source, 100, 100 + head.size(), 16'384);
+            const auto owner = source::readUsualOwner(text.data(), 100, 100 + head.size());
+            if (!owner) {
+                EXPECT_NE(text, head + rest);
+                continue;
+            }
+            ++read;
+            EXPECT_EQ(owner->reading, expected.reading) << text;
+            EXPECT_EQ(owner->begin, expected.begin) << text;
+            EXPECT_EQ(owner->headEnd, expected.headEnd) << text;
+        }
+    }
+    EXPECT_GT(read, 300);
 }
 
 // The model has the quid of its design or, without one, that of the first object.
