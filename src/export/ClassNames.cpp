@@ -28,9 +28,9 @@ public:
 
 } // namespace
 
-ClassNames::ClassNames(const KelModel& model) {
+void ClassNames::collect() const {
     ClassList list;
-    walkModel(model, documentParts, list);
+    walkModel(model_, documentParts, list);
     classes_.reserve(list.classes.size());
     byName_.reserve(list.classes.size());
     for (const KelClass* one : list.classes) {
@@ -63,6 +63,7 @@ const KelClass* ClassNames::find(std::string_view name) const {
     if (name.empty()) {
         return nullptr;
     }
+    std::call_once(isCollected_, [this] { collect(); });
     // The name of a package and "::" are before every class's name.
     if (name.find(separator) != std::string_view::npos) {
         std::call_once(isSorted_, [this] { sortByEnd(); });
@@ -92,6 +93,7 @@ const KelClass* ClassNames::find(const KelType* type) const {
 }
 
 std::vector<const KelClass*> ClassNames::named(std::string_view name) const {
+    std::call_once(isCollected_, [this] { collect(); });
     std::vector<const KelClass*> classes;
     const auto found = byName_.find(name);
     for (Index at = found != byName_.end() ? found->second.first : none; at != none; at = classes_[at].next) {

@@ -18,12 +18,12 @@ namespace exporter {
 /// Finds the class of a model that the name of a type means. Types of a model are texts: one attribute in eight has a
 /// type with the name of a class and would else seem to be of a primitive type.
 ///
-/// Made in time proportional to the model's classes. The first search for a name with "::" takes time n log n of them,
-/// another one logarithmic time, and one for any other name constant time. The model must outlive it and not change.
-/// Reading it from several threads is safe.
+/// The first search takes time proportional to the model, and the first for a name with "::" takes n log n of the
+/// classes; after that one for such a name takes logarithmic time, and one for any other name constant time. The model
+/// must outlive it and not change. Reading it from several threads is safe.
 class ClassNames {
 public:
-    explicit ClassNames(const KelModel& model);
+    explicit ClassNames(const KelModel& model) : model_(model) {}
 
     /// The only class whose qualified name is `name`; else the only one whose qualified name ends with "::" and
     /// `name`, which must hold "::" itself; else the only one with this simple name. Null when there is none, and when
@@ -51,10 +51,15 @@ private:
         const KelClass* one;
     };
 
+    void collect() const;
     void sortByEnd() const;
 
-    std::vector<Named> classes_; // in the order of the JSON document
-    tsl::robin_map<std::string_view, Chain, KelTextHash> byName_;
+    const KelModel& model_;
+
+    // Made by the first search: models of classes without attributes need none.
+    mutable std::once_flag isCollected_;
+    mutable std::vector<Named> classes_; // in the order of the JSON document
+    mutable tsl::robin_map<std::string_view, Chain, KelTextHash> byName_;
 
     // Made by the first search that needs them: most models have no types with "::" in their names.
     mutable std::once_flag isSorted_;

@@ -65,7 +65,6 @@ public:
     void enter(const KelObject& object) override {
         if (object.elementType == KelElementType::classObject) {
             const auto& one = static_cast<const KelClass&>(object);
-            owner_.numbers_[&one] = owner_.count();
             owner_.classes_.push_back({.one = &one, .kind = kinds_.kindOf(one)});
         } else if (object.elementType == KelElementType::association) {
             owner_.associations_.push_back(static_cast<const KelAssociation*>(&object));
@@ -85,6 +84,10 @@ ClassTables::ClassTables(const KelModel& model, const ClassKinds& kinds, std::st
                          std::vector<Decision>& decisions) {
     Collection collection(*this, kinds);
     walkModel(model, documentParts, collection);
+    numbers_.reserve(classes_.size());
+    for (std::uint32_t number = 0; number < count(); ++number) {
+        numbers_[classes_[number].one] = number;
+    }
     choose(choice, omissions, decisions);
     link(collection.generalizations, omissions);
     cutCircles(decisions);
