@@ -169,6 +169,7 @@ private:
     PropertyTally& propertyOf(OpenObject& owner, std::string_view bytes);
     void count(Counts& counts, const Reason& reason);
     Entry& addEntry(OpenObject& object, const PropertyTally* property, const notation::Place& place);
+    void settleEntry(Entry& entry, OpenObject& object, const Reason& reason, std::string* detail);
     void tell(OpenObject& object);
     void settleProperty(Effects effects);
     void record(OpenObject& owner, PropertyTally& tally, const notation::Place& place, const Reason& reason,

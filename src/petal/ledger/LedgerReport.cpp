@@ -102,7 +102,7 @@ public:
 
     void take(const ledger::Ledger& ledger, const ledger::Entry& entry) override {
         attempt([&] { form_->writeEntry(ledger, entry, buffered_); });
-        if (keeper_ != nullptr) {
+        if (keeper_ != nullptr && keeper_->wants(*entry.reason)) {
             keeper_->take(ledger, entry);
         }
     }
