@@ -101,7 +101,7 @@ public:
     LedgerMerge(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model, const Choices& choices,
                 EntrySink* entries);
 
-    Ledger make();
+    Ledger make(const BeginReading& begin);
 
 private:
     using Effects = std::span<const source::Effect>;
@@ -213,6 +213,7 @@ private:
     const KelModel& model_;
     Choices choices_;
     EntrySink* sink_;
+    bool hasGroups_;                      // the sink wants them
     std::vector<BadByteSearch> searches_; // by file
     notation::Reader::TakeObject countsObject_;
     notation::Reader::TakeProperty takesProperty_;

@@ -218,7 +218,7 @@ void LedgerMerge::record(OpenObject& owner, PropertyTally& tally, const notation
 
 // Counts a property that has no entry.
 void LedgerMerge::group(PropertyTally& tally, const Reason& reason, std::uint32_t file, const notation::Place& place) {
-    if (sink_ == nullptr) {
+    if (!hasGroups_) {
         return;
     }
     auto group = tally.groups.begin();
