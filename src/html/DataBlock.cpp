@@ -24,7 +24,7 @@ struct Packed {
 };
 
 Packed packed(std::string_view bytes) {
-    constexpr int level = 6; // the next one takes half as long again, and saves a thirtieth
+    constexpr int level = 5; // the next one takes a third longer, and saves a twentieth to a twelfth
     const std::unique_ptr<libdeflate_compressor, FreeCompressor> compressor(libdeflate_alloc_compressor(level));
     if (compressor == nullptr) {
         throw std::bad_alloc();
@@ -35,21 +35,37 @@ Packed packed(std::string_view bytes) {
     return packed;
 }
 
-void putBase64(std::string_view bytes, text::BufferedOutput& output) {
+/// Writes the four digits of three bytes.
+void putDigits(std::string_view group, char* target) {
     constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    const auto byte = [&](std::size_t index) { return std::uint32_t{static_cast<unsigned char>(group[index])}; };
+    const std::uint32_t bits = byte(0) << 16U | byte(1) << 8U | byte(2);
+    target[0] = alphabet[bits >> 18U];
+    target[1] = alphabet[bits >> 12U & 63U];
+    target[2] = alphabet[bits >> 6U & 63U];
+    target[3] = alphabet[bits & 63U];
+}
+
+void putBase64(std::string_view bytes, text::BufferedOutput& output) {
     constexpr std::size_t groupSize = 3;
-    for (std::size_t at = 0; at < bytes.size(); at += groupSize) {
-        const std::string_view group = bytes.substr(at, groupSize);
-        std::uint32_t bits = 0;
-        for (std::size_t index = 0; index < groupSize; ++index) {
-            bits = bits << 8U | (index < group.size() ? static_cast<unsigned char>(group[index]) : 0U);
+    constexpr std::size_t groupsAtOnce = text::BufferedOutput::mostRoom / (groupSize + 1);
+    while (!bytes.empty()) {
+        const std::string_view some = bytes.substr(0, groupSize * groupsAtOnce);
+        bytes.remove_prefix(some.size());
+        char* target = output.room(text::BufferedOutput::mostRoom);
+        const std::size_t whole = some.size() - some.size() % groupSize;
+        for (std::size_t at = 0; at < whole; at += groupSize, target += groupSize + 1) {
+            putDigits(some.substr(at, groupSize), target);
         }
-        std::array<char, groupSize + 1> digits;
-        digits.fill('=');
-        for (std::size_t index = 0; index <= group.size(); ++index) {
-            digits[index] = alphabet[bits >> (18 - 6 * index) & 63U];
+        if (whole < some.size()) { // the last group of all
+            std::array<char, groupSize> last{};
+            const std::string_view rest = some.substr(whole);
+            std::ranges::copy(rest, last.begin());
+            putDigits({last.data(), last.size()}, target);
+            std::fill(target + rest.size() + 1, target + groupSize + 1, '=');
+            target += groupSize + 1;
         }
-        output.put({digits.data(), digits.size()});
+        output.putUntil(target);
     }
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "layout/Key.h"
+#include "notation/Listener.h"
 #include "units/UnitTree.h"
 
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <memory_resource>
 #include <string>
@@ -103,6 +105,10 @@ class NotationTree {
 public:
     /// Throws `std::system_error` when a file cannot be read.
     explicit NotationTree(const units::UnitTree& files);
+    /// Of a model without units, from a reading that is not its own: `read` is called once, and passes the model's file
+    /// on to its parameter. Throws what `read` throws.
+    using Reading = std::function<void(notation::Listener& listener)>;
+    NotationTree(const units::UnitTree& files, const Reading& read);
     NotationTree(const NotationTree&) = delete;
     NotationTree& operator=(const NotationTree&) = delete;
     ~NotationTree();

@@ -85,11 +85,13 @@ std::string nameBeside(const std::filesystem::path& file, const std::filesystem:
 } // namespace
 
 /// Reads the files one after the other, then puts the contents of the units in their places.
-class NotationTree::Loader {
+class NotationTree::Loader final : public notation::Listener {
 public:
     Loader(NotationTree& tree, const units::UnitTree& files) : tree_(tree), files_(files) {}
 
-    void load() {
+    /// `read` is called for each file, with the loader, once that is ready to take it.
+    template <class Read>
+    void load(const Read& read) {
         tree_.nodes_.add();
         open_.push_back({noNode, noNode, false});
         contents_.resize(files_.files.size(), noNode);
@@ -97,10 +99,54 @@ public:
         for (file_ = 0; file_ < files_.files.size(); ++file_) {
             const units::ResolvedFile& file = files_.files[file_];
             tree_.fileNames_.push_back(file_ == 0 ? std::string() : nameBeside(file.path, files_.files[0].path));
-            read(file);
+            KelTextDecoder decoder(units::encodingOf(file.contents.charSet));
+            decoder_ = &decoder;
+            begin();
+            read(file, *this);
+            finishText();
         }
         for (const auto& [reference, file] : places_) {
             putInPlace(reference, contents_[file]);
+        }
+    }
+
+    void take(const Line& line) override {
+        finishText();
+        if (line.isStart()) {
+            if (!skips(line.key)) {
+                start(line);
+            }
+        } else if (line.kind != EventKind::end && skipped_ == 0) {
+            value(line);
+        }
+        for (std::uint32_t end = 0; end < line.ends; ++end) {
+            this->end();
+        }
+    }
+
+    void take(const Event& event) override {
+        if (event.continues) {
+            if (filling_ != noNode) {
+                pending_.append(event.startsLine ? "\n" : "").append(event.text);
+            }
+            return;
+        }
+        if (event.kind == EventKind::damage) {
+            if (Damages& damages = tree_.damages_; damages.count++ == 0) {
+                damages.file = static_cast<std::uint32_t>(file_);
+                damages.first = notation::damageLine(*event.damage);
+            }
+            return;
+        }
+        finishText();
+        if (event.kind == EventKind::end) {
+            end();
+        } else if (event.kind == EventKind::start) {
+            if (!skips(event.key)) {
+                start(event);
+            }
+        } else if (skipped_ == 0) {
+            value(event);
         }
     }
 
@@ -126,66 +172,13 @@ private:
         std::uint64_t offset;
     };
 
-    void read(const units::ResolvedFile& file) {
-        units::OpenFile source(file.path);
-        notation::Reader reader(source);
-        KelTextDecoder decoder(units::encodingOf(file.contents.charSet));
-        decoder_ = &decoder;
+    /// Readies itself for the next file.
+    void begin() {
         decoded_.fill({});
         unit_ = 0;
         open_.resize(1);
         open_[0].isView = isInView_[file_];
         skipped_ = 0;
-        for (;;) {
-            if (const Line* line = reader.nextLine()) {
-                take(*line);
-            } else if (reader.next()) {
-                take(reader.event());
-            } else {
-                break;
-            }
-        }
-        finishText();
-    }
-
-    void take(const Line& line) {
-        finishText();
-        if (line.isStart()) {
-            if (!skips(line.key)) {
-                start(line);
-            }
-        } else if (line.kind != EventKind::end && skipped_ == 0) {
-            value(line);
-        }
-        for (std::uint32_t end = 0; end < line.ends; ++end) {
-            this->end();
-        }
-    }
-
-    void take(const Event& event) {
-        if (event.continues) {
-            if (filling_ != noNode) {
-                pending_.append(event.startsLine ? "\n" : "").append(event.text);
-            }
-            return;
-        }
-        if (event.kind == EventKind::damage) {
-            if (Damages& damages = tree_.damages_; damages.count++ == 0) {
-                damages.file = static_cast<std::uint32_t>(file_);
-                damages.first = notation::damageLine(*event.damage);
-            }
-            return;
-        }
-        finishText();
-        if (event.kind == EventKind::end) {
-            end();
-        } else if (event.kind == EventKind::start) {
-            if (!skips(event.key)) {
-                start(event);
-            }
-        } else if (skipped_ == 0) {
-            value(event);
-        }
     }
 
     /// Whether the construct that starts is left out.
@@ -428,7 +421,23 @@ double Node::number() const {
 }
 
 NotationTree::NotationTree(const units::UnitTree& files) {
-    Loader(*this, files).load();
+    Loader(*this, files).load([](const units::ResolvedFile& file, Loader& loader) {
+        units::OpenFile source(file.path);
+        notation::Reader reader(source);
+        for (;;) {
+            if (const Line* line = reader.nextLine()) {
+                loader.take(*line);
+            } else if (reader.next()) {
+                loader.take(reader.event());
+            } else {
+                break;
+            }
+        }
+    });
+}
+
+NotationTree::NotationTree(const units::UnitTree& files, const Reading& read) {
+    Loader(*this, files).load([&](const units::ResolvedFile& /*file*/, Loader& loader) { read(loader); });
 }
 
 } // namespace layout

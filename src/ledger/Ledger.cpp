@@ -24,12 +24,9 @@ constexpr std::array passedOver{std::string_view(reasons::layout.text), std::str
 
 } // namespace
 
-void EntryKeeper::take(const Ledger& /*ledger*/, const Entry& entry) {
-    const bool isKept = entry.reason->outcome != Outcome::imported && entry.reason->weight != Weight::bulk &&
-                        std::ranges::find(passedOver, entry.reason->text) == passedOver.end();
-    if (isKept) {
-        entries_.push_back(entry);
-    }
+bool EntryKeeper::wants(const Reason& reason) const {
+    return reason.outcome != Outcome::imported && reason.weight != Weight::bulk &&
+           std::ranges::find(passedOver, reason.text) == passedOver.end();
 }
 
 Counts& Counts::operator+=(const Counts& other) {

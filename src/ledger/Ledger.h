@@ -111,6 +111,10 @@ public:
     EntrySink& operator=(const EntrySink&) = delete;
     virtual ~EntrySink() = default;
 
+    /// Whether entries with that reason are wanted. They are all that `take` gets; the others are not even made.
+    [[nodiscard]] virtual bool wants(const Reason& /*reason*/) const { return true; }
+    /// Whether the properties without entries are to be grouped (`PropertyTally::groups`).
+    [[nodiscard]] virtual bool wantsGroups() const { return true; }
     /// `ledger` has the files' names already. Exceptions end the making of the ledger.
     virtual void take(const Ledger& ledger, const Entry& entry) = 0;
 };
@@ -119,7 +123,9 @@ public:
 /// except layout and properties and settings of tools, of which there may be more than of all else.
 class EntryKeeper final : public EntrySink {
 public:
-    void take(const Ledger& ledger, const Entry& entry) override;
+    [[nodiscard]] bool wants(const Reason& reason) const override;
+    [[nodiscard]] bool wantsGroups() const override { return false; }
+    void take(const Ledger& /*ledger*/, const Entry& entry) override { entries_.push_back(entry); }
     /// Their pointers are to parts of the ledger. In the order of the files' text.
     [[nodiscard]] const std::vector<Entry>& getEntries() const { return entries_; }
 

@@ -33,6 +33,7 @@ bool isScalar(EventKind kind) {
 LedgerMerge::LedgerMerge(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model,
                          const Choices& choices, EntrySink* entries)
     : tree_(tree), trace_(trace), model_(model), choices_(choices), sink_(entries),
+      hasGroups_(entries != nullptr && entries->wantsGroups()),
       countsObject_([this](std::string_view kind, const notation::Place& place, std::size_t depth) {
           return countObject(kind, place, depth);
       }),
@@ -61,7 +62,10 @@ LedgerMerge::LedgerMerge(const units::UnitTree& tree, const source::Trace& trace
     }
 }
 
-Ledger LedgerMerge::make() {
+Ledger LedgerMerge::make(const BeginReading& begin) {
+    if (begin) {
+        begin(text_);
+    }
     for (;;) {
         skim();
         if (const Line* line = text_.nextLine()) {
@@ -330,8 +334,8 @@ KelString encodingOf(const units::ResolvedFile& file, const Choices& choices) {
 }
 
 Ledger makeLedger(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model,
-                  const Choices& choices, EntrySink* entries) {
-    return LedgerMerge(tree, trace, model, choices, choices.detail != Detail::counts ? entries : nullptr).make();
+                  const Choices& choices, EntrySink* entries, const BeginReading& begin) {
+    return LedgerMerge(tree, trace, model, choices, choices.detail != Detail::counts ? entries : nullptr).make(begin);
 }
 
 } // namespace ledger

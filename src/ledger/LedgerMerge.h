@@ -101,7 +101,7 @@ public:
     LedgerMerge(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model, const Choices& choices,
                 EntrySink* entries);
 
-    Ledger make();
+    Ledger make(const BeginReading& begin);
 
 private:
     using Effects = std::span<const source::Effect>;
@@ -169,6 +169,7 @@ private:
     PropertyTally& propertyOf(OpenObject& owner, std::string_view bytes);
     void count(Counts& counts, const Reason& reason);
     Entry& addEntry(OpenObject& object, const PropertyTally* property, const notation::Place& place);
+    void settleEntry(Entry& entry, OpenObject& object, const Reason& reason, std::string* detail);
     void tell(OpenObject& object);
     void settleProperty(Effects effects);
     void record(OpenObject& owner, PropertyTally& tally, const notation::Place& place, const Reason& reason,
@@ -212,6 +213,7 @@ private:
     const KelModel& model_;
     Choices choices_;
     EntrySink* sink_;
+    bool hasGroups_;                      // the sink wants them
     std::vector<BadByteSearch> searches_; // by file
     notation::Reader::TakeObject countsObject_;
     notation::Reader::TakeProperty takesProperty_;

@@ -7,7 +7,13 @@
 #include "units/RootPackage.h"
 #include "units/UnitTree.h"
 
+#include <functional>
+
 class KelModel;
+
+namespace source {
+class TracedText;
+}
 
 namespace ledger {
 
@@ -27,9 +33,11 @@ struct Choices {
 /// made, and `trace` must have been located. `entries` receives the entries; it may be null with the detail `counts`.
 /// Throws `std::system_error` when a file cannot be read, and what `entries` throws. Reads the files once; time is
 /// proportional to them, memory to the trace, not to the entries. With the detail `counts` the properties of dropped
-/// objects are only counted all together.
+/// objects are only counted all together. `begin` is called with the text before it is read, for those who read along;
+/// it may be empty.
+using BeginReading = std::function<void(source::TracedText& text)>;
 [[nodiscard]] Ledger makeLedger(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model,
-                                const Choices& choices, EntrySink* entries);
+                                const Choices& choices, EntrySink* entries, const BeginReading& begin = {});
 
 /// The encoding of a file's texts.
 [[nodiscard]] KelString encodingOf(const units::ResolvedFile& file, const Choices& choices);

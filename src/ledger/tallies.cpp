@@ -128,16 +128,27 @@ void LedgerMerge::count(Counts& counts, const Reason& reason) {
 
 // Makes an entry, which waits for its outcome until `flush`. Requires a sink.
 Entry& LedgerMerge::addEntry(OpenObject& object, const PropertyTally* property, const notation::Place& place) {
-    if (!std::exchange(object.isNameShown, true)) {
-        object.shownName = nameOf(object);
-    }
     Entry& entry = waiting_.add();
     entry.kind = object.kind;
     entry.property = property;
     entry.file = object.file;
     entry.place = place;
-    entry.name = object.shownName;
     return entry;
+}
+
+// Gives an entry its outcome. Only those that the sink wants need the rest.
+void LedgerMerge::settleEntry(Entry& entry, OpenObject& object, const Reason& reason, std::string* detail) {
+    entry.reason = &reason;
+    if (!sink_->wants(reason)) {
+        return;
+    }
+    if (!std::exchange(object.isNameShown, true)) {
+        object.shownName = nameOf(object);
+    }
+    entry.name = object.shownName;
+    if (detail != nullptr) {
+        entry.detail = std::move(*detail);
+    }
 }
 
 // Records the outcome of an object, which must be known.
@@ -151,10 +162,10 @@ void LedgerMerge::tell(OpenObject& object) {
     const bool isKept = object.verdict.reason == &reasons::kept;
     const Reason& reason = isKept ? object.kind->row->reason : *object.verdict.reason;
     count(object.kind->objects, reason);
-    if (sink_ != nullptr) {
-        Entry& entry = object.hasEntry ? waiting_.at(object.entry) : addEntry(object, nullptr, object.place);
-        entry.reason = &reason;
-        entry.detail = std::move(object.verdict.detail);
+    if (object.hasEntry) {
+        settleEntry(waiting_.at(object.entry), object, reason, &object.verdict.detail);
+    } else if (sink_ != nullptr && sink_->wants(reason)) {
+        settleEntry(addEntry(object, nullptr, object.place), object, reason, &object.verdict.detail);
     }
     if (object.properties.empty()) {
         return;
@@ -163,7 +174,7 @@ void LedgerMerge::tell(OpenObject& object) {
         const Reason& fate = object.own != nullptr ? *waiting.ifImported : reasons::withObject;
         count(waiting.tally->counts, fate);
         if (waiting.hasEntry) {
-            waiting_.at(waiting.entry).reason = &fate;
+            settleEntry(waiting_.at(waiting.entry), object, fate, nullptr);
         } else {
             group(*waiting.tally, fate, object.file, waiting.place);
         }
@@ -191,11 +202,14 @@ void LedgerMerge::record(OpenObject& owner, PropertyTally& tally, const notation
     } else {
         count(tally.counts, reason);
     }
-    if (hasEntry) {
+    if (hasEntry && isWaiting) {
         Entry& entry = addEntry(owner, &tally, place);
-        entry.reason = isWaiting ? nullptr : &reason;
         if (detail != nullptr) {
             entry.detail = std::move(*detail);
+        }
+    } else if (hasEntry) {
+        if (sink_->wants(reason)) {
+            settleEntry(addEntry(owner, &tally, place), owner, reason, detail);
         }
     } else if (!isWaiting) {
         group(tally, reason, owner.file, place);
@@ -204,7 +218,7 @@ void LedgerMerge::record(OpenObject& owner, PropertyTally& tally, const notation
 
 // Counts a property that has no entry.
 void LedgerMerge::group(PropertyTally& tally, const Reason& reason, std::uint32_t file, const notation::Place& place) {
-    if (sink_ == nullptr) {
+    if (!hasGroups_) {
         return;
     }
     auto group = tally.groups.begin();
@@ -220,7 +234,9 @@ void LedgerMerge::group(PropertyTally& tally, const Reason& reason, std::uint32_
 // Passes on the entries before the first with an unknown outcome.
 void LedgerMerge::flush() {
     while (const Entry* entry = waiting_.known()) {
-        sink_->take(ledger_, *entry);
+        if (sink_->wants(*entry->reason)) {
+            sink_->take(ledger_, *entry);
+        }
         waiting_.removeFirst();
     }
 }

@@ -75,6 +75,9 @@ bool TracedText::next() {
             toOpen_ = ended != nullptr && ended->state == units::UnitState::found ? ended : nullptr;
         }
     }
+    for (notation::Listener* listener : listeners_) {
+        listener->take(now);
+    }
     return true;
 }
 
@@ -108,19 +111,26 @@ const notation::Line* TracedText::nextLine() {
     for (std::uint64_t ends = line->objectEnds; ends != 0; ends &= ends - 1) {
         objects_.pop_back();
     }
+    for (notation::Listener* listener : listeners_) {
+        listener->take(*line);
+    }
     return line;
 }
 
 notation::Skimmed TracedText::skim(const notation::Reader::TakeObject& takeObject,
                                    const notation::Reader::TakeProperty& takeProperty) {
+    if (!listeners_.empty()) {
+        return {};
+    }
     std::uint64_t before = 0;
     notation::Reader* const reader = readerOfLines(before);
-    const bool isQuiet = taken_ == effects_.size() || effects_[taken_].file == file_;
+    const Effect* const step = steps_.next();
+    const bool isQuiet = step == nullptr || step->file == file_;
     if (reader == nullptr || file_ != open_.back()->file || !isQuiet) {
         return {};
     }
-    const notation::Skimmed skimmed = reader->skim(
-        taken_ < effects_.size() ? std::min(before, effects_[taken_].begin) : before, takeObject, takeProperty);
+    const notation::Skimmed skimmed =
+        reader->skim(step != nullptr ? std::min(before, step->begin) : before, takeObject, takeProperty);
     objects_.resize(objects_.size() + skimmed.depth - (skimmed.isAtEnd ? 1 : 0));
     return skimmed;
 }
@@ -135,10 +145,10 @@ const units::Unit* TracedText::unitAt(const notation::Place& place) {
     return isUnit ? &units[text.nextUnit++] : nullptr;
 }
 
-std::span<const Effect> TracedText::takeSome(std::uint64_t offset) {
+std::span<const Effect> StepCursor::takeSome(std::uint64_t offset) {
     const std::size_t first = taken_;
     const auto isReached = [&](const Effect& effect) {
-        return isClosed_[effect.file] || (effect.file == file_ && effect.begin < offset);
+        return text_.isClosed_[effect.file] || (effect.file == text_.file_ && effect.begin < offset);
     };
     while (taken_ < effects_.size() && isReached(effects_[taken_])) {
         ++taken_;
@@ -146,7 +156,7 @@ std::span<const Effect> TracedText::takeSome(std::uint64_t offset) {
     return effects_.subspan(first, taken_ - first);
 }
 
-std::span<const Effect> TracedText::takeRest() {
+std::span<const Effect> StepCursor::takeRest() {
     return effects_.subspan(std::exchange(taken_, effects_.size()));
 }
 

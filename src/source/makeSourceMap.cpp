@@ -34,12 +34,12 @@ struct OpenObject {
 
 class SourceMapMaker::MapMaker {
 public:
-    MapMaker(const units::UnitTree& tree, const Trace& trace, const KelModel& model, TracedText& text)
-        : trace_(trace), modelNumber_(numberOf(model, trace)), text_(text), places_(trace.getFates().size()),
-          claims_(trace.getFates().size()), map_(pathsOf(tree)) {}
+    MapMaker(const units::UnitTree& tree, const Trace& trace, const KelModel& model, const TracedText& text)
+        : trace_(trace), modelNumber_(numberOf(model, trace)), text_(text), steps_(text.getSteps()),
+          places_(trace.getFates().size()), claims_(trace.getFates().size()), map_(pathsOf(tree)) {}
 
     SourceMap finish() {
-        settle(text_.takeRest());
+        settle(steps_.takeRest());
         inherit();
         for (ObjectNumber number = 1; number < places_.size(); ++number) {
             if (const KelObject* object = trace_.getFate(number).object; object != nullptr && isPlaced(number)) {
@@ -55,7 +55,7 @@ public:
             return;
         }
         if (event.isProperty()) {
-            settle(text_.takeBefore(event.keyPlace.offset));
+            settle(steps_.takeBefore(event.keyPlace.offset));
             if (event.kind == EventKind::text) {
                 noteText(event.key, event.text);
             }
@@ -63,7 +63,7 @@ public:
         if (event.kind == EventKind::start && isObject) {
             open(event.text, event.place);
         } else if (event.kind == EventKind::end && isObject) {
-            settle(text_.takeBefore(event.end));
+            settle(steps_.takeBefore(event.end));
             close(event.end);
         }
     }
@@ -71,7 +71,7 @@ public:
     // As the events of the line, one after the other.
     void take(const notation::Line& line) {
         if (!line.key.empty()) {
-            settle(text_.takeBefore(line.place.offset));
+            settle(steps_.takeBefore(line.place.offset));
             if (line.kind == EventKind::text && line.construct != Construct::value) {
                 noteText(line.key, line.text);
             }
@@ -81,7 +81,7 @@ public:
         }
         for (std::uint64_t ends = line.objectEnds; ends != 0; ends &= ends - 1) {
             const std::uint64_t end = line.endsBegin + static_cast<std::uint64_t>(std::countr_zero(ends)) + 1;
-            settle(text_.takeBefore(end));
+            settle(steps_.takeBefore(end));
             close(end);
         }
     }
@@ -99,7 +99,7 @@ private:
     }
 
     void open(std::string_view kind, const notation::Place& place) {
-        settle(text_.takeBefore(place.offset));
+        settle(steps_.takeBefore(place.offset));
         open_.push_back({{text_.getFile(), place, 0, {}}});
         open_.back().isDesign = kind == "Design" && open_.size() == 1;
         isInHead_ = true;
@@ -177,7 +177,8 @@ private:
 
     const Trace& trace_;
     const ObjectNumber modelNumber_; // the bridge has reported the model, to which it added an origin
-    TracedText& text_;
+    const TracedText& text_;
+    StepCursor steps_;
     std::vector<SourcePlace> places_; // by number
     std::vector<Claim> claims_;       // likewise
     SourceMap map_;
@@ -185,7 +186,8 @@ private:
     bool isInHead_ = false; // only the head of the innermost object has been read, and it has made no object
 };
 
-SourceMapMaker::SourceMapMaker(const units::UnitTree& tree, const Trace& trace, const KelModel& model, TracedText& text)
+SourceMapMaker::SourceMapMaker(const units::UnitTree& tree, const Trace& trace, const KelModel& model,
+                               const TracedText& text)
     : maker_(std::make_unique<MapMaker>(tree, trace, model, text)) {}
 
 SourceMapMaker::~SourceMapMaker() = default;

@@ -2,6 +2,7 @@
 
 #include "notation/Event.h"
 #include "notation/Line.h"
+#include "notation/Listener.h"
 #include "source/SourceMap.h"
 #include "source/Trace.h"
 #include "units/UnitTree.h"
@@ -15,17 +16,15 @@ namespace source {
 class TracedText;
 
 /// Makes the map of a finished model from a reading that somebody else drives. Used by one thread.
-class SourceMapMaker {
+class SourceMapMaker final : public notation::Listener {
 public:
-    /// `text` has not been read yet; its steps are for this maker alone. All references must live as long.
-    SourceMapMaker(const units::UnitTree& tree, const Trace& trace, const KelModel& model, TracedText& text);
-    SourceMapMaker(const SourceMapMaker&) = delete;
-    SourceMapMaker& operator=(const SourceMapMaker&) = delete;
-    ~SourceMapMaker();
+    /// `text` has not been read yet. All references must live as long; `text` until the end of the reading.
+    SourceMapMaker(const units::UnitTree& tree, const Trace& trace, const KelModel& model, const TracedText& text);
+    ~SourceMapMaker() override;
 
     /// To be called with every event or line of the text, while it is at it.
-    void take(const notation::Event& event);
-    void take(const notation::Line& line);
+    void take(const notation::Event& event) override;
+    void take(const notation::Line& line) override;
     /// The map. Called once, at the end of the text.
     [[nodiscard]] SourceMap finish();
 

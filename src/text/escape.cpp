@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdio>
 
 namespace text {
@@ -84,13 +85,42 @@ bool standsInJson(std::string_view text) {
     return true;
 }
 
+/// The printable ASCII characters without a replacement, of which nearly all texts consist.
+class PlainCharacters {
+public:
+    explicit PlainCharacters(std::span<const Replacement> replacements) {
+        for (const Replacement& replacement : replacements) {
+            const auto character = static_cast<unsigned char>(replacement.character);
+            bits_[character / wordSize] &= ~(std::uint64_t{1} << character % wordSize);
+        }
+    }
+
+    /// The place of the first other character from `at` on.
+    [[nodiscard]] std::size_t endFrom(std::string_view text, std::size_t at) const {
+        while (at < text.size() && holds(static_cast<unsigned char>(text[at]))) {
+            ++at;
+        }
+        return at;
+    }
+
+private:
+    static constexpr unsigned wordSize = 64;
+
+    [[nodiscard]] bool holds(unsigned char byte) const {
+        return byte < firstBeyondAscii && (bits_[byte / wordSize] >> byte % wordSize & 1U) != 0;
+    }
+
+    std::array<std::uint64_t, 2> bits_{~std::uint64_t{0} << firstAfterControls, ~std::uint64_t{0} >> 1U};
+};
+
 } // namespace
 
 std::string escaped(std::string_view text, const Escapes& escapes) {
     std::string result;
     result.reserve(text.size());
+    const PlainCharacters plain(escapes.replacements);
     std::size_t kept = 0; // what is before it is in the result
-    for (std::size_t at = 0; at < text.size();) {
+    for (std::size_t at = 0; (at = plain.endFrom(text, at)) < text.size();) {
         const std::size_t start = at;
         const int character = nextCharacter(text, at);
         const auto found = character < firstBeyondAscii

@@ -1,9 +1,12 @@
 // The ledger of the command line, and that it counts everything in a file once, as `petal info` does.
 
 #include "Shell.h"
+#include "layout/NotationTree.h"
 #include "ledger/makeLedger.h"
 #include "petal/info/gatherFileInfo.h"
 #include "scanner/RealModels.h"
+#include "source/TracedText.h"
+#include "source/makeSourceMap.h"
 #include "support/ImportedModel.h"
 #include "support/RandomModelFile.h"
 #include "support/accountFault.h"
@@ -111,6 +114,49 @@ TEST_F(LedgerCommand, TellsOfUnitsByTheirFiles) {
     }
 }
 
+/// A reading that the places of objects and the notation tree share with the ledger gives what their own ones give, and
+/// a keeper gets of `all` entries those that it wants.
+void expectSharedReading(const units::UnitTree& tree, const source::Trace& trace, const KelModel& model,
+                         const ledger::Choices& choices, const std::vector<ledger::Entry>& all) {
+    ledger::EntryKeeper keeper;
+    std::optional<source::SourceMapMaker> maker;
+    std::optional<ledger::Ledger> made;
+    const layout::NotationTree shared(tree, [&](notation::Listener& loader) {
+        made = ledger::makeLedger(tree, trace, model, choices, &keeper, [&](source::TracedText& text) {
+            text.add(maker.emplace(tree, trace, model, text));
+            text.add(loader);
+        });
+    });
+    const source::SourceMap places = maker->finish();
+    const auto toTuple = [](const ledger::Entry& entry) {
+        return std::tuple(entry.place.offset, entry.property != nullptr, entry.name, entry.reason, entry.detail);
+    };
+    std::vector<ledger::Entry> wanted;
+    std::ranges::copy_if(all, std::back_inserter(wanted),
+                         [&](const auto& entry) { return keeper.wants(*entry.reason); });
+    EXPECT_TRUE(std::ranges::equal(keeper.getEntries(), wanted, {}, toTuple, toTuple));
+
+    const source::SourceMap ownPlaces = source::makeSourceMap(tree, trace, model);
+    EXPECT_EQ(places.getCount(), ownPlaces.getCount());
+    for (const source::Fate& fate : trace.getFates()) {
+        const source::SourcePlace* own = fate.object != nullptr ? ownPlaces.find(*fate.object) : nullptr;
+        if (own != nullptr) {
+            const source::SourcePlace* place = places.find(*fate.object);
+            ASSERT_NE(place, nullptr);
+            EXPECT_EQ(std::tie(place->begin.offset, place->end, place->quid),
+                      std::tie(own->begin.offset, own->end, own->quid));
+        }
+    }
+    const layout::NotationTree own(tree);
+    ASSERT_EQ(shared.size(), own.size());
+    EXPECT_EQ(shared.getDamages().first, own.getDamages().first);
+    for (layout::NodeId id = 0; id < own.size(); ++id) {
+        EXPECT_EQ(std::tie(shared[id].kind, shared[id].parent, shared[id].next, shared[id].first),
+                  std::tie(own[id].kind, own[id].parent, own[id].next, own[id].first));
+        EXPECT_EQ(shared.text(id, "documentation"), own.text(id, "documentation"));
+    }
+}
+
 void expectCountsOfInfo(const std::string& path) {
     SCOPED_TRACE(path);
     units::OpenFile file(path);
@@ -140,7 +186,9 @@ void expectCountsOfInfo(const std::string& path) {
         EXPECT_EQ(made.damageCount, info.damageCount);
         totals.emplace(made.losses, made.badByteCount);
         EXPECT_TRUE(areInOrder(kept.entries));
-        if (detail != Detail::named) { // which groups properties
+        if (detail == Detail::named) {
+            expectSharedReading(tree, trace, imported.model, {encoding, false, detail}, kept.entries);
+        } else { // the others do not group properties
             EXPECT_EQ(kept.entries.size(), detail == Detail::all ? info.objectCount + info.propertyCount : 0);
         }
     }

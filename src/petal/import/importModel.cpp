@@ -20,6 +20,7 @@
 #include "petal/output/fileFailure.h"
 #include "petal/units/lossLines.h"
 #include "petal/units/unitOptions.h"
+#include "source/TracedText.h"
 #include "source/makeQuidMap.h"
 #include "source/makeSourceMap.h"
 
@@ -204,7 +205,7 @@ std::uint64_t writeModel(const ImportRequest& request, const ModelSource& source
         knowledge.positions = &*positions;
     }
     std::optional<layout::NotationTree> notation;
-    if (knowledge.ledger != nullptr) {
+    if (knowledge.ledger != nullptr && knowledge.notation == nullptr) {
         readAgain(request.file, "its diagrams", [&] { notation.emplace(source.getTree()); });
         knowledge.notation = &*notation;
     }
@@ -301,16 +302,29 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
         context.takeModel({model, source, *trace, chosenEncoding(options)});
     }
     std::optional<source::SourceMap> places;
-    if (isPlaced) {
+    std::optional<layout::NotationTree> notation;
+    const units::UnitTree& tree = source.getTree();
+    const auto makeLedger = [&](const ledger::BeginReading& begin = {}) {
+        ledger.make(source, *trace, model, chosenEncoding(options), begin);
+    };
+    const bool isReadOnce = isLedgerShown && isPlaced && needsPlaces && tree.files.size() == 1 && ledger.isWanted();
+    if (isReadOnce) {
+        notation.emplace(tree, [&](notation::Listener& loader) {
+            std::optional<source::SourceMapMaker> maker;
+            makeLedger([&](source::TracedText& text) {
+                text.add(maker.emplace(tree, *trace, model, text));
+                text.add(loader);
+            });
+            places = maker->finish();
+        });
+    } else if (isPlaced) {
         const auto make = needsPlaces ? source::makeSourceMap : source::makeQuidMap;
-        places =
-            readAgain(request.file, "the places of objects", [&] { return make(source.getTree(), *trace, model); });
+        places = readAgain(request.file, "the places of objects", [&] { return make(tree, *trace, model); });
     }
     if (!needsSteps) {
         trace.reset();
     }
-    const auto makeLedger = [&] { ledger.make(source, *trace, model, chosenEncoding(options)); };
-    if (isLedgerShown) {
+    if (isLedgerShown && !isReadOnce) {
         makeLedger();
     }
     const std::optional<ledger::KeptLedger> kept = ledger.getKept();
@@ -318,6 +332,7 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     result.objects = request.areObjectsCounted || isLedgerShown ? countObjects(model) : 0;
     const Knowledge knowledge{.model = model,
                               .places = places ? &*places : nullptr,
+                              .notation = notation ? &*notation : nullptr,
                               .ledger = kept ? &*kept : nullptr,
                               .objects = result.objects};
     result.omitted = writeModel(request, source, knowledge, context.takeOmissions);

@@ -102,7 +102,7 @@ public:
 
     void take(const ledger::Ledger& ledger, const ledger::Entry& entry) override {
         attempt([&] { form_->writeEntry(ledger, entry, buffered_); });
-        if (keeper_ != nullptr) {
+        if (keeper_ != nullptr && keeper_->wants(*entry.reason)) {
             keeper_->take(ledger, entry);
         }
     }
@@ -167,7 +167,7 @@ std::optional<ledger::KeptLedger> LedgerReport::getKept() const {
 }
 
 void LedgerReport::make(const ModelSource& source, const source::Trace& trace, const KelModel& model,
-                        const KelString& encoding) {
+                        const KelString& encoding, const ledger::BeginReading& begin) {
     if (!isWanted()) {
         return;
     }
@@ -175,9 +175,9 @@ void LedgerReport::make(const ModelSource& source, const source::Trace& trace, c
                                   source.getRenamedRoot()};
     try {
         if (request_.ledger) {
-            write(source, trace, model, choices);
+            write(source, trace, model, choices, begin);
         } else {
-            ledger_ = ledger::makeLedger(source.getTree(), trace, model, choices, isKept_ ? &keeper_ : nullptr);
+            ledger_ = ledger::makeLedger(source.getTree(), trace, model, choices, isKept_ ? &keeper_ : nullptr, begin);
         }
     } catch (const std::system_error& error) {
         if (!isNeeded()) {
@@ -192,9 +192,9 @@ void LedgerReport::make(const ModelSource& source, const source::Trace& trace, c
 }
 
 void LedgerReport::write(const ModelSource& source, const source::Trace& trace, const KelModel& model,
-                         const ledger::Choices& choices) {
+                         const ledger::Choices& choices, const ledger::BeginReading& begin) {
     LedgerOutput output(request_, isKept_ ? &keeper_ : nullptr);
-    ledger_ = ledger::makeLedger(source.getTree(), trace, model, choices, &output);
+    ledger_ = ledger::makeLedger(source.getTree(), trace, model, choices, &output, begin);
     const auto take = [&](const ledger::BadBytes& bytes) { output.take(*ledger_, bytes); };
     const bool isInOrder = source.getTree().files.size() == 1; // units are read in between
     if (isInOrder && ledger_->badByteCount == ledger_->badBytes.size()) {

@@ -30,8 +30,9 @@ public:
     /// Makes the ledger of a finished import whose texts were in `encoding`. Writes the entries to the requested output
     /// while it is made, and the summary to standard error. Requires that `trace` has been located. Does nothing unless
     /// a ledger is wanted. Throws a `Failure` with the outcome `outputFailed`, or `unexpected` when the files cannot be
-    /// read again.
-    void make(const ModelSource& source, const source::Trace& trace, const KelModel& model, const KelString& encoding);
+    /// read again. `begin` as for `makeLedger`.
+    void make(const ModelSource& source, const source::Trace& trace, const KelModel& model, const KelString& encoding,
+              const ledger::BeginReading& begin = {});
     /// The finished ledger with its entries; nothing unless it is kept.
     [[nodiscard]] std::optional<ledger::KeptLedger> getKept() const;
     /// Returns `checkTripped` and reports on standard error when a condition of --fail-on is met; else returns
@@ -45,7 +46,7 @@ public:
 private:
     [[nodiscard]] bool isNeeded() const;
     void write(const ModelSource& source, const source::Trace& trace, const KelModel& model,
-               const ledger::Choices& choices);
+               const ledger::Choices& choices, const ledger::BeginReading& begin);
 
     const ImportRequest& request_;
     bool isKept_;
