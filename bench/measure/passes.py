@@ -18,10 +18,9 @@ SCAN = ("rose::RoseLexImport", "rose::scan<")  # how the names of the functions 
 PASSES = (
     ("types", {"rose::setRoseTypes"}),
     ("completion and validation", {"rose::checkToBeClasses", "rose::ValidateModel"}),
-    ("transcoding", {"rose::convertTexts"}),
+    ("transcoding", {"KelObject::transcode", "KelMetadataOrigin::transcode"}),
     ("clean-up", {"rose::cleanup"}),
-    ("search for controlled units", {"units::mayHoldReferences"}),
-    ("counting objects", {"petal::countObjects"}),
+    ("search for controlled units", {"units::mayNeedAssembly"}),
 )
 SCANNING, BUILDING, REST = "scanning", "building", "start and end of the process"
 
