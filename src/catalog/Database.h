@@ -75,7 +75,8 @@ public:
 ///
 /// Used by one thread of one process; a forked process must leave it alone. All functions throw `DatabaseFailure`, and
 /// leave the catalogue as it was when they do. Each change is whole: the end of the process in it, or a failure, undoes
-/// it, and a later run goes on from there.
+/// it, together with the models that shared its transaction, and a later run goes on from there. After an exception of
+/// `put` nothing but the destructor may be called.
 class Database {
 public:
     Database() = default;

@@ -89,6 +89,9 @@ void DataBlock::start(std::string_view attributes) {
 }
 
 void DataBlock::write(std::string_view bytes) {
+    if (bytes.empty()) {
+        return;
+    }
     if (bytes.size() > capacity_ - size_) {
         grow(bytes.size());
     }
