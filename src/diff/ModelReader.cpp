@@ -73,7 +73,8 @@ const Member* findMember(std::string_view name) {
 
 ModelReader::ModelReader(std::shared_ptr<const char> bytes, std::size_t size, bool areQuidsLower)
     : size_(size), areQuidsLower_(areQuidsLower) {
-    // An element takes more bytes of a document than this, and pages that stay empty cost nothing.
+    member_ = findMember("id"); // for a value without a name, as only a damaged document has one
+    // Most elements take more bytes of a document than this, and pages that stay empty cost nothing.
     constexpr std::size_t leastBytes = 32;
     model_.text_ = std::move(bytes);
     model_.elements_.clear();
@@ -132,6 +133,9 @@ bool ModelReader::EndObject(unsigned /*count*/) {
         --skipped_;
         return true;
     }
+    if (levels_.empty() || isIn(Level::list)) {
+        return refuse("the end of an object is misplaced");
+    }
     const Level level = levels_.back();
     levels_.pop_back();
     if (level.kind == Level::element) {
@@ -164,6 +168,9 @@ bool ModelReader::EndArray(unsigned /*count*/) {
     if (isSkipped()) {
         --skipped_;
         return true;
+    }
+    if (!isIn(Level::list)) {
+        return refuse("the end of a list is misplaced");
     }
     const Level list = levels_.back();
     levels_.pop_back();

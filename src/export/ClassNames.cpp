@@ -3,7 +3,6 @@
 #include "export/ElementIds.h"
 #include "export/modelWalk.h"
 #include "host/model/KelClass.h"
-#include "host/model/KelModel.h"
 #include "host/model/KelType.h"
 
 #include <algorithm>

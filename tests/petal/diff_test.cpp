@@ -142,6 +142,19 @@ TEST(PackedDocument, IsRefusedUnlessItIsWhole) {
     for (std::size_t size = 0; size < bytes.text.size(); ++size) {
         EXPECT_THROW(static_cast<void>(read(size)), diff::BadDocument) << size;
     }
+    int refused = 0;
+    for (std::size_t at = 0; at < bytes.text.size(); ++at) {
+        for (const char other : std::string("\0\1\2\3\4\5\6\7\x8\x9\xa\xb\xc\x7f\xff", 15)) {
+            const auto damaged = std::make_shared<std::string>(bytes.text);
+            (*damaged)[at] = other;
+            try {
+                static_cast<void>(diff::readPacked({damaged, damaged->data()}, damaged->size()));
+            } catch (const diff::BadDocument&) {
+                ++refused;
+            }
+        }
+    }
+    EXPECT_GT(refused, 500);
 }
 
 TEST_F(Diff, MatchesAsItIsTold) {

@@ -2,6 +2,7 @@
 
 #include "catalog/copyModel.h"
 #include "petal/Failure.h"
+#include "petal/jobs/ShareOfFiles.h"
 #include "petal/log/logFormats.h"
 #include "petal/output/MappedFile.h"
 #include "text/utf8.h"
@@ -18,8 +19,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr auto progressInterval = std::chrono::milliseconds(250);
-constexpr std::size_t mostForOne = 32;            // models per process
-constexpr std::uint64_t largestShare = 1'000'000; // bytes of the files of a process that has several
 
 class TextOutput final : public text::Output {
 public:
@@ -161,23 +160,20 @@ std::size_t CatalogRun::mostAhead() const {
     rlimit limit{};
     ::getrlimit(RLIMIT_NOFILE, &limit);
     const auto parallel = static_cast<std::size_t>(request_.jobs.parallel);
-    return std::clamp<std::size_t>(limit.rlim_cur / 3, parallel, parallel * mostForOne * 2);
+    return std::clamp<std::size_t>(limit.rlim_cur / 3, parallel, parallel * mostFilesInShare * 2);
 }
 
 /// The next readings for one process: several if the files are small. Models that need none end at once.
 std::vector<NumberedTask> CatalogRun::nextShare() {
     const auto parallel = static_cast<std::size_t>(request_.jobs.parallel);
     const std::size_t atATime = std::min(sources_.size() - next_, mostAhead()) / (parallel * 2);
-    const std::size_t most = std::clamp(atATime, std::size_t{1}, mostForOne);
+    const std::size_t most = std::clamp(atATime, std::size_t{1}, mostFilesInShare);
     std::vector<NumberedTask> share;
-    std::uint64_t bytes = 0;
+    ShareOfFiles files;
     for (; next_ < sources_.size() && next_ < settled_ + mostAhead() && share.size() < most; ++next_) {
-        std::error_code error;
-        const std::uint64_t size = std::filesystem::file_size(sources_[next_].path, error); // the largest for no file
-        if (!share.empty() && size > largestShare - std::min(bytes, largestShare)) {
+        if (!files.take(sources_[next_].path, share.empty())) {
             break;
         }
-        bytes += std::min(size, largestShare);
         if (std::optional<ImportTask> task = taskFor(next_)) {
             share.push_back({next_, *std::move(task)});
         }

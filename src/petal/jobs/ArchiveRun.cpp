@@ -2,6 +2,7 @@
 
 #include "petal/Failure.h"
 #include "petal/jobs/ImportProcess.h"
+#include "petal/jobs/ShareOfFiles.h"
 #include "petal/jobs/UnitSurvey.h"
 #include "petal/jobs/plan.h"
 #include "petal/output/ModelOutput.h"
@@ -21,9 +22,7 @@ constexpr auto progressInterval = std::chrono::milliseconds(250);
 constexpr std::size_t mostInBatch = 256;
 constexpr auto oldestInBatch = std::chrono::seconds(1);
 
-constexpr std::size_t mostForOne = 32;            // files per process
-constexpr std::size_t sharesForEach = 4;          // processes per parallel one, at least, if there are enough files
-constexpr std::uint64_t largestShare = 1'000'000; // bytes of the files of a process that has several
+constexpr std::size_t sharesForEach = 4; // processes per parallel one, at least, if there are enough files
 
 /// The number of files to have open for one purpose of two, if `wanted` would be enough.
 std::size_t descriptorsFor(std::size_t wanted) {
@@ -131,19 +130,16 @@ void ArchiveRun::startShare(ProcessPool& pool) {
 /// The next imports for one process. Those that are not needed, or cannot be started, end at once.
 std::vector<NumberedTask> ArchiveRun::nextShare() {
     std::vector<NumberedTask> share;
-    std::uint64_t bytes = 0;
+    ShareOfFiles files;
     for (const std::size_t most = mostInShare(); next_ < end_ && share.size() < most; ++next_) {
         const std::string& file = sources_[next_].path;
         if (jobs_.resume && isUpToDate(file, paths_[next_])) {
             ended_[next_] = {.end = {}, .files = {}, .isUpToDate = true};
             continue;
         }
-        std::error_code error;
-        const std::uint64_t size = std::filesystem::file_size(file, error); // the largest number for what is no file
-        if (!share.empty() && size > largestShare - std::min(bytes, largestShare)) {
+        if (!files.take(file, share.empty())) {
             break;
         }
-        bytes += std::min(size, largestShare);
         if (std::optional<ImportTask> task = taskFor(next_)) {
             share.push_back({next_, *std::move(task)});
         }
@@ -155,9 +151,9 @@ std::size_t ArchiveRun::mostInShare() const {
     const auto parallel = static_cast<std::size_t>(jobs_.parallel);
     const std::size_t outputs = import_.destinations.size() + (import_.ledger ? 1 : 0);
     const std::size_t files = std::max(parallel * outputs, std::size_t{1}); // of one import in each process
-    const std::size_t most = descriptorsFor(mostForOne * files) / files;
+    const std::size_t most = descriptorsFor(mostFilesInShare * files) / files;
     const std::size_t share = (end_ - next_) / (parallel * sharesForEach);
-    return std::clamp(share, std::size_t{1}, std::clamp(most, std::size_t{1}, mostForOne));
+    return std::clamp(share, std::size_t{1}, std::clamp(most, std::size_t{1}, mostFilesInShare));
 }
 
 /// The task of an import; none if it cannot be started.
