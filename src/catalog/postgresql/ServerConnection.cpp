@@ -184,6 +184,7 @@ void ServerConnection::query(const std::string& sql, AnswerTaker& taker) const {
         const int count = PQnfields(result.get());
         if (std::exchange(isFirst, false)) {
             std::vector<std::string> names;
+            names.reserve(static_cast<std::size_t>(count));
             for (int column = 0; column < count; ++column) {
                 names.emplace_back(PQfname(result.get(), column));
             }
