@@ -121,6 +121,39 @@ TEST_F(UmlForms, KindsAndKeywords) {
     has(R"(type="DataType" name="j")", R"(key="metaclass"/>)");
 }
 
+TEST_F(UmlForms, ValuesOfEnumerations) {
+    KelClass& colours = add("Colours", "enumeration");
+    const auto addValue = [&](const char* name, const char* value) -> KelAttribute& {
+        auto* attribute = named<KelAttribute>(name);
+        attribute->position = static_cast<std::int16_t>(colours.getAttributeCount());
+        attribute->initialValue = value;
+        colours.addAttribute(attribute);
+        return *attribute;
+    };
+    for (const char* value : {"0", "-7", "007", "2147483648", "x < 1"}) { // the fourth is too long for an Integer
+        addValue(value, value);
+    }
+    KelAttribute& rich = addValue("rich", "");
+    auto* type = named<KelDerivedType>("int");
+    model.addType(type);
+    rich.addType(type);
+    rich.visibility = 3;
+    rich.containment = 1;
+    rich.isStatic = rich.isDerived = true;
+    const std::string details = R"(<details type="EStringToStringMapEntry" key=)";
+    EXPECT_EQ(linesWith(written(model), "ownedLiteral"),
+              R"(<ownedLiteral type="EnumerationLiteral" name="0"><specification type="LiteralInteger"/></ownedLiteral>
+<ownedLiteral type="EnumerationLiteral" name="-7"><specification type="LiteralInteger" value="-7"/></ownedLiteral>
+<ownedLiteral type="EnumerationLiteral" name="007"><specification type="OpaqueExpression"><body>007</body></specification></ownedLiteral>
+<ownedLiteral type="EnumerationLiteral" name="2147483648"><specification type="OpaqueExpression"><body>2147483648</body></specification></ownedLiteral>
+<ownedLiteral type="EnumerationLiteral" name="x &lt; 1"><specification type="OpaqueExpression"><body>x &lt; 1</body></specification></ownedLiteral>
+<ownedLiteral type="EnumerationLiteral" name="rich" visibility="package"><eAnnotations type="EAnnotation" source="petal">)" +
+                  details + R"("visibility" value="implementation"/>)" + details + R"("type" value="int"/>)" + details +
+                  R"("containment" value="byReference"/>)" + details + R"("static" value="true"/>)" + details +
+                  R"("derived" value="true"/></eAnnotations></ownedLiteral>
+)");
+}
+
 TEST_F(UmlForms, EndsAndTheirBounds) {
     KelClass& whole = add("Whole");
     KelClass& part = add("Part");
