@@ -98,12 +98,12 @@ protected:
         }
     }
 
-    /// Renames several at once. In the twin it is done one after the other; without memory none is renamed.
-    void renameSeveral() {
+    /// Renames up to `most` at once. In the twin it is done one after the other; without memory none is renamed.
+    void renameSeveral(std::size_t most) {
         KelRenaming renaming;
         std::vector<KelObject*> moved;
         std::ranges::shuffle(objects_, random_);
-        for (const auto& object : std::span(objects_).first(static_cast<std::size_t>(pick(objects_.size())))) {
+        for (const auto& object : std::span(objects_).first(static_cast<std::size_t>(pick(most)))) {
             KelString name = someName();
             const bool isHeld = std::ranges::find(twin_, object.get()) != twin_.end();
             if (isHeld && GetParam().byName && !(name == object->getName())) {
@@ -152,6 +152,21 @@ protected:
         ASSERT_EQ(links_[index], index >= 0 ? &object : nullptr);
     }
 
+    /// Without memory for a tree or an index.
+    void lookInShortage() {
+        KelObject& object = *objects_[static_cast<std::size_t>(pick(objects_.size()))];
+        const auto place = std::find(twin_.begin(), twin_.end(), &object);
+        bool isHeld = false;
+        int index = 0;
+        {
+            const MemoryShortage shortage(0);
+            isHeld = links_.holds(object);
+            index = links_.indexOf(object);
+        }
+        ASSERT_EQ(isHeld, place != twin_.end());
+        ASSERT_EQ(index, isHeld ? static_cast<int>(place - twin_.begin()) : -1);
+    }
+
     void checkAll() {
         ASSERT_EQ(links_.count(), static_cast<int>(twin_.size()));
         ASSERT_EQ(links_[links_.count()], nullptr);
@@ -184,7 +199,7 @@ TEST_P(ModelCollectionTwin, BehavesAsAVector) {
             for (int step = 0; step < 12 * most; ++step) {
                 const bool adds = static_cast<int>(twin_.size()) < most && (pick(3) != 0) == growing;
                 if (adds || !onlyGathers || !growing) {
-                    adds ? add() : pick(2) == 0 ? remove() : pick(8) == 0 ? renameSeveral() : rename();
+                    adds ? add() : pick(2) == 0 ? remove() : pick(8) == 0 ? renameSeveral(objects_.size()) : rename();
                 }
                 if (asks && onlyGathers && growing) {
                     findFirst();
@@ -204,6 +219,46 @@ TEST_P(ModelCollectionTwin, BehavesAsAVector) {
         checkAll();
     }
     EXPECT_GT(failures_, 40); // arrays and indexes have grown
+}
+
+// A few are renamed while the others stay in order, and nothing asks for a place of which a tree would have to know.
+TEST_P(ModelCollectionTwin, MergesAFewRenamed) {
+    while (twin_.size() < 90) {
+        add();
+    }
+    for (int round = 0; round < 300 && !HasFatalFailure(); ++round) {
+        renameSeveral(round % 2 == 0 ? 8 : 40);
+        if (round % 3 == 0) {
+            lookInShortage();
+        }
+        checkAll();
+    }
+}
+
+// The last one added leaves first, while names are asked for, so that nothing is ever sorted.
+TEST_P(ModelCollectionTwin, FindsNamesWhileTheLastComeAndGo) {
+    std::size_t held = 0;
+    for (int step = 0; step < 1'000 && !HasFatalFailure(); ++step) {
+        if (held < objects_.size() && pick(3) != 0) {
+            KelObject* object = objects_[held++].get();
+            try {
+                const MemoryShortage shortage(pick(2));
+                relation_.link(holder_.get(), object);
+            } catch (const std::bad_alloc&) {
+                ++failures_;
+                findFirst();
+                relation_.link(holder_.get(), object);
+            }
+            placeInTwin(object);
+        } else if (held > 0) {
+            KelObject* object = objects_[--held].get();
+            ASSERT_TRUE(relation_.unlink(holder_.get(), object));
+            std::erase(twin_, object);
+        }
+        findFirst();
+    }
+    checkAll();
+    EXPECT_GT(failures_, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Orders, ModelCollectionTwin,
