@@ -297,7 +297,7 @@ void ArchiveRun::keep(TemporaryFile& file, const std::error_code& error) {
     } catch (const std::system_error& failure) {
         throw outputFailure(outputName(file.getTarget()), failure);
     }
-    folders_.insert(file.getTarget().parent_path());
+    folders_.insert(file.getFolder());
 }
 
 void ArchiveRun::finish() {

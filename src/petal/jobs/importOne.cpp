@@ -21,7 +21,7 @@ std::unique_ptr<TemporaryFile> openFile(const std::optional<std::string>& path) 
             return nullptr;
         }
         removeAbandoned(file->parent_path(), fewNames);
-        return std::make_unique<TemporaryFile>(std::move(*file), TemporaryFile::Signal::leaves);
+        return std::make_unique<TemporaryFile>(*file, TemporaryFile::Signal::leaves);
     } catch (const std::system_error& error) {
         throw outputFailure(outputName(path), error);
     }
@@ -42,7 +42,7 @@ void keep(TemporaryFile& file) {
     try {
         file.sync();
         file.takePlace();
-        syncFolder(file.getTarget().parent_path());
+        syncFolder(file.getFolder());
     } catch (const std::system_error& error) {
         throw outputFailure(outputName(file.getTarget()), error);
     }

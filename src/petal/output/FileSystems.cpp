@@ -75,7 +75,7 @@ std::vector<std::error_code> FileSystems::sync(std::span<const TemporaryFile* co
     std::vector<std::size_t> single;
     for (std::size_t file = 0; file < files.size(); ++file) {
         errors[file] = attempt([&] { files[file]->takePermissions(); });
-        const dev_t* device = deviceOf(files[file]->getFolder().native());
+        const dev_t* device = deviceOf(files[file]->getFolder());
         (device != nullptr ? byDevice[*device] : single).push_back(file);
     }
     for (const auto& [device, numbers] : byDevice) {

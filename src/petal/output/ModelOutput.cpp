@@ -19,13 +19,13 @@ namespace {
 /// Writes to a temporary file in the target's folder.
 class ReplacingOutput final : public ModelOutput {
 public:
-    explicit ReplacingOutput(path target) : file_(std::move(target)) {}
+    explicit ReplacingOutput(const path& target) : file_(target) {}
 
     void write(std::string_view bytes) override { file_.write(bytes); }
     void commit() override {
         file_.sync();
         file_.takePlace();
-        syncFolder(file_.getTarget().parent_path());
+        syncFolder(file_.getFolder());
     }
     [[nodiscard]] bool isTerminal() const override { return false; }
 
@@ -92,7 +92,7 @@ std::unique_ptr<ModelOutput> ModelOutput::open(const std::optional<std::string>&
     }
     if (auto file = fileToReplace(*given)) {
         removeAbandoned(file->parent_path(), fewNames);
-        return std::make_unique<ReplacingOutput>(std::move(*file));
+        return std::make_unique<ReplacingOutput>(*file);
     }
     const int opened = ::open(given->c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
     if (opened < 0) {

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
 #include <set>
 #include <sys/stat.h>
 #include <system_error>
@@ -14,8 +15,6 @@
 namespace petal {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr mode_t newFolderMode = 0777; // before the user's mask
 
@@ -52,9 +51,9 @@ public:
         }
     }
 
-    /// Throws `std::system_error`; the target is then as it was.
+    /// Throws `std::system_error`; the target is then as it was. The file must live as long.
     void replace(TemporaryFile& file) {
-        const fs::path& target = file.getTarget();
+        const std::string& target = file.getTarget();
         Step step{.target = target, .former = {}, .isNew = file.isTargetNew()};
         if (!step.isNew) {
             step.former = temporaryNameIn(file.getFolder());
@@ -80,9 +79,9 @@ public:
 
 private:
     struct Step {
-        fs::path target;
-        fs::path former; // a second name of the file that was replaced
-        bool isNew;      // the target did not exist
+        const std::string& target;
+        std::string former; // a second name of the file that was replaced
+        bool isNew;         // the target did not exist
     };
     std::vector<Step> steps_;
 };
@@ -96,23 +95,24 @@ text::Output& OutputFiles::open(std::string_view name) {
     if (one_ != nullptr) {
         return *one_;
     }
-    fs::path path = folder_ / name;
-    if (makeFolder(path.parent_path())) {
+    std::string path = fileIn(folder_, name);
+    if (makeFolder(folderOf(path))) {
         return add(std::move(path), TemporaryFile::Target::isNew);
     }
     auto target = fileToReplace(path);
     if (!target) {
         throw std::system_error(std::make_error_code(std::errc::file_exists));
     }
-    return add(std::move(*target), TemporaryFile::Target::mayExist);
+    return add(target->native(), TemporaryFile::Target::mayExist);
 }
 
-bool OutputFiles::makeFolder(const fs::path& folder) {
-    if (const auto known = isNewFolder_.find(folder.native()); known != isNewFolder_.end()) {
+bool OutputFiles::makeFolder(std::string_view path) {
+    if (const auto known = isNewFolder_.find(path); known != isNewFolder_.end()) {
         return known->second;
     }
-    const fs::path parent = folder.parent_path();
-    if (folder.native().size() > folder_.native().size()) {
+    const std::string folder(path);
+    const std::string parent(folderOf(path));
+    if (folder.size() > folder_.size()) {
         makeFolder(parent);
     }
     bool isNew = ::mkdir(folder.c_str(), newFolderMode) == 0;
@@ -121,16 +121,16 @@ bool OutputFiles::makeFolder(const fs::path& folder) {
         isNew = ::mkdir(folder.c_str(), newFolderMode) == 0;
     }
     if (!isNew) {
-        fs::create_directories(folder); // it exists, or this says why it cannot be made
+        std::filesystem::create_directories(folder); // it exists, or this says why it cannot be made
     }
     fileSystems_.watch(folder, isNew ? parent : folder); // a new folder is on the file system of the one that it is in
-    isNewFolder_.emplace(folder.native(), isNew);
+    isNewFolder_.emplace(folder, isNew);
     return isNew;
 }
 
-text::Output& OutputFiles::add(fs::path target, TemporaryFile::Target kind) {
+text::Output& OutputFiles::add(std::string target, TemporaryFile::Target kind) {
     if (kind == TemporaryFile::Target::mayExist) {
-        const fs::path folder = target.parent_path();
+        const std::string folder(folderOf(target));
         removeAbandoned(folder, fewNames);
         fileSystems_.watch(folder);
     }
@@ -148,7 +148,7 @@ void OutputFiles::close() {
 void OutputFiles::addBeside(const std::string& path, int descriptor) {
     if (descriptor < 0 && path != "-" && namedDescriptor(path) < 0) {
         if (auto target = fileToReplace(path)) {
-            beside_ = &add(std::move(*target), TemporaryFile::Target::mayExist);
+            beside_ = &add(target->native(), TemporaryFile::Target::mayExist);
             return;
         }
     }
@@ -164,7 +164,7 @@ void OutputFiles::commit() {
     replaceAll();
     std::set<std::string> folders;
     for (const File& file : files_) {
-        folders.insert(file.temporary.getFolder().native());
+        folders.insert(file.temporary.getFolder());
     }
     fileSystems_.syncFolders(folders);
     files_.clear();

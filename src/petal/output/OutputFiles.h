@@ -6,11 +6,11 @@
 #include "petal/output/TemporaryFile.h"
 
 #include <deque>
-#include <filesystem>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
-#include <unordered_map>
 
 namespace petal {
 
@@ -22,7 +22,7 @@ public:
     /// A folder of one: the output that `ModelOutput::open` opens. Throws as it does.
     OutputFiles(const std::optional<std::string>& path, int descriptor);
     /// Regular files below `folder`. It is created with the first of them if it does not exist.
-    explicit OutputFiles(std::filesystem::path folder) : folder_(std::move(folder)) {}
+    explicit OutputFiles(std::string folder) : folder_(std::move(folder)) {}
 
     [[nodiscard]] text::Output& open(std::string_view name) override;
     /// The file that `addBeside` has opened.
@@ -43,21 +43,21 @@ public:
 
 private:
     struct File final : text::Output {
-        File(std::filesystem::path target, TemporaryFile::Target kind)
+        File(std::string target, TemporaryFile::Target kind)
             : temporary(std::move(target), TemporaryFile::Signal::removes, kind) {}
         void write(std::string_view bytes) override { temporary.write(bytes); }
         TemporaryFile temporary;
     };
     /// Makes the folder if it does not exist. Whether this object has made it, so that only its files are there.
-    bool makeFolder(const std::filesystem::path& folder);
+    bool makeFolder(std::string_view folder);
     /// Begins a file that replaces `target`.
-    [[nodiscard]] text::Output& add(std::filesystem::path target, TemporaryFile::Target kind);
+    [[nodiscard]] text::Output& add(std::string target, TemporaryFile::Target kind);
     void sync();
     void replaceAll();
 
     std::unique_ptr<ModelOutput> one_; // null for a folder
-    std::filesystem::path folder_;
-    std::unordered_map<std::string, bool> isNewFolder_; // by path
+    std::string folder_;
+    std::map<std::string, bool, std::less<>> isNewFolder_; // by path
     std::size_t openCount_ = 0;
     FileSystems fileSystems_;             // of `files_`
     std::deque<File> files_;              // of a folder, and those beside

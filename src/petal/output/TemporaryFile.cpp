@@ -2,6 +2,7 @@
 
 #include "petal/output/Descriptor.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
@@ -114,13 +115,23 @@ bool isAbandoned(std::string_view name) {
 
 } // namespace
 
-std::filesystem::path temporaryNameIn(const std::filesystem::path& folder) {
+std::string temporaryNameIn(const std::string& folder) {
     static unsigned made = 0;
-    return folder / (namePrefix() + std::to_string(::getpid()) + "-" + std::to_string(made++));
+    return fileIn(folder, namePrefix() + std::to_string(::getpid()) + "-" + std::to_string(made++));
 }
 
-TemporaryFile::TemporaryFile(std::filesystem::path target, Signal signal, Target kind)
-    : target_(std::move(target)), folder_(target_.parent_path()), kind_(kind) {
+std::string_view folderOf(std::string_view path) {
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string_view::npos ? std::string_view() : path.substr(0, std::max(slash, std::size_t{1}));
+}
+
+std::string fileIn(std::string_view folder, std::string_view name) {
+    std::string path(folder);
+    return path.append(folder.empty() || folder.ends_with('/') ? "" : "/").append(name);
+}
+
+TemporaryFile::TemporaryFile(std::string target, Signal signal, Target kind)
+    : target_(std::move(target)), folder_(folderOf(target_)), kind_(kind) {
     while (!descriptor_.isOpen()) {
         path_ = temporaryNameIn(folder_);
         descriptor_ = Descriptor(::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, newFileMode));

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <limits>
+#include <string>
 #include <string_view>
 
 namespace petal {
@@ -51,17 +52,16 @@ public:
     enum class Target { mayExist, isNew };
 
     /// Creates an empty file that may become `target`. Throws `std::system_error`.
-    explicit TemporaryFile(std::filesystem::path target, Signal signal = Signal::removes,
-                           Target kind = Target::mayExist);
+    explicit TemporaryFile(std::string target, Signal signal = Signal::removes, Target kind = Target::mayExist);
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile();
 
     /// For writing, also by a forked process. Owned by this object, which closes it in its destructor.
     [[nodiscard]] int getDescriptor() const { return descriptor_.get(); }
-    [[nodiscard]] const std::filesystem::path& getTarget() const { return target_; }
-    /// The folder of both.
-    [[nodiscard]] const std::filesystem::path& getFolder() const { return folder_; }
+    [[nodiscard]] const std::string& getTarget() const { return target_; }
+    /// The folder of both; empty for the current one.
+    [[nodiscard]] const std::string& getFolder() const { return folder_; }
     [[nodiscard]] bool isTargetNew() const { return kind_ == Target::isNew; }
 
     /// Throws `std::system_error`.
@@ -82,16 +82,21 @@ public:
 private:
     void forget();
 
-    std::filesystem::path target_;
-    std::filesystem::path folder_;
-    std::filesystem::path path_; // empty once there is nothing to remove
+    std::string target_; // texts: paths are taken apart each time that they are made
+    std::string folder_;
+    std::string path_; // empty once there is nothing to remove
     Descriptor descriptor_;
     Target kind_;
     RemovedOnSignal removal_;
 };
 
 /// A new name for a temporary file in a folder. A file that an earlier process left may already have it.
-[[nodiscard]] std::filesystem::path temporaryNameIn(const std::filesystem::path& folder);
+[[nodiscard]] std::string temporaryNameIn(const std::string& folder);
+
+/// The folder of a file: its path up to the last slash; empty without one, which stands for the current folder.
+[[nodiscard]] std::string_view folderOf(std::string_view path);
+/// The reverse.
+[[nodiscard]] std::string fileIn(std::string_view folder, std::string_view name);
 
 /// Removes the temporary files in a folder whose processes have ended without removing them, as far as that is
 /// possible. An empty path is the current folder.
