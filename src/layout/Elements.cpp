@@ -43,6 +43,7 @@ Elements::Elements(const NotationTree& tree) : tree_(tree) {
     objects.reserve(tree.quids().size());
     std::ranges::transform(tree.quids(), std::back_inserter(objects), [&](NodeId quid) { return tree[quid].parent; });
     objects = tree.sorted(std::move(objects));
+    quids_.max_load_factor(0.8F);
     quids_.reserve(objects.size());
     for (const NodeId object : objects) {
         if (const std::string_view quid = tree.text(object, "quid"); !quid.empty()) {

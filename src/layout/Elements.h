@@ -43,8 +43,10 @@ private:
     [[nodiscard]] bool isPath(std::uint32_t number, std::string_view path) const;
 
     const NotationTree& tree_;
-    tsl::robin_map<std::string_view, NodeId, KelTextHash> quids_; // in capitals
-    std::pmr::monotonic_buffer_resource capitals_;                // of quids that the tree has not in capitals
+    tsl::robin_map<std::string_view, NodeId, KelTextHash, std::equal_to<>,
+                   std::allocator<std::pair<std::string_view, NodeId>>, true>
+        quids_;                                    // in capitals; with their hashes, so that few texts are looked at
+    std::pmr::monotonic_buffer_resource capitals_; // of quids that the tree has not in capitals
     mutable Paths paths_;
 };
 
