@@ -17,6 +17,7 @@
 #include "text/escape.h"
 
 #include <algorithm>
+#include <deque>
 #include <filesystem>
 #include <initializer_list>
 #include <map>
@@ -225,15 +226,16 @@ public:
     explicit DroppedObjects(const layout::NotationTree* notation) : notation_(notation) {
         for (layout::NodeId id = 1; notation != nullptr && id < notation->size(); ++id) {
             if (const layout::Node& node = (*notation)[id]; node.kind == layout::NodeKind::object) {
-                const layout::ObjectHead& head = node.head();
-                files_.resize(std::max<std::size_t>(files_.size(), head.file + 1));
-                files_[head.file].objects.push_back({head.line, head.kind, id});
+                files_.resize(std::max<std::size_t>(files_.size(), node.head().file + 1));
+                files_[node.head().file].objects.push_back(id);
             }
         }
+        const auto place = [&](layout::NodeId id) { return placeOf(id); };
         for (File& file : files_) {
-            if (!std::ranges::is_sorted(file.objects, isBefore)) { // several on one line, or a unit's content
-                std::ranges::stable_sort(file.objects, isBefore);
+            if (!std::ranges::is_sorted(file.objects, {}, place)) { // several on one line, or a unit's content
+                std::ranges::stable_sort(file.objects, {}, place);
             }
+            file.areTaken.resize(file.objects.size());
         }
     }
 
@@ -243,51 +245,50 @@ public:
             return {};
         }
         File& file = files_[entry.file];
-        const Object sought{entry.place.line, entry.kind->name};
+        const Place sought{entry.place.line, entry.kind->name};
         const auto found = findFrom(file, sought);
         file.next = found;
-        if (found == file.objects.size() || isBefore(sought, file.objects[found]) || file.objects[found].isTaken) {
+        if (found == file.objects.size() || placeOf(file.objects[found]) != sought || file.areTaken[found]) {
             return {};
         }
-        Object& object = file.objects[found];
-        object.isTaken = true;
-        return {notation_->text(object.id, "documentation"), notation_->text(object.id, "quid")};
+        file.areTaken[found] = true;
+        const layout::NodeId object = file.objects[found];
+        return {notation_->text(object, "documentation"), notation_->text(object, "quid")};
     }
 
 private:
-    struct Object {
-        std::uint64_t line;
-        std::string_view kind;
-        layout::NodeId id = layout::noNode;
-        bool isTaken = false;
-    };
+    using Place = std::pair<std::uint64_t, std::string_view>; // the line and the kind
     struct File {
-        std::vector<Object> objects; // by line, then by kind, then in the order of the text
-        std::size_t next = 0;        // the first that was not before the last one sought
+        std::vector<layout::NodeId> objects; // by their places, then in the order of the text
+        std::vector<bool> areTaken;
+        std::size_t next = 0; // the first that was not before the last one sought
     };
 
-    static bool isBefore(const Object& one, const Object& other) {
-        return one.line != other.line ? one.line < other.line : one.kind < other.kind;
+    [[nodiscard]] Place placeOf(layout::NodeId object) const {
+        const layout::ObjectHead& head = (*notation_)[object].head();
+        return {head.line, head.kind};
     }
 
-    /// The first object that is not before that one: by steps that double, as it is mostly near the last one.
-    static std::size_t findFrom(const File& file, const Object& sought) {
-        const std::vector<Object>& objects = file.objects;
-        std::size_t begin = file.next < objects.size() && !isBefore(sought, objects[file.next]) ? file.next : 0;
+    /// The first object that is not before that place: by steps that double, as it is mostly near the last one.
+    [[nodiscard]] std::size_t findFrom(const File& file, const Place& sought) const {
+        const std::vector<layout::NodeId>& objects = file.objects;
+        std::size_t begin = file.next < objects.size() && placeOf(objects[file.next]) <= sought ? file.next : 0;
         std::size_t step = 1;
-        for (; begin + step < objects.size() && isBefore(objects[begin + step], sought); step *= 2) {
+        for (; begin + step < objects.size() && placeOf(objects[begin + step]) < sought; step *= 2) {
             begin += step;
         }
         const auto first = objects.begin() + static_cast<std::ptrdiff_t>(begin);
         const auto last = objects.begin() + static_cast<std::ptrdiff_t>(std::min(begin + step, objects.size()));
-        return static_cast<std::size_t>(std::lower_bound(first, last, sought, isBefore) - objects.begin());
+        const auto found =
+            std::ranges::lower_bound(first, last, sought, {}, [&](layout::NodeId id) { return placeOf(id); });
+        return static_cast<std::size_t>(found - objects.begin());
     }
 
     const layout::NotationTree* notation_;
     std::vector<File> files_;
 };
 
-void writeEntries(const std::vector<ledger::Entry>& entries, const layout::NotationTree* notation, CompactJson& json) {
+void writeEntries(const std::deque<ledger::Entry>& entries, const layout::NotationTree* notation, CompactJson& json) {
     DroppedObjects objects(notation);
     Reasons reasons;
     json.key("entries");

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <map>
 #include <string>
@@ -127,10 +128,10 @@ public:
     [[nodiscard]] bool wantsGroups() const override { return false; }
     void take(const Ledger& /*ledger*/, const Entry& entry) override { entries_.push_back(entry); }
     /// Their pointers are to parts of the ledger. In the order of the files' text.
-    [[nodiscard]] const std::vector<Entry>& getEntries() const { return entries_; }
+    [[nodiscard]] const std::deque<Entry>& getEntries() const { return entries_; }
 
 private:
-    std::vector<Entry> entries_;
+    std::deque<Entry> entries_; // does not move them, as there are many
 };
 
 /// The number of objects of one type in the finished model, by the part of the ledger that explains them.
@@ -168,7 +169,7 @@ struct Ledger {
 /// A finished ledger with entries, for those who show it. Owns nothing.
 struct KeptLedger {
     const Ledger& ledger;
-    const std::vector<Entry>& entries; ///< of an `EntryKeeper`
+    const std::deque<Entry>& entries; ///< of an `EntryKeeper`
 };
 
 } // namespace ledger
