@@ -103,8 +103,14 @@ struct Damages {
 /// of a property walks the properties of one object.
 class NotationTree {
 public:
-    /// Throws `std::system_error` when a file cannot be read.
-    explicit NotationTree(const units::UnitTree& files);
+    /// What becomes of a reference to a unit that `files` does not have: an object without content, or no tree.
+    enum class Lacking { isEmpty, isRefused };
+    /// Thrown as soon as there is such a reference.
+    struct LacksUnit {};
+
+    /// Throws `std::system_error` when a file cannot be read, and `LacksUnit` if that is refused. To find out about
+    /// units in this way takes less time than to search a file for them first: most models have none.
+    explicit NotationTree(const units::UnitTree& files, Lacking lacking = Lacking::isEmpty);
     /// Of a model without units, from a reading that is not its own: `read` is called once, and passes the model's file
     /// on to its parameter. Throws what `read` throws.
     using Reading = std::function<void(notation::Listener& listener)>;

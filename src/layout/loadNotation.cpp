@@ -87,7 +87,8 @@ std::string nameBeside(const std::filesystem::path& file, const std::filesystem:
 /// Reads the files one after the other, then puts the contents of the units in their places.
 class NotationTree::Loader final : public notation::Listener {
 public:
-    Loader(NotationTree& tree, const units::UnitTree& files) : tree_(tree), files_(files) {}
+    Loader(NotationTree& tree, const units::UnitTree& files, Lacking lacking = Lacking::isEmpty)
+        : tree_(tree), files_(files), refusesReferences_(lacking == Lacking::isRefused) {}
 
     /// `read` is called for each file, with the loader, once that is ready to take it.
     template <class Read>
@@ -112,6 +113,7 @@ public:
 
     void take(const Line& line) override {
         finishText();
+        checkReference(line.key, line.text);
         if (line.isStart()) {
             if (!skips(line.key)) {
                 start(line);
@@ -139,6 +141,7 @@ public:
             return;
         }
         finishText();
+        checkReference(event.key, event.text);
         if (event.kind == EventKind::end) {
             end();
         } else if (event.kind == EventKind::start) {
@@ -179,6 +182,13 @@ private:
         open_.resize(1);
         open_[0].isView = isInView_[file_];
         skipped_ = 0;
+    }
+
+    /// Of a reference to a unit one property says that its content is elsewhere.
+    void checkReference(std::string_view key, std::string_view value) const {
+        if (refusesReferences_ && key == "is_loaded" && value == "FALSE") {
+            throw LacksUnit();
+        }
     }
 
     /// Whether the construct that starts is left out.
@@ -401,6 +411,7 @@ private:
 
     NotationTree& tree_;
     const units::UnitTree& files_;
+    bool refusesReferences_;
     std::size_t file_ = 0;
     std::size_t unit_ = 0; // of the file: the first that may come next
     KelTextDecoder* decoder_ = nullptr;
@@ -420,8 +431,8 @@ double Node::number() const {
     return kind == NodeKind::number ? toNumber(text()) : kind == NodeKind::location ? data_.place.x : 0;
 }
 
-NotationTree::NotationTree(const units::UnitTree& files) {
-    Loader(*this, files).load([](const units::ResolvedFile& file, Loader& loader) {
+NotationTree::NotationTree(const units::UnitTree& files, Lacking lacking) {
+    Loader(*this, files, lacking).load([](const units::ResolvedFile& file, Loader& loader) {
         units::OpenFile source(file.path);
         notation::Reader reader(source);
         for (;;) {

@@ -50,6 +50,10 @@ TEST_F(Draw, WritesAPictureForEachDiagramBelowItsPackages) {
                           "<rect x=\"-110\" y=\"-55\" width=\"220\" height=\"110\"/>"));
     EXPECT_TRUE(has(get("out/Logical View/a_b/In.svg"), "data-file=\"b.cat\""));
 
+    EXPECT_EQ(run("$petal draw m.mdl -q -o ./new//deep/").status, 0);
+    EXPECT_EQ(files("new/deep"), files("out"));
+    EXPECT_EQ(get("new/deep/Logical View/Main.svg"), main);
+
     EXPECT_EQ(run("$petal draw m.mdl -q --diagram 'Logical View::Main' -o one.svg").errors, "");
     EXPECT_EQ(get("one.svg"), main);
     EXPECT_EQ(run("cd / && $petal draw \"$OLDPWD/m.mdl\" -q --diagram Main").output, main);
@@ -62,6 +66,32 @@ TEST_F(Draw, TellsDamages) {
     EXPECT_TRUE(has(run("$petal draw m.mdl -o out").errors, "petal: m.mdl: damages: 1; line 12, column "));
     EXPECT_EQ(run("$petal draw m.mdl -o out -q").errors, "");
     EXPECT_TRUE(has(get("out/Logical View/Main.svg"), "Logical View::C"));
+}
+
+/// A model is read as if it had no units, until one shows. A listing of its units reads it in another way.
+TEST_F(Draw, MissesUnitsWhereverAModelRefersToThem) {
+    const auto missing = [&](const std::string& object) {
+        put("m.mdl", R"((object Petal version 42 charSet 0)
+(object Design "Logical View" root_category (object Class_Category "Logical View" logical_models (list l
+)" + object + R"() logical_presentations (list l (object ClassDiagram "Main" items (list diagram_item_list)))))
+)");
+        const Ended drawn = run("$petal draw m.mdl -o out");
+        EXPECT_EQ(drawn.status, 0);
+        EXPECT_TRUE(has(get("out/Logical View/Main.svg"), "Logical View::Main"));
+        const bool isListed = has(run("$petal units m.mdl").output, "gone.cat");
+        EXPECT_EQ(has(drawn.errors, "gone.cat"), isListed) << object << drawn.errors;
+        return isListed;
+    };
+    const std::string start = "(object Class_Category \"U\"\n is_unit TRUE\n";
+    const std::string file = "\n file_name \"gone.cat\")\n";
+    EXPECT_TRUE(missing(start + " is_loaded FALSE" + file));
+    EXPECT_FALSE(missing(start + " is_loaded\n\tFALSE" + file)); // a value is on the line of its key
+    EXPECT_TRUE(
+        missing("(object Class \"C\" attributes (list Attribute_Set\n" + start + " is_loaded FALSE" + file + "))\n"));
+    EXPECT_TRUE(missing(start + " label \"never ends\n is_loaded FALSE" + file));
+    EXPECT_FALSE(missing(start + " is_loaded TRUE" + file));
+    EXPECT_FALSE(missing(start + " is_loaded \"FALSE\"" + file));
+    EXPECT_FALSE(missing("(object Class \"C\" documentation \"is_unit TRUE is_loaded FALSE\")\n"));
 }
 
 TEST_F(Draw, ListsDiagrams) {

@@ -3,6 +3,7 @@
 #include "layout/write.h"
 #include "petal/Failure.h"
 #include "petal/commands.h"
+#include "petal/draw/Drawing.h"
 #include "petal/draw/pictureNames.h"
 #include "petal/jobs/Sources.h"
 #include "petal/jobs/plan.h"
@@ -16,7 +17,6 @@
 #include "petal/units/unitTrees.h"
 #include "text/IndentedJson.h"
 #include "text/escape.h"
-#include "units/LostUnits.h"
 
 #include <algorithm>
 #include <array>
@@ -49,87 +49,6 @@ layout::Theme themeOf(const DrawRequest& request) {
                                                                                         : layout::Theme::file;
     } catch (const exporter::WrongOption& wrong) {
         throw Failure(Outcome::wrongUsage, wrong.what(), "");
-    }
-}
-
-/// A model with its diagrams, those that are asked for.
-struct Drawing {
-    units::UnitTree files;
-    layout::NotationTree tree;
-    std::vector<NodeId> diagrams;
-    std::vector<std::string> names; // of files, without ending
-
-    Drawing(units::UnitTree found, const std::vector<std::string>& wanted) : files(std::move(found)), tree(files) {
-        diagrams = layout::diagramsOf(tree);
-        names = pictureNames(tree, diagrams); // of all: each has the same name whatever is drawn with it
-        if (wanted.empty()) {
-            return;
-        }
-        std::size_t kept = 0;
-        for (std::size_t index = 0; index < diagrams.size(); ++index) {
-            const std::string qualified = qualifiedName(tree, diagrams[index]);
-            if (std::ranges::any_of(wanted, [&](const std::string& name) {
-                    return name == tree[diagrams[index]].name() || name == qualified;
-                })) {
-                diagrams[kept] = diagrams[index];
-                std::swap(names[kept++], names[index]);
-            }
-        }
-        diagrams.resize(kept);
-        names.resize(kept);
-    }
-};
-
-/// Reports missing units: the causes, or of one of many models their number. Throws a `Failure` when they are required.
-void checkUnits(const std::string& path, const units::UnitTree& files, const DrawRequest& request,
-                const units::UnitLocator& locator, bool isSingle) {
-    const units::ModelLosses losses = units::lossesOf(files, locator.getSymbols());
-    const std::uint64_t count = losses.units.size() + losses.untold;
-    if (count > 0 && request.units.mode == "require") {
-        throw Failure(Outcome::unitMissing, "controlled units of '" + path + "' are missing",
-                      "--path-map and --unit-dir say where to look for them.");
-    }
-    if (count > 0 && !request.quiet) {
-        units::LostUnits lost;
-        lost.add(losses);
-        const std::string number = text::printableText(path) + ": missing controlled units: " + std::to_string(count);
-        std::fputs(asNotes(isSingle ? lossLines(lost) : TextLines{number}).c_str(), stderr);
-    }
-}
-
-/// Reports that the notation of a model or a unit was repaired: pictures may lack what was damaged.
-void tellDamages(const Drawing& drawing) {
-    const layout::Damages& damages = drawing.tree.getDamages();
-    if (damages.count > 0) {
-        const std::string line = "petal: " + text::printableText(drawing.files.files[damages.file].path.string()) +
-                                 ": damages: " + std::to_string(damages.count) + "; " + damages.first + "\n";
-        std::fputs(line.c_str(), stderr);
-    }
-}
-
-Failure noDiagramNamed(const std::string& where, const DrawRequest& request) {
-    return {Outcome::inputNotRead, where + " no diagram named '" + request.diagrams.front() + "'",
-            "'petal draw --list' prints the diagrams."};
-}
-
-/// Of several models some may lack the diagrams that are named; a single one must have one.
-std::unique_ptr<Drawing> readDrawing(const std::string& path, const DrawRequest& request, units::UnitLocator& locator,
-                                     bool isSingle) {
-    units::UnitTree files = request.units.mode == "skip" ? readModelAlone(path) : readModelFiles(path, locator);
-    if (request.units.mode != "skip") {
-        checkUnits(path, files, request, locator, isSingle);
-    }
-    try {
-        auto drawing = std::make_unique<Drawing>(std::move(files), request.diagrams);
-        if (!request.quiet) {
-            tellDamages(*drawing);
-        }
-        if (isSingle && drawing->diagrams.empty() && !request.diagrams.empty()) {
-            throw noDiagramNamed("'" + path + "' has", request);
-        }
-        return drawing;
-    } catch (const std::system_error& error) {
-        throw inputFailure(path, error);
     }
 }
 
@@ -213,7 +132,7 @@ void writePictures(const Drawing& drawing, const std::filesystem::path& folder, 
         checkUses(drawing, outputs);
     }
     try {
-        OutputFiles files(folder);
+        OutputFiles files(folder.string());
         LastOpened last(files);
         text::BufferedOutput output(last); // one for all: it is large
         for (std::size_t index = 0; index < drawing.names.size(); ++index) {

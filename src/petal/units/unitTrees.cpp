@@ -21,26 +21,19 @@ units::UnitTree readModel(const std::string& path, Read read) {
     throw Failure(Outcome::inputNotRead, "'" + path + "' is not a model file", "");
 }
 
-units::UnitTree treeOfOne(const std::string& path) {
-    units::UnitTree tree;
-    tree.files.push_back(
-        {.path = path, .contents = units::readUnitFile(path, units::Extent::headAndKind), .units = {}});
-    return tree;
-}
-
 } // namespace
 
 units::UnitTree readModelTree(const std::string& path, units::UnitLocator& locator) {
     return readModel(path, [&] { return units::readUnitTree(path, locator); });
 }
 
-units::UnitTree readModelFiles(const std::string& path, units::UnitLocator& locator) {
-    return readModel(
-        path, [&] { return units::mayNeedAssembly(path) ? units::readUnitTree(path, locator) : treeOfOne(path); });
-}
-
 units::UnitTree readModelAlone(const std::string& path) {
-    return readModel(path, [&] { return treeOfOne(path); });
+    return readModel(path, [&] {
+        units::UnitTree tree;
+        tree.files.push_back(
+            {.path = path, .contents = units::readUnitFile(path, units::Extent::headAndKind), .units = {}});
+        return tree;
+    });
 }
 
 units::LostUnits lossesOf(std::span<const std::string> files, units::UnitLocator& locator) {

@@ -13,10 +13,6 @@ namespace petal {
 /// or is not a model.
 [[nodiscard]] units::UnitTree readModelTree(const std::string& path, units::UnitLocator& locator);
 
-/// The same for those who read the text of the files themselves: a model that refers to no unit is searched, which
-/// costs much less than reading it, and its contents are as those of `readModelAlone`. Throws likewise.
-[[nodiscard]] units::UnitTree readModelFiles(const std::string& path, units::UnitLocator& locator);
-
 /// Reads the model at `path` without its units. Throws likewise.
 [[nodiscard]] units::UnitTree readModelAlone(const std::string& path);
 
