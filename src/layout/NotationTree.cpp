@@ -1,8 +1,9 @@
 #include "layout/NotationTree.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <new>
-#include <type_traits>
+#include <sys/mman.h>
 
 namespace layout {
 
@@ -12,17 +13,40 @@ bool isViewKind(std::string_view kind) {
     return kind.ends_with("View") || kind.ends_with("Label") || kind.ends_with("ViewNew");
 }
 
-void NotationTree::Nodes::grow() {
-    constexpr std::size_t fewest = 1024;
-    const std::size_t capacity = std::max(fewest, capacity_ * 2);
-    static_assert(std::is_trivially_copyable_v<Node>);
-    auto* const larger = static_cast<Node*>(std::realloc(nodes_.get(), capacity * sizeof(Node)));
-    if (larger == nullptr) {
+namespace {
+
+constexpr std::size_t largePage = std::size_t{2} << 20U;
+constexpr std::size_t fewestTexts = std::size_t{64} << 10U;
+constexpr std::size_t mostReserved = std::size_t{1} << 30U;
+constexpr std::size_t fewestPages = 2; // of memory that is taken so: most of a smaller piece would not be used
+
+} // namespace
+
+void* NotationTree::LargePages::do_allocate(std::size_t bytes, std::size_t alignment) {
+    if (bytes < fewestPages * largePage) {
+        return std::pmr::new_delete_resource()->allocate(bytes, alignment);
+    }
+    const std::size_t size = (bytes + largePage - 1) / largePage * largePage;
+    void* memory = std::aligned_alloc(largePage, size);
+    if (memory == nullptr) {
         throw std::bad_alloc();
     }
-    static_cast<void>(nodes_.release());
-    nodes_.reset(larger);
-    capacity_ = capacity;
+    ::madvise(memory, size, MADV_HUGEPAGE); // else it has small pages
+    return memory;
+}
+
+void NotationTree::LargePages::do_deallocate(void* memory, std::size_t bytes, std::size_t alignment) {
+    if (bytes < fewestPages * largePage) {
+        std::pmr::new_delete_resource()->deallocate(memory, bytes, alignment);
+    } else {
+        std::free(memory);
+    }
+}
+
+/// Both get room for the nodes and texts of usual models at once. The system gives memory only for what is used of it.
+NotationTree::NotationTree(std::size_t fileSize)
+    : nodes_(&memory_), texts_(std::max(fewestTexts, std::min(fileSize, mostReserved) / 2), &memory_) {
+    nodes_.reserve(std::min(fileSize, mostReserved) / sizeof(Node));
 }
 
 NotationTree::~NotationTree() = default;

@@ -4,8 +4,8 @@
 #include "notation/Listener.h"
 #include "units/UnitTree.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <memory_resource>
@@ -145,32 +145,22 @@ public:
 private:
     class Loader;
 
-    /// The nodes in one piece, which the C library extends without copying it once it is large.
-    class Nodes {
-    public:
-        Node& add() {
-            if (size_ == capacity_) {
-                grow();
-            }
-            return *new (&nodes_.get()[size_++]) Node();
+    /// Takes pieces of several megabytes in pages as large, where the system has such: each page that a process touches
+    /// for the first time costs as much as reading a kilobyte of notation.
+    class LargePages final : public std::pmr::memory_resource {
+        void* do_allocate(std::size_t bytes, std::size_t alignment) override;
+        void do_deallocate(void* memory, std::size_t bytes, std::size_t alignment) override;
+        [[nodiscard]] bool do_is_equal(const std::pmr::memory_resource& other) const noexcept override {
+            return this == &other;
         }
-        Node& operator[](NodeId id) { return nodes_.get()[id]; }
-        const Node& operator[](NodeId id) const { return nodes_.get()[id]; }
-        [[nodiscard]] std::size_t size() const { return size_; }
-
-    private:
-        struct Free {
-            void operator()(Node* nodes) const { std::free(nodes); }
-        };
-        void grow();
-
-        std::unique_ptr<Node, Free> nodes_;
-        std::size_t size_ = 0;
-        std::size_t capacity_ = 0;
     };
 
-    Nodes nodes_;
-    std::pmr::monotonic_buffer_resource texts_{std::size_t{64} * 1024}; // and the heads of objects
+    /// For files of that size together.
+    explicit NotationTree(std::size_t fileSize);
+
+    LargePages memory_;
+    std::pmr::vector<Node> nodes_;
+    std::pmr::monotonic_buffer_resource texts_; // and the heads of objects
     std::vector<NodeId> itemLists_;
     std::vector<NodeId> quids_;
     bool isInOrder_ = true; // no unit stands within another file: that is the order of the numbers

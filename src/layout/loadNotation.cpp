@@ -74,6 +74,17 @@ NodeKind kindOf(Construct construct) {
     return NodeKind::group;
 }
 
+/// Of files that cannot be read 0.
+std::size_t sizeOf(const units::UnitTree& files) {
+    std::size_t size = 0;
+    for (const units::ResolvedFile& file : files.files) {
+        std::error_code error;
+        const std::uintmax_t known = std::filesystem::file_size(file.path, error);
+        size += error ? 0 : known;
+    }
+    return size;
+}
+
 /// The name of a unit's file for outputs, which are the same wherever the model is.
 std::string nameBeside(const std::filesystem::path& file, const std::filesystem::path& model) {
     const std::filesystem::path folder = std::filesystem::absolute(model).lexically_normal().parent_path();
@@ -93,7 +104,7 @@ public:
     /// `read` is called for each file, with the loader, once that is ready to take it.
     template <class Read>
     void load(const Read& read) {
-        tree_.nodes_.add();
+        tree_.nodes_.emplace_back();
         open_.push_back({noNode, noNode, false});
         contents_.resize(files_.files.size(), noNode);
         isInView_.resize(files_.files.size());
@@ -210,7 +221,7 @@ private:
     Node& add(NodeKind kind, Key key) {
         const auto id = static_cast<NodeId>(tree_.nodes_.size());
         Open& above = open_.back();
-        Node& node = tree_.nodes_.add();
+        Node& node = tree_.nodes_.emplace_back();
         node.kind = kind;
         node.key = key;
         node.parent = above.node;
@@ -431,7 +442,7 @@ double Node::number() const {
     return kind == NodeKind::number ? toNumber(text()) : kind == NodeKind::location ? data_.place.x : 0;
 }
 
-NotationTree::NotationTree(const units::UnitTree& files, Lacking lacking) {
+NotationTree::NotationTree(const units::UnitTree& files, Lacking lacking) : NotationTree(sizeOf(files)) {
     Loader(*this, files, lacking).load([](const units::ResolvedFile& file, Loader& loader) {
         units::OpenFile source(file.path);
         notation::Reader reader(source);
@@ -447,7 +458,7 @@ NotationTree::NotationTree(const units::UnitTree& files, Lacking lacking) {
     });
 }
 
-NotationTree::NotationTree(const units::UnitTree& files, const Reading& read) {
+NotationTree::NotationTree(const units::UnitTree& files, const Reading& read) : NotationTree(sizeOf(files)) {
     Loader(*this, files).load([&](const units::ResolvedFile& /*file*/, Loader& loader) { read(loader); });
 }
 

@@ -298,6 +298,25 @@ TEST_F(Drawn, IsAPictureWhateverTheFileHolds) {
     EXPECT_TRUE(std::isfinite(scene.bounds.width) && std::isfinite(scene.bounds.height));
 }
 
+/// More nodes than the size of the file lets expect, so that they move while they are read.
+TEST_F(Drawn, FindsElementsAmongManyNodes) {
+    std::string points;
+    for (int count = 0; count < 300'000; ++count) {
+        points += "(1, 2)\n";
+    }
+    const Scene scene = sceneOf("(object Class \"A\" quid \"4F0000000001\" vertices (list Points\n" + points +
+                                    "))\n(object Class \"B\" quid \"4F00000000ab\" abstract TRUE)",
+                                R"((object ClassView "Class" "Logical View::A" @1 quidu "4F0000000001")
+(object ClassView "Class" "Logical View::B" @2 quidu "4F00000000AB")
+(object ClassView "Class" "Logical View::B" @3)
+(object ClassView "Class" "Logical View::C" @4 quidu "4F0000000002"))");
+    std::string found;
+    for (const Item& item : scene.items) {
+        found += item.isMissing ? "-" : item.texts.at(0).font.isItalic ? "B" : "A";
+    }
+    EXPECT_EQ(found, "ABB-");
+}
+
 TEST_F(Drawn, TakesTimeProportionalToTheViews) {
     const auto seconds = [&](int count) {
         std::ostringstream views;
