@@ -13,6 +13,11 @@ constexpr std::array<std::string_view, kindCount> kindWords{
     "model",       "package", "class",          "attribute",   "operation",  "argument", "key",
     "association", "role",    "generalization", "realization", "dependency", "diagram",  "type"};
 
+/// In the order of `Kind`.
+constexpr std::array<std::string_view, kindCount> listNames{
+    "elements", "packages", "elements", "attributes", "operations", "arguments", "keys",
+    "elements", "roles",    "elements", "elements",   "elements",   "diagrams",  "types"};
+
 struct FieldRow {
     FieldId id;
     ValueForm form;
@@ -92,6 +97,10 @@ static_assert(std::ranges::is_sorted(fieldRows, {}, &FieldRow::id) && fieldRows.
 
 std::string_view kindWord(Kind kind) {
     return kindWords.at(static_cast<std::size_t>(kind));
+}
+
+std::string_view listName(Kind kind) {
+    return listNames.at(static_cast<std::size_t>(kind));
 }
 
 ValueForm formOf(FieldId field) {

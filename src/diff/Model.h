@@ -38,6 +38,8 @@ inline constexpr std::size_t kindCount = 14;
 
 /// The word of a kind, as in the JSON document.
 [[nodiscard]] std::string_view kindWord(Kind kind);
+/// The list of the JSON document in which an owner has elements of a kind; several kinds share one.
+[[nodiscard]] std::string_view listName(Kind kind);
 
 /// The members of the JSON document that say something about an element, or about a record within one.
 enum class FieldId : std::uint8_t {
