@@ -3,7 +3,6 @@
 #include "export/NameIds.h"
 
 #include <algorithm>
-#include <tsl/robin_map.h>
 
 namespace diff {
 
@@ -133,20 +132,20 @@ std::string qualifiedName(const Model& model, ElementId id) {
     return name;
 }
 
-OwnQuids::OwnQuids(const Model& model) : isOwn_(model.elements().size()) {
-    first_.reserve(isOwn_.size());
+OwnQuids::OwnQuids(const Model& model)
+    : isOwn_(model.elements().size()), first_(2 * isOwn_.size(), QuidHash{&model}, SameQuid{&model}) {
     for (ElementId id = 0; id < isOwn_.size(); ++id) {
         if (exporter::mayBeId(model[id].quid)) {
-            const auto [first, isNew] = first_.try_emplace(model[id].quid, id);
+            const auto [first, isNew] = first_.insert(id);
             isOwn_[id] = isNew;
-            isOwn_[first->second] = isNew;
+            isOwn_[*first] = isNew;
         }
     }
 }
 
 ElementId OwnQuids::find(std::string_view quid) const {
     const auto found = first_.find(quid);
-    return found != first_.end() && isOwn_[found->second] ? found->second : noElement;
+    return found != first_.end() && isOwn_[*found] ? *found : noElement;
 }
 
 LastingIds::LastingIds(const Model& model) : model_(model), hashes_(model.elements().size()) {
