@@ -235,6 +235,7 @@ std::optional<FoundQuid> QuidSearch::quidAt(std::size_t at) {
 
 /// The first byte of the quoted text that comes next; nothing if there is none.
 std::optional<std::size_t> QuidSearch::textBegin(std::size_t at) {
+    at = indexOf(notation::runs::endOfBlanks(text_.data() + at));
     while (at < text_.size() && (isBlank(text_[at]) || text_[at] == '\n')) {
         ++at;
     }
