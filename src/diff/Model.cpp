@@ -3,7 +3,6 @@
 #include "export/NameIds.h"
 
 #include <algorithm>
-#include <tsl/robin_map.h>
 
 namespace diff {
 
@@ -12,6 +11,11 @@ namespace {
 constexpr std::array<std::string_view, kindCount> kindWords{
     "model",       "package", "class",          "attribute",   "operation",  "argument", "key",
     "association", "role",    "generalization", "realization", "dependency", "diagram",  "type"};
+
+/// In the order of `Kind`.
+constexpr std::array<std::string_view, kindCount> listNames{
+    "elements", "packages", "elements", "attributes", "operations", "arguments", "keys",
+    "elements", "roles",    "elements", "elements",   "elements",   "diagrams",  "types"};
 
 struct FieldRow {
     FieldId id;
@@ -94,6 +98,10 @@ std::string_view kindWord(Kind kind) {
     return kindWords.at(static_cast<std::size_t>(kind));
 }
 
+std::string_view listName(Kind kind) {
+    return listNames.at(static_cast<std::size_t>(kind));
+}
+
 ValueForm formOf(FieldId field) {
     return fieldRows[static_cast<std::size_t>(field)].form;
 }
@@ -124,20 +132,20 @@ std::string qualifiedName(const Model& model, ElementId id) {
     return name;
 }
 
-OwnQuids::OwnQuids(const Model& model) : isOwn_(model.elements().size()) {
-    first_.reserve(isOwn_.size());
+OwnQuids::OwnQuids(const Model& model)
+    : isOwn_(model.elements().size()), first_(2 * isOwn_.size(), QuidHash{&model}, SameQuid{&model}) {
     for (ElementId id = 0; id < isOwn_.size(); ++id) {
         if (exporter::mayBeId(model[id].quid)) {
-            const auto [first, isNew] = first_.try_emplace(model[id].quid, id);
+            const auto [first, isNew] = first_.insert(id);
             isOwn_[id] = isNew;
-            isOwn_[first->second] = isNew;
+            isOwn_[*first] = isNew;
         }
     }
 }
 
 ElementId OwnQuids::find(std::string_view quid) const {
     const auto found = first_.find(quid);
-    return found != first_.end() && isOwn_[found->second] ? found->second : noElement;
+    return found != first_.end() && isOwn_[*found] ? *found : noElement;
 }
 
 LastingIds::LastingIds(const Model& model) : model_(model), hashes_(model.elements().size()) {

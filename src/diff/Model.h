@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <tsl/robin_map.h>
+#include <tsl/robin_set.h>
 #include <vector>
 
 namespace diff {
@@ -38,6 +38,8 @@ inline constexpr std::size_t kindCount = 14;
 
 /// The word of a kind, as in the JSON document.
 [[nodiscard]] std::string_view kindWord(Kind kind);
+/// The list of the JSON document in which an owner has elements of a kind; several kinds share one.
+[[nodiscard]] std::string_view listName(Kind kind);
 
 /// The members of the JSON document that say something about an element, or about a record within one.
 enum class FieldId : std::uint8_t {
@@ -230,8 +232,23 @@ public:
     [[nodiscard]] ElementId find(std::string_view quid) const;
 
 private:
+    /// Elements stand for their quids, so that the table is small.
+    struct QuidHash {
+        const Model* model;
+        std::size_t operator()(ElementId id) const { return (*this)((*model)[id].quid); }
+        std::size_t operator()(std::string_view quid) const { return KelTextHash()(quid); }
+    };
+    struct SameQuid {
+        using is_transparent = void;
+        const Model* model;
+        bool operator()(ElementId one, ElementId other) const { return (*this)(one, (*model)[other].quid); }
+        bool operator()(ElementId id, std::string_view quid) const { return (*model)[id].quid == quid; }
+        bool operator()(std::string_view quid, ElementId id) const { return (*this)(id, quid); }
+    };
+    static constexpr bool storesHash = true; // else most comparisons would read two elements
+
     std::vector<bool> isOwn_;
-    tsl::robin_map<std::string_view, ElementId, KelTextHash> first_; // of each quid
+    tsl::robin_set<ElementId, QuidHash, SameQuid, std::allocator<ElementId>, storesHash> first_; // of each quid
 };
 
 /// A document that is not one of petal's models. Its text says why, and where.

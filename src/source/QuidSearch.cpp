@@ -6,6 +6,7 @@
 #include "source/QuidSearch.h"
 
 #include "notation/ByteClasses.h"
+#include "notation/ByteRuns.h"
 #include "notation/Reader.h"
 #include "notation/wordKind.h"
 
@@ -30,22 +31,23 @@ constexpr std::size_t lookAhead = std::size_t{4} * 1024; // from a quid's name t
 constexpr std::size_t localWindow = std::size_t{16} * 1024;
 constexpr std::size_t localMargin = 16; // shows that the text has ended
 constexpr std::size_t blockSize = 64;
+constexpr std::size_t padding = 1 + notation::runs::stride; // behind the text, a NUL first
 
 constexpr std::string_view quidWord = "quid";
 constexpr std::string_view designWord = "Design";
 constexpr std::string_view objectWord = "object";
 
 bool isInWord(char byte) {
-    return classOf(byte) >= ByteClass::bar;
+    return !notation::endsRun<notation::stopsWord>(byte);
 }
 
 bool isBlank(char byte) {
     return classOf(byte) == ByteClass::blank || byte == '\r'; // in files whose lines end with LF
 }
 
-/// Whether the byte may be in the text of a quid.
-bool isInQuid(char byte) {
-    return byte != '"' && byte != '\\' && byte != '\r' && byte != '\n' && byte != '\0';
+/// The first byte that cannot be in the text of a quid, nor in another text unless it is escaped.
+const char* endOfQuoted(const char* text) {
+    return notation::endOfRun<notation::stopsQuoted>(notation::runs::endOfQuoted(text));
 }
 
 /// Fills a buffer from a file, as far as that goes. Returns how much of it is filled then.
@@ -134,7 +136,8 @@ int balanceOf(const char* block) {
 } // namespace
 
 QuidSearch::QuidSearch(const std::filesystem::path& file)
-    : source_(file), again_(file), buffer_(std::make_unique_for_overwrite<char[]>(portion + lookBack + lookAhead)) {
+    : source_(file), again_(file),
+      buffer_(std::make_unique_for_overwrite<char[]>(portion + lookBack + lookAhead + padding)) {
     refill();
     const std::size_t end = text_.find_first_of("\r\n");
     const bool isCr = end != std::string_view::npos && text_[end] == '\r' && byte(end + 1) != '\n';
@@ -156,6 +159,7 @@ void QuidSearch::refill() {
     const std::size_t filled = kept + fill({buffer_.get() + kept, portion}, source_);
     isWhole_ = filled < kept + portion;
     text_ = {buffer_.get(), filled};
+    std::fill_n(buffer_.get() + filled, padding, '\0');
     const std::size_t to = isWhole_ ? filled : filled - std::min(filled, lookAhead);
     if (to > checked_) {
         measureDepth(checked_, to);
@@ -213,10 +217,7 @@ std::optional<FoundQuid> QuidSearch::quidAt(std::size_t at) {
     if (!begin || !lexTo(at)) {
         return std::nullopt;
     }
-    std::size_t end = *begin;
-    while (isInQuid(byte(end))) {
-        ++end;
-    }
+    const std::size_t end = indexOf(endOfQuoted(text_.data() + *begin));
     if (byte(end) != '"' || end - at > lookAhead) {
         return lose();
     }
@@ -234,6 +235,7 @@ std::optional<FoundQuid> QuidSearch::quidAt(std::size_t at) {
 
 /// The first byte of the quoted text that comes next; nothing if there is none.
 std::optional<std::size_t> QuidSearch::textBegin(std::size_t at) {
+    at = indexOf(notation::runs::endOfBlanks(text_.data() + at));
     while (at < text_.size() && (isBlank(text_[at]) || text_[at] == '\n')) {
         ++at;
     }
@@ -266,7 +268,7 @@ void QuidSearch::takeToken() {
     const char first = text_[lexed_];
     switch (classOf(first)) {
     case ByteClass::blank:
-        ++lexed_;
+        lexed_ = indexOf(notation::runs::endOfBlanks(text_.data() + lexed_ + 1));
         break;
     case ByteClass::lineEnd:
         head_ = first == '\n' && head_ != Head::whole ? Head::none : head_; // the kind is on the same line
@@ -300,23 +302,16 @@ void QuidSearch::takeToken() {
 }
 
 void QuidSearch::takeQuoted() {
-    for (std::size_t at = lexed_ + 1; at < text_.size(); ++at) {
-        switch (text_[at]) {
-        case '"':
-            lexed_ = at + 1;
-            return;
-        case '\\':
-            at += byte(at + 1) == '"' || byte(at + 1) == '\\' ? 1 : 0;
-            break;
-        case '\n':
-        case '\0':
-            lose();
-            return;
-        default:
-            break;
-        }
+    const char* at = endOfQuoted(text_.data() + lexed_ + 1);
+    while (*at == '\\' || *at == '\r') {
+        const bool isEscape = *at == '\\' && (at[1] == '"' || at[1] == '\\');
+        at = endOfQuoted(at + (isEscape ? 2 : 1));
     }
-    lose();
+    if (*at == '"') {
+        lexed_ = indexOf(at + 1);
+    } else { // the line or the text ends
+        lose();
+    }
 }
 
 void QuidSearch::takeWord() {
@@ -325,9 +320,8 @@ void QuidSearch::takeWord() {
         return;
     }
     const std::size_t begin = lexed_;
-    while (lexed_ < text_.size() && isInWord(text_[lexed_])) {
-        ++lexed_;
-    }
+    const char* const letters = notation::runs::endOfLetters(text_.data() + begin);
+    lexed_ = indexOf(notation::endOfRun<notation::stopsWord>(letters));
     const std::string_view word = text_.substr(begin, lexed_ - begin);
     if (head_ == Head::opened && word == objectWord) {
         head_ = Head::named;

@@ -60,12 +60,13 @@ private:
         isLost_ = true;
         return std::nullopt;
     }
+    [[nodiscard]] std::size_t indexOf(const char* at) const { return static_cast<std::size_t>(at - text_.data()); }
     [[nodiscard]] char byte(std::size_t at) const { return at < text_.size() ? text_[at] : '\0'; }
 
     units::OpenFile source_;
     units::OpenFile again_; // the same file, for reading from other places
     std::unique_ptr<char[]> buffer_;
-    std::string_view text_;    // a part of the file, in the buffer; other members are indexes into it
+    std::string_view text_;    // a part of the file, in the buffer before a NUL; other members are indexes into it
     std::uint64_t origin_ = 0; // the offset of its first byte
     bool isWhole_ = false;     // the file ends with it
     bool isLost_ = false;

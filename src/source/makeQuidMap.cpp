@@ -11,6 +11,9 @@ namespace source {
 
 namespace {
 
+/// Only quids are looked for.
+constexpr notation::Place noPlace{.line = 0};
+
 /// The making of an object, without what quids do not need.
 struct Making {
     std::uint64_t begin;
@@ -64,7 +67,8 @@ private:
             next = isLate ? next : making;
             // The first object made in the head is the one that the file describes.
             if (making != makings.end() && making->begin < found->headEnd && !found->text.empty() &&
-                !add(making->object, {.file = file, .begin = {}, .end = 0, .quid = std::string(found->text)}, map)) {
+                !add(making->object, {.file = file, .begin = noPlace, .end = 0, .quid = std::string(found->text)},
+                     map)) {
                 return false;
             }
         }
@@ -77,7 +81,7 @@ private:
             return false;
         }
         if (std::string& quid = hasDesign ? quidOfDesign : quidOfFirst; !quid.empty()) {
-            map.add(model_, {.file = 0, .begin = {}, .end = 0, .quid = std::move(quid)});
+            map.add(model_, {.file = 0, .begin = noPlace, .end = 0, .quid = std::move(quid)});
         }
         return true;
     }

@@ -6,6 +6,7 @@
 #include "host/containers/KelStringList.h"
 #include "host/containers/KelVectorIterator.h"
 #include "host/model/KelNote.h"
+#include "host/model/links/KelPointerHash.h"
 #include "host/text/KelString.h"
 
 #include <gtest/gtest.h>
@@ -14,6 +15,7 @@
 #include <deque>
 #include <limits>
 #include <random>
+#include <set>
 #include <vector>
 
 namespace {
@@ -235,6 +237,22 @@ TEST(KelNameLinkTreeTest, OrdersByNameByteForByteAndKeepsEqualNamesInTheOrderOfA
         EXPECT_EQ(tree[i], &notes[expected[i]]) << i;
         EXPECT_EQ(tree.findFirst(&names[i], nullptr), &notes[i == 4 ? 1 : i]) << i;
     }
+}
+
+// Both matter to the time of a look-up only: objects of a page are neighbours in a table, and pages are anywhere.
+TEST(KelPointerHashTest, KeepsObjectsOfAPageTogetherAndSpreadsPages) {
+    constexpr std::uintptr_t first = 0x5555'5557'0000;
+    constexpr std::size_t page = 4096;
+    constexpr std::size_t tableSize = 1U << 17;
+    const auto placeOf = [](std::uintptr_t address) {
+        return KelPointerHash()(reinterpret_cast<const void*>(address)) % tableSize;
+    };
+    std::set<std::size_t> places;
+    for (std::uintptr_t address = first; address < first + 1024 * page; address += 64) {
+        places.insert(placeOf(address));
+        EXPECT_EQ((placeOf(address) - placeOf(address / page * page)) % tableSize, address % page / 64);
+    }
+    EXPECT_GT(places.size(), 50'000U); // of 65,536; drawn at random, 51,600 would be different
 }
 
 } // namespace

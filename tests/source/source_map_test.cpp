@@ -224,6 +224,25 @@ TEST(QuidMap, HasTheQuidsThatReadingGives) {
     std::filesystem::remove(path);
 }
 
+// The tokens near a quid, and at the end of the text, are told as the reader tells them.
+TEST(QuidMap, HasTheQuidsWhateverTakesThePlaceOfAByte) {
+    const std::string begin = "(object Petal\n version 42)\n(object Class_Category \"Logical View\"\n logical_models ";
+    const std::string head = "(object Class \"A\\\" b\tc\" @3\n \f\tquid  \t\"1A\"";
+    const std::string path = testing::TempDir() + "quid_map.mdl";
+    int found = 0;
+    for (std::size_t at = 0; at < head.size(); ++at) {
+        for (const char byte : {'(', ')', '"', '\\', '|', '#', '\n', '\r', '\0', '\x01', '\t', ' ', '.', '\xE9'}) {
+            std::string text = begin + head;
+            text[begin.size() + at] = byte;
+            std::ofstream(path) << text; // without the end of a line, so that what is behind the text is looked at
+            SCOPED_TRACE(text);
+            found += quidsOf(path).ends_with("=1A ") ? 1 : 0;
+        }
+    }
+    EXPECT_GT(found, 200);
+    std::filesystem::remove(path);
+}
+
 // Where lines are read in place, the result is that of the reader, whatever takes the place of a byte.
 TEST(QuidMap, IsReadInPlaceAsByTheReader) {
     const std::string head = "(object Class \"A\" @3\n  attributes (list Attribute_Set\n    (object Attribute\n"

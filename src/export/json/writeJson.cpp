@@ -148,7 +148,9 @@ void writePlace(const KelObject& object, const source::SourceMap& places, JsonMe
     if (place->file != 0) {
         members.text("file", std::string_view(places.getFiles()[place->file]));
     }
-    members.number("line", static_cast<std::int64_t>(place->begin.line));
+    if (place->begin.line != 0) { // else only quids are known
+        members.number("line", static_cast<std::int64_t>(place->begin.line));
+    }
 }
 
 class DocumentWriter final : public ModelVisitor {
