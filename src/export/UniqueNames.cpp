@@ -149,6 +149,7 @@ std::string UniqueNames::make(std::string_view text) {
     if (isNew) {
         return made;
     }
+    hasNumbers_ = true;
     const std::string_view taken = first->first; // which outlasts the place in the table
     std::uint64_t number = first->second;
     for (bool isFree = false; !isFree;) {
@@ -168,6 +169,7 @@ void UniqueNames::clear() {
         taken_.clear();
     }
     keys_.release();
+    hasNumbers_ = false;
 }
 
 Quoting::Quoting(const NameRules& rules) : rules_(rules) {

@@ -50,6 +50,9 @@ public:
     void clear();
     /// A name that was not returned before, without quotes.
     [[nodiscard]] std::string make(std::string_view text);
+    /// Whether a name has a number since the start or `clear`. If none has, the same texts in another order would give
+    /// the same names.
+    [[nodiscard]] bool hasNumbers() const { return hasNumbers_; }
 
 private:
     static constexpr float mostLoad = 0.8F; // memory costs more here than a longer way in the table
@@ -61,6 +64,7 @@ private:
     const NameRules& rules_;
     std::pmr::monotonic_buffer_resource keys_{128}; // folded names; small, as there are as many name spaces as tables
     Taken taken_;                                   // by these; with the last number appended to each
+    bool hasNumbers_ = false;
 };
 
 /// Tells as `needsQuotes` which names need quotes. For names of ASCII characters, rules are looked up in tables.

@@ -90,7 +90,7 @@ private:
 class IdWriter final : private exporter::ModelVisitor {
 public:
     IdWriter(const exporter::ExportContext& context, const exporter::ElementIds& ids, CompactJson& json)
-        : ids_(ids), source_(context.source), json_(json) {
+        : ids_(ids), source_(context.getSource()), json_(json) {
         json_.key("ids");
         json_.open('[');
         walkModel(context.model, exporter::documentParts, *this);
@@ -372,7 +372,7 @@ void writeLedger(const exporter::ExportContext& context, CompactJson& json) {
 void writePageData(const exporter::ExportContext& context, const exporter::ElementIds& ids, text::Output& output) {
     CompactJson json(output);
     json.open('{');
-    writeFiles(context.source, json);
+    writeFiles(context.getSource(), json);
     {
         const IdWriter elements(context, ids, json);
         writeKinds(elements, json);

@@ -109,7 +109,7 @@ void writeOutline(const exporter::ExportContext& context, text::BufferedOutput& 
     output.put("<noscript>\n<p>Without script this page shows an outline of the model.</p>\n<pre>");
     try {
         exporter::writeOutline({.model = context.model,
-                                .source = context.source,
+                                .findSource = context.findSource,
                                 .options = options,
                                 .folder = folder,
                                 .omissions = omissions});
@@ -126,7 +126,7 @@ void writeModel(const exporter::ExportContext& context, text::BufferedOutput& ou
     static const std::vector<std::string> settings{"places=true"};
     const exporter::OptionValues options(exporter::jsonOptions, settings);
     exporter::writeJson({.model = context.model,
-                         .source = context.source,
+                         .findSource = context.findSource,
                          .options = options,
                          .folder = folder,
                          .omissions = context.omissions});
@@ -134,7 +134,7 @@ void writeModel(const exporter::ExportContext& context, text::BufferedOutput& ou
 }
 
 void writeData(const exporter::ExportContext& context, text::BufferedOutput& output) {
-    const exporter::ElementIds ids(context.model, context.source);
+    const exporter::ElementIds ids(context.model, context.getSource());
     output.put(summaryStart);
     writeSummary(context, ids, output);
     output.put("</script>\n");

@@ -43,14 +43,15 @@ const std::vector<Choice> choices{{"joined", "natural"},   {"joined", "surrogate
 sql::Schema schemaOf(const KelModel& model, const Choice& choice) {
     const exporter::ElementIds ids(model, nullptr);
     exporter::Omissions omissions;
-    return sql::makeSchema(model,
-                           {.tables = "all",
-                            .inheritance = choice.inheritance,
-                            .key = choice.key,
-                            .names = {.isSnake = choice.names == "snake"},
-                            .types = {},
-                            .kinds = exporter::ClassKinds()},
-                           ids, omissions);
+    return sql::makeSchema(
+        model,
+        {.tables = "all",
+         .inheritance = choice.inheritance,
+         .key = choice.key,
+         .names = {.isSnake = choice.names == "snake"},
+         .types = {},
+         .kinds = exporter::ClassKinds()},
+        [&]() -> const exporter::ElementIds& { return ids; }, omissions);
 }
 
 std::vector<std::string> namesOf(const sql::Table& table, const sql::Columns& columns) {

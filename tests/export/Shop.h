@@ -56,6 +56,40 @@ inline KelAssociationRole& addRole(KelAssociation& association, const char* name
     return *role;
 }
 
+inline KelType* addType(KelModel& model, const char* name, const char* dataType = "undefined") {
+    auto* type = named<KelDerivedType>(name);
+    type->dataType = dataType;
+    model.addType(type);
+    return type;
+}
+
+/// Adds an attribute behind the others; `type` may be null.
+inline KelAttribute& addAttribute(KelClass& owner, const char* name, KelType* type) {
+    auto* attribute = named<KelAttribute>(name);
+    attribute->position = static_cast<std::int16_t>(owner.getAttributeCount());
+    owner.addAttribute(attribute);
+    if (type != nullptr) {
+        attribute->addType(type);
+    }
+    return *attribute;
+}
+
+inline void addInheritance(KelDesignPackage& package, KelClass& subtype, KelClass& supertype) {
+    auto& generalization = addElement<KelGeneralization>(package, "");
+    generalization.addSubtypeClass(&subtype);
+    generalization.addSupertypeClass(&supertype);
+}
+
+/// Adds an association with the multiplicities of its ends, of which the first is the source.
+inline KelAssociation& addLink(KelDesignPackage& package, const char* name, KelClass& from, const char* many,
+                               KelClass& to, const char* one) {
+    auto& association = addElement<KelAssociation>(package, name);
+    addRole(association, "", &from).multiplicity = many;
+    addRole(association, "", &to).multiplicity = one;
+    association.associationRoles().first()->isSource = true;
+    return association;
+}
+
 /// Adds packages, each in the one before, and returns the innermost.
 inline KelPackage& addNested(KelModel& model, int depth) {
     KelPackage* innermost = &model;

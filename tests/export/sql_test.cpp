@@ -2,7 +2,6 @@
 
 #include "Shop.h"
 #include "export/options.h"
-#include "export/sql/SchemaNames.h"
 #include "export/sql/columnTypes.h"
 #include "support/HostileTexts.h"
 #include "support/ImportedModel.h"
@@ -19,38 +18,6 @@
 namespace {
 
 namespace sql = exporter::sql;
-
-KelType* addType(KelModel& model, const char* name, const char* dataType = "undefined") {
-    auto* type = named<KelDerivedType>(name);
-    type->dataType = dataType;
-    model.addType(type);
-    return type;
-}
-
-KelAttribute& addAttribute(KelClass& owner, const char* name, KelType* type) {
-    auto* attribute = named<KelAttribute>(name);
-    attribute->position = static_cast<std::int16_t>(owner.getAttributeCount());
-    owner.addAttribute(attribute);
-    if (type != nullptr) {
-        attribute->addType(type);
-    }
-    return *attribute;
-}
-
-void addInheritance(KelDesignPackage& package, KelClass& subtype, KelClass& supertype) {
-    auto& generalization = addElement<KelGeneralization>(package, "");
-    generalization.addSubtypeClass(&subtype);
-    generalization.addSupertypeClass(&supertype);
-}
-
-KelAssociation& addLink(KelDesignPackage& package, const char* name, KelClass& from, const char* many, KelClass& to,
-                        const char* one) {
-    auto& association = addElement<KelAssociation>(package, name);
-    addRole(association, "", &from).multiplicity = many;
-    addRole(association, "", &to).multiplicity = one;
-    association.associationRoles().first()->isSource = true;
-    return association;
-}
 
 /// A model with a case of each rule.
 class Trade {
@@ -263,28 +230,6 @@ TEST(SqlScript, RefersToEverySupertypeOnceAndPassesThoseThatAreNoTables) {
                         "    helper text,\n    person text,\n    member text,\n    student text,\n"});
 }
 
-TEST(SqlNames, AreInSnakeCase) {
-    const sql::NameStyle snake;
-    for (const auto& [text, name] :
-         std::initializer_list<std::pair<const char*, const char*>>{{"OrderLine", "order_line"},
-                                                                    {"JClass", "j_class"},
-                                                                    {"HTMLPage", "html_page"},
-                                                                    {"ID", "id"},
-                                                                    {"x2Y", "x2_y"},
-                                                                    {"pin  no", "pin_no"},
-                                                                    {"a::b", "a_b"},
-                                                                    {"_x", "_x"},
-                                                                    {"ÄrgerÖl", "ärger_öl"},
-                                                                    {"订单A", "订单a"},
-                                                                    {"", ""},
-                                                                    {"a\xFF"
-                                                                     "b",
-                                                                     "a_b"}}) {
-        EXPECT_EQ(sql::styled(text, snake), name) << text;
-    }
-    EXPECT_EQ(sql::styled("a\"B", {.isSnake = false}), "a_B");
-}
-
 TEST(SqlTypes, FollowNamesAndLiteralsFollowTypes) {
     using enum sql::Family;
     const auto shown = [](const char* name) {
@@ -375,7 +320,7 @@ std::set<std::string> mapOf(const KelModel& model) {
     MemoryOutput script;
     FolderOfOne folder(script);
     exporter::Omissions omissions;
-    exporter.write({.model = model, .source = nullptr, .options = options, .folder = folder, .omissions = omissions});
+    exporter.write({.model = model, .options = options, .folder = folder, .omissions = omissions});
     std::set<std::string> lines;
     std::istringstream text(folder.beside.text);
     for (std::string line; std::getline(text, line);) {

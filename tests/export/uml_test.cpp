@@ -53,7 +53,7 @@ std::string told(const KelModel& model, const Settings& settings = {}) {
     MemoryOutput output;
     FolderOfOne folder(output);
     Omissions omissions;
-    exporter.write({.model = model, .source = nullptr, .options = options, .folder = folder, .omissions = omissions});
+    exporter.write({.model = model, .options = options, .folder = folder, .omissions = omissions});
     return omissions.summary();
 }
 

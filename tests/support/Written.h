@@ -55,7 +55,7 @@ inline void writeAs(std::string_view format, const KelModel& model, text::Output
     FolderOfOne folder(output);
     exporter::Omissions omissions;
     exporter.write({.model = model,
-                    .source = source,
+                    .findSource = [source] { return source; },
                     .options = options,
                     .folder = folder,
                     .omissions = omissions,

@@ -240,7 +240,7 @@ void writeDot(const ExportContext& context) {
     const DrawnPositions* positions = context.options.get("positions") == "source" ? context.positions : nullptr;
     const std::vector<Picture> pictures = picturesOf(graph, context, positions != nullptr ? "diagrams" : "model");
     countOmissions(context.model, pictures, context.omissions);
-    const ElementIds ids(context.model, context.source, ElementIds::Of::packagesAndClasses, ElementIds::Find::byNumber);
+    const ElementIds ids(context.model, context.getSource(), ElementIds::Of::packagesAndClasses, ElementIds::Find::byNumber);
     const Members members(context.options);
     text::BufferedOutput output(context.folder.open(""));
     for (const Picture& picture : pictures) {

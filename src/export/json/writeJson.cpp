@@ -201,7 +201,7 @@ void giveDocument(const KelModel& model, const source::SourceMap* places, Lossy 
 void writeJson(const ExportContext& context) {
     text::BufferedOutput output(context.folder.open(""));
     text::IndentedJson json(output);
-    giveDocument(context.model, context.options.isOn("places") ? context.source : nullptr, Lossy::told, json);
+    giveDocument(context.model, context.options.isOn("places") ? context.getSource() : nullptr, Lossy::told, json);
     output.put('\n');
     output.flush();
 }

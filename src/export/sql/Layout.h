@@ -1,5 +1,6 @@
 #pragma once
 
+#include "export/ElementIds.h"
 #include "export/sql/Plan.h"
 #include "export/sql/SchemaNames.h"
 
@@ -41,15 +42,35 @@ struct TableLayout {
 
 struct Layout {
     std::vector<TableLayout> tables;
-    std::vector<std::uint32_t> byId; // tables by the ids of their elements: those of classes, then the others
+};
+
+/// The order in which names are made. It is that of the elements' ids, but matters only where names clash: until the
+/// first clash it is that of the plan, as ids take long to find.
+class NamingOrder {
+public:
+    explicit NamingOrder(const FindIds& findIds) : findIds_(findIds) {}
+
+    /// What elements are sorted by: their ids, or the empty text until the first clash.
+    [[nodiscard]] std::string_view keyOf(const KelObject& element) const {
+        return ids_ != nullptr ? ids_->viewOf(element) : std::string_view();
+    }
+    /// The tables of classes, then the others.
+    [[nodiscard]] std::vector<std::uint32_t> tablesOf(const Plan& plan) const;
+    /// Whether these are the first names that clash. If so, frees them: they must be made again, in the order of ids.
+    [[nodiscard]] bool isFirstClash(NameSpace& names);
+    [[nodiscard]] const ElementIds& ids();
+
+private:
+    const FindIds& findIds_;
+    const ElementIds* ids_ = nullptr; // null: not needed yet
 };
 
 /// Makes the tables of the plan, with their columns and names, but without keys and constraints.
 [[nodiscard]] Layout layColumns(const Plan& plan, const ClassTables& classes, const NameStyle& style,
-                                const ElementIds& ids, NameSpace& relations, Schema& schema);
+                                NamingOrder& order, NameSpace& relations, Schema& schema);
 
 /// Adds keys, references, indexes and checks.
-void addConstraints(const Plan& plan, const Layout& layout, const NameStyle& style, NameSpace& relations,
-                    Schema& schema);
+void addConstraints(const Plan& plan, const Layout& layout, const NameStyle& style, NamingOrder& order,
+                    NameSpace& relations, Schema& schema);
 
 } // namespace exporter::sql

@@ -40,6 +40,8 @@ public:
     void clear() { names_.clear(); }
     /// A name made from a text in the style, as `UniqueNames::make` does.
     [[nodiscard]] Name make(std::string_view styledText);
+    /// As `UniqueNames::hasNumbers`.
+    [[nodiscard]] bool hasNumbers() const { return names_.hasNumbers(); }
 
 private:
     [[nodiscard]] static NameRules rulesFor(const NameStyle& style);

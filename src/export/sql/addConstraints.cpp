@@ -12,19 +12,20 @@ namespace {
 
 class ConstraintMaker {
 public:
-    ConstraintMaker(const Plan& plan, const Layout& layout, const NameStyle& style, NameSpace& relations,
-                    Schema& schema)
-        : plan_(plan), layout_(layout), style_(style), relations_(relations), schema_(schema) {}
+    ConstraintMaker(const Plan& plan, const Layout& layout, const NameStyle& style, const NamingOrder& order,
+                    NameSpace& relations, Schema& schema)
+        : plan_(plan), layout_(layout), style_(style), relations_(relations), schema_(schema),
+          tables_(order.tablesOf(plan)) {}
 
     void make() {
         reserveSequences();
-        for (const std::uint32_t table : layout_.byId) {
+        for (const std::uint32_t table : tables_) {
             addKeys(table);
         }
-        for (const std::uint32_t table : layout_.byId) {
+        for (const std::uint32_t table : tables_) {
             addReferences(table);
         }
-        for (const std::uint32_t table : layout_.byId) {
+        for (const std::uint32_t table : tables_) {
             addIndexesAndChecks(table);
         }
     }
@@ -55,14 +56,15 @@ private:
     const NameStyle& style_;
     NameSpace& relations_;
     Schema& schema_;
-    std::string text_;                  // of the constraint that is being named
-    std::vector<const Columns*> begun_; // what an index of the table begins with
+    const std::vector<std::uint32_t> tables_; // in the order of naming
+    std::string text_;                        // of the constraint that is being named
+    std::vector<const Columns*> begun_;       // what an index of the table begins with
     std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> foreignKeys_; // by table, indexes into the plan's
 };
 
 /// PostgreSQL names the sequence of a generated column so, as long as no table has the name.
 void ConstraintMaker::reserveSequences() {
-    for (const std::uint32_t table : layout_.byId) {
+    for (const std::uint32_t table : tables_) {
         for (const std::uint32_t column : layout_.tables[table].keyColumns) {
             const Column& made = schema_.tables[table].columns[column];
             if (made.isGenerated) {
@@ -212,9 +214,19 @@ void ConstraintMaker::addIndexesAndChecks(std::uint32_t table) {
 
 } // namespace
 
-void addConstraints(const Plan& plan, const Layout& layout, const NameStyle& style, NameSpace& relations,
-                    Schema& schema) {
-    ConstraintMaker(plan, layout, style, relations, schema).make();
+void addConstraints(const Plan& plan, const Layout& layout, const NameStyle& style, NamingOrder& order,
+                    NameSpace& relations, Schema& schema) {
+    ConstraintMaker(plan, layout, style, order, relations, schema).make();
+    if (order.isFirstClash(relations)) {
+        for (Table& table : schema.tables) {
+            static_cast<void>(relations.make(table.name.text)); // no two of these clash
+            table.primary.reset();
+            table.uniques.clear();
+            table.references.clear();
+            table.indexes.clear();
+        }
+        ConstraintMaker(plan, layout, style, order, relations, schema).make();
+    }
 }
 
 } // namespace exporter::sql

@@ -1,4 +1,3 @@
-#include "export/ElementIds.h"
 #include "export/sql/Layout.h"
 #include "host/model/KelAssociation.h"
 #include "host/model/KelAssociationRole.h"
@@ -21,24 +20,23 @@ namespace {
 
 const ColumnType madeKeyType{.family = Family::bigInteger, .length = 0, .scale = 0, .sql = {}};
 
-/// An index by a rank and an element's id.
+/// An index by a rank and the key of an element.
 using Ranked = std::tuple<bool, std::string_view, std::uint32_t>;
 
 class ColumnMaker {
 public:
-    ColumnMaker(const Plan& plan, const ClassTables& classes, const NameStyle& style, const ElementIds& ids,
+    ColumnMaker(const Plan& plan, const ClassTables& classes, const NameStyle& style, NamingOrder& order,
                 NameSpace& relations, Schema& schema)
-        : plan_(plan), classes_(classes), style_(style), ids_(ids), relations_(relations), schema_(schema) {}
+        : plan_(plan), classes_(classes), style_(style), order_(order), relations_(relations), schema_(schema) {}
 
     Layout make() {
-        sortById();
         nameTables();
         orderTables();
-        for (const std::uint32_t table : order_) {
+        for (const std::uint32_t table : ordered_) {
             layKey(table);
         }
         NameSpace names(NameSpace::Kind::columns, style_); // of one table after the other
-        for (const std::uint32_t table : order_) {
+        for (const std::uint32_t table : ordered_) {
             layRest(table);
             if (hasNamesLeft(table)) {
                 names_[table] = std::make_unique<NameSpace>(NameSpace::Kind::columns, style_);
@@ -54,11 +52,10 @@ public:
                 names_[table].reset();
             }
         }
-        return {std::move(layouts_), std::move(byId_)};
+        return {std::move(layouts_)};
     }
 
 private:
-    void sortById();
     void nameTables();
     void orderTables();
     void layKey(std::uint32_t table);
@@ -72,42 +69,26 @@ private:
         return attribute.target != noTable && layouts_[attribute.target].keyTypes.size() != 1;
     }
     void nameOwnColumns(std::uint32_t table, NameSpace& names);
+    void makeOwnNames(std::uint32_t table, NameSpace& names);
     [[nodiscard]] bool hasNamesLeft(std::uint32_t table) const;
     void nameReferences(std::uint32_t table);
+    void makeReferenceNames(std::uint32_t table);
     void nameReference(std::uint32_t table, const PlannedColumn& planned, const ColumnSpan& span);
 
     const Plan& plan_;
     const ClassTables& classes_;
     const NameStyle& style_;
-    const ElementIds& ids_;
+    NamingOrder& order_;
     NameSpace& relations_;
     Schema& schema_;
-    std::vector<std::uint32_t> byId_;
-    std::vector<std::uint32_t> order_; // tables behind those whose keys they inherit
+    std::vector<std::uint32_t> ordered_; // tables behind those whose keys they inherit
     std::vector<TableLayout> layouts_;
     std::vector<std::unique_ptr<NameSpace>> names_; // of tables with columns that wait for the names of keys
 };
 
-void ColumnMaker::sortById() {
-    std::vector<Ranked> ranked;
-    ranked.reserve(plan_.tables.size());
-    for (std::uint32_t table = 0; table < plan_.tables.size(); ++table) {
-        const bool isJoin = plan_.tables[table].rule == Rule::joinTable;
-        ranked.emplace_back(isJoin, ids_.viewOf(*plan_.tables[table].element), table);
-    }
-    if (!std::ranges::is_sorted(ranked)) { // as quids often are, which a tool counts up
-        std::ranges::sort(ranked);
-    }
-    byId_.reserve(ranked.size());
-    for (const auto& [isJoin, id, table] : ranked) {
-        byId_.push_back(table);
-    }
-}
-
 void ColumnMaker::nameTables() {
     const std::size_t count = plan_.tables.size();
     schema_.tables.resize(count);
-    relations_.reserve(3 * count); // each table, its primary key and the sequence of that
     std::vector<std::string> texts(count);
     std::deque<std::string> repaired;
     tsl::robin_map<std::string_view, std::uint32_t, KelTextHash> firstOf; // by name
@@ -154,9 +135,14 @@ void ColumnMaker::nameTables() {
             hasPackage[table] = true;
         }
     }
-    for (const std::uint32_t table : byId_) {
+    do {
+        relations_.reserve(3 * count); // each table, its primary key and the sequence of that
+        for (const std::uint32_t table : order_.tablesOf(plan_)) {
+            schema_.tables[table].name = relations_.make(texts[table]);
+        }
+    } while (order_.isFirstClash(relations_));
+    for (std::uint32_t table = 0; table < count; ++table) {
         Table& made = schema_.tables[table];
-        made.name = relations_.make(texts[table]);
         made.name.change.hasPackage = hasPackage[table];
         made.rule = plan_.tables[table].rule;
         made.element = plan_.tables[table].element;
@@ -168,7 +154,7 @@ void ColumnMaker::nameTables() {
 
 void ColumnMaker::orderTables() {
     std::vector<bool> isDone(plan_.tables.size(), false);
-    order_.reserve(plan_.tables.size());
+    ordered_.reserve(plan_.tables.size());
     std::vector<std::uint32_t> path;
     for (std::uint32_t start = 0; start < plan_.tables.size(); ++start) {
         path.clear();
@@ -178,7 +164,7 @@ void ColumnMaker::orderTables() {
             path.push_back(table);
             table = plan_.tables[table].supertable;
         }
-        order_.insert(order_.end(), path.rbegin(), path.rend());
+        ordered_.insert(ordered_.end(), path.rbegin(), path.rend());
     }
     layouts_.resize(plan_.tables.size());
     names_.resize(plan_.tables.size());
@@ -278,20 +264,20 @@ void ColumnMaker::setKind(Column& column, const PlannedTable& planned) {
         const std::string name = utf8(one->getName());
         const std::string longer = qualifiedName(*one);
         const bool isPlain = !name.empty() && counts[name] == 1;
-        values.push_back(isPlain ? name : counts[name] == 1 ? longer : longer + " " + ids_.idOf(*one));
+        values.push_back(isPlain ? name : counts[name] == 1 ? longer : longer + " " + order_.ids().idOf(*one));
     }
     column.isNotNull = true;
     column.values = schema_.values.emplace_back(std::make_unique<Values>(std::move(values))).get();
 }
 
-/// Indexes of the attributes in the order of their elements' ids: of those that become several columns, or of the
+/// Indexes of the attributes in the order of naming: of those that become several columns, or of the
 /// others.
 std::vector<std::uint32_t> ColumnMaker::attributesById(const PlannedTable& planned, bool areSplit) const {
     std::vector<std::pair<std::string_view, std::uint32_t>> keyed;
     for (std::uint32_t index = 0; index < planned.attributes.size(); ++index) {
         const PlannedColumn& attribute = planned.attributes[index];
         if (isSplit(attribute) == areSplit) {
-            keyed.emplace_back(ids_.viewOf(*attribute.element), index);
+            keyed.emplace_back(order_.keyOf(*attribute.element), index);
         }
     }
     std::ranges::sort(keyed);
@@ -301,6 +287,12 @@ std::vector<std::uint32_t> ColumnMaker::attributesById(const PlannedTable& plann
 }
 
 void ColumnMaker::nameOwnColumns(std::uint32_t table, NameSpace& names) {
+    do {
+        makeOwnNames(table, names);
+    } while (order_.isFirstClash(names));
+}
+
+void ColumnMaker::makeOwnNames(std::uint32_t table, NameSpace& names) {
     const PlannedTable& planned = plan_.tables[table];
     std::vector<Column>& columns = schema_.tables[table].columns;
     for (const std::uint32_t index : attributesById(planned, false)) {
@@ -339,6 +331,14 @@ bool ColumnMaker::hasNamesLeft(std::uint32_t table) const {
 }
 
 void ColumnMaker::nameReferences(std::uint32_t table) {
+    makeReferenceNames(table);
+    if (order_.isFirstClash(*names_[table])) {
+        makeOwnNames(table, *names_[table]); // none of these clash, so none becomes another
+        makeReferenceNames(table);
+    }
+}
+
+void ColumnMaker::makeReferenceNames(std::uint32_t table) {
     const PlannedTable& planned = plan_.tables[table];
     for (const std::uint32_t index : attributesById(planned, true)) {
         nameReference(table, planned.attributes[index], layouts_[table].attributes[index]);
@@ -346,7 +346,7 @@ void ColumnMaker::nameReferences(std::uint32_t table) {
     std::vector<Ranked> ranked;
     for (std::uint32_t index = 0; index < planned.references.size(); ++index) {
         const PlannedColumn& reference = planned.references[index];
-        ranked.emplace_back(reference.rule != Rule::supertypeReference, ids_.viewOf(*reference.element), index);
+        ranked.emplace_back(reference.rule != Rule::supertypeReference, order_.keyOf(*reference.element), index);
     }
     std::ranges::sort(ranked);
     for (const auto& [isOther, id, index] : ranked) {
@@ -356,9 +356,41 @@ void ColumnMaker::nameReferences(std::uint32_t table) {
 
 } // namespace
 
-Layout layColumns(const Plan& plan, const ClassTables& classes, const NameStyle& style, const ElementIds& ids,
+std::vector<std::uint32_t> NamingOrder::tablesOf(const Plan& plan) const {
+    std::vector<Ranked> ranked;
+    ranked.reserve(plan.tables.size());
+    for (std::uint32_t table = 0; table < plan.tables.size(); ++table) {
+        const bool isJoin = plan.tables[table].rule == Rule::joinTable;
+        ranked.emplace_back(isJoin, keyOf(*plan.tables[table].element), table);
+    }
+    if (!std::ranges::is_sorted(ranked)) { // as quids often are, which a tool counts up
+        std::ranges::sort(ranked);
+    }
+    std::vector<std::uint32_t> tables;
+    tables.reserve(ranked.size());
+    for (const auto& [isJoin, key, table] : ranked) {
+        tables.push_back(table);
+    }
+    return tables;
+}
+
+bool NamingOrder::isFirstClash(NameSpace& names) {
+    if (ids_ != nullptr || !names.hasNumbers()) {
+        return false;
+    }
+    ids_ = &findIds_();
+    names.clear();
+    return true;
+}
+
+const ElementIds& NamingOrder::ids() {
+    ids_ = ids_ != nullptr ? ids_ : &findIds_();
+    return *ids_;
+}
+
+Layout layColumns(const Plan& plan, const ClassTables& classes, const NameStyle& style, NamingOrder& order,
                   NameSpace& relations, Schema& schema) {
-    return ColumnMaker(plan, classes, style, ids, relations, schema).make();
+    return ColumnMaker(plan, classes, style, order, relations, schema).make();
 }
 
 } // namespace exporter::sql

@@ -1,6 +1,5 @@
 #include "export/sql/makeSchema.h"
 
-#include "export/ElementIds.h"
 #include "export/sql/Layout.h"
 
 #include <algorithm>
@@ -42,14 +41,15 @@ void tellUnknownTypes(const Plan& plan, const Layout& layout, Schema& schema) {
 
 } // namespace
 
-Schema makeSchema(const KelModel& model, const SchemaChoices& choices, const ElementIds& ids, Omissions& omissions) {
+Schema makeSchema(const KelModel& model, const SchemaChoices& choices, const FindIds& findIds, Omissions& omissions) {
     Schema schema;
     const ClassTables classes(model, choices.kinds, choices.tables, omissions, schema.decisions);
     Plan plan = planTables(model, classes, choices, schema, omissions);
     planReferences(classes, choices, plan, schema, omissions);
     NameSpace relations(NameSpace::Kind::relations, choices.names);
-    const Layout layout = layColumns(plan, classes, choices.names, ids, relations, schema);
-    addConstraints(plan, layout, choices.names, relations, schema);
+    NamingOrder order(findIds);
+    const Layout layout = layColumns(plan, classes, choices.names, order, relations, schema);
+    addConstraints(plan, layout, choices.names, order, relations, schema);
     tellUnknownTypes(plan, layout, schema);
     tellNames(schema);
     std::ranges::stable_sort(schema.decisions, {}, &Decision::topic);

@@ -8,6 +8,8 @@
 #include "export/sql/omissions.h"
 #include "export/sql/writeNameMap.h"
 
+#include <optional>
+
 namespace exporter {
 
 namespace {
@@ -38,15 +40,23 @@ void checkSqlOptions(const OptionValues& options) {
 void writeSql(const ExportContext& context) {
     const OptionValues& options = context.options;
     const sql::Dialect& dialect = sql::findDialect(options.get("dialect"));
-    const ElementIds ids(context.model, context.source, ElementIds::Of::all, ElementIds::Find::byNumber);
+    std::optional<ElementIds> ids;
+    const sql::FindIds findIds = [&]() -> const ElementIds& {
+        return ids ? *ids
+                   : ids.emplace(context.model, context.getSource(), ElementIds::Of::all, ElementIds::Find::byNumber);
+    };
     sql::addOmissions(context.model, context.omissions);
-    const sql::Schema schema = sql::makeSchema(context.model, choicesOf(options), ids, context.omissions);
+    const sql::Schema schema = sql::makeSchema(context.model, choicesOf(options), findIds, context.omissions);
+    const bool hasMap = !options.get("map").empty();
+    if (hasMap) {
+        static_cast<void>(findIds()); // nothing is written unless they are found
+    }
     text::BufferedOutput script(context.folder.open(""));
     sql::writeScript(schema, dialect, {context.model, options, context.omissions}, script);
     script.flush();
-    if (!options.get("map").empty()) {
+    if (hasMap) {
         text::BufferedOutput csv(context.folder.openBeside());
-        sql::writeNameMap(schema, ids, csv);
+        sql::writeNameMap(schema, *ids, csv);
         csv.flush();
     }
 }

@@ -178,7 +178,7 @@ struct UmlMapping::Elements final : ModelVisitor {
 };
 
 UmlMapping::UmlMapping(const ExportContext& context, Omissions& omissions)
-    : ids_(context.model, context.source, ElementIds::Of::all, ElementIds::Find::byNumber), names_(context.model),
+    : ids_(context.model, context.getSource(), ElementIds::Of::all, ElementIds::Find::byNumber), names_(context.model),
       kinds_(context.options.family(ClassKinds::option.name)),
       associationsOwnEnds_(context.options.get("flavour") == "xmi21") {
     Elements elements;

@@ -122,10 +122,10 @@ bool needsSource(const ImportRequest& request) {
     return true;
 }
 
-/// The inputs of the formats. Null for what none of them needs.
+/// The inputs of the formats. Null or empty for what none of them needs.
 struct Knowledge {
     KelModel& model;
-    const source::SourceMap* places = nullptr;
+    exporter::FindSource findPlaces;
     const exporter::DrawnPositions* positions = nullptr;
     const layout::NotationTree* notation = nullptr;
     const ledger::KeptLedger* ledger = nullptr;
@@ -147,7 +147,7 @@ public:
         }
         attempt(destination.path, [&] {
             exporter.write({.model = knowledge.model,
-                            .source = knowledge.places,
+                            .findSource = knowledge.findPlaces,
                             .options = options,
                             .folder = *files_,
                             .omissions = omissions_,
@@ -199,9 +199,10 @@ TextLines notesOn(const std::string& format, const exporter::Omissions& omission
 std::uint64_t writeModel(const ImportRequest& request, const ModelSource& source, Knowledge knowledge,
                          const OmissionTaker& take) {
     std::optional<exporter::DrawnPositions> positions;
-    if (knowledge.places != nullptr && isAnyDestination(request, &exporter::Exporter::needsPositions)) {
+    if (knowledge.findPlaces && isAnyDestination(request, &exporter::Exporter::needsPositions)) {
+        const source::SourceMap& places = *knowledge.findPlaces();
         positions = readAgain(request.file, "the positions of classes",
-                              [&] { return findPositions(source.getTree(), knowledge.model, *knowledge.places); });
+                              [&] { return findPositions(source.getTree(), knowledge.model, places); });
         knowledge.positions = &*positions;
     }
     std::optional<layout::NotationTree> notation;
@@ -317,13 +318,17 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
             });
             places = maker->finish();
         });
-    } else if (isPlaced) {
-        const auto make = needsPlaces ? source::makeSourceMap : source::makeQuidMap;
-        places = readAgain(request.file, "the places of objects", [&] { return make(tree, *trace, model); });
     }
-    if (!needsSteps) {
-        trace.reset();
-    }
+    const auto findPlaces = [&]() -> const source::SourceMap* {
+        if (!places) {
+            const auto make = needsPlaces ? source::makeSourceMap : source::makeQuidMap;
+            places = readAgain(request.file, "the places of objects", [&] { return make(tree, *trace, model); });
+            if (!needsSteps) {
+                trace.reset();
+            }
+        }
+        return &*places;
+    };
     if (isLedgerShown && !isReadOnce) {
         makeLedger();
     }
@@ -331,7 +336,7 @@ ImportResult importModel(const ImportRequest& request, const ImportContext& cont
     ImportResult result;
     result.objects = request.areObjectsCounted || isLedgerShown ? countObjects(model) : 0;
     const Knowledge knowledge{.model = model,
-                              .places = places ? &*places : nullptr,
+                              .findPlaces = isPlaced ? exporter::FindSource(findPlaces) : nullptr,
                               .notation = notation ? &*notation : nullptr,
                               .ledger = kept ? &*kept : nullptr,
                               .objects = result.objects};
