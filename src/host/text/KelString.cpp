@@ -149,10 +149,14 @@ KelString& KelString::append(std::string_view text) {
     if (text.empty()) {
         return *this;
     }
+    if (isEmpty()) { // most texts do not change later: no spare room
+        init(text);
+        return *this;
+    }
     const std::size_t oldLength = size();
     const std::size_t newLength = oldLength + text.size();
     requireLength(newLength);
-    const std::uint32_t now = isEmpty() ? 0 : use();
+    const std::uint32_t now = use();
     if (grows(now) && (now & atEndBit) == 0 && sizeof(Head) + newLength < roomOf(now)) {
         std::memmove(text_ + oldLength, text.data(), text.size());
         frame<Head>(text_, newLength, now);
@@ -171,7 +175,7 @@ KelString& KelString::prepend(std::string_view text) {
     if (text.empty()) {
         return *this;
     }
-    if (isEmpty()) { // most texts do not change later: no spare room
+    if (isEmpty()) {
         init(text);
         return *this;
     }
