@@ -56,8 +56,8 @@ public:
     }
     /// The tables of classes, then the others.
     [[nodiscard]] std::vector<std::uint32_t> tablesOf(const Plan& plan) const;
-    /// Whether these are the first names that clash. If so, frees them: they must be made again, in the order of ids.
-    [[nodiscard]] bool isFirstClash(NameSpace& names);
+    /// Whether the names must be made again, in the order of ids, as they are the first that clash. Frees them then.
+    [[nodiscard]] bool mustRepeat(NameSpace& names);
     [[nodiscard]] const ElementIds& ids();
 
 private:

@@ -217,7 +217,7 @@ void ConstraintMaker::addIndexesAndChecks(std::uint32_t table) {
 void addConstraints(const Plan& plan, const Layout& layout, const NameStyle& style, NamingOrder& order,
                     NameSpace& relations, Schema& schema) {
     ConstraintMaker(plan, layout, style, order, relations, schema).make();
-    if (order.isFirstClash(relations)) {
+    if (order.mustRepeat(relations)) {
         for (Table& table : schema.tables) {
             static_cast<void>(relations.make(table.name.text)); // no two of these clash
             table.primary.reset();

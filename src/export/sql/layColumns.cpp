@@ -140,7 +140,7 @@ void ColumnMaker::nameTables() {
         for (const std::uint32_t table : order_.tablesOf(plan_)) {
             schema_.tables[table].name = relations_.make(texts[table]);
         }
-    } while (order_.isFirstClash(relations_));
+    } while (order_.mustRepeat(relations_));
     for (std::uint32_t table = 0; table < count; ++table) {
         Table& made = schema_.tables[table];
         made.name.change.hasPackage = hasPackage[table];
@@ -289,7 +289,7 @@ std::vector<std::uint32_t> ColumnMaker::attributesById(const PlannedTable& plann
 void ColumnMaker::nameOwnColumns(std::uint32_t table, NameSpace& names) {
     do {
         makeOwnNames(table, names);
-    } while (order_.isFirstClash(names));
+    } while (order_.mustRepeat(names));
 }
 
 void ColumnMaker::makeOwnNames(std::uint32_t table, NameSpace& names) {
@@ -332,7 +332,7 @@ bool ColumnMaker::hasNamesLeft(std::uint32_t table) const {
 
 void ColumnMaker::nameReferences(std::uint32_t table) {
     makeReferenceNames(table);
-    if (order_.isFirstClash(*names_[table])) {
+    if (order_.mustRepeat(*names_[table])) {
         makeOwnNames(table, *names_[table]); // none of these clash, so none becomes another
         makeReferenceNames(table);
     }
@@ -374,7 +374,7 @@ std::vector<std::uint32_t> NamingOrder::tablesOf(const Plan& plan) const {
     return tables;
 }
 
-bool NamingOrder::isFirstClash(NameSpace& names) {
+bool NamingOrder::mustRepeat(NameSpace& names) {
     if (ids_ != nullptr || !names.hasNumbers()) {
         return false;
     }
